@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How integers, gains and characters travel in parameters of 0 to 1. Pure functions, any thread.
+#pragma once
+
+#include <cmath>
+
+namespace quorel
+{
+
+/** 0 to 1; NaN becomes 0. */
+constexpr float clampUnit(float value) noexcept
+{
+    return value > 0.0f ? (value < 1.0f ? value : 1.0f) : 0.0f;
+}
+
+/** Ranged integer from `low` to `high`. A range of 0 counts as 1. */
+inline int paramToInt(float value, int low, int high) noexcept
+{
+    const int range = high - low == 0 ? 1 : high - low;
+    const float step = static_cast<float>(1.0 / range);
+    return static_cast<int>(clampUnit(value) / step) + low;
+}
+
+/** -32768 to 32768; 0 at 0.5 and no positive number below it. */
+constexpr int decodeParamInt(float value) noexcept
+{
+    return static_cast<int>((static_cast<double>(clampUnit(value)) - 0.5) * 65536.0);
+}
+
+/** Inverse of `decodeParamInt`, limited to -32767 to 32767. */
+constexpr float encodeParamInt(int number) noexcept
+{
+    const int limited = number < -32767 ? -32767 : (number > 32767 ? 32767 : number);
+    return static_cast<float>(limited * 1.5258789e-05 + 0.5);
+}
+
+/** Linear gain of a fader: 4 v^3, so 0.63 is unity to within 0.0002 and 1 is +12 dB. */
+constexpr float cubicGain(float value) noexcept
+{
+    return 4.0f * value * value * value;
+}
+
+/** Fader position of a linear gain: (g / 4)^(1/3). */
+inline float cubicGainPosition(float gain) noexcept
+{
+    return std::cbrt(gain * 0.25f);
+}
+
+/** A character as it stands in a text slot: c / 256 with the character taken as signed, so that only the seven-bit
+    characters come back. */
+constexpr float encodeParamChar(char character) noexcept
+{
+    return static_cast<float>(static_cast<double>(static_cast<signed char>(character)) / 256.0);
+}
+
+/** Byte of a text slot. */
+constexpr char decodeParamChar(float value) noexcept
+{
+    return static_cast<char>(static_cast<unsigned char>(static_cast<int>(clampUnit(value) * 256.0f) & 0xff));
+}
+
+} // namespace quorel

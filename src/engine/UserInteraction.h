@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace quorel
+{
+
+/** How the engine speaks to whoever sits in front of it. The processor is given one: the plug-in shows boxes, the
+    command line tools print and answer no, tests record. All calls come on the message thread, or with it held. */
+class UserInteraction
+{
+public:
+    virtual ~UserInteraction() = default;
+
+    /** Tells something and returns at once: it never blocks a host's thread. */
+    virtual void alert(const juce::String& title, const juce::String& text) = 0;
+
+    /** Asks a question and waits for the answer. False where nobody can answer. */
+    virtual bool confirm(const juce::String& title, const juce::String& text) = 0;
+
+    /** Lets the user choose a folder, starting at `start`. An empty file where none was chosen. */
+    virtual juce::File chooseFolder(const juce::String& title, const juce::File& start) = 0;
+
+    /** Progress of long work, such as "Scanning plugin:  /some/path". An empty text ends it. */
+    virtual void progress(const juce::String& title, const juce::String& text) = 0;
+};
+
+} // namespace quorel
