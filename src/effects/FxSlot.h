@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "effects/EffectConstants.h"
+#include "effects/FxTypes.h"
+#include "effects/StateVariableFilter.h"
+#include "effects/ToneFilter.h"
+
+#include <cstdint>
+
+namespace quorel
+{
+/** Rate, tempo and the two sample counters of a slot. */
+struct FxClock
+{
+    float sampleRate = 44100.0f;
+    float bpm = 120.0f;
+    float samplesPerWhole = 88200.0f; ///< length of a whole note, in samples
+    float invSampleRate = 1.0f / 44100.0f;
+    std::int32_t silenceCount = 0;     ///< samples since input or output were last heard
+    std::int32_t type = 0;             ///< index into fxTypes
+    std::uint32_t sampleCount = 0;     ///< control rate and ring position; never reset
+    std::uint32_t writeCount = 0;      ///< write position of the delay lines; never reset, always below 2^31
+    float modWheel = 0.0f;             ///< input of the slot that nothing drives
+    std::int32_t transportPlaying = 0; ///< likewise
+    float songPosition = 0.0f;         ///< likewise, quarter notes
+};
+
+/** Dry and wet mix of a slot. */
+struct FxMix
+{
+    std::uint8_t active = 1; ///< kept for the owner: it bypasses nothing
+    float wetScale = 0.0f, dryScale = 0.0f;
+    float gainLeft = 1.0f, gainRight = 1.0f; ///< pan
+    float wetLeft = 0.0f, wetRight = 0.0f;   ///< the effect's latest output
+    float wetGainL = 0.0f, wetGainR = 0.0f, dryGainL = 0.0f, dryGainR = 0.0f;
+    float outLevel = 1.0f;
+    float mix = 0.5f;
+};
+
+/** One effect block: the state of all types side by side, tens of megabytes, so it belongs on the heap.
+
+    Nothing is allocated after construction, whatever the type. All functions below run on the audio thread,
+   but for fxConstruct, and for fxInit where the owner keeps audio away. A slot doesn't change its samples by
+   how a block is cut: any mix of fxProcessSample and fxProcessBlock gives the same output. */
+struct FxSlot : FxClock, FxMix, ToneFilter, SvfBanks
+{
+    float param[fxParameterCount];     ///< the parameters, 0 to 1
+    float paramCopy[fxParameterCount]; ///< the same once more
+
+    float lineL[fxLineLength], lineR[fxLineLength];
+    float modLineL[fxModLineLength], modLineR[fxModLineLength];
+    float auxRing[fxAuxRingLength];
+
+    float sineBipolar[fxSineLength], sineUnipolar[fxSineLength];
+};
+
+/** Builds the tables and clears all memory; once for each slot, before anything else. */
+void fxConstruct(FxSlot& slot);
+
+/** Clears what the slot's type reads and puts all settings at rest; after a change of type (which the caller
+   stores first) or rate, and on preset load. A rate that is no number above 0 is taken as 44100 Hz. */
+void fxInit(FxSlot& slot, float sampleRate);
+
+/** Takes over the parameters (0 to 1) and the tempo in beats a minute; once a block, before its samples. */
+void fxUpdate(FxSlot& slot, const float p[fxParameterCount], float bpm);
+
+/** Sets output level (-60 to +20 dB, 0 below 0.001), mix and pan, each a parameter of 0 to 1. */
+void fxSetMix(FxSlot& slot, float volume, float mix, float pan);
+
+/** One stereo sample. */
+void fxProcessSample(FxSlot& slot, float inL, float inR, float* outL, float* outR);
+
+/** A block in place. */
+void fxProcessBlock(FxSlot& slot, float* left, float* right, int numSamples);
+} // namespace quorel

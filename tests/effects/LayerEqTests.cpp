@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/LayerEq.h"
+
+#include "EffectsTestTools.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+namespace
+{
+using Complex = std::complex<double>;
+
+constexpr double pi = 3.14159265358979324;
+
+/** Response at angle w (of one sample) of a filter H that runs twice on each held input, the outputs
+   averaged: the held signal has its image at w / 2 + pi. */
+Complex heldTwice(double w, const std::function<Complex(Complex)>& response)
+{
+    const double c = std::cos(w / 4.0), s = std::sin(w / 4.0);
+    return c * c * response(std::polar(1.0, w / 2.0)) + s * s * response(std::polar(1.0, w / 2.0 + pi));
+}
+
+/** Peaking equaliser of the Audio EQ Cookbook. */
+Complex peaking(Complex z, double f, double q, double gainDb)
+{
+    const double a = std::pow(10.0, gainDb / 40.0), w = 2.0 * pi * f, alpha = std::sin(w) / (2.0 * q);
+    const Complex d = 1.0 / z;
+    return (1.0 + alpha * a - 2.0 * std::cos(w) * d + (1.0 - alpha * a) * d * d) /
+           (1.0 + alpha / a - 2.0 * std::cos(w) * d + (1.0 - alpha / a) * d * d);
+}
+
+/** Four one-pole low-passes with a zero at the rate's half. */
+Complex ladder(Complex z, double f)
+{
+    const double g = 2.0 * f, p = (1.0 - g) * g + g;
+    const Complex pole = p * (1.0 + 1.0 / z) / (1.0 + (2.0 * p - 1.0) / z);
+    return pole * pole * pole * pole;
+}
+
+Stereo throughEq(LayerEq& eq, Stereo s)
+{
+    eqProcessBlock(eq, s.left.data(), s.right.data(), static_cast<int>(s.left.size()));
+    return s;
+}
+
+LayerEq makeEq(float rate)
+{
+    LayerEq eq;
+    eqInit(eq, rate);
+    eq.enabled = 1;
+    return eq;
+}
+} // namespace
+
+TEST(LayerEq, BandsMatchTheClosedForm)
+{
+    for (const float rate : {44100.0f, 96000.0f})
+    {
+        for (const auto& [gain, freq, width] :
+             {std::tuple{0.9f, 0.5f, 0.4f}, {0.0f, 0.8f, 0.3f}, {1.0f, 1.0f, 0.6f}})
+        {
+            for (const double hz : {100.0, 640.0, 3000.0, 5120.0, 15000.0})
+            {
+                LayerEq eq = makeEq(rate);
+                eqSetBand(eq, 0, true, gain, freq, width);
+                const double f = std::min(std::exp2(10.0 * static_cast<double>(freq)) * 20.0 /
+                                              (2.0 * static_cast<double>(rate)),
+                                          0.3);
+                const double q = std::exp2(4.0 - 10.0 * static_cast<double>(width));
+                const auto expected = heldTwice(2.0 * pi * hz / static_cast<double>(rate),
+                                                [&, g = static_cast<double>(gain)](Complex z)
+                                                { return peaking(z, f, q, g * 40.0 - 20.0); });
+                const Stereo in = sine(30000, hz, static_cast<double>(rate), 0.5f);
+                const Stereo out = throughEq(eq, in);
+                const auto got = component(out.left, 10000, hz, static_cast<double>(rate)) /
+                                 component(in.left, 10000, hz, static_cast<double>(rate));
+                EXPECT_NEAR(std::abs(got - expected), 0.0, 2e-3 * std::abs(expected))
+                    << rate << ' ' << freq << ' ' << hz;
+                EXPECT_EQ(out.left, out.right);
+            }
+        }
+    }
+}
+
+TEST(LayerEq, LaddersMatchTheClosedForm)
+{
+    for (const bool highPass : {false, true})
+    {
+        for (const float p : {0.3f, 0.7f, 1.0f})
+        {
+            for (const double hz : {60.0, 500.0, 2500.0, 12000.0})
+            {
+                LayerEq eq = makeEq(48000.0f);
+                eqSetFilters(eq, !highPass, p, highPass, p);
+                const double f = std::exp2(10.0 * static_cast<double>(p)) * 20.0 / 96000.0;
+                const auto low = heldTwice(2.0 * pi * hz / 48000.0, [&](Complex z) { return ladder(z, f); });
+                const auto all = heldTwice(2.0 * pi * hz / 48000.0, [](Complex) { return Complex(1.0); });
+                const Complex expected = highPass ? all - low : low;
+                const Stereo in = sine(40000, hz, 48000.0, 1e-3f); // small: the cubic stage is straight there
+                const Stereo out = throughEq(eq, in);
+                const auto got =
+                    component(out.right, 20000, hz, 48000.0) / component(in.right, 20000, hz, 48000.0);
+                EXPECT_NEAR(std::abs(got - expected), 0.0, 1e-3) << highPass << ' ' << p << ' ' << hz;
+            }
+        }
+    }
+}
+
+TEST(LayerEq, PassesTheSignalWithNothingOn)
+{
+    const Stereo in = noise(500);
+    LayerEq eq = makeEq(44100.0f);
+    EXPECT_EQ(throughEq(eq, in).left, in.left);
+
+    // A band that is on at 0 dB is a unity pass as well; one that was switched off keeps nothing for the next
+    // time.
+    eqSetBand(eq, 1, true, 0.5f, 0.4f, 0.5f);
+    const Stereo flat = throughEq(eq, in);
+    for (std::size_t i = 0; i < in.left.size(); ++i)
+        EXPECT_NEAR(flat.left[i], in.left[i], 1e-4);
+
+    eqSetBand(eq, 1, false, 1.0f, 0.4f, 0.5f);
+    eqSetBand(eq, 1, true, 1.0f, 0.4f, 0.5f);
+    EXPECT_LT(peak(throughEq(eq, silence(100)).left), 1e-9);
+
+    // Switched off, the unit touches neither the samples nor its bands.
+    eq.enabled = 0;
+    eqSetBand(eq, 0, true, 1.0f, 0.4f, 0.5f);
+    EXPECT_EQ(eq.bandOn[0], 0);
+    EXPECT_EQ(throughEq(eq, in).left, in.left);
+}
+
+TEST(LayerEq, RateChangesUnderOneHertzAreNone)
+{
+    LayerEq eq = makeEq(44100.0f);
+    eqSetSampleRate(eq, 44100.9f);
+    EXPECT_EQ(eq.sampleRate, 44100.0f);
+    eqSetSampleRate(eq, 44101.0f);
+    EXPECT_EQ(eq.sampleRate, 44101.0f);
+    eqSetSampleRate(eq, NAN);
+    EXPECT_EQ(eq.sampleRate, 44101.0f);
+}
+
+TEST(LayerEq, SampleAndBlockFormsAgree)
+{
+    LayerEq a = makeEq(44100.0f), b = makeEq(44100.0f);
+    for (LayerEq* eq : {&a, &b})
+    {
+        eqSetBand(*eq, 0, true, 0.9f, 0.3f, 0.3f);
+        eqSetBand(*eq, 2, true, 0.1f, 0.7f, 0.4f);
+        eqSetFilters(*eq, true, 0.9f, true, 0.2f);
+    }
+
+    Stereo in = noise(1000, 1.5f);
+    const Stereo block = throughEq(a, in);
+    for (std::size_t i = 0; i < in.left.size(); ++i)
+        eqProcess(b, &in.left[i], &in.right[i]);
+    EXPECT_EQ(in.left, block.left);
+    EXPECT_EQ(in.right, block.right);
+}
+
+TEST(LayerEq, RecoversFromWhateverCameIn)
+{
+    for (const float rate : {8000.0f, 22050.0f, 44100.0f, 192000.0f})
+    {
+        for (const float bad : {1.74f, 4.0f, 500.0f, 1.0e10f, INFINITY, NAN})
+        {
+            for (const float p : {0.0f, 0.5f, 1.0f})
+            {
+                LayerEq eq = makeEq(rate);
+                for (int band = 0; band < 3; ++band)
+                    eqSetBand(eq, band, true, 1.0f, p, 0.0f);
+                eqSetFilters(eq, true, 1.0f, true, 0.0f);
+                const Stereo burst = square(static_cast<int>(rate) / 2, 101, bad);
+                EXPECT_LT(peak(throughEq(eq, burst).left), 1.0e6);
+
+                Stereo after = sine(static_cast<int>(rate) * 2, 1000.0, static_cast<double>(rate), 1e-2f);
+                after = throughEq(eq, after);
+                const auto second = static_cast<std::size_t>(rate);
+                EXPECT_LT(peak(after.left, second), 100.0) << rate << ' ' << bad << ' ' << p;
+                EXPECT_GT(rms(after.left, second), 1e-3) << rate << ' ' << bad << ' ' << p;
+            }
+        }
+    }
+}
+} // namespace quorel::test
