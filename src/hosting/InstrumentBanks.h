@@ -9,21 +9,20 @@
 namespace quorel
 {
 
-/** The instrument's own bank folder from the user's settings. Empty where the instrument isn't known, has no
-   such setting, or the setting isn't an absolute path. */
+/** The instrument's own bank folder from the user's settings. Empty where the instrument isn't known,
+    has no such setting, or the setting isn't an absolute path. */
 juce::File readBankFolder(const juce::String& instrumentName, const UserStore& store);
 
 /** Puts the instrument's banks into `bankNames`, sorted: folders, of which the first is shown as "Root
-   Folder", or
-    ".fxb" file names. Without any bank `bankNames` stays as it is, so empty it first. */
+    Folder", or ".fxb" file names. Without any bank `bankNames` stays as it is, so empty it first. */
 void listBanks(const juce::String& instrumentName, const UserStore& store, juce::StringArray& bankNames);
 
-/** Name of the bank in use, as the instrument publishes it letter by letter in 38 of its parameters. Empty
-   where the instrument isn't known. */
+/** Name of the bank in use, as the instrument publishes it letter by letter in 38 of its parameters.
+    Empty where the instrument isn't known. */
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName);
 
-/** The ".fxp" files, without ending, of one of the instrument's bank folders, sorted. Empty without a bank
- * name. */
+/** The ".fxp" files, without ending, of one of the instrument's bank folders, sorted. Empty without a
+    bank name. */
 juce::StringArray readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
                                    const UserStore& store);
 
@@ -38,18 +37,18 @@ struct LayerMenu
 };
 
 /** "no plugin", then all known instruments in their order. The one called `loadedName` (the name in the
-   layer's parameters) is selected. `missingName` is the instrument that a failed layer was to have, else
-   empty. */
+    layer's parameters) is selected. `missingName` is the instrument that a failed layer was to have,
+    else empty. */
 LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,
                      const juce::String& missingName);
 
-/** Programs of the instrument, numbered from 1: its own list, or for instruments that take programs by MIDI
-   the `programNames` of its bank. */
+/** Programs of the instrument, numbered from 1: its own list, or for instruments that take programs by
+    MIDI the `programNames` of its bank. */
 LayerMenu programMenu(juce::AudioPluginInstance& instance, const juce::String& instrumentName,
                       const juce::StringArray& programNames);
 
-/** Banks as `listBanks` found them, without file endings. The one called `currentBank` is selected, else
- * id 1. */
+/** Banks as `listBanks` found them, without file endings. The one called `currentBank` is selected,
+    else * id 1. */
 LayerMenu bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank);
 
 /** What an instrument that takes programs by MIDI is sent for entry `id` of its program menu. */

@@ -25,8 +25,8 @@ struct InstrumentRow
     const char* bankValue;
     /** Banks are folders; else they are ".fxb" files. */
     bool folderBanks;
-    /** Programs are ".fxp" files of the bank, chosen by MIDI; else they are the plug-in's own program list.
-     */
+    /** Programs are ".fxp" files of the bank, chosen by MIDI; else they are the plug-in's own program
+        list. */
     bool programsByMidi;
     /** Sizes the state of an instrument that doesn't report one. */
     int parametersPerProgram;
@@ -53,7 +53,7 @@ struct BankFolderSetting
 };
 
 /** Setting of the bank folder for a plug-in name. Besides the rows it knows "DorvikMulti" and
-   "Dorvik-KMulti". Empty for a name that it doesn't know. */
+    "Dorvik-KMulti". Empty for a name that it doesn't know. */
 std::optional<BankFolderSetting> bankFolderSetting(const juce::String& name);
 
 } // namespace quorel

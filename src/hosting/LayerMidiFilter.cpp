@@ -8,8 +8,8 @@ namespace quorel
 
 namespace
 {
-/** The drum pads of the Dorvik family that the zones play; the keys of the upper row come after the lower
- * ones. */
+/** The drum pads of the Dorvik family that the zones play; the keys of the upper row come after the
+    lower * ones. */
 constexpr std::array<juce::uint8, numZones> zoneTargetNote{60, 62, 64, 65, 61, 63, 66, 67};
 
 constexpr int midiChannelSteps = 16;

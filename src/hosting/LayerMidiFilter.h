@@ -22,8 +22,8 @@ struct ZoneRange
     int velocityMax = 127;
 };
 
-/** The settings of one layer in plain numbers, as one block uses them. The start values are those of a layer
-   that was reset. */
+/** The settings of one layer in plain numbers, as one block uses them. The start values are those of a
+    layer that was reset. */
 struct LayerMidiSettings
 {
     /** 1 to 16; 0 lets all channels and system messages through. Other channels stop system messages. */
@@ -56,20 +56,21 @@ struct LayerMidiSettings
     bool freeControllerBlock = false;
 };
 
-/** The decoded settings that parameter writes from any thread hand to the audio thread, a word each. Nothing
-   orders two words against each other: a block may see a range with one end moved and the other not yet. */
+/** The decoded settings that parameter writes from any thread hand to the audio thread, a word each.
+    Nothing orders two words against each other: a block may see a range with one end moved and the
+    other not yet. */
 class LayerMidiParameters
 {
 public:
     LayerMidiParameters() noexcept;
 
-    /** Decodes `value` (0 to 1) of number `n` within the layer: 236, 243 to 252, 260 to 264 and 270 to 301.
-       Other numbers do nothing. Keeping a range's ends in order, and silencing the layer after a transpose,
-       are the caller's. Any thread. */
+    /** Decodes `value` (0 to 1) of number `n` within the layer: 236, 243 to 252, 260 to 264 and 270 to
+        301. Other numbers do nothing. Keeping a range's ends in order, and silencing the layer after a
+        transpose, are the caller's. Any thread. */
     void write(int n, float value) noexcept;
 
-    /** All settings but the live ones (zone switches, drum mode, free controllers), which stay as in a new
-        `LayerMidiSettings`. Any thread. */
+    /** All settings but the live ones (zone switches, drum mode, free controllers), which stay as in a
+        new `LayerMidiSettings`. Any thread. */
     LayerMidiSettings snapshot() const noexcept;
 
 private:
@@ -82,8 +83,8 @@ private:
     std::array<std::atomic<int>, numNumbers> words{};
 };
 
-/** The input notes that are down in each drum zone. Never allocates. Audio thread, or any other while that is
-   kept out. */
+/** The input notes that are down in each drum zone. Never allocates. Audio thread, or any other while
+    that is kept out. */
 class ZoneHeldNotes
 {
 public:
@@ -105,16 +106,17 @@ private:
 
 /** Appends to `out` what the layer lets through of `in`, in order and at the same sample positions.
 
-    With `silenceFirst` the whole of `in` is dropped; instead, at sample 0, every note from 0 to 127 gets a
-   note-off, each followed by an all-notes-off, on the layer's channel (1 where it hears all), and the zones
-   forget their notes. Needed where a held note could no longer meet its note-off, as after a transpose.
+    With `silenceFirst` the whole of `in` is dropped; instead, at sample 0, every note from 0 to 127
+    gets a note-off, each followed by an all-notes-off, on the layer's channel (1 where it hears all),
+    and the zones forget their notes. Needed where a held note could no longer meet its note-off, as
+    after a transpose.
 
     In drum mode no note passes as itself: each zone whose key range holds it plays its own target note
-   instead, from the first key down to the last key up. Zones look at their own ranges and at nothing else:
-   neither channel nor key and velocity ranges of the layer stop them, nor do the block switches.
+    instead, from the first key down to the last key up. Zones look at their own ranges and at nothing
+    else: neither channel nor key and velocity ranges of the layer stop them, nor do the block switches.
 
-    Messages that are cut short or hold a data byte above 127 are dropped. Allocates only if `out` has to
-   grow. Audio thread. */
+    Messages that are cut short or hold a data byte above 127 are dropped. Allocates only if `out` has
+    to grow. Audio thread. */
 void filterLayerMidi(const LayerMidiSettings& settings, ZoneHeldNotes& held, bool silenceFirst,
                      const juce::MidiBuffer& in, juce::MidiBuffer& out);
 

@@ -9,24 +9,26 @@
 namespace quorel
 {
 
-/** Finds the instruments that are installed. It looks only where the instrument table says that they are, at
-    "<plug-in folder>/<name>/<name>.so" (".dll" on Windows), and keeps what it found in a list file, so that a
-   later start need not load them all again. Message thread, like the instruments that a scan opens and
-   closes. */
+/** Finds the instruments that are installed. It looks only where the instrument table says that they
+    are, at "<plug-in folder>/<name>/<name>.so" (".dll" on Windows), and keeps what it found in a list
+    file, so that a later start need not load them all again. Message thread, like the instruments that
+    a scan opens and closes. */
 class PluginScanner
 {
 public:
     /** Fills `knownPlugins`, which must live as long. */
     explicit PluginScanner(juce::KnownPluginList& knownPlugins);
 
-    /** At start: reads the list file, or scans where it doesn't exist or is shorter than 10 bytes. A longer
-       file that isn't XML leaves the list empty and stays as it is. */
+    /** At start: reads the list file, or scans where it doesn't exist or is shorter than 10 bytes. A
+        longer file that isn't XML leaves the list empty and stays as it is. A list that can't be
+        written only means another scan at the next start. */
     void loadOrScan(const juce::File& pluginFolder, const juce::File& pluginListFile, UserInteraction& user);
 
-    /** Empties the list, opens every candidate in the order of the table, sorts, and writes the list file.
-        A candidate that is missing or can't be opened adds nothing and stops nothing. With `showProgress` the
-       user is told of each. */
-    void scanPlugins(const juce::File& pluginFolder, const juce::File& pluginListFile, bool showProgress,
+    /** Empties the list, opens every candidate in the order of the table, sorts, and writes the list
+        file. A candidate that is missing or can't be opened adds nothing and stops nothing. With
+        `showProgress` the user is told of each. False where the list file can't be written;
+        `knownPlugins` is filled all the same. */
+    bool scanPlugins(const juce::File& pluginFolder, const juce::File& pluginListFile, bool showProgress,
                      UserInteraction& user);
 
     /** The last progress text; empty before the first scan. */
@@ -38,12 +40,12 @@ private:
     juce::String status;
 };
 
-/** Replaces the list by a list file's, sorted. False, with the list as it was, where the file isn't XML; XML
-   of another kind gives an empty list. */
+/** Replaces the list by a list file's, sorted. False, with the list as it was, where the file isn't
+    XML; XML of another kind gives an empty list. */
 bool readPluginList(const juce::File& pluginListFile, juce::KnownPluginList& knownPlugins);
 
-/** Replaces the list file as a whole, with any missing folders. False where it can't be written: an older
-   file then stays. */
+/** Replaces the list file as a whole, with any missing folders. False where it can't be written: an
+    older file then stays. */
 bool writePluginList(const juce::File& pluginListFile, const juce::KnownPluginList& knownPlugins);
 
 } // namespace quorel

@@ -40,8 +40,8 @@ private:
 
 #else
 
-/** A base directory as freedesktop.org's rules have it: a variable that isn't an absolute path doesn't count.
- */
+/** A base directory as freedesktop.org's rules have it: a variable that isn't an absolute path doesn't
+    count. */
 juce::File baseDirectory(const char* variable, const char* defaultBelowHome)
 {
     const auto path = juce::SystemStats::getEnvironmentVariable(variable, {});

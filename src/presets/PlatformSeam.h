@@ -18,17 +18,17 @@ struct UserPlaces
     juce::File dataFolder;
 };
 
-/** The current user's places: under `XDG_CONFIG_HOME` and `XDG_DATA_HOME` on Linux (by default `~/.config`
-   and
-    `~/.local/share`; relative paths in them don't count), under the application data folder on Windows. */
+/** The current user's places: under `XDG_CONFIG_HOME` and `XDG_DATA_HOME` on Linux (by default
+    `~/.config` and `~/.local/share`; relative paths in them don't count), under the application data
+    folder on Windows. */
 UserPlaces userPlaces();
 
-/** The same places under "config" and "data" of a folder of the caller's choice, so that a process started
-   with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two sees them as its own. */
+/** The same places under "config" and "data" of a folder of the caller's choice, so that a process
+    started with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two sees them as its own. */
 UserPlaces userPlaces(const juce::File& prefix);
 
 /** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, "Registry.xml" in the
-   settings folder elsewhere. */
+    settings folder elsewhere. */
 std::unique_ptr<UserStore> makeUserStore();
 
 /** Settings kept in "Registry.xml" of the settings folder of `places`, on every platform. */

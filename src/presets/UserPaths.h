@@ -18,9 +18,9 @@ constexpr const char* pluginList = "Plug64 List";
 constexpr const char* pluginFolder = "x64 Path";
 } // namespace pathSetting
 
-/** The folders and files of an installation, as its installer wrote them to the user's settings. A setting
-   that is missing or not an absolute path gives an empty file, on which every file operation fails quietly.
- */
+/** The folders and files of an installation, as its installer wrote them to the user's settings. A
+    setting that is missing or not an absolute path gives an empty file, on which every file operation
+    fails quietly. */
 struct UserPaths
 {
     juce::File banksFolder;

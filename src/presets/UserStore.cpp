@@ -30,8 +30,8 @@ juce::CriticalSection& writeLock()
     return lock;
 }
 
-/** Holds other processes off while a change is read, made and written. Where the lock isn't to be had in
-   time, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
+/** Holds other processes off while a change is read, made and written. Where the lock isn't to be had
+    in time, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
 class ProcessLock
 {
 public:

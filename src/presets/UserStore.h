@@ -6,10 +6,10 @@
 namespace quorel
 {
 
-/** The per-user settings that this instrument shares with its siblings and its installer: text values, each
-   under a key such as "SOFTWARE\Ostrand\Quorel" and a name such as "Banks Path". Letter case of both doesn't
-   count. Values have any length. Other processes read and write the same settings at any time. Any thread,
-   but not the audio thread. */
+/** The per-user settings that this instrument shares with its siblings and its installer: text values,
+    each under a key such as "SOFTWARE\Ostrand\Quorel" and a name such as "Banks Path". Letter case of
+    both doesn't count. Values have any length. Other processes read and write the same settings at any
+    time. Any thread, but not the audio thread. */
 class UserStore
 {
 public:
@@ -22,8 +22,9 @@ public:
     virtual bool write(const juce::String& key, const juce::String& name, const juce::String& value) = 0;
 };
 
-/** The settings in one XML file, replaced as a whole at each write. A file that can't be understood reads as
-   empty; the first write to it keeps it as a copy with ".broken" added to its name and starts afresh. */
+/** The settings in one XML file, replaced as a whole at each write. A file that can't be understood
+    reads as empty; the first write to it keeps it as a copy with ".broken" added to its name and starts
+    afresh. */
 class FileUserStore : public UserStore
 {
 public:
