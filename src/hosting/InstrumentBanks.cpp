@@ -75,14 +75,14 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
     return name;
 }
 
-juce::StringArray readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
-                                   const UserStore& store)
+void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
+                      const UserStore& store, juce::StringArray& programNames)
 {
+    programNames.clear();
     const auto folder = readBankFolder(instrumentName, store);
-    if (bankName.isEmpty() || folder == juce::File())
-        return {};
-    return namesOf(folder.getChildFile(bankName).findChildFiles(juce::File::findFiles, false, "*.fxp"),
-                   false);
+    if (bankName.isNotEmpty() && folder != juce::File())
+        programNames = namesOf(
+            folder.getChildFile(bankName).findChildFiles(juce::File::findFiles, false, "*.fxp"), false);
 }
 
 LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,

@@ -21,10 +21,10 @@ void listBanks(const juce::String& instrumentName, const UserStore& store, juce:
     Empty where the instrument isn't known. */
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName);
 
-/** The ".fxp" files, without ending, of one of the instrument's bank folders, sorted. Empty without a
-    bank name. */
-juce::StringArray readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
-                                   const UserStore& store);
+/** Replaces `programNames` by the ".fxp" files, without ending, of one of the instrument's bank folders,
+    sorted. None without a bank name. */
+void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
+                      const UserStore& store, juce::StringArray& programNames);
 
 /** A menu in plain data: the entries have the ids 1, 2, 3 and so on. */
 struct LayerMenu
