@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// ostrand-banks <folder>: writes the factory banks of all instruments below the folder.
+#include "StateFormat.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+void writeFile(const fs::path& path, const quorel::Bytes& bytes)
+{
+    fs::create_directories(path.parent_path());
+    std::ofstream file;
+    file.exceptions(std::ios::failbit | std::ios::badbit);
+    file.open(path, std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    file.close();
+}
+
+void writePrograms(const quorel::FormatOwner& owner, const fs::path& folder, const quorel::FactoryBank& bank)
+{
+    for (const auto& program : bank.programs)
+        writeFile(folder / fs::u8path(quorel::getText(program.name.data(), program.name.size()) + ".fxp"),
+                  quorel::writeProgramFile(owner, program));
+}
+
+void writeBanks(const quorel::InstrumentInfo& info, const fs::path& folder)
+{
+    const quorel::FormatOwner owner{info.name, info.programFiles ? 1 : quorel::programsPerList,
+                                    info.numParameters, &info};
+    bool first = true;
+    for (const auto& bank : quorel::factoryBanks(info))
+    {
+        if (info.programFiles)
+        {
+            writePrograms(owner, folder / fs::u8path(bank.name), bank);
+            // Bank menus give the place of the first folder to the bank folder itself: it holds the same
+            // sounds.
+            if (first)
+                writePrograms(owner, folder, bank);
+        }
+        else
+        {
+            quorel::InstrumentState state;
+            state.programs = bank.programs;
+            quorel::setText(state.bankName.data(), quorel::bankNameLength, bank.name);
+            writeFile(folder / fs::u8path(bank.name + ".fxb"), quorel::writeBankFile(owner, state));
+        }
+        first = false;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2)
+    {
+        std::fputs("usage: ostrand-banks <folder>\n", stderr);
+        return 2;
+    }
+    try
+    {
+        for (const auto& info : quorel::instrumentTable())
+            writeBanks(info, fs::u8path(argv[1]) / info.name);
+    }
+    catch (const std::exception& problem)
+    {
+        std::fprintf(stderr, "ostrand-banks: %s\n", problem.what());
+        return 1;
+    }
+    return 0;
+}

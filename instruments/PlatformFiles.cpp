@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PlatformFiles.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#if defined(_WIN32)
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+namespace quorel
+{
+
+namespace
+{
+
+void appendUtf8(std::string& out, std::uint32_t c)
+{
+    if (c < 0x80)
+    {
+        out += static_cast<char>(c);
+        return;
+    }
+    const int more = c < 0x800 ? 1 : (c < 0x10000 ? 2 : 3);
+    static constexpr std::uint32_t lead[] = {0, 0xc0, 0xe0, 0xf0};
+    out += static_cast<char>(lead[more] | (c >> (6 * more)));
+    for (int i = more - 1; i >= 0; --i)
+        out += static_cast<char>(0x80 | ((c >> (6 * i)) & 0x3f));
+}
+
+/** Text with the five named and all numeric entities resolved; an unknown one stands as it is. */
+std::string unescape(const std::string& text)
+{
+    static constexpr struct
+    {
+        const char* name;
+        char character;
+    } named[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        const auto end = text[i] == '&' ? text.find(';', i) : std::string::npos;
+        if (end == std::string::npos || end - i > 10)
+        {
+            out += text[i];
+            continue;
+        }
+        const auto entity = text.substr(i + 1, end - i - 1);
+        bool known = false;
+        if (entity.size() > 1 && entity[0] == '#')
+        {
+            const bool hex = entity[1] == 'x' || entity[1] == 'X';
+            const auto digits = entity.substr(hex ? 2 : 1);
+            char* rest = nullptr;
+            const auto code = std::strtoul(digits.c_str(), &rest, hex ? 16 : 10);
+            known = !digits.empty() && *rest == '\0' && code > 0 && code < 0x110000;
+            if (known)
+                appendUtf8(out, static_cast<std::uint32_t>(code));
+        }
+        for (const auto& candidate : named)
+        {
+            if (entity == candidate.name)
+            {
+                out += candidate.character;
+                known = true;
+            }
+        }
+        if (known)
+            i = end;
+        else
+            out += '&';
+    }
+    return out;
+}
+
+/** An attribute's value in the text of one tag. */
+std::string attribute(const std::string& tag, const std::string& wanted)
+{
+    std::size_t at = 0;
+    while ((at = tag.find('=', at)) != std::string::npos)
+    {
+        static constexpr char blanks[] = " \t\r\n";
+        const auto nameEnd = tag.find_last_not_of(blanks, at - 1);
+        const auto nameStart = nameEnd == std::string::npos ? nameEnd : tag.find_last_of(blanks, nameEnd);
+        const auto open = tag.find_first_not_of(blanks, at + 1);
+        if (nameStart == std::string::npos || open == std::string::npos ||
+            (tag[open] != '"' && tag[open] != '\''))
+            return {};
+        const auto close = tag.find(tag[open], open + 1);
+        if (close == std::string::npos)
+            return {};
+        if (tag.compare(nameStart + 1, nameEnd - nameStart, wanted) == 0)
+            return unescape(tag.substr(open + 1, close - open - 1));
+        at = close + 1;
+    }
+    return {};
+}
+
+} // namespace
+
+std::string findSettingInXml(const std::string& xml, const std::string& name)
+{
+    static const std::string element = "<VALUE";
+    std::size_t at = 0;
+    while ((at = xml.find(element, at)) != std::string::npos)
+    {
+        at += element.size();
+        // A '>' may stand inside a quoted value.
+        char quote = 0;
+        auto end = at;
+        for (; end < xml.size() && (quote != 0 || xml[end] != '>'); ++end)
+        {
+            if (quote != 0)
+                quote = xml[end] == quote ? '\0' : quote;
+            else if (xml[end] == '"' || xml[end] == '\'')
+                quote = xml[end];
+        }
+        const auto tag = xml.substr(at, end - at);
+        if (attribute(tag, "name") == name)
+            return attribute(tag, "val");
+        at = end;
+    }
+    return {};
+}
+
+#if defined(_WIN32)
+
+static std::string toUtf8(const wchar_t* text)
+{
+    return std::filesystem::path(text).u8string();
+}
+
+std::string ownFileName()
+{
+    static const char here = 0;
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<LPCWSTR>(&here), &module))
+        return {};
+    static constexpr DWORD longest = 32768;
+    std::wstring path(longest, L'\0');
+    const auto length = GetModuleFileNameW(module, path.data(), longest);
+    path.resize(length);
+    return std::filesystem::path(path).stem().u8string();
+}
+
+std::string readUserSetting(const std::string& key, const std::string& value)
+{
+    wchar_t text[1024]{};
+    DWORD size = sizeof(text) - sizeof(wchar_t);
+    const auto wideKey = std::filesystem::u8path(key).wstring();
+    const auto wideValue = std::filesystem::u8path(value).wstring();
+    if (RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideValue.c_str(), RRF_RT_REG_SZ, nullptr, text,
+                     &size) != ERROR_SUCCESS)
+        return {};
+    return toUtf8(text);
+}
+
+bool fileNamesIgnoreCase()
+{
+    return true;
+}
+
+#else
+
+std::string ownFileName()
+{
+    static const char here = 0;
+    Dl_info info{};
+    if (dladdr(&here, &info) == 0 || info.dli_fname == nullptr)
+        return {};
+    return std::filesystem::u8path(info.dli_fname).stem().u8string();
+}
+
+std::string readUserSetting(const std::string& key, const std::string& value)
+{
+    std::filesystem::path folder;
+    if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && config[0] != '\0')
+        folder = config;
+    else if (const char* home = std::getenv("HOME"); home != nullptr)
+        folder = std::filesystem::path(home) / ".config";
+    else
+        return {};
+
+    std::ifstream file(folder / "Ostrand" / "Registry.xml", std::ios::binary);
+    static constexpr std::size_t largest = 1 << 20;
+    std::string xml(largest, '\0');
+    file.read(xml.data(), static_cast<std::streamsize>(largest));
+    xml.resize(static_cast<std::size_t>(file.gcount()));
+    return findSettingInXml(xml, key + "\\" + value);
+}
+
+bool fileNamesIgnoreCase()
+{
+    return false;
+}
+
+#endif
+
+} // namespace quorel

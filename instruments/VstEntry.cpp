@@ -1,0 +1,265 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The VST2 shell of an instrument.
+#include "Instrument.h"
+#include "PlatformFiles.h"
+
+#include <pluginterfaces/vst2.x/aeffectx.h>
+
+#include <cstring>
+#include <new>
+
+#if defined(_WIN32)
+#define OSTRAND_EXPORT extern "C" __declspec(dllexport)
+#else
+#define OSTRAND_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+namespace quorel
+{
+
+namespace
+{
+
+constexpr int vendorVersion = 1000;
+
+struct Plugin
+{
+    Plugin(audioMasterCallback hostCallback, const std::string& name)
+        : host(hostCallback)
+        , instrument(name)
+    {
+    }
+
+    AEffect effect{};
+    audioMasterCallback host;
+    Instrument instrument;
+    Bytes chunk; ///< what the host reads after effGetChunk
+};
+
+Plugin& pluginOf(AEffect* effect)
+{
+    return *static_cast<Plugin*>(effect->object);
+}
+
+/** Copies text with its end into a host's buffer of `size` bytes. */
+void giveText(void* target, const std::string& text, std::size_t size)
+{
+    if (target == nullptr)
+        return;
+    auto* out = static_cast<char*>(target);
+    setText(out, size - 1, text);
+    out[size - 1] = '\0';
+}
+
+/** Hosts poll the program name from their message thread: the place to tell of changes that came by MIDI. */
+void tellOfChanges(Plugin& plugin)
+{
+    if (plugin.instrument.takeDisplayChange() && plugin.host != nullptr)
+        plugin.host(&plugin.effect, audioMasterUpdateDisplay, 0, 0, nullptr, 0.0f);
+}
+
+void queueEvents(Plugin& plugin, const VstEvents* events)
+{
+    for (int i = 0; events != nullptr && i < events->numEvents; ++i)
+    {
+        const auto* event = events->events[i];
+        if (event == nullptr || event->type != kVstMidiType)
+            continue;
+        const auto* midi = reinterpret_cast<const VstMidiEvent*>(event);
+        plugin.instrument.queueMidi(midi->deltaFrames, midi->midiData);
+    }
+}
+
+t_fstPtrInt answerCanDo(const char* what)
+{
+    for (const char* known : {"receiveVstEvents", "receiveVstMidiEvent"})
+    {
+        if (what != nullptr && std::strcmp(what, known) == 0)
+            return 1;
+    }
+    return -1;
+}
+
+t_fstPtrInt dispatchUnguarded(AEffect* effect, int opcode, int index, t_fstPtrInt value, void* data,
+                              float option)
+{
+    constexpr std::size_t shortText = 8, programText = programNameSize + 1, nameText = 64, parameterText = 24;
+    auto& plugin = pluginOf(effect);
+    auto& instrument = plugin.instrument;
+    switch (opcode)
+    {
+    case effOpen:
+        instrument.open();
+        return 0;
+    case effClose:
+        delete &plugin;
+        return 0;
+    case effSetProgram:
+        instrument.selectProgram(static_cast<int>(value));
+        return 0;
+    case effGetProgram:
+        return instrument.currentProgram();
+    case effSetProgramName:
+        if (data != nullptr)
+            instrument.renameProgram(std::string(static_cast<const char*>(data)));
+        return 0;
+    case effGetProgramName:
+        giveText(data, instrument.programName(instrument.currentProgram()), programText);
+        tellOfChanges(plugin);
+        return 0;
+    case effGetProgramNameIndexed:
+        if (index < 0 || index >= instrument.numPrograms())
+            return 0;
+        giveText(data, instrument.programName(index), programText);
+        tellOfChanges(plugin);
+        return 1;
+    case effGetParamLabel:
+        giveText(data, instrument.parameterUnit(index), shortText);
+        return 0;
+    case effGetParamDisplay:
+        giveText(data, instrument.parameterText(index), shortText);
+        return 0;
+    case effGetParamName:
+        giveText(data, instrument.parameterName(index), parameterText);
+        return 0;
+    case effCanBeAutomated:
+        return liveParameterAt(instrument.info(), index) >= 0 ? 1 : 0;
+    case effSetSampleRate:
+        instrument.prepare(static_cast<double>(option));
+        return 0;
+    case effMainsChanged:
+        instrument.silence();
+        return 0;
+    case effGetChunk:
+        if (data == nullptr)
+            return 0;
+        plugin.chunk = instrument.state(index == 1);
+        *static_cast<void**>(data) = plugin.chunk.data();
+        return static_cast<t_fstPtrInt>(plugin.chunk.size());
+    case effSetChunk:
+        if (data == nullptr || value <= 0)
+            return 0;
+        return instrument.setState(static_cast<const std::uint8_t*>(data), static_cast<std::size_t>(value),
+                                   index == 1)
+                   ? 1
+                   : 0;
+    case effProcessEvents:
+        queueEvents(plugin, static_cast<const VstEvents*>(data));
+        return 1;
+    case effGetOutputProperties:
+        if (index < 0 || index > 1 || data == nullptr)
+            return 0;
+        {
+            auto& pin = *static_cast<VstPinProperties*>(data);
+            pin = {};
+            giveText(pin.label, index == 0 ? "Left" : "Right", sizeof(pin.label));
+            giveText(pin.shortLabel, index == 0 ? "L" : "R", sizeof(pin.shortLabel));
+            pin.flags = 3; // active, first of a stereo pair
+            pin.arrangementType = kSpeakerArrStereo;
+        }
+        return 1;
+    case effGetPlugCategory:
+        return kPlugCategSynth;
+    case effGetEffectName:
+    case effGetProductString:
+        giveText(data, instrument.name(), nameText);
+        return 1;
+    case effGetVendorString:
+        giveText(data, "Ostrand", nameText);
+        return 1;
+    case effGetVendorVersion:
+        return vendorVersion;
+    case effCanDo:
+        return answerCanDo(static_cast<const char*>(data));
+    case effGetVstVersion:
+        return kVstVersion;
+    case effEditIdle:
+    case effIdle:
+        tellOfChanges(plugin);
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+/** No exception (out of memory, a file system's) may reach the host. */
+t_fstPtrInt dispatch(AEffect* effect, int opcode, int index, t_fstPtrInt value, void* const data,
+                     float option)
+{
+    if (effect == nullptr || effect->object == nullptr)
+        return 0;
+    try
+    {
+        return dispatchUnguarded(effect, opcode, index, value, data, option);
+    }
+    catch (const std::exception&)
+    {
+        return 0;
+    }
+}
+
+void processBlock(AEffect* effect, float** outputs, int frames, bool add)
+{
+    if (outputs != nullptr && frames > 0)
+        pluginOf(effect).instrument.process(outputs[0], outputs[1], frames, add);
+}
+
+void processReplacing(AEffect* effect, float**, float** outputs, int frames)
+{
+    processBlock(effect, outputs, frames, false);
+}
+
+void processAccumulating(AEffect* effect, float**, float** outputs, int frames)
+{
+    processBlock(effect, outputs, frames, true);
+}
+
+void setParameter(AEffect* effect, int index, float value)
+{
+    pluginOf(effect).instrument.setParameter(index, value);
+}
+
+float getParameter(AEffect* effect, int index)
+{
+    return pluginOf(effect).instrument.parameter(index);
+}
+
+AEffect* makePlugin(audioMasterCallback host)
+{
+    auto* plugin = new Plugin(host, ownFileName());
+    auto& effect = plugin->effect;
+    const auto& instrument = plugin->instrument;
+    effect.magic = kEffectMagic;
+    effect.dispatcher = dispatch;
+    effect.process = processAccumulating;
+    effect.processReplacing = processReplacing;
+    effect.setParameter = setParameter;
+    effect.getParameter = getParameter;
+    effect.numPrograms = instrument.numPrograms();
+    effect.numParams = instrument.info().numParameters;
+    effect.numInputs = 0;
+    effect.numOutputs = 2;
+    effect.flags = effFlagsCanReplacing | effFlagsProgramChunks | effFlagsIsSynth;
+    effect.object = plugin;
+    effect.uniqueID = uniqueIdOf(instrument.name());
+    effect.version = vendorVersion;
+    return &effect;
+}
+
+} // namespace
+
+} // namespace quorel
+
+OSTRAND_EXPORT AEffect* VSTPluginMain(audioMasterCallback host)
+{
+    if (host == nullptr || host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) == 0)
+        return nullptr;
+    try
+    {
+        return quorel::makePlugin(host);
+    }
+    catch (const std::exception&)
+    {
+        return nullptr;
+    }
+}
