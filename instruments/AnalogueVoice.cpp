@@ -88,7 +88,7 @@ public:
 
         const float octaves = c.value[filterEnv] * filterLevel * brightness +
                               c.value[keyFollow] * keyOctaves + 1.5f * c.modWheel;
-        filterLevel *= filterDecayFactor;
+        decayBy(filterLevel, filterDecayFactor);
         const float g = StateVariableFilter::gainFor(c.value[cutoff] * std::exp2(octaves), c.rate);
         const float k = 2.0f - 1.85f * c.value[resonance];
         const float mix = c.value[oscMix];

@@ -181,8 +181,8 @@ public:
                     sum += 0.45f * recipe.toneLevel * toneSmooth * toneLevel * sineOfTurns(secondPhase);
                 tonePhase += std::min(hz * step, highestFrequency);
                 secondPhase += std::min(hz * recipe.secondRatio * step, highestFrequency);
-                sweepLevel *= sweepFactor;
-                toneLevel *= toneFactor;
+                decayBy(sweepLevel, sweepFactor);
+                decayBy(toneLevel, toneFactor);
             }
             else
             {
@@ -201,7 +201,7 @@ public:
             }
             filter.process(hiss, filterGain, recipe.damping);
             sum += recipe.noiseLevel * snap * noiseSmooth * (recipe.highPass ? filter.high : filter.band);
-            noiseLevel *= noiseFactor;
+            decayBy(noiseLevel, noiseFactor);
             if (burstsLeft > 0 && --burstCount == 0)
             {
                 burstCount = burstLength;

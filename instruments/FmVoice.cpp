@@ -85,8 +85,8 @@ public:
         set(feedback, 0.18f * c.value[fm::feedback]);
         set(leftGain, 1.0f + 0.45f * c.value[fm::tremolo] * c.tremolo);
         set(rightGain, 1.0f - 0.45f * c.value[fm::tremolo] * c.tremolo);
-        modulatorLevel *= modulatorFactor;
-        tineLevel *= tineFactor;
+        decayBy(modulatorLevel, modulatorFactor);
+        decayBy(tineLevel, tineFactor);
         started = false;
     }
 

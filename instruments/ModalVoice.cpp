@@ -47,6 +47,7 @@ public:
         for (int k = 0; k < numPartials; ++k)
         {
             leftPhases[k] = rightPhases[k] = 0.0f;
+            bowTilts[k] = std::pow(1.0f / (1.0f + static_cast<float>(k)), 1.5f + fixed.tilt);
             strikes[k] = std::pow(1.0f / (1.0f + static_cast<float>(k)), fixed.tilt + 1.6f * (1.0f - hard));
         }
         humPhase = 0.0f;
@@ -89,7 +90,7 @@ public:
             const float step = pitch * ratios[k] / c.rate;
             leftSteps[k] = std::min(step * spread, 0.5f);
             rightSteps[k] = std::min(step / spread, 0.5f);
-            const float bowed = bowLevel * std::pow(1.0f / (1.0f + static_cast<float>(k)), 1.5f + fixed.tilt);
+            const float bowed = bowLevel * bowTilts[k];
             const float level = colours[k] * ((1.0f - 0.8f * bow) * strikes[k] + bowed);
             const float side =
                 0.7f * c.value[modal::width] * (k % 2 == 0 ? -1.0f : 1.0f) * (k == 0 ? 0.2f : 1.0f);
@@ -97,11 +98,11 @@ public:
             const float fits = std::clamp((highestFrequency - step) / (0.1f * highestFrequency), 0.0f, 1.0f);
             set(leftLevels[k], fits * level * (1.0f - side));
             set(rightLevels[k], fits * level * (1.0f + side));
-            strikes[k] *= factors[k];
+            decayBy(strikes[k], factors[k]);
         }
         humStep = 0.5f * std::min(pitch / c.rate, highestFrequency);
         set(hum, 0.6f * c.value[modal::octave] * humLevel);
-        humLevel *= factors[0];
+        decayBy(humLevel, factors[0]);
         const float depth = 0.45f * std::min(1.0f, c.value[modal::tremolo] + c.modWheel);
         set(leftGain, 1.0f + depth * c.tremolo);
         set(rightGain, 1.0f + depth * c.tremoloSide);
@@ -150,6 +151,7 @@ private:
     StateVariableFilter noiseFilter;
     float frequency = 440.0f, gain = 0.0f, spread = 1.0f;
     float ratios[numPartials]{}, factors[numPartials]{}, colours[numPartials]{}, strikes[numPartials]{};
+    float bowTilts[numPartials]{};
     float leftPhases[numPartials]{}, rightPhases[numPartials]{}, leftSteps[numPartials]{},
         rightSteps[numPartials]{};
     float humPhase = 0.0f, humStep = 0.0f, humLevel = 0.0f, bowLevel = 0.0f;

@@ -48,6 +48,10 @@ public:
         const float depth = std::min(1.0f, c.value[organ::rotorDepth] + c.modWheel);
         const float pitch = frequency * c.pitchRatio * (1.0f + 0.0035f * depth * c.tremoloSide) / c.rate;
         const auto set = [this](Ramp& ramp, float target) { started ? ramp.jump(target) : ramp.aim(target); };
+        // The more is drawn, the less each bar counts: all nine together are 5 dB louder than one.
+        float drawnInAll = 1.0f;
+        for (std::size_t k = 0; k < numDrawbars; ++k)
+            drawnInAll += 0.015625f * c.value[k] * c.value[k];
         for (int k = 0; k < numDrawbars; ++k)
         {
             const float step = pitch * harmonics[k];
@@ -55,11 +59,11 @@ public:
             const float fits = std::clamp((highestFrequency - step) / (0.1f * highestFrequency), 0.0f, 1.0f);
             // A drawbar's mark is worth about 3 dB; the eighth part of the range keeps 0 silent.
             const float drawn = 0.125f * c.value[static_cast<std::size_t>(organ::firstDrawbar + k)];
-            set(levels[k], fits * drawn * drawn);
+            set(levels[k], fits * drawn * drawn * 2.0f / drawnInAll);
         }
         percussionStep = std::min(2.0f * pitch, highestFrequency);
         set(percussionGain, 0.9f * percussionLevel);
-        percussionLevel *= percussionFactor;
+        decayBy(percussionLevel, percussionFactor);
         set(leftGain, 1.0f + 0.3f * depth * c.tremolo);
         set(rightGain, 1.0f - 0.3f * depth * c.tremolo);
         started = false;
