@@ -67,6 +67,6 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     pkg_check_modules(QUOREL_IMAGE REQUIRED IMPORTED_TARGET libpng libjpeg zlib)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_IMAGE ${CMAKE_DL_LIBS})
     # The module's own package look-ups, made again because its sources are linked privately here.
-    pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa freetype2)
+    pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa flac freetype2)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_SOUND rt)
 endif()

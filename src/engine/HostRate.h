@@ -4,8 +4,9 @@
 namespace quorel
 {
 
-/** The last sample rate and block size that any instance in this process was prepared with. All instances share
-    them: a play head computes its bar lengths with this rate, and an instrument loaded later starts at it. */
+/** The last sample rate and block size that any instance in this process was prepared with. All instances
+   share them: a play head computes its bar lengths with this rate, and an instrument loaded later starts at
+   it. */
 struct HostRate
 {
     /** Any thread. */

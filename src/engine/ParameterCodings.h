@@ -35,9 +35,15 @@ constexpr float encodeParamInt(int number) noexcept
 }
 
 /** Linear gain of a fader: 4 v^3, so 0.63 is unity to within 0.0002 and 1 is +12 dB. */
+constexpr double cubicGainExact(double value) noexcept
+{
+    return 4.0 * value * value * value;
+}
+
+/** The same, rounded once at the end. */
 constexpr float cubicGain(float value) noexcept
 {
-    return 4.0f * value * value * value;
+    return static_cast<float>(cubicGainExact(static_cast<double>(value)));
 }
 
 /** Fader position of a linear gain: (g / 4)^(1/3). */
@@ -46,8 +52,8 @@ inline float cubicGainPosition(float gain) noexcept
     return std::cbrt(gain * 0.25f);
 }
 
-/** A character as it stands in a text slot: c / 256 with the character taken as signed, so that only the seven-bit
-    characters come back. */
+/** A character as it stands in a text slot: c / 256 with the character taken as signed, so that only the
+   seven-bit characters come back. */
 constexpr float encodeParamChar(char character) noexcept
 {
     return static_cast<float>(static_cast<double>(static_cast<signed char>(character)) / 256.0);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Where everything lies in the flat table of 1508 parameters. The table is the host's parameter list, the preset
-// format and the memory of the whole sound at once: these numbers are a file format and must not move.
+// Where everything lies in the flat table of 1508 parameters. The table is the host's parameter list, the
+// preset format and the memory of the whole sound at once: these numbers are a file format and must not move.
 #pragma once
 
 namespace quorel

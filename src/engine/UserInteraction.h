@@ -6,8 +6,9 @@
 namespace quorel
 {
 
-/** How the engine speaks to whoever sits in front of it. The processor is given one: the plug-in shows boxes, the
-    command line tools print and answer no, tests record. All calls come on the message thread, or with it held. */
+/** How the engine speaks to whoever sits in front of it. The processor is given one: the plug-in shows boxes,
+   the command line tools print and answer no, tests record. All calls come on the message thread, or with it
+   held. */
 class UserInteraction
 {
 public:

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/UserInteraction.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <memory>
+
+namespace quorel
+{
+
+/** Speaks to the user with boxes on the screen; on a machine without a screen, or before there is one, on the
+   standard error stream. Message thread, or with its lock held. */
+class BoxInteraction : public UserInteraction
+{
+public:
+    void alert(const juce::String& title, const juce::String& text) override;
+    bool confirm(const juce::String& title, const juce::String& text) override;
+    juce::File chooseFolder(const juce::String& title, const juce::File& start) override;
+    void progress(const juce::String& title, const juce::String& text) override;
+
+private:
+    std::unique_ptr<juce::AlertWindow> progressWindow;
+};
+
+} // namespace quorel

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_audio_basics/juce_audio_basics.h>
+
+#include <atomic>
+
+namespace quorel
+{
+
+/** The last MIDI seen, for the editor's display. */
+class MidiMonitor
+{
+public:
+    MidiMonitor();
+
+    /** Audio thread: keeps a copy of the block's events. Where the editor reads at this very moment the old
+       copy stays: the block never waits. */
+    void setBlock(const juce::MidiBuffer& events);
+
+    /** Audio thread. Channel 1 to 16. */
+    void noteOn(int channel, int note, int velocity) noexcept;
+    /** Audio thread. */
+    void controller(int number, int value) noexcept;
+
+    /** Any thread but the audio thread: the events of the last block. */
+    juce::MidiBuffer lastBlock() const;
+
+    int lastNoteNumber() const noexcept { return noteNumber.load(std::memory_order_relaxed); }
+
+    int lastNoteChannel() const noexcept { return noteChannel.load(std::memory_order_relaxed); }
+
+    int lastNoteVelocity() const noexcept { return noteVelocity.load(std::memory_order_relaxed); }
+
+    int lastControllerNumber() const noexcept { return controllerNumber.load(std::memory_order_relaxed); }
+
+    int lastControllerValue() const noexcept { return controllerValue.load(std::memory_order_relaxed); }
+
+private:
+    mutable juce::SpinLock lock;
+    juce::MidiBuffer events;
+    std::atomic<int> noteNumber{0};
+    std::atomic<int> noteChannel{0};
+    std::atomic<int> noteVelocity{0};
+    std::atomic<int> controllerNumber{0};
+    std::atomic<int> controllerValue{0};
+};
+
+/** Bytes kept ready for a block's MIDI: a denser block makes the buffers grow once. */
+constexpr size_t midiBufferCapacity = 32768;
+
+/** Copies without giving back the memory that `destination` holds, as an assignment would. */
+void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination);
+
+} // namespace quorel

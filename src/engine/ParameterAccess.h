@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+namespace quorel
+{
+
+/** The road into the parameter table, as the parts of the engine see it. Any thread. */
+class ParameterAccess
+{
+public:
+    virtual ~ParameterAccess() = default;
+
+    /** Value, 0 to 1; 0 for an index outside the table. */
+    virtual float readParameter(int index) const noexcept = 0;
+
+    /** Stores a value, clamped to 0 to 1, with all that follows from it. An index outside the table does
+     * nothing. */
+    virtual void writeParameter(int index, float value) = 0;
+
+    /** As `writeParameter`, but tells the host too and, for an index above 2, marks the preset as edited. */
+    virtual void writeParameterNotifyingHost(int index, float value) = 0;
+};
+
+} // namespace quorel

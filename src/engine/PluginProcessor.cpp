@@ -1,0 +1,495 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/PluginProcessor.h"
+
+#include "engine/HostRate.h"
+#include "engine/MessageThread.h"
+#include "engine/ParameterCodings.h"
+#include "engine/ParameterNames.h"
+#include "engine/ParameterText.h"
+#include "presets/PresetFiles.h"
+#include "presets/StateChunk.h"
+#include "presets/StateRestore.h"
+
+namespace quorel
+{
+
+PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInteraction& interaction)
+    : juce::AudioProcessor(BusesProperties()
+                               .withInput("Input", juce::AudioChannelSet::stereo())
+                               .withOutput("Output", juce::AudioChannelSet::stereo()))
+    , user(interaction)
+    , store(std::move(userStore))
+{
+    blockMidi.ensureSize(midiBufferCapacity);
+    AudioGraph::Layers graphLayers{};
+
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        const auto i = static_cast<size_t>(layer);
+        layers[i] = std::make_unique<VirtualInstrument>(*this, layer);
+        graphLayers[i] = layers[i].get();
+    }
+
+    graph.setLayers(graphLayers);
+    skipNextState.store(juce::String(juce::PluginHostType().getHostDescription()) == "ProTools");
+    setNames(defaultPresetName, defaultFolderName);
+    paths = readPaths(*store);
+    scanner.loadOrScan(paths.pluginFolder, paths.pluginListFile, user);
+    createDefaultPreset();
+    resetAllParameters();
+    table.clearDirty();
+    edited.store(false);
+    getStateInformation(originalState);
+    startTimer(PresetTransition::timerMilliseconds);
+}
+
+PluginProcessor::~PluginProcessor()
+{
+    stopTimer();
+
+    for (size_t layer = layers.size(); layer-- > 0;)
+        layers[layer] = nullptr;
+}
+
+bool PluginProcessor::isBusesLayoutSupported(const BusesLayout& layouts) const
+{
+    return layouts.getMainInputChannelSet() == juce::AudioChannelSet::stereo() &&
+           layouts.getMainOutputChannelSet() == juce::AudioChannelSet::stereo();
+}
+
+void PluginProcessor::prepareToPlay(double rate, int newBlockSize)
+{
+    setRateAndBufferSizeDetails(rate, newBlockSize);
+    HostRate::store(rate, newBlockSize);
+    sampleRate.store(rate, std::memory_order_relaxed);
+    blockSize.store(newBlockSize, std::memory_order_relaxed);
+
+    for (auto& layer : layers)
+        layer->prepare(rate, newBlockSize);
+
+    graph.initialise(rate);
+    graph.reserve(2, newBlockSize);
+}
+
+//==============================================================================================================
+// The block
+
+void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)
+{
+    const double start = juce::Time::getMillisecondCounterHiRes();
+
+    if (!transition.advanceBlock())
+        return;
+
+    buffer.clear();
+    meter.setBlock(buffer.getNumSamples(), buffer.getNumChannels());
+    playHead.updateFromHost();
+    collectMidi(midi);
+    graph.render(buffer, blockMidi, static_cast<float>(playHead.bpm()));
+    buffer.applyGain(gains.masterGain() * transition.fadeGain.load());
+    meter.addPeaks(buffer.getMagnitude(0, 0, buffer.getNumSamples()),
+                   buffer.getMagnitude(1, 0, buffer.getNumSamples()));
+    midi.clear();
+    meter.addBlockTime(juce::Time::getMillisecondCounterHiRes() - start);
+}
+
+void PluginProcessor::collectMidi(juce::MidiBuffer& midi)
+{
+    constexpr int auditionNote = 60;
+
+    if (auditionNoteOn.exchange(false))
+        midi.addEvent(juce::MidiMessage::noteOn(1, auditionNote, static_cast<juce::uint8>(127)), 0);
+
+    if (auditionNoteOff.exchange(false))
+        midi.addEvent(juce::MidiMessage::noteOff(1, auditionNote), 0);
+
+    midiMonitor.setBlock(midi);
+
+    for (const auto event : midi)
+    {
+        if (event.numBytes < 3)
+            continue;
+
+        const int status = event.data[0] & 0xf0;
+        const int first = juce::jmin<int>(event.data[1], 127);
+        const int second = juce::jmin<int>(event.data[2], 127);
+
+        if (status == 0x90 && second > 0)
+        {
+            midiMonitor.noteOn((event.data[0] & 0x0f) + 1, first, second);
+        }
+        else if (status == 0xb0)
+        {
+            midiMonitor.controller(first, second);
+            controllers.controllerReceived(first, second);
+        }
+    }
+
+    copyEvents(midi, blockMidi);
+
+    if (panicRequested.exchange(false))
+        addPanicMessages();
+}
+
+void PluginProcessor::addPanicMessages()
+{
+    for (int channel = 1; channel <= 16; ++channel)
+    {
+        blockMidi.addEvent(juce::MidiMessage::allNotesOff(channel), 0);
+
+        for (int note = 0; note < 128; ++note)
+            blockMidi.addEvent(juce::MidiMessage::noteOff(channel, note), 0);
+    }
+}
+
+//==============================================================================================================
+// Parameters
+
+const juce::String PluginProcessor::getParameterName(int index)
+{
+    ParameterNameSources sources;
+    sources.fxType = [this](int block) { return fxTypeFromParameter(table.get(slot::fxType + block)); };
+    sources.easyName = [this](int layer, int easy) { return getLayer(layer).easyName(easy); };
+    return parameterName(index, sources);
+}
+
+const juce::String PluginProcessor::getParameterText(int index)
+{
+    return ParameterTable::isSlot(index) ? juce::String(table.get(index), 3) : juce::String();
+}
+
+void PluginProcessor::setParameter(int index, float newValue)
+{
+    if (!ParameterTable::isSlot(index))
+        return;
+
+    const float value = clampUnit(newValue);
+    const float oldValue = table.get(index);
+    table.setRaw(index, value);
+    table.linked(index).setValueEased(static_cast<double>(value));
+
+    if (index == slot::masterVolume || index == slot::masterMute)
+        gains.setMaster(table.get(slot::masterVolume), table.get(slot::masterMute));
+    else if (index >= slot::masterEq && index <= slot::masterEqEnd)
+        eqSettings[masterEqUnit].refresh(*this, slot::masterEq);
+    else if (index >= slot::multiAssignment && index < slot::multiKnob + numMultiTargets)
+        multi.changed(index, oldValue, value);
+    else if (isLayerParameter(index))
+        parameterOfLayerWritten(index, value);
+
+    table.markDirty(index);
+}
+
+void PluginProcessor::parameterOfLayerWritten(int index, float value)
+{
+    const int layer = layerOf(index);
+    const int n = numberInLayer(index);
+
+    if (n == layerSlot::volume || n == layerSlot::pan)
+        gains.setLayer(layer, table.get(layerParameter(layer, layerSlot::volume)),
+                       table.get(layerParameter(layer, layerSlot::pan)));
+    else if (n >= layerSlot::sendLevel && n < layerSlot::sendLevel + numSends)
+        gains.setSend(n - layerSlot::sendLevel, layer, value);
+    else if (n >= layerSlot::eq && n <= layerSlot::eqEnd)
+        eqSettings[static_cast<size_t>(layer)].refresh(*this, eqBase(layer));
+
+    getLayer(layer).parameterWritten(n, value);
+    dragRangeEnd(layer, n, value);
+}
+
+void PluginProcessor::dragRangeEnd(int layer, int n, float value)
+{
+    const bool inLayerRange = n >= layerSlot::keyMin && n <= layerSlot::velocityMax;
+    const bool inZoneRange = n >= layerSlot::zoneKeys && n < layerSlot::zoneOn;
+
+    if (!inLayerRange && !inZoneRange)
+        return;
+
+    // Ranges are stored in pairs, the lower end at the even number: the end just written takes the other
+    // along.
+    const bool isLowerEnd = n % 2 == 0;
+    const int otherEnd = layerParameter(layer, isLowerEnd ? n + 1 : n - 1);
+    const float other = table.get(otherEnd);
+
+    if (isLowerEnd ? value > other : other > value)
+        setParameterFromUi(otherEnd, value);
+}
+
+void PluginProcessor::setParameterFromUi(int index, float value)
+{
+    setParameterNotifyingHost(index, value);
+
+    if (index > slot::view)
+    {
+        edited.store(true);
+        editedChanged.store(true);
+    }
+}
+
+//==============================================================================================================
+// Layers and instruments
+
+void PluginProcessor::chooseInstrument(int layer, const juce::PluginDescription* description)
+{
+    resetLayer(layer);
+    auto& instrument = getLayer(layer);
+
+    if (description == nullptr)
+    {
+        instrument.clearMissing();
+        instrument.cancelLoad();
+
+        if (instrument.hasInstance())
+        {
+            instrument.requestUnload();
+            setParameter(layerParameter(layer, layerSlot::pluginNameText), 0.0f);
+        }
+    }
+    else if (!instrument.hasInstance() || instrument.getPluginName() != description->name)
+    {
+        if (instrument.hasInstance())
+            instrument.requestUnload();
+
+        instrument.requestLoad(*description);
+        writeParamText(*this, layerParameter(layer, layerSlot::pluginNameText), description->name,
+                       slot::nameTextLength);
+    }
+    else
+    {
+        // The reset has emptied the name of an instrument that stays.
+        instrument.cancelLoad();
+        writeParamText(*this, layerParameter(layer, layerSlot::pluginNameText), description->name,
+                       slot::nameTextLength);
+    }
+
+    requestEditorRefresh();
+}
+
+void PluginProcessor::scanPlugins(bool showProgress)
+{
+    scanner.scanPlugins(paths.pluginFolder, paths.pluginListFile, showProgress, user);
+}
+
+void PluginProcessor::changePluginFolder(const juce::File& folder)
+{
+    const auto path = cutAtOstrand(folder.getFullPathName());
+
+    if (!writePluginFolder(*store, path))
+        user.alert("Error", "The plug-in folder could not be stored: " + path);
+
+    paths.pluginFolder =
+        fileOfSetting(cutAtOstrand(store->read(pathSetting::key, pathSetting::pluginFolder)));
+    scanPlugins(true);
+}
+
+//==============================================================================================================
+// State and presets
+
+juce::String PluginProcessor::getPresetName() const
+{
+    const juce::ScopedLock scopedLock(nameLock);
+    return presetName;
+}
+
+juce::String PluginProcessor::getFolderName() const
+{
+    const juce::ScopedLock scopedLock(nameLock);
+    return folderName;
+}
+
+void PluginProcessor::setNames(const juce::String& preset, const juce::String& folder)
+{
+    const juce::ScopedLock scopedLock(nameLock);
+    presetName = preset;
+    folderName = folder;
+}
+
+void PluginProcessor::getStateInformation(juce::MemoryBlock& destination)
+{
+    runOnMessageThread([&] { saveState(*this, destination); });
+}
+
+void PluginProcessor::setStateInformation(const void* data, int size)
+{
+    if (skipNextState.exchange(false))
+        return;
+
+    runOnMessageThread(
+        [&]
+        {
+            // Bytes that can't be restored must not cost the user the sound that plays.
+            StateChunk chunk;
+            const auto numBytes = static_cast<size_t>(juce::jmax(0, size));
+            const auto status = readStateChunk(data, numBytes, chunk);
+
+            if (status == ChunkStatus::foreign)
+                return;
+
+            pendingChunk = juce::MemoryBlock(data, numBytes);
+
+            if (status == ChunkStatus::valid && requestUnloadOfAllLayers())
+                transition.chunkRestoreTicks.store(PresetTransition::windowTicks);
+            else
+                restorePendingChunk();
+        });
+}
+
+bool PluginProcessor::requestUnloadOfAllLayers()
+{
+    bool windowWasOpen = false;
+
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+
+        if (layer->hasInstance())
+            windowWasOpen = layer->requestUnload() || windowWasOpen;
+    }
+
+    if (windowWasOpen)
+        transition.longerFadeWait.store(true);
+
+    return windowWasOpen;
+}
+
+void PluginProcessor::restorePendingChunk()
+{
+    const juce::MemoryBlock chunk = std::move(pendingChunk);
+    pendingChunk.reset();
+    restoreState(*this, chunk.getData(), chunk.getSize());
+}
+
+bool PluginProcessor::requestPresetLoad(const juce::String& folder, const juce::String& preset)
+{
+    if (!transition.request())
+        return false;
+
+    setNames(preset, folder);
+    requestUnloadOfAllLayers();
+    return true;
+}
+
+bool PluginProcessor::loadPresetFile()
+{
+    presetLoadInProgress = true;
+    std::array<float, numControllers> controllerTable{};
+
+    for (int i = 0; i < numControllers; ++i)
+        controllerTable[static_cast<size_t>(i)] = table.get(slot::controllerMap + i);
+
+    resetAllParameters();
+    juce::MemoryBlock bytes;
+    const auto file = findPresetFile(paths.banksFolder, getFolderName(), getPresetName());
+    const bool found = file != juce::File() && readWholeFile(file, bytes);
+
+    if (found)
+    {
+        originalState = bytes;
+        editedState.reset();
+        setStateInformation(bytes.getData(), static_cast<int>(bytes.getSize()));
+        edited.store(false);
+
+        // A preset never changes the MIDI bindings, whatever its file holds.
+        for (int i = 0; i < numControllers; ++i)
+            setParameter(slot::controllerMap + i, controllerTable[static_cast<size_t>(i)]);
+
+        graph.requestReset();
+    }
+    else
+    {
+        user.alert({}, "Could not load Presert file: " + getFolderName() + "/" + getPresetName());
+    }
+
+    presetLoadInProgress = false;
+    return found;
+}
+
+bool PluginProcessor::savePreset(const juce::String& name, bool overwrite)
+{
+    const auto preset = name.isNotEmpty() ? name : getPresetName();
+    const auto folder = getFolderName();
+    const auto file = presetFileFor(paths.banksFolder, folder, preset);
+
+    if (file.existsAsFile() && !overwrite &&
+        !user.confirm({}, "preset " + preset + " already exists. Replace ?"))
+        return false;
+
+    const auto oldName = getPresetName();
+    setNames(preset, folder);
+    juce::MemoryBlock bytes;
+    getStateInformation(bytes);
+
+    if (!replaceFile(file, bytes))
+    {
+        setNames(oldName, folder);
+        user.alert({}, "Could not save Presert file: " + folder + "/" + preset);
+        return false;
+    }
+
+    edited.store(false);
+    originalState = bytes;
+    requestEditorRefresh();
+    return true;
+}
+
+void PluginProcessor::createDefaultPreset()
+{
+    if (paths.banksFolder == juce::File() || !paths.banksFolder.createDirectory())
+        return;
+
+    const auto file = presetFileFor(paths.banksFolder, defaultFolderName, defaultPresetName);
+
+    if (file.existsAsFile() || !file.getParentDirectory().createDirectory())
+        return;
+
+    resetAllParameters();
+    savePreset({}, true);
+}
+
+//==============================================================================================================
+// The timer: its order is fixed, and a countdown that runs ends the tick
+
+void PluginProcessor::timerCallback()
+{
+    using Countdown = PresetTransition::Countdown;
+    table.deliverPending();
+    playHead.deliverPending();
+
+    if (const auto state = PresetTransition::tick(transition.loadDelay); state != Countdown::idle)
+    {
+        if (state == Countdown::elapsed)
+            transition.loadRequested.store(true);
+
+        return;
+    }
+
+    if (const auto state = PresetTransition::tick(transition.chunkRestoreTicks); state != Countdown::idle)
+    {
+        if (state == Countdown::elapsed)
+            restorePendingChunk();
+
+        return;
+    }
+
+    if (transition.settleDelay.load() > 0 && transition.settleDelay.fetch_sub(1) == 1)
+    {
+        transition.settleDelay.store(-1);
+        transition.fadeInActive.store(true);
+        transition.faded.store(false);
+        transition.displayHold.store(false);
+        requestEditorRefresh();
+        updateHostDisplay();
+    }
+
+    if (transition.loadRequested.exchange(false))
+    {
+        loadPresetFile();
+        setParameter(slot::view, getCurrentView());
+        transition.fadeOutActive.store(false);
+        transition.settleDelay.store(PresetTransition::settleTicks);
+    }
+
+    meter.tick(preparedSampleRate());
+}
+
+} // namespace quorel

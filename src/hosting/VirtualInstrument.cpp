@@ -1,0 +1,555 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "hosting/VirtualInstrument.h"
+
+#include "engine/HostRate.h"
+#include "engine/MidiMonitor.h"
+#include "engine/MultiControls.h"
+#include "engine/ParameterCodings.h"
+#include "engine/ParameterText.h"
+#include "hosting/InstrumentBanks.h"
+#include "hosting/InstrumentTable.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int tickMilliseconds = 50;
+constexpr int loadTicks = 3;
+constexpr int unloadTicks = 10;
+constexpr double fallbackSampleRate = 44100.0;
+constexpr int fallbackBlockSize = 512;
+
+/** Above 0 while this thread writes an Easy value through to a hosted instrument. An instrument that
+    reports every change back would otherwise be written again from its own report, for ever. */
+thread_local int writeThroughDepth = 0;
+
+struct WriteThroughScope
+{
+    WriteThroughScope() { ++writeThroughDepth; }
+
+    ~WriteThroughScope() { --writeThroughDepth; }
+};
+} // namespace
+
+VirtualInstrument::VirtualInstrument(LayerOwner& layerOwner, int layerIndex)
+    : owner(layerOwner)
+    , layer(layerIndex)
+    , adaptor(access, linkedValues)
+{
+    layerMidi.ensureSize(midiBufferCapacity);
+    startTimer(tickMilliseconds);
+}
+
+VirtualInstrument::~VirtualInstrument()
+{
+    stopTimer();
+    removeAllChangeListeners();
+
+    if (instance != nullptr)
+    {
+        closeWindow();
+        unloadPending.store(true);
+        suspendAndRelease();
+        destroyInstance();
+    }
+}
+
+int VirtualInstrument::parameter(int n) const noexcept
+{
+    return layerParameter(layer, n);
+}
+
+//==============================================================================================================
+// Coming and going
+
+bool VirtualInstrument::requestUnload()
+{
+    if (unloadPending.exchange(true))
+        return unloadDeferred;
+
+    if (isWindowShowing())
+    {
+        closeWindow();
+        unloadCountdown = unloadTicks;
+        unloadDeferred = true;
+        return true;
+    }
+
+    unloadPlugin();
+    return false;
+}
+
+void VirtualInstrument::requestLoad(const juce::PluginDescription& description)
+{
+    pendingDescription = description;
+    loadCountdown = loadTicks;
+}
+
+void VirtualInstrument::cancelLoad()
+{
+    if (loadCountdown >= 0)
+    {
+        loadCountdown = -1;
+        loading.store(false);
+    }
+}
+
+void VirtualInstrument::timerCallback()
+{
+    for (auto& value : linkedValues)
+        value.deliverPending();
+
+    if (unloadCountdown > 0)
+    {
+        --unloadCountdown;
+    }
+    else if (unloadCountdown == 0)
+    {
+        unloadCountdown = -1;
+        unloadPending.store(true);
+        unloadPlugin();
+        unloadDeferred = false;
+        owner.requestEditorRefresh();
+    }
+    else if (loadCountdown > 0)
+    {
+        loading.store(true);
+        --loadCountdown;
+    }
+    else if (loadCountdown == 0)
+    {
+        loadCountdown = -1;
+        loadPlugin(pendingDescription);
+        owner.requestEditorRefresh();
+    }
+    else if (!unloadPending.load() && !loading.load() && instance != nullptr)
+    {
+        if (const int program = instance->getCurrentProgram(); program != currentProgram)
+        {
+            currentProgram = program;
+            needsDisplayUpdate.store(true);
+        }
+
+        if (const auto name = instance->getProgramName(currentProgram); name != programName)
+        {
+            programName = name;
+            needsDisplayUpdate.store(true);
+        }
+    }
+}
+
+void VirtualInstrument::suspendAndRelease()
+{
+    access.waitUntilUnused();
+    instance->suspendProcessing(true);
+    instance->releaseResources();
+    instance->removeListener(this);
+}
+
+void VirtualInstrument::destroyInstance()
+{
+    access.publish(nullptr);
+    access.waitUntilUnused();
+    instance = nullptr;
+}
+
+void VirtualInstrument::unloadPlugin()
+{
+    if (instance != nullptr)
+    {
+        closeWindow();
+        unloadPending.store(true);
+        bankNames.clear();
+        parameterNames.clear();
+        suspendAndRelease();
+        chunkSize = 0;
+        pluginName.clear();
+        destroyInstance();
+        owner.multiControls().clearEasyTargetsOf(layer);
+
+        for (int easy = 0; easy < numEasyParameters; ++easy)
+            write(layerSlot::easyValue + easy, 0.5f);
+    }
+
+    pluginName.clear();
+    pluginIdentifier.clear();
+    layoutName.clear();
+    unloadPending.store(false);
+}
+
+void VirtualInstrument::setMissing(const juce::String& name)
+{
+    missingPluginName = name;
+    pluginMissing = true;
+}
+
+void VirtualInstrument::clearMissing()
+{
+    missingPluginName.clear();
+    pluginMissing = false;
+}
+
+bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
+{
+    loading.store(true);
+
+    if (pluginName == description.name)
+    {
+        loading.store(false);
+        return true;
+    }
+
+    if (instance != nullptr)
+    {
+        closeWindow();
+        suspendAndRelease();
+        destroyInstance();
+    }
+
+    juce::AudioPluginFormatManager formats;
+    formats.addFormat(new juce::VSTPluginFormat());
+    juce::String error;
+    const int startBlockSize = owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize;
+    instance = formats.createPluginInstance(description, fallbackSampleRate, startBlockSize, error);
+
+    if (instance == nullptr || error.isNotEmpty())
+    {
+        instance = nullptr;
+        setMissing(description.name);
+        chunkSize = 0;
+        pluginName.clear();
+        loading.store(false);
+        owner.userInteraction().alert("Error", "Sorry, cannot load " + description.name + "\n\n" + error);
+        return false;
+    }
+
+    clearMissing();
+    pluginName = description.name;
+    pluginFile = juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier);
+    layoutName.clear();
+    drumInstrument = pluginName.startsWith("Dorvik");
+
+    const int numPrograms = instance->getNumPrograms();
+    const int row = rowOf(pluginName);
+    chunkSize = 0;
+
+    if (row >= 0)
+    {
+        juce::MemoryBlock state;
+        instance->getStateInformation(state);
+        chunkSize = static_cast<int>(state.getSize());
+
+        if (chunkSize == 0)
+            chunkSize =
+                (instrumentTable()[static_cast<size_t>(row)].parametersPerProgram + 8) * numPrograms * 4;
+    }
+
+    owner.multiControls().clearEasyTargetsOf(layer);
+    writeEasyMapping(row);
+    applyDrumPage();
+
+    const double rate = owner.preparedSampleRate() > 0.0 ? owner.preparedSampleRate() : fallbackSampleRate;
+    prepareInstance(rate, startBlockSize);
+
+    if (HostRate::sampleRate() > 0.0)
+        prepareInstance(HostRate::sampleRate(), HostRate::blockSize());
+
+    instance->setPlayHead(&owner.layerPlayHead());
+    pluginIdentifier = description.createIdentifierString();
+    instance->addListener(this);
+    currentProgram = instance->getCurrentProgram();
+    programName = instance->getProgramName(currentProgram);
+    bankNames.clear();
+    listBanks(pluginName, owner.userStore(), bankNames);
+    programNames.clear();
+    readParameterNames();
+
+    access.publish(instance.get());
+    loading.store(false);
+    needsDisplayUpdate.store(true);
+    return true;
+}
+
+void VirtualInstrument::prepareInstance(double sampleRate, int blockSize)
+{
+    instance->setRateAndBufferSizeDetails(sampleRate, blockSize);
+    instance->prepareToPlay(sampleRate, blockSize);
+}
+
+void VirtualInstrument::prepare(double sampleRate, int blockSize)
+{
+    const InstanceAccess::Use plugin(access);
+
+    if (plugin)
+    {
+        plugin->setRateAndBufferSizeDetails(sampleRate, blockSize);
+        plugin->prepareToPlay(sampleRate, blockSize);
+    }
+}
+
+void VirtualInstrument::readParameterNames()
+{
+    parameterNames.clear();
+    longestParameterName = 0;
+    const int count = instance->getNumParameters();
+
+    for (int i = 0; i < count; ++i)
+    {
+        auto name = instance->getParameterName(i, 255);
+
+        if (name.isEmpty())
+            name = "---";
+
+        longestParameterName = juce::jmax(longestParameterName, name.length());
+        parameterNames.add(name);
+    }
+}
+
+//==============================================================================================================
+// Running
+
+void VirtualInstrument::sendMidi(const juce::MidiMessage& message) noexcept
+{
+    const auto* bytes = message.getRawData();
+    const auto size = static_cast<juce::uint32>(juce::jlimit(0, 3, message.getRawDataSize()));
+    juce::uint32 packed = size << 24;
+
+    for (juce::uint32 i = 0; i < size; ++i)
+        packed |= static_cast<juce::uint32>(bytes[i]) << (8 * i);
+
+    pendingMidi.store(packed);
+}
+
+LayerMidiSettings VirtualInstrument::currentMidiSettings() const noexcept
+{
+    auto settings = midiParameters.snapshot();
+    settings.drumMode = read(layerSlot::drumMode) == 1.0f;
+    settings.freeControllerBlock = owner.readParameter(slot::freeControllerBlock + layer) != 0.0f;
+
+    for (int zone = 0; zone < numZones; ++zone)
+        settings.zoneOn[static_cast<size_t>(zone)] = read(layerSlot::zoneOn + zone) != 0.0f;
+
+    return settings;
+}
+
+void VirtualInstrument::processBlock(juce::AudioBuffer<float>& buffer, const juce::MidiBuffer& incoming)
+{
+    const InstanceAccess::Use plugin(access);
+
+    if (loading.load() || unloadPending.load())
+        return;
+
+    layerMidi.clear();
+    const bool silenceFirst = allNotesOffRequested.exchange(false);
+    filterLayerMidi(currentMidiSettings(), zoneHeldNotes, silenceFirst, incoming, layerMidi);
+
+    if (const auto packed = pendingMidi.exchange(0); packed != 0)
+    {
+        const juce::uint8 bytes[3] = {static_cast<juce::uint8>(packed & 0xff),
+                                      static_cast<juce::uint8>((packed >> 8) & 0xff),
+                                      static_cast<juce::uint8>((packed >> 16) & 0xff)};
+        layerMidi.addEvent(bytes, static_cast<int>(packed >> 24), 0);
+    }
+
+    if (plugin)
+        renderInstance(*plugin.get(), buffer);
+}
+
+void VirtualInstrument::renderInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer)
+{
+    // JUCE's VST2 instance leaves both the lock and the suspended flag to whoever drives it. The lock is only
+    // tried: whoever holds it is about to stop the instrument.
+    const juce::ScopedTryLock tryLock(plugin.getCallbackLock());
+
+    if (!tryLock.isLocked() || plugin.isSuspended())
+        return;
+
+    const int outputs = plugin.getTotalNumOutputChannels();
+    const int needed = juce::jmax(2, plugin.getTotalNumInputChannels(), outputs);
+    const int samples = buffer.getNumSamples();
+
+    if (needed <= buffer.getNumChannels())
+    {
+        plugin.processBlock(buffer, layerMidi);
+    }
+    else
+    {
+        wideBuffer.setSize(needed, samples, false, false, true);
+        wideBuffer.clear();
+        plugin.processBlock(wideBuffer, layerMidi);
+
+        for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
+            buffer.copyFrom(channel, 0, wideBuffer, channel, 0, samples);
+    }
+
+    // A mono instrument belongs in the middle.
+    if (outputs == 1)
+        buffer.copyFrom(1, 0, buffer, 0, 0, samples);
+    else if (outputs == 0)
+        buffer.clear();
+}
+
+//==============================================================================================================
+// Parameters
+
+void VirtualInstrument::parameterWritten(int n, float value)
+{
+    midiParameters.write(n, value);
+
+    if (n == layerSlot::transpose)
+        requestAllNotesOff();
+
+    if (n >= layerSlot::easyValue && n < layerSlot::easyValue + numEasyParameters && writeThroughDepth == 0)
+    {
+        const InstanceAccess::Use plugin(access);
+
+        if (!plugin)
+            return;
+
+        const int target = easyTarget(n - layerSlot::easyValue, plugin->getNumParameters());
+
+        if (target > 0)
+        {
+            const WriteThroughScope scope;
+            plugin->setParameter(target, value);
+        }
+    }
+    else if (n >= layerSlot::easyMapping && n < layerSlot::easyMapping + numEasyParameters)
+    {
+        float hostedValue = 0.0f;
+        {
+            const InstanceAccess::Use plugin(access);
+
+            if (!plugin)
+                return;
+
+            const int target = decodeParamInt(value);
+
+            if (target <= 0 || target >= plugin->getNumParameters())
+                return;
+
+            hostedValue = plugin->getParameter(target);
+        }
+        write(n - numEasyParameters, hostedValue);
+    }
+}
+
+int VirtualInstrument::easyTarget(int easy, int numHostedParameters) const noexcept
+{
+    const int target = decodeParamInt(read(layerSlot::easyMapping + easy));
+    return target > 0 && target < numHostedParameters ? target : 0;
+}
+
+void VirtualInstrument::writeEasyMapping(int row)
+{
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+    {
+        // Without a row the layer keeps the plain numbering that its reset gave it.
+        const int target =
+            row >= 0 ? instrumentTable()[static_cast<size_t>(row)].easyMapping[static_cast<size_t>(easy)]
+                     : easy + 1;
+        write(layerSlot::easyMapping + easy, encodeParamInt(target));
+        write(layerSlot::easyValue + easy,
+              target < instance->getNumParameters() ? instance->getParameter(target) : 0.0f);
+    }
+}
+
+void VirtualInstrument::resetEasyMapping()
+{
+    if (instance == nullptr)
+        return;
+
+    writeEasyMapping(rowOf(pluginName));
+    needsDisplayUpdate.store(true);
+}
+
+void VirtualInstrument::applyDrumPage()
+{
+    write(layerSlot::drumMode, drumInstrument ? 1.0f : 0.0f);
+    write(layerSlot::drumPage, drumInstrument ? 0.1f : 0.0f);
+
+    if (drumInstrument)
+        zoneHeldNotes.clear();
+}
+
+juce::String VirtualInstrument::easyName(int easy)
+{
+    const InstanceAccess::Use plugin(access);
+
+    if (!plugin)
+        return "Easy " + juce::String(easy + 1);
+
+    const int target = easyTarget(easy, plugin->getNumParameters());
+    return target > 0 ? plugin->getParameterName(target, 255).substring(0, 15)
+                      : juce::String(layerSlot::easyValue + easy);
+}
+
+void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value)
+{
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+    {
+        if (decodeParamInt(read(layerSlot::easyMapping + easy)) == index)
+        {
+            // The value came from the instrument: mirror it, and don't write it back.
+            const WriteThroughScope scope;
+            owner.writeParameterNotifyingHost(parameter(layerSlot::easyValue + easy), value);
+            return;
+        }
+    }
+}
+
+void VirtualInstrument::pullEasyValues(juce::AudioPluginInstance& plugin)
+{
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+    {
+        if (const int target = easyTarget(easy, plugin.getNumParameters()); target > 0)
+        {
+            const WriteThroughScope scope;
+            write(layerSlot::easyValue + easy, plugin.getParameter(target));
+        }
+    }
+}
+
+void VirtualInstrument::audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&)
+{
+    if (const InstanceAccess::Use plugin(access); plugin)
+        pullEasyValues(*plugin.get());
+
+    needsDisplayUpdate.store(true);
+}
+
+//==============================================================================================================
+// Banks and programs
+
+void VirtualInstrument::chooseProgram(int id)
+{
+    if (instance == nullptr || id < 1)
+        return;
+
+    owner.multiControls().clearEasyTargetsOf(layer);
+    const int row = rowOf(pluginName);
+
+    if (row >= 0 && instrumentTable()[static_cast<size_t>(row)].programsByMidi)
+        sendMidi(programSelectMessage(id));
+    else
+        instance->setCurrentProgram(id - 1);
+}
+
+void VirtualInstrument::chooseBank(int id)
+{
+    if (instance != nullptr && id >= 1)
+        sendMidi(bankSelectMessage(id));
+}
+
+juce::String VirtualInstrument::getBankName()
+{
+    return instance != nullptr ? quorel::getBankName(*instance, pluginName) : juce::String();
+}
+
+void VirtualInstrument::readProgramNames(const juce::String& bankName)
+{
+    quorel::readProgramNames(pluginName, bankName, owner.userStore(), programNames);
+}
+
+} // namespace quorel

@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "hosting/InstanceAccess.h"
+#include "hosting/InstrumentMidiAdaptor.h"
+#include "hosting/InstrumentWindow.h"
+#include "hosting/LayerMidiFilter.h"
+#include "hosting/LayerOwner.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+#include <array>
+#include <atomic>
+#include <memory>
+
+namespace quorel
+{
+
+/** One layer's slot for a hosted instrument. Four live as long as the processor, with or without a plug-in
+    in them.
+
+    Loading and unloading happen on the message thread alone, and long requests wait in 50 ms ticks.
+    `loading` and `unloadPending` keep the audio thread out while an instrument comes or goes;
+    `InstanceAccess` sees to it that nobody is left inside. */
+class VirtualInstrument : public juce::AudioProcessorListener,
+                          public juce::ChangeBroadcaster,
+                          private juce::Timer
+{
+public:
+    /** `layerIndex` is 0 to 3. */
+    VirtualInstrument(LayerOwner& layerOwner, int layerIndex);
+    ~VirtualInstrument() override;
+
+    int getLayerIndex() const noexcept { return layer; }
+
+    //==========================================================================================================
+    // Coming and going: message thread.
+
+    /** Loads at once. True if the instrument is there afterwards, also if it was already. On failure the
+        layer is empty and marked as missing, and the user is told. */
+    bool loadPlugin(const juce::PluginDescription& description);
+
+    /** Loads in three ticks, after any unload that is under way. */
+    void requestLoad(const juce::PluginDescription& description);
+
+    /** Forgets a requested load that has not run yet. */
+    void cancelLoad();
+
+    /** Unloads at once, or ten ticks after closing the instrument's window if that is open. True if it was
+     * open. */
+    bool requestUnload();
+
+    /** Destroys the instrument, clears the multi-control targets in its Easy values and sets those to 0.5. */
+    void unloadPlugin();
+
+    bool isUnloadPending() const noexcept { return unloadPending.load(); }
+
+    /** The owned window of the hosted instrument; null for none. */
+    void setWindow(std::unique_ptr<InstrumentWindow> newWindow) { window = std::move(newWindow); }
+
+    bool isWindowShowing() const { return window != nullptr && window->isShowing(); }
+
+    void closeWindow() { window = nullptr; }
+
+    //==========================================================================================================
+    // Running.
+
+    /** Audio thread: filters the events and lets the instrument add its sound to `buffer` (cleared, at
+        least two channels). Silent while an instrument comes or goes; the events of such a block are lost. */
+    void processBlock(juce::AudioBuffer<float>& buffer, const juce::MidiBuffer& incoming);
+
+    /** Prepares the hosted instrument. Host thread, while no block runs. */
+    void prepare(double sampleRate, int blockSize);
+
+    /** Follows a write to the layer's number `n`, 200 to 399. Any thread. */
+    void parameterWritten(int n, float value);
+
+    /** Scoped use of the hosted instrument from any thread. */
+    InstanceAccess& instanceAccess() noexcept { return access; }
+
+    bool hasInstance() const noexcept { return access.hasInstance(); }
+
+    /** Sends `bytes` (one to three) in front of the next block, past the filter. Message thread. */
+    void sendMidi(const juce::MidiMessage& message) noexcept;
+
+    void requestAllNotesOff() noexcept { allNotesOffRequested.store(true); }
+
+    //==========================================================================================================
+    // Easy parameters, banks and programs: message thread, but for `easyName`.
+
+    /** Writes the default mapping of the instrument into the Easy mappings, and its values into the Easy
+     * values. */
+    void resetEasyMapping();
+
+    /** Name of the hosted parameter behind Easy parameter `easy` (0 to 11), at most 15 characters; "Easy 1"
+        and so on without an instrument, and the number of the slot for a mapping that leads nowhere. Any
+        thread. */
+    juce::String easyName(int easy);
+
+    /** Chooses entry `id` (from 1) of the program menu: by MIDI or through the instrument, as its family
+     * does. */
+    void chooseProgram(int id);
+    /** Chooses entry `id` (from 1) of the bank menu, which instruments take as controller 32. */
+    void chooseBank(int id);
+    /** Name of the instrument's current bank; empty if it publishes none. */
+    juce::String getBankName();
+    /** Fills `programNames` with the programs of a bank that keeps them as files. */
+    void readProgramNames(const juce::String& bankName);
+
+    const juce::String& getPluginName() const noexcept { return pluginName; }
+
+    const juce::File& getPluginFile() const noexcept { return pluginFile; }
+
+    const juce::String& getPluginIdentifier() const noexcept { return pluginIdentifier; }
+
+    bool isMissing() const noexcept { return pluginMissing; }
+
+    const juce::String& getMissingPluginName() const noexcept { return missingPluginName; }
+
+    void setMissing(const juce::String& name);
+    void clearMissing();
+
+    /** Bytes that this layer declares in a state chunk: the state's size as it was at load. */
+    int getChunkSize() const noexcept { return chunkSize; }
+
+    bool isDrumInstrument() const noexcept { return drumInstrument; }
+
+    const juce::StringArray& getBankNames() const noexcept { return bankNames; }
+
+    const juce::StringArray& getProgramNames() const noexcept { return programNames; }
+
+    const juce::StringArray& getParameterNames() const noexcept { return parameterNames; }
+
+    int getLongestParameterName() const noexcept { return longestParameterName; }
+
+    /** Layout in force; empty for the default mapping. */
+    juce::String layoutName;
+
+    /** The editor is to read this layer anew. Any thread. */
+    std::atomic<bool> needsDisplayUpdate{false};
+
+    void audioProcessorParameterChanged(juce::AudioProcessor* processor, int index, float value) override;
+    void audioProcessorChanged(juce::AudioProcessor* processor, const ChangeDetails& details) override;
+
+    /** Ten values that the adaptor forwards to hosted parameters 0 to 9. Message thread. */
+    MidiLinkedValueObject& linkedValue(int i) { return linkedValues[static_cast<size_t>(i)]; }
+
+private:
+    void timerCallback() override;
+    int parameter(int n) const noexcept;
+
+    float read(int n) const noexcept { return owner.readParameter(parameter(n)); }
+
+    void write(int n, float value) { owner.writeParameter(parameter(n), value); }
+
+    int easyTarget(int easy, int numHostedParameters) const noexcept;
+    void writeEasyMapping(int row);
+    void pullEasyValues(juce::AudioPluginInstance& plugin);
+    void applyDrumPage();
+    void prepareInstance(double sampleRate, int blockSize);
+    void readParameterNames();
+    void suspendAndRelease();
+    void destroyInstance();
+    LayerMidiSettings currentMidiSettings() const noexcept;
+    void renderInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer);
+
+    LayerOwner& owner;
+    const int layer;
+
+    std::array<MidiLinkedValueObject, 10> linkedValues;
+    InstrumentMidiAdaptor adaptor;
+
+    std::unique_ptr<juce::AudioPluginInstance> instance;
+    InstanceAccess access;
+    std::unique_ptr<InstrumentWindow> window;
+
+    juce::String pluginName;
+    juce::File pluginFile;
+    juce::String pluginIdentifier{"instrument"};
+    juce::PluginDescription pendingDescription;
+    juce::String missingPluginName;
+    bool pluginMissing = false;
+    bool drumInstrument = false;
+
+    /** Timer ticks, -1 when idle. */
+    int unloadCountdown = -1;
+    int loadCountdown = -1;
+    bool unloadDeferred = false;
+    std::atomic<bool> unloadPending{false};
+    std::atomic<bool> loading{false};
+
+    int chunkSize = 0;
+    int currentProgram = 0;
+    juce::String programName;
+
+    /** A message of up to three bytes and its length in the top byte; 0 for none. */
+    std::atomic<juce::uint32> pendingMidi{0};
+    std::atomic<bool> allNotesOffRequested{false};
+    LayerMidiParameters midiParameters;
+    ZoneHeldNotes zoneHeldNotes;
+
+    juce::StringArray bankNames;
+    juce::StringArray programNames;
+    juce::StringArray parameterNames;
+    int longestParameterName = 0;
+
+    /** Audio thread's own memory. */
+    juce::MidiBuffer layerMidi;
+    juce::AudioBuffer<float> wideBuffer;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(VirtualInstrument)
+};
+
+} // namespace quorel
