@@ -118,14 +118,6 @@ TEST(MidiLearner, LearnsOnAMidiThreadAndFollowsNewerMessages)
     EXPECT_EQ(shown[1], "Midi Mapped ( ch:1 num:64)");
 }
 
-TEST(MidiLearner, KeepsItsFirstName)
-{
-    MidiLearner learner;
-    for (const auto* name : {"", "Volume", "Pan"})
-        learner.setName(name);
-    EXPECT_EQ(learner.getName(), "Volume");
-}
-
 TEST(MidiLinkedValueObject, BendsMidiValuesIntoItsRange)
 {
     struct Case
