@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Installs the packages, builds everything and runs all tests.
+#   ./test.sh            the tests of the release build
+#   ./test.sh asan       under AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh tsan       under ThreadSanitizer
+#   ./test.sh style      clang-format and clang-tidy over our own code
+# Further words go to ctest, as in: ./test.sh release -R Chunk
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+
+kind="${1:-release}"
+shift || true
+
+if [[ "$kind" == style ]]; then
+    exec packaging/check-style.sh
+fi
+
+packaging/install-packages.sh
+packaging/build.sh "$kind"
+build=build
+[[ "$kind" == release ]] || build="build/$kind"
+
+export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=0:detect_odr_violation=0}"
+export TSAN_OPTIONS="${TSAN_OPTIONS:-suppressions=$PWD/packaging/tsan-suppressions.txt:second_deadlock_stack=1}"
+exec ctest --test-dir "$build" --output-on-failure -j"$(nproc)" "$@"
