@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/UserInteraction.h"
+
+namespace quorel
+{
+
+/** How command line tools answer the engine: what it tells goes to the standard error stream, one line each,
+   and nothing is confirmed or chosen. */
+class ConsoleInteraction final : public UserInteraction
+{
+public:
+    /** `toolName` stands in front of each line. */
+    explicit ConsoleInteraction(const juce::String& toolName);
+
+    void alert(const juce::String& title, const juce::String& text) override;
+    bool confirm(const juce::String& title, const juce::String& text) override;
+    juce::File chooseFolder(const juce::String& title, const juce::File& start) override;
+    void progress(const juce::String& title, const juce::String& text) override;
+
+    int numAlerts() const noexcept { return alerts; }
+
+private:
+    const juce::String tool;
+    int alerts = 0;
+};
+
+} // namespace quorel

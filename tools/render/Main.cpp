@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-render: a Standard MIDI File through a sound, as fast as the machine can, to WAV or FLAC.
+#include "OfflineRender.h"
+#include "RenderOptions.h"
+#include "SoundSetup.h"
+
+#include "common/ConsoleInteraction.h"
+#include "presets/PlatformSeam.h"
+
+#include <cstdio>
+#include <iostream>
+#include <unistd.h>
+
+namespace quorel
+{
+namespace
+{
+constexpr const char* toolName = "quorel-render";
+
+std::unique_ptr<UserStore> storeFor(const RenderOptions& options)
+{
+    return options.prefix == juce::File() ? makeUserStore() : makeUserStore(userPlaces(options.prefix));
+}
+
+/** Draws on a terminal, and nowhere else. */
+class ProgressBar
+{
+public:
+    void show(double done)
+    {
+        if (!isTerminal)
+            return;
+        constexpr int width = 50;
+        const int filled = juce::roundToInt(done * width);
+        std::cerr << "\r[" << std::string(static_cast<std::size_t>(filled), '#')
+                  << std::string(static_cast<std::size_t>(width - filled), '.') << "] "
+                  << juce::roundToInt(done * 100.0) << " %" << std::flush;
+        drawn = true;
+    }
+
+    ~ProgressBar()
+    {
+        if (drawn)
+            std::cerr << std::endl;
+    }
+
+private:
+    const bool isTerminal = isatty(fileno(stderr)) != 0;
+    bool drawn = false;
+};
+
+juce::String decibels(double level)
+{
+    return level > 0.0 ? juce::String(juce::Decibels::gainToDecibels(level, -200.0), 1) + " dBFS" : "silence";
+}
+
+void printReport(const RenderReport& report, const RenderOptions& options)
+{
+    std::cout << options.output.getFullPathName() << '\n'
+              << "length " << juce::String(report.seconds, 2) << " s, peak "
+              << decibels(static_cast<double>(report.peak)) << ", RMS " << decibels(report.rms) << ", "
+              << juce::String(report.seconds / juce::jmax(report.wallSeconds, 1.0e-6), 1)
+              << " times real time" << std::endl;
+    if (report.hadBadSamples)
+        std::cerr << toolName
+                  << ": the sound held samples that are no numbers; they were written as silence\n";
+    if (report.peak > 1.0f && options.bits < 32)
+        std::cerr << toolName << ": the sound is clipped: lower the master volume or write 32 bits\n";
+}
+
+juce::Result render(PluginProcessor& processor, const RenderOptions& options, const MidiSong& song,
+                    SoundFile& file)
+{
+    OfflineRender offline(processor, song, options.rate, options.block);
+    if (const auto result = setUpSound(processor, options); result.failed())
+        return result;
+    offline.settle();
+    if (options.savePreset != juce::File())
+        if (const auto result = saveSound(processor, options.savePreset); result.failed())
+            return result;
+
+    RenderReport report;
+    {
+        ProgressBar bar;
+        if (const auto result = offline.run(
+                file, options.tail, [&](double done) { bar.show(done); }, report);
+            result.failed())
+            return result;
+    }
+    if (const auto result = file.finish(); result.failed())
+        return result;
+    printReport(report, options);
+    return juce::Result::ok();
+}
+
+/** The work without a song: a sound is put together and saved. */
+juce::Result saveOnly(PluginProcessor& processor, const RenderOptions& options)
+{
+    if (const auto result = setUpSound(processor, options); result.failed())
+        return result;
+    return saveSound(processor, options.savePreset);
+}
+
+juce::Result work(const RenderOptions& options)
+{
+    // All that can fail without the processor comes first: making one may scan for instruments.
+    MidiSong song;
+    std::unique_ptr<SoundFile> file;
+    const bool hasSong = options.midiFile != juce::File();
+    if (hasSong)
+    {
+        if (const auto result = MidiSong::read(options.midiFile, options.tempo, song); result.failed())
+            return result;
+        if (const auto result = SoundFile::create(options.output, options.rate, 2, options.bits, file);
+            result.failed())
+            return result;
+    }
+
+    ConsoleInteraction interaction(toolName);
+    PluginProcessor processor(storeFor(options), interaction);
+    if (options.listInstruments)
+        for (const auto& type : processor.getKnownPlugins().getTypes())
+            std::cout << type.name << std::endl;
+    if (hasSong)
+        return render(processor, options, song, *file);
+    return options.savePreset != juce::File() ? saveOnly(processor, options) : juce::Result::ok();
+}
+
+int run(int argc, char** argv)
+{
+    RenderOptions options;
+    int exitCode = 0;
+    if (!parseCommandLine(argc, argv, options, exitCode))
+        return exitCode;
+
+    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+    const auto result = work(options);
+    if (result.failed())
+        std::cerr << toolName << ": " << result.getErrorMessage() << std::endl;
+    return result.wasOk() ? 0 : 1;
+}
+} // namespace
+} // namespace quorel
+
+int main(int argc, char** argv)
+{
+    return quorel::run(argc, argv);
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "MidiSong.h"
+#include "SongPlayHead.h"
+#include "SoundFile.h"
+
+#include <functional>
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace quorel
+{
+
+/** What came out of a render. */
+struct RenderReport
+{
+    /** Largest absolute sample; 1 is full scale. */
+    float peak = 0.0f;
+    /** Root of the mean square over both channels and the whole length. */
+    double rms = 0.0;
+    double seconds = 0.0;
+    /** Wall time of the blocks, their message loop included. */
+    double wallSeconds = 0.0;
+    /** A sample was infinite or not a number; it was written as 0. */
+    bool hadBadSamples = false;
+};
+
+/** Drives a processor as a host does: prepared, told the transport, given blocks of MIDI, with the message
+   loop running in between. Message thread. */
+class OfflineRender
+{
+public:
+    /** Prepares the processor. All arguments outlive this. */
+    OfflineRender(juce::AudioProcessor& processor, const MidiSong& song, double rate, int blockSize);
+    ~OfflineRender();
+
+    /** Runs silent blocks with the transport stopped, so that loads and messages asked for take their effect
+       before the first note. */
+    void settle();
+
+    /** Renders the song and `tailSeconds` after it. `progress` gets 0 to 1 now and then. Fails where `file`
+       takes no more. */
+    juce::Result run(SoundFile& file, double tailSeconds, const std::function<void(double)>& progress,
+                     RenderReport& report);
+
+private:
+    void collectEvents(juce::int64 blockStart, int numSamples);
+    void pumpIfDue();
+
+    juce::AudioProcessor& processor;
+    const MidiSong& song;
+    const double rate;
+    const int blockSize;
+    SongPlayHead playHead;
+    std::size_t nextEvent = 0;
+    juce::AudioBuffer<float> buffer;
+    juce::MidiBuffer midi;
+    double lastPumpMillis = 0.0;
+};
+
+} // namespace quorel

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_core/juce_core.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quorel
+{
+
+/** "2=Glasson:Bells": instrument, and program if there is one, of a layer. */
+struct LayerChoice
+{
+    /** 0 to 3. */
+    int layer = 0;
+    juce::String instrument;
+    /** A number from 1 or a name; empty for the program that the instrument starts with. */
+    juce::String program;
+};
+
+/** "Layer1 Pan=0.25": a value for a parameter. */
+struct ParameterChoice
+{
+    /** Name, or index in digits. */
+    juce::String parameter;
+    /** 0 to 1. */
+    float value = 0.0f;
+};
+
+/** Everything that the command line says. */
+struct RenderOptions
+{
+    juce::File midiFile;
+    juce::File output;
+    juce::File preset;
+    juce::File savePreset;
+    juce::File prefix;
+    std::vector<LayerChoice> layers;
+    std::vector<ParameterChoice> parameters;
+    bool listInstruments = false;
+    /** Hz. */
+    double rate = 48000.0;
+    /** Samples. */
+    int block = 512;
+    /** Quarter notes a minute; without one the file's own tempi count. */
+    std::optional<double> tempo;
+    /** Seconds rendered after the song's end. */
+    double tail = 3.0;
+    /** Of a sample in the file; 32 is floating point. */
+    int bits = 24;
+};
+
+/** Reads a `--layer` value; the error says what was expected. */
+juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice);
+
+/** Reads a `--param` value: the last "=" parts name and value. A value is a number from 0 to 1, or a quotient
+   such as 60.5/127. */
+juce::Result parseParameterChoice(const juce::String& text, ParameterChoice& choice);
+
+/** Reads the command line. True where there is work to do; otherwise `exitCode` is what the program ends
+   with, help or a line on the standard error stream having been printed. */
+bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options, int& exitCode);
+
+} // namespace quorel
