@@ -12,14 +12,18 @@ namespace
 constexpr int numBankNameParameters = 38;
 constexpr int numMidiProgramDigits = 3;
 
-juce::StringArray namesOf(const juce::Array<juce::File>& files, bool withEnding)
+/** Instruments number their banks by the order of these lists: it must not follow a user's language. */
+void sortNames(juce::StringArray& names)
 {
-    juce::StringArray names;
-    for (const auto& file : files)
-        names.add(withEnding ? file.getFileName() : file.getFileNameWithoutExtension());
-    // The instruments number their banks by this order, so it must not follow a user's language.
     names.sort(false);
-    return names;
+}
+
+/** Files with this ending in any letter case, on every platform. */
+juce::Array<juce::File> filesIn(const juce::File& folder, const char* ending)
+{
+    auto files = folder.findChildFiles(juce::File::findFiles, false);
+    files.removeIf([ending](const juce::File& file) { return !file.hasFileExtension(ending); });
+    return files;
 }
 
 juce::String numbered(int index, int numDigits, const juce::String& name)
@@ -43,11 +47,14 @@ void listBanks(const juce::String& instrumentName, const UserStore& store, juce:
         return;
 
     const auto found = folderBanks ? folder.findChildFiles(juce::File::findDirectories, false, "*")
-                                   : folder.findChildFiles(juce::File::findFiles, false, "*.fxb");
+                                   : filesIn(folder, ".fxb");
     if (found.isEmpty())
         return;
 
-    bankNames = namesOf(found, true);
+    bankNames.clear();
+    for (const auto& bank : found)
+        bankNames.add(bank.getFileName());
+    sortNames(bankNames);
     // Entry 0 stands for the bank folder itself and takes the place of the first folder.
     if (folderBanks)
         bankNames.set(0, "Root Folder");
@@ -80,9 +87,11 @@ void readProgramNames(const juce::String& instrumentName, const juce::String& ba
 {
     programNames.clear();
     const auto folder = readBankFolder(instrumentName, store);
-    if (bankName.isNotEmpty() && folder != juce::File())
-        programNames = namesOf(
-            folder.getChildFile(bankName).findChildFiles(juce::File::findFiles, false, "*.fxp"), false);
+    if (bankName.isEmpty() || folder == juce::File())
+        return;
+    for (const auto& program : filesIn(folder.getChildFile(bankName), ".fxp"))
+        programNames.add(program.getFileNameWithoutExtension());
+    sortNames(programNames);
 }
 
 LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "hosting/PluginScanner.h"
+
+#include "presets/PlatformSeam.h"
+#include "support/RecordingInteraction.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel
+{
+
+namespace
+{
+const juce::File instruments(QUOREL_TEST_INSTRUMENTS);
+
+juce::StringArray namesIn(const juce::KnownPluginList& list)
+{
+    juce::StringArray names;
+    for (const auto& type : list.getTypes())
+        names.add(type.name);
+    return names;
+}
+
+juce::File placeOf(const juce::File& folder, const juce::String& name)
+{
+    return folder.getChildFile(name).getChildFile(name + pluginFileEnding());
+}
+
+void install(const juce::File& source, const juce::File& folder, const juce::String& name)
+{
+    const auto place = placeOf(folder, name);
+    place.getParentDirectory().createDirectory();
+    ASSERT_TRUE(source.copyFileTo(place)) << source.getFullPathName();
+}
+} // namespace
+
+TEST(PluginScanner, findsEveryInstrumentOnceAndTellsAboutIt)
+{
+    const test::ScratchFolder scratch;
+    const auto listFile = scratch.child("deep/list.xml");
+    test::RecordingInteraction user;
+    juce::KnownPluginList list;
+    PluginScanner scanner(list);
+    EXPECT_TRUE(scanner.scanPlugins(instruments, listFile, true, user));
+
+    EXPECT_EQ(namesIn(list), (juce::StringArray{"Dorvik", "Dorvik-K", "Fenn2", "Glasson", "Glasson2",
+                                                "Hexley", "Hexley-Mini", "Hexley2", "Imre", "Orlen", "Tarn",
+                                                "Tarn-Mini", "Tarn2", "Zeph"}));
+    EXPECT_EQ(scanner.scanStatus(), "Found 14 Ostrand Instruments");
+
+    const auto& said = user.progressTexts;
+    ASSERT_EQ(said.size(), 19);
+    EXPECT_EQ(said[0], "Scanning Plug-Ins|Scanning folder: " + instruments.getFullPathName());
+    EXPECT_EQ(said[1],
+              "Scanning Plug-Ins|Scanning plugin:  " + placeOf(instruments, "Orlen").getFullPathName());
+    EXPECT_EQ(said[7], said[8]) << "a name that stands twice is tried twice";
+    EXPECT_EQ(said[17], "Scanning Plug-Ins|Found 14 Ostrand Instruments");
+    EXPECT_EQ(said[18], "Scanning Plug-Ins|");
+
+    // The file gives the same list back, without a look at the instruments.
+    juce::KnownPluginList second;
+    PluginScanner later(second);
+    later.loadOrScan(scratch.child("gone"), listFile, user);
+    EXPECT_EQ(namesIn(second), namesIn(list));
+    EXPECT_EQ(later.scanStatus(), "");
+    ASSERT_FALSE(second.getTypes().isEmpty());
+    EXPECT_TRUE(second.getTypes().getFirst().isDuplicateOf(list.getTypes().getFirst()));
+    EXPECT_EQ(user.alerts.size(), 0);
+}
+
+TEST(PluginScanner, passesOverWhatIsNoInstrument)
+{
+    const test::ScratchFolder folder;
+    install(placeOf(instruments, "Zeph"), folder.path(), "Zeph");
+    folder.write("Orlen/Orlen" + pluginFileEnding(), "not a binary");
+    folder.write("Tarn/Tarn" + pluginFileEnding(), "");
+    folder.child("Tarn2/Tarn2" + pluginFileEnding()).createDirectory();
+    install(juce::File(QUOREL_TEST_NO_ENTRY), folder.path(), "Hexley");
+    install(placeOf(instruments, "Imre"), folder.path(), "Somebody");
+
+    // The same binary marked as one for another processor: AArch64, in both kinds of header that are in use.
+    juce::MemoryBlock foreign;
+    placeOf(instruments, "Imre").loadFileAsData(foreign);
+    auto* bytes = static_cast<juce::uint8*>(foreign.getData());
+    const bool isElf = bytes[0] == 0x7f;
+    const auto machine = isElf ? 18u : juce::ByteOrder::littleEndianInt(bytes + 0x3c) + 4u;
+    bytes[machine] = isElf ? 0xb7 : 0x64;
+    bytes[machine + 1] = isElf ? 0x00 : 0xaa;
+    placeOf(folder.path(), "Imre").create();
+    placeOf(folder.path(), "Imre").replaceWithData(foreign.getData(), foreign.getSize());
+
+    test::RecordingInteraction user;
+    juce::KnownPluginList list;
+    PluginScanner scanner(list);
+    EXPECT_TRUE(scanner.scanPlugins(folder.path(), folder.child("list.xml"), false, user));
+    EXPECT_EQ(namesIn(list), juce::StringArray{"Zeph"});
+    EXPECT_EQ(scanner.scanStatus(), "Found 1 Ostrand Instruments");
+    EXPECT_EQ(user.progressTexts.size() + user.alerts.size(), 0);
+
+    // Nowhere to look and nowhere to write: an empty list, and no harm.
+    EXPECT_FALSE(scanner.scanPlugins({}, {}, false, user));
+    EXPECT_EQ(scanner.scanStatus(), "Found 0 Ostrand Instruments");
+    EXPECT_EQ(list.getNumTypes(), 0);
+}
+
+TEST(PluginScanner, startReadsTheListFileOrScans)
+{
+    const test::ScratchFolder folder;
+    install(placeOf(instruments, "Zeph"), folder.path(), "Zeph");
+    const auto file = folder.child("list.xml");
+    const juce::String good = "<?xml version=\"1.0\"?><KNOWNPLUGINS>"
+                              "<PLUGIN name=\"Tarn2\" format=\"VST\" file=\"/t2.so\" uniqueId=\"1\"/>"
+                              "<BLACKLISTED id=\"/bad.so\"/><UNKNOWN/>"
+                              "<PLUGIN name=\"Tarn\" format=\"VST\" file=\"/t.so\" uniqueId=\"1\"/>"
+                              "</KNOWNPLUGINS>";
+
+    struct Case
+    {
+        juce::String text;
+        juce::StringArray names;
+        bool rewritten;
+    };
+
+    const juce::StringArray none;
+    const juce::StringArray scanned{"Zeph"};
+    const Case cases[] = {
+        {"", scanned, true},
+        {"<A/>", scanned, true},
+        {good, {"Tarn", "Tarn2"}, false},
+        {"<KNOWNPLUGINS/>", none, false},
+        {good.replace("KNOWNPLUGINS", "OTHER"), none, false},
+        {good.dropLastCharacters(20), none, false},
+        {"no XML, but longer than ten bytes", none, false},
+    };
+    for (const auto& c : cases)
+    {
+        file.replaceWithText(c.text);
+        test::RecordingInteraction user;
+        juce::KnownPluginList list;
+        PluginScanner(list).loadOrScan(folder.path(), file, user);
+        EXPECT_EQ(namesIn(list), c.names) << c.text;
+        EXPECT_EQ(file.loadFileAsString() != c.text, c.rewritten) << c.text;
+    }
+
+    juce::KnownPluginList list;
+    file.replaceWithText(good);
+    ASSERT_TRUE(readPluginList(file, list));
+    EXPECT_EQ(list.getBlacklistedFiles(), juce::StringArray{"/bad.so"});
+    ASSERT_TRUE(writePluginList(file, list));
+    juce::KnownPluginList again;
+    ASSERT_TRUE(readPluginList(file, again));
+    EXPECT_EQ(namesIn(again), namesIn(list));
+    EXPECT_EQ(again.getBlacklistedFiles(), list.getBlacklistedFiles());
+}
+
+} // namespace quorel
