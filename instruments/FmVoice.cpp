@@ -41,7 +41,10 @@ public:
         velocity = note.velocity;
         keyScale = std::exp2(-fixed.keyDamping * static_cast<float>(note.note - 60) / 12.0f);
         gain = velocityGain(velocity, controls.value[fm::velocity]);
-        modulatorPhase = leftPhase = rightPhase = tinePhase = tineModulatorPhase = 0.0f;
+        // Carriers start anywhere, so that the notes of a chord don't all peak at once.
+        Noise random{note.seed};
+        leftPhase = rightPhase = random.uniform();
+        modulatorPhase = tinePhase = tineModulatorPhase = 0.0f;
         lastModulator = 0.0f;
         modulatorLevel = tineLevel = 1.0f;
         envelope.start();

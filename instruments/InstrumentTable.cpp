@@ -17,9 +17,9 @@ static const std::array<InstrumentInfo, numInstruments> table {{
     { "Hexley", "SOFTWARE\\KTMD\\Hexley", "BankDir", false, 1024, 630,
       { 61, 62, 78, 64, 69, 70, 71, 73, 91, 92, 93, 95 }, EngineKind::fm, 0, 0.17f },
     { "Hexley2", "SOFTWARE\\Ostrand\\Hexley2", "BankFolderDir", true, 1024, 128,
-      { 92, 93, 94, 96, 59, 68, 65, 67, 89, 1001, 1002, 1013 }, EngineKind::fm, 1, 0.17f },
+      { 92, 93, 94, 96, 59, 68, 65, 67, 89, 1001, 1002, 1013 }, EngineKind::fm, 1, 0.14f },
     { "Hexley-Mini", "SOFTWARE\\Ostrand\\Hexley-Mini", "BankDir", false, 1024, 630,
-      { 61, 62, 78, 64, 69, 70, 71, 73, 91, 92, 93, 95 }, EngineKind::fm, 2, 0.18f },
+      { 61, 62, 78, 64, 69, 70, 71, 73, 91, 92, 93, 95 }, EngineKind::fm, 2, 0.16f },
     { "Dorvik", "SOFTWARE\\KTMD\\Dorvik", "BankDir", false, 10000, 9250,
       { 67, 70, 72, 73, 75, 76, 74, 77, 78, 10, 11, 12 }, EngineKind::drums, 0, 0.24f },
     { "Dorvik-K", "SOFTWARE\\Ostrand\\DorvikK", "BankDir", false, 4096, 3000,
@@ -35,7 +35,7 @@ static const std::array<InstrumentInfo, numInstruments> table {{
     { "Tarn-Mini", "SOFTWARE\\KTMD\\Tarn-Mini", "Tarn_Banks", false, 2500, 1661,
       { 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12 }, EngineKind::analogue, 3, 0.19f },
     { "Fenn2", "SOFTWARE\\Ostrand\\Fenn2", "BankFolderDir", true, 1024, 128,
-      { 40, 41, 50, 16, 24, 25, 29, 36, 4, 5, 6, 8 }, EngineKind::organ, 0, 0.17f },
+      { 40, 41, 50, 16, 24, 25, 29, 36, 4, 5, 6, 8 }, EngineKind::organ, 0, 0.15f },
 }};
 
 // clang-format on

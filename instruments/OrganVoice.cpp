@@ -24,7 +24,7 @@ public:
         frequency = noteFrequency(static_cast<float>(note.note));
         gain = velocityGain(note.velocity, 0.35f);
         for (float& phase : phases)
-            phase = 0.0f;
+            phase = noise.uniform(); // the wheels never stop turning
         percussionPhase = 0.0f;
         percussionLevel = c.value[organ::percussion];
         clickLevel = 0.5f * c.value[organ::keyClick];

@@ -272,6 +272,8 @@ void Synth::render(float* left, float* right, int n)
 
 void Synth::renderSegment(float* left, float* right, int n)
 {
+    // Voices end on the control grid alone, or their last faint samples would depend on the blocks.
+    const bool controlDue = n == untilControl;
     float sumLeft[controlInterval]{}, sumRight[controlInterval]{};
     float voiceLeft[controlInterval], voiceRight[controlInterval];
     for (std::size_t i = 0; i < slots.size(); ++i)
@@ -289,7 +291,7 @@ void Synth::renderSegment(float* left, float* right, int n)
         }
         slot.lastLeft = voiceLeft[n - 1] * slot.fade;
         slot.lastRight = voiceRight[n - 1] * slot.fade;
-        slot.active = alive && slot.fade > 0.0f;
+        slot.active = (alive || !controlDue) && slot.fade > 0.0f;
     }
     for (int s = 0; s < n; ++s)
     {
