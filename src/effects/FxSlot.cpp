@@ -19,6 +19,39 @@ float usableTempo(float bpm)
     return bpm > 0.0f ? std::min(std::max(bpm, 0.001f), 1.0e6f) : 120.0f;
 }
 
+void retuneReverb(FxSlot& slot, float rate)
+{
+    for (ReverbUnit& unit : slot.reverb)
+    {
+        unit.sampleRate = rate;
+        reverbSetSampleRate(unit);
+    }
+}
+
+/** Puts the settings and states of every type at rest; its memory stays. */
+void restFields(FxSlot& slot)
+{
+    static_cast<ToneFilter&>(slot) = {};
+    static_cast<SvfBanks&>(slot) = {};
+    static_cast<DelayFields&>(slot) = {};
+    static_cast<TapeDelayFields&>(slot) = {};
+    static_cast<CombFields&>(slot) = {};
+    static_cast<HqReverbFields&>(slot) = {};
+    static_cast<ChorusFields&>(slot) = {};
+    static_cast<EnsembleFields&>(slot) = {};
+    static_cast<FlangerFields&>(slot) = {};
+    static_cast<PhaserFields&>(slot) = {};
+    static_cast<DistortionFields&>(slot) = {};
+    static_cast<AmpFields&>(slot) = {};
+    static_cast<CabinetFields&>(slot) = {};
+    static_cast<CompressorFields&>(slot) = {};
+    static_cast<GateFields&>(slot) = {};
+    static_cast<RhythmFields&>(slot) = {};
+    static_cast<FilterFields&>(slot) = {};
+    reverbInit(slot);
+    ensembleInit(slot);
+}
+
 void prepareMix(FxSlot& slot)
 {
     const float mix = clampUnit(slot.mix);
@@ -114,11 +147,21 @@ void fxConstruct(FxSlot& slot)
     std::fill(std::begin(slot.modLineL), std::end(slot.modLineL), 0.0f);
     std::fill(std::begin(slot.modLineR), std::end(slot.modLineR), 0.0f);
     std::fill(std::begin(slot.auxRing), std::end(slot.auxRing), 0.0f);
+    combClear(slot);
+    ensembleClear(slot);
+    tapeInit(slot.tape, slot.sampleRate);
+    retuneReverb(slot, slot.sampleRate);
+    filterConstruct(slot.filter);
+    filterInit(slot.filter, slot.sampleRate);
+    restFields(slot);
 }
 
 void fxInit(FxSlot& slot, float sampleRate)
 {
     const float rate = usableRate(sampleRate);
+    if (rate != slot.sampleRate)
+        retuneReverb(slot, rate);
+
     slot.sampleRate = rate;
     slot.bpm = 120.0f;
     slot.samplesPerWhole = rate * 240.0f / 120.0f;
@@ -133,8 +176,8 @@ void fxInit(FxSlot& slot, float sampleRate)
 
     slot.wetLeft = 0.0f;
     slot.wetRight = 0.0f;
-    static_cast<ToneFilter&>(slot) = {};
-    static_cast<SvfBanks&>(slot) = {};
+    filterInit(slot.filter, rate);
+    restFields(slot);
 }
 
 void fxUpdate(FxSlot& slot, const float p[fxParameterCount], float bpm)

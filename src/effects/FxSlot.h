@@ -1,31 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/AmpEffects.h"
+#include "effects/ChorusEffects.h"
+#include "effects/CombFilter.h"
+#include "effects/DelayEffects.h"
+#include "effects/DistortionEffects.h"
+#include "effects/Dynamics.h"
 #include "effects/EffectConstants.h"
+#include "effects/FilterCore.h"
+#include "effects/FilterEffects.h"
+#include "effects/FlangerEffects.h"
+#include "effects/FxClock.h"
 #include "effects/FxTypes.h"
+#include "effects/HqReverb.h"
+#include "effects/PhaserEffects.h"
+#include "effects/ReverbUnit.h"
+#include "effects/RhythmEffects.h"
 #include "effects/StateVariableFilter.h"
+#include "effects/TapeLine.h"
 #include "effects/ToneFilter.h"
 
 #include <cstdint>
 
 namespace quorel
 {
-/** Rate, tempo and the two sample counters of a slot. */
-struct FxClock
-{
-    float sampleRate = 44100.0f;
-    float bpm = 120.0f;
-    float samplesPerWhole = 88200.0f; ///< length of a whole note, in samples
-    float invSampleRate = 1.0f / 44100.0f;
-    std::int32_t silenceCount = 0;     ///< samples since input or output were last heard
-    std::int32_t type = 0;             ///< index into fxTypes
-    std::uint32_t sampleCount = 0;     ///< control rate and ring position; never reset
-    std::uint32_t writeCount = 0;      ///< write position of the delay lines; never reset, always below 2^31
-    float modWheel = 0.0f;             ///< input of the slot that nothing drives
-    std::int32_t transportPlaying = 0; ///< likewise
-    float songPosition = 0.0f;         ///< likewise, quarter notes
-};
-
 /** Dry and wet mix of a slot. */
 struct FxMix
 {
@@ -43,7 +42,27 @@ struct FxMix
     Nothing is allocated after construction, whatever the type. All functions below run on the audio thread,
    but for fxConstruct, and for fxInit where the owner keeps audio away. A slot doesn't change its samples by
    how a block is cut: any mix of fxProcessSample and fxProcessBlock gives the same output. */
-struct FxSlot : FxClock, FxMix, ToneFilter, SvfBanks
+struct FxSlot : FxClock,
+                FxMix,
+                ToneFilter,
+                SvfBanks,
+                DelayFields,
+                TapeDelayFields,
+                CombFields,
+                HqReverbFields,
+                ChorusFields,
+                EnsembleFields,
+                FlangerFields,
+                PhaserFields,
+                DistortionFields,
+                AmpFields,
+                CabinetFields,
+                CompressorFields,
+                GateFields,
+                RhythmFields,
+                FilterFields,
+                CombBuffers,
+                EnsembleLines
 {
     float param[fxParameterCount];     ///< the parameters, 0 to 1
     float paramCopy[fxParameterCount]; ///< the same once more
@@ -53,6 +72,10 @@ struct FxSlot : FxClock, FxMix, ToneFilter, SvfBanks
     float auxRing[fxAuxRingLength];
 
     float sineBipolar[fxSineLength], sineUnipolar[fxSineLength];
+
+    FilterCore filter;
+    ReverbUnit reverb[3];
+    TapeLine tape;
 };
 
 /** Builds the tables and clears all memory; once for each slot, before anything else. */

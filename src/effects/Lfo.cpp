@@ -2,6 +2,7 @@
 #include "effects/Lfo.h"
 
 #include "effects/EffectMath.h"
+#include "effects/FxClock.h"
 #include "effects/SyncTables.h"
 
 namespace quorel
@@ -43,6 +44,11 @@ std::uint32_t lfoIncTempo(float p, float sampleRate, float bpm)
 {
     const float wholeNotes = lfoSyncTable[static_cast<std::size_t>(lfoSyncIndex(p))].value;
     return toIncrement(4194303.8f / (wholeNotes * 120.0f * sampleRate / bpm + 1.0f));
+}
+
+std::uint32_t lfoInc(const FxClock& clock, float p, float pSync)
+{
+    return pSync >= 0.5f ? lfoIncTempo(p, clock.sampleRate, clock.bpm) : lfoIncFree(p, clock.invSampleRate);
 }
 
 std::uint32_t delayModRate(float p, float invSampleRate)

@@ -5,6 +5,8 @@
 
 namespace quorel
 {
+struct FxClock;
+
 /** LFO phases have 24 bits; the sine tables are read at the top 16. */
 inline constexpr std::uint32_t lfoPhaseMask = 0xffffff;
 
@@ -22,6 +24,9 @@ std::uint32_t lfoIncFree(float p, float invSampleRate);
 
 /** 24-bit increment a sample for a note length of lfoSyncTable, p 0 to 1; one cycle is two of those notes. */
 std::uint32_t lfoIncTempo(float p, float sampleRate, float bpm);
+
+/** Either of them: the tempo form when the "Sync" parameter is at 0.5 or more. */
+std::uint32_t lfoInc(const FxClock& clock, float p, float pSync);
 
 /** 24-bit increment for each 16 samples of the delays' modulation, 0.027 to 27.5 Hz, p 0 to 1. */
 std::uint32_t delayModRate(float p, float invSampleRate);

@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/AmpEffects.h"
+
+#include "effects/AmpTables.h"
+#include "effects/DriveCurve.h"
+#include "effects/EffectMath.h"
+#include "effects/FxSlot.h"
+#include "effects/Quad.h"
+
+namespace quorel
+{
+namespace
+{
+// Corners of the tone stack, 200 Hz and 4000 Hz.
+constexpr float bassCut = 0.332192f;
+constexpr float trebleCut = 0.7643856f;
+
+constexpr int taps = 64;
+
+/** The last 63 samples, oldest first, and the chunk after them. */
+struct AmpInput
+{
+    float samples[taps - 1 + fxChunk];
+
+    AmpInput(float* history, std::uint32_t firstCount, const float* in, int num)
+    {
+        for (std::uint32_t age = 0; age < taps - 1; ++age)
+            samples[age] = history[(firstCount + 1 + age) & 63];
+
+        for (int t = 0; t < num; ++t)
+        {
+            samples[taps - 1 + t] = in[t];
+            history[(firstCount + static_cast<std::uint32_t>(t)) & 63] = in[t];
+        }
+    }
+};
+
+/** The history is walked the wrong way round: tap 0 meets the newest sample, tap k the one 64 - k samples
+   old. That is the sound. Each output adds in the order of the taps. */
+void ampImpulse(const float* row, const AmpInput& in, float* out, int num)
+{
+    int t = 0;
+
+    for (; t + 8 <= num; t += 8)
+    {
+        const float* samples = in.samples + t;
+        Quad first = loadQuad(samples + taps - 1) * row[0] + fxTiny;
+        Quad second = loadQuad(samples + taps + 3) * row[0] + fxTiny;
+
+        for (int k = 1; k < taps; ++k)
+        {
+            first = first + loadQuad(samples + k - 1) * row[k];
+            second = second + loadQuad(samples + k + 3) * row[k];
+        }
+
+        storeQuad(out + t, first);
+        storeQuad(out + t + 4, second);
+    }
+
+    for (; t < num; ++t)
+    {
+        const float* samples = in.samples + t;
+        float sum = samples[taps - 1] * row[0] + fxTiny;
+        for (int k = 1; k < taps; ++k)
+            sum = sum + samples[k - 1] * row[k];
+        out[t] = sum;
+    }
+}
+
+void setToneStack(FxSlot& slot)
+{
+    setSvf(slot, bassCut, 0.0f, 0.0f, slot.sampleRate);
+    setSvfB(slot, trebleCut, 0.0f, slot.sampleRate);
+}
+
+float ampTone(float in, const FxSlot& slot, SvfState& low, SvfState& high, const SvfBanks& svf)
+{
+    svfTick(low, in, svf.svfF, svf.svfQ);
+    const float l2 = in + (slot.ampBass - 1.0f) * svfLowPass(low);
+    svfTick(high, l2, svf.svfBF, svf.svfQ);
+    return ((slot.ampTreble - 1.0f) * svfHighPass(high) + l2) * slot.ampBoost + fxTiny;
+}
+
+// Here "Treble" works below 4 kHz, not above.
+float cabinetTone(float in, const FxSlot& slot, SvfState& low, SvfState& high, const SvfBanks& svf)
+{
+    svfTick(low, in, svf.svfF, svf.svfQ);
+    const float l2 = in + (slot.cabBass - 1.0f) * svfLowPass(low);
+    svfTick(high, l2, svf.svfBF, svf.svfQ);
+    return ((slot.cabTreble - 1.0f) * svfLowPass(high) + l2) * slot.cabBoost + fxTiny;
+}
+
+void cabinetFilter(CabinetFields& f, float& l, float& r)
+{
+    if (f.cabType == 0 || f.cabType == 4)
+    {
+        f.cabHist[f.cabPos][0] = l;
+        f.cabHist[f.cabPos][1] = r;
+        return;
+    }
+
+    const float* feed = cabFeed[f.cabType];
+    const float* back = cabBack[f.cabType];
+    storeQuad(f.cabHist[f.cabPos], Quad{l, r, 0.0f, 0.0f});
+    Quad sum = quadOf(0.0f);
+
+    for (int k = 0; k < 32; ++k)
+    {
+        const Quad products =
+            loadQuad(f.cabHist[(f.cabPos - k) & 31]) * Quad{feed[k], feed[k], back[k], back[k]};
+        sum = sum + (products + __builtin_shufflevector(products, products, 2, 3, 2, 3));
+    }
+
+    l = sum[0];
+    r = sum[1];
+    f.cabHist[f.cabPos][2] = l;
+    f.cabHist[f.cabPos][3] = r;
+    f.cabPos = (f.cabPos + 1) & 31;
+}
+} // namespace
+
+void ampUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.ampType = discreteChoice(p[0], 5.99f);
+    slot.ampDrive = std::exp2(p[1] * 8.0f) - 1.0f;
+    slot.ampBass = levelGain(p[2], 40.0f, -20.0f);
+    slot.ampTreble = levelGain(p[3], 40.0f, -20.0f);
+    slot.ampBoost = levelGain(p[4], 40.0f, -20.0f);
+    setToneStack(slot);
+}
+
+void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+{
+    SvfBanks svf = slot;
+
+    if (slot.ampType != 0)
+    {
+        const float* row = ampTaps[slot.ampType];
+        const AmpInput left(slot.ampHistL, slot.sampleCount + 1, x, num);
+        const AmpInput right(slot.ampHistR, slot.sampleCount + 1, y, num);
+        ampImpulse(row, left, wetLeft, num);
+        ampImpulse(row, right, wetRight, num);
+    }
+    else
+    {
+        for (int t = 0; t < num; ++t)
+        {
+            wetLeft[t] = x[t] + fxTiny;
+            wetRight[t] = y[t] + fxTiny;
+        }
+    }
+
+    for (int t = 0; t < num; ++t)
+    {
+        wetLeft[t] = ampTone(driveCurve(wetLeft[t], slot.ampDrive), slot, svf.svfL, svf.svfBL, svf);
+        wetRight[t] = ampTone(driveCurve(wetRight[t], slot.ampDrive), slot, svf.svfR, svf.svfBR, svf);
+    }
+
+    static_cast<SvfBanks&>(slot) = svf;
+}
+
+void cabinetUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.cabType = discreteChoice(p[0], 3.99f) + (slot.sampleRate > 80000.0f ? 4 : 0);
+    slot.cabDrive = std::exp2(p[1] * 8.0f) - 1.0f;
+    slot.cabBass = levelGain(p[2], 40.0f, -20.0f);
+    slot.cabTreble = levelGain(p[3], 40.0f, -20.0f);
+    slot.cabBoost = levelGain(p[4], 40.0f, -20.0f) * cabGain[slot.cabType];
+    setToneStack(slot);
+}
+
+void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+{
+    CabinetFields& f = slot;
+    SvfBanks svf = slot;
+
+    for (int t = 0; t < num; ++t)
+    {
+        float l = x[t], r = y[t];
+        cabinetFilter(f, l, r);
+        wetLeft[t] = cabinetTone(driveCurve(l, f.cabDrive), slot, svf.svfL, svf.svfBL, svf);
+        wetRight[t] = cabinetTone(driveCurve(r, f.cabDrive), slot, svf.svfR, svf.svfBR, svf);
+    }
+
+    static_cast<SvfBanks&>(slot) = svf;
+}
+} // namespace quorel

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/EffectMath.h"
+#include "effects/FilterCore.h"
+
+namespace quorel
+{
+namespace
+{
+constexpr float pi = 3.14159f;
+constexpr float twoPi = 6.28318f;
+constexpr float sqrt8 = 2.8284271f;
+
+/** Formants in Hz of "A", "E", "I", "O", "U". */
+constexpr float vowelTable[5][4] = {
+    {650.0f, 1080.0f, 2650.0f, 2900.0f}, {400.0f, 1700.0f, 2600.0f, 3200.0f},
+    {290.0f, 1870.0f, 2800.0f, 3250.0f}, {400.0f, 800.0f, 2800.0f, 3000.0f},
+    {350.0f, 600.0f, 2700.0f, 2900.0f},
+};
+
+// Rounding can carry the poles of a band far below the rate onto or past the unit circle; steps of a float
+// back keep them inside.
+void stabilise(float& a1, float& a2)
+{
+    while (static_cast<double>(a2) >= 1.0)
+        a2 = std::nextafter(a2, 0.0f);
+    while (std::abs(static_cast<double>(a1)) >= 1.0 + static_cast<double>(a2))
+        a1 = std::nextafter(a1, 0.0f);
+}
+
+void setOnePole(FilterCore& core)
+{
+    const float n = std::max((core.freqHz + 0.001f) * core.invSampleRate + fxTiny, core.minFreq);
+    core.opCoef = n > 0.2f ? 0.4f : 2.0f * n;
+    core.opInv = 1.0f - core.opCoef;
+}
+
+void setStateVariable(FilterCore& core, float fn, float r)
+{
+    core.svfF = 2.0f * std::sin(fn * pi);
+    core.svfQ = 1.0f - r;
+}
+
+void setLowPassBiquad(FilterCore& core, float c, float k)
+{
+    const float g = 1.0f / (k + 1.001f + c * c);
+    core.b0 = core.b2 = g;
+    core.b1 = 2.0f * g;
+    core.a1 = (1.0f - c * c) * 2.0f * g;
+    core.a2 = (1.0f - k + c * c) * g;
+    stabilise(core.a1, core.a2);
+}
+
+void setHighPassBiquad(FilterCore& core, float c, float k)
+{
+    const float g = 1.0f / (k + 1.0001f + c * c);
+    core.b0 = core.b2 = g;
+    core.b1 = -2.0f * g;
+    core.a1 = (c * c - 1.0f) * 2.0f * g;
+    core.a2 = (1.0f - k + c * c) * g;
+    stabilise(core.a1, core.a2);
+}
+
+void setBandPassBiquad(FilterCore& core, float fn, float r)
+{
+    const float w = fn * twoPi;
+    const float q = std::exp2(r * 3.98f + 1.0f);
+    const float a = std::sin(w) / q;
+    core.b0 = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
+    core.b1 = 0.0f;
+    core.b2 = std::sqrt(q + 1.0f) * (-2.0f * a) / (1.0f + a);
+    core.a1 = -2.0f * std::cos(w) / (1.0f + a);
+    core.a2 = (1.0f - a) / (1.0f + a);
+    stabilise(core.a1, core.a2);
+}
+
+void setNotchBiquad(FilterCore& core, float fn, float r)
+{
+    const float w = fn * twoPi;
+    const float r2 = r * 0.98f;
+    const float a = std::sin(w) / ((1.0f - r2) * 1.96f);
+    core.a1 = -2.0f * std::cos(w) / (1.0f + a);
+    core.b0 = core.b2 = 1.0f / (1.0f + a);
+    core.a2 = (1.0f - a) / (1.0f + a);
+    stabilise(core.a1, core.a2);
+    core.b1 = core.a1;
+}
+
+void setSteepLowPassBiquad(FilterCore& core, float fn)
+{
+    const float c = std::cos(fn * pi) / (std::sin(fn * pi) + 0.0015f);
+    setLowPassBiquad(core, c, sqrt8 * c);
+}
+
+void setSteepHighPassBiquad(FilterCore& core, float fn)
+{
+    const float c = std::sin(fn * pi) / std::abs(std::cos(fn * pi) + 0.0015f);
+    setHighPassBiquad(core, c, sqrt8 * c);
+}
+
+void setLadder(FilterCore& core, float fn, float r)
+{
+    const float f = fn * 2.0f;
+    const float u = 1.0f - f;
+    const float p = u * f + f;
+    core.ladderScale = 2.0f * p - 1.0f;
+    core.ladderP = p;
+    core.ladderFeedback = ((u * 5.6f * u + (1.0f - u)) * (u * 0.5f) + 1.0f) * r;
+}
+
+void setComb(FilterCore& core)
+{
+    core.combDelay = truncateTo(core.sampleRate * 256.0f / core.freqHz, 0, 0x1ffffe);
+    if (core.combDelay < 513)
+        core.combDelay = 514;
+
+    core.combGain = std::sqrt(std::sqrt(core.resonance));
+    if (core.type == 24)
+        core.combGain = -core.combGain;
+}
+
+void setVowel(FilterCore& core, float r)
+{
+    const float q = (r * 0.399f + 0.1f) * pi;
+    const float v = clampUnit(core.vowel) * 4.99f;
+    const int i = static_cast<int>(v);
+    const int next = i == 4 ? 0 : i + 1;
+    const float frac = v - static_cast<float>(i);
+    const float ratio = core.freqHz / 440.0f * core.invSampleRate;
+
+    for (int k = 0; k < 4; ++k)
+    {
+        const float f =
+            std::min(((1.0f - frac) * vowelTable[i][k] + frac * vowelTable[next][k]) * ratio, 0.4f);
+        const float c = 1.0f / (std::tan(f * q) + 0.001f);
+        const float a = 1.0f / (c + 1.0f);
+        core.formantB[k] = a;
+        core.formantA1[k] = -(2.0f * std::cos(f * 6.283180236816406f) * c * a);
+        core.formantA2[k] = (c - 1.0f) * a;
+        stabilise(core.formantA1[k], core.formantA2[k]);
+    }
+}
+
+void setFormant(FilterCore& core, int k, float r, float multiple)
+{
+    const float q = std::exp2(r * 3.98f + 1.0f);
+    const float f = std::min((core.freqHz + 0.001f) * multiple * core.invSampleRate + fxTiny, 0.4f);
+    const float w = f * twoPi;
+    const float a = std::sin(w) / q;
+    core.formantB[k] = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
+    core.formantA1[k] = -2.0f * std::cos(w) / (1.0f + a);
+    core.formantA2[k] = (1.0f - a) / (1.0f + a);
+    stabilise(core.formantA1[k], core.formantA2[k]);
+}
+
+float modulation(const FilterCore& core)
+{
+    return core.mod0 + core.mod1 + core.mod2 + core.mod3 + core.mod4 + core.mod5 + core.mod6 + core.mod7;
+}
+} // namespace
+
+void filterCoefficients(FilterCore& core)
+{
+    core.cutoffSmooth = core.cutoffTarget * 0.01f + core.cutoffSmooth * 0.99f;
+    core.freqHz = std::exp2(10.0f * clampUnit(modulation(core) + core.cutoffSmooth)) * core.keyScale * 20.0f;
+
+    if (core.freqHz == core.lastFreqHz && core.resonance == core.lastResonance &&
+        core.vowel == core.lastVowel && core.type == core.lastType)
+        return;
+
+    core.lastFreqHz = core.freqHz;
+    core.lastResonance = core.resonance;
+    core.lastVowel = core.vowel;
+    core.lastType = core.type;
+
+    // A fraction of the doubled rate.
+    const float r = std::min(core.resonance, 0.99f);
+    const float fn = std::max(
+        (std::min(core.freqHz, core.maxFreq) + 0.001f) * core.invSampleRate * 0.5f + fxTiny, core.minFreq);
+
+    switch (core.type)
+    {
+    case 1:
+    case 2:
+        setOnePole(core);
+        break;
+    case 3:
+    case 4:
+    case 5:
+    case 6:
+        setStateVariable(core, fn, r);
+        break;
+    case 7:
+    {
+        const float c = std::cos(fn * pi) / (std::sin(fn * 3.143159f) + 0.0015f);
+        setLowPassBiquad(core, c, sqrt8 * std::abs(1.0f - r) * c);
+        break;
+    }
+    case 8:
+    {
+        const float c = std::sin(fn * pi) / (std::cos(fn * pi) + 0.0015f);
+        setHighPassBiquad(core, c, sqrt8 * std::abs(1.0f - r) * c);
+        break;
+    }
+    case 9:
+        setBandPassBiquad(core, fn, r);
+        break;
+    case 10:
+        setNotchBiquad(core, fn, r);
+        break;
+    case 11:
+    case 12:
+        setOnePole(core);
+        setStateVariable(core, fn, r);
+        break;
+    case 13:
+        setSteepLowPassBiquad(core, fn);
+        setStateVariable(core, fn, r);
+        break;
+    case 14:
+        setSteepHighPassBiquad(core, fn);
+        setStateVariable(core, fn, r);
+        break;
+    case 15:
+    case 16:
+    case 17:
+    case 18:
+        setLadder(core, fn, r);
+        break;
+    case 19:
+        setBandPassBiquad(core, fn, r);
+        setStateVariable(core, fn, r);
+        break;
+    case 20:
+        setNotchBiquad(core, fn, r);
+        setStateVariable(core, fn, r);
+        break;
+    case 21:
+        setSteepLowPassBiquad(core, fn);
+        setLadder(core, fn, r);
+        break;
+    case 22:
+        setSteepHighPassBiquad(core, fn);
+        setLadder(core, fn, r);
+        break;
+    case 23:
+    case 24:
+        setComb(core);
+        break;
+    case 25:
+        setVowel(core, r);
+        break;
+    case 26:
+        for (int k = 0; k < 4; ++k)
+            setFormant(core, k, r, std::exp2((k < 2 ? -2.0f : 2.0f) * core.vowel));
+        break;
+    case 27:
+        for (int k = 0; k < 4; ++k)
+            setFormant(core, k, r,
+                       std::exp2((core.vowel * 0.6666667f * static_cast<float>(k) - core.vowel) * 2.0f));
+        break;
+    case 28:
+    {
+        const float c = clampUnit(modulation(core) + core.cutoffTarget);
+        core.ringRate = std::exp2(10.0f * c) * core.keyScale * 20.0f * twoPi * core.invSampleRate;
+        core.ringDepth = r;
+        break;
+    }
+    default:
+        break;
+    }
+}
+} // namespace quorel

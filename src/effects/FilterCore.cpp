@@ -1,0 +1,532 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/FilterCore.h"
+
+#include "effects/DriveCurve.h"
+#include "effects/Quad.h"
+
+namespace quorel
+{
+namespace
+{
+constexpr float half = 0.70710678f;
+
+float heldTo(float x, float limit)
+{
+    return std::min(std::max(x, -limit), limit);
+}
+
+/** The biquad of a block, its history in registers. */
+class Biquad
+{
+public:
+    explicit Biquad(FilterCore& owner)
+        : core(owner)
+        , b0(quadOf(owner.b0))
+        , b1(quadOf(owner.b1))
+        , b2(quadOf(owner.b2))
+        , a1(quadOf(owner.a1))
+        , a2(quadOf(owner.a2))
+        , x1(loadQuad(owner.x1))
+        , x2(loadQuad(owner.x2))
+        , y1(loadQuad(owner.y1))
+        , y2(loadQuad(owner.y2))
+    {
+    }
+
+    Quad tick(Quad in)
+    {
+        const Quad x = in + quadOf(fxTiny);
+        const Quad y = x * b0 + x1 * b1 + x2 * b2 - y1 * a1 - y2 * a2 + quadOf(fxTiny);
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+        return y;
+    }
+
+    void store()
+    {
+        storeQuad(core.x1, x1);
+        storeQuad(core.x2, x2);
+        storeQuad(core.y1, y1);
+        storeQuad(core.y2, y2);
+    }
+
+private:
+    FilterCore& core;
+    const Quad b0, b1, b2, a1, a2;
+    Quad x1, x2, y1, y2;
+};
+
+/** The state-variable filter of a block. */
+class StateVariable
+{
+public:
+    explicit StateVariable(FilterCore& owner)
+        : core(owner)
+        , f(quadOf(owner.svfF))
+        , q(quadOf(owner.svfQ))
+        , band(loadQuad(owner.band))
+        , high(loadQuad(owner.high))
+        , low(loadQuad(owner.low))
+    {
+    }
+
+    void tick(Quad in)
+    {
+        const Quad tiny = quadOf(fxTiny);
+
+        // Past a band state of 44.7 the cubic term gives back more than it takes.
+        if (!(std::abs(band[0]) <= 44.0f && std::abs(band[1]) <= 44.0f))
+            band = quorel::heldTo(band, 44.0f);
+
+        band = band - band * band * band * 0.001f + tiny;
+        high = in - low - band * q + tiny;
+        band = high * f + tiny + band;
+        low = band * f + tiny + low;
+    }
+
+    void clamp(float limit)
+    {
+        band = quorel::heldTo(band, limit);
+        high = quorel::heldTo(high, limit);
+        low = quorel::heldTo(low, limit);
+    }
+
+    void store()
+    {
+        storeQuad(core.band, band);
+        storeQuad(core.high, high);
+        storeQuad(core.low, low);
+    }
+
+private:
+    FilterCore& core;
+    const Quad f, q;
+
+public:
+    Quad band, high, low;
+};
+
+/** The ladder of a block. */
+class Ladder
+{
+public:
+    explicit Ladder(FilterCore& owner)
+        : core(owner)
+        , scale(quadOf(owner.ladderScale))
+        , feedback(quadOf(owner.ladderFeedback))
+        , p(quadOf(owner.ladderP))
+        , inPrev(loadQuad(owner.inPrev))
+        , s1(loadQuad(owner.s1))
+        , s2(loadQuad(owner.s2))
+        , s3(loadQuad(owner.s3))
+        , s4(loadQuad(owner.s4))
+    {
+    }
+
+    void tick(Quad in)
+    {
+        const Quad tiny = quadOf(fxTiny);
+        const Quad x = in - feedback * s4 + tiny;
+        const Quad n1 = (x + inPrev) * p - scale * s1 + tiny;
+        const Quad n2 = (n1 + s1) * p - scale * s2 + tiny;
+        const Quad n3 = (n2 + s2) * p - scale * s3 + tiny;
+        const Quad v = (n3 + s3) * p - scale * s4 + tiny;
+        const Quad square = v * v;
+        s1 = n1;
+        s2 = n2;
+        s3 = n3;
+        s4 = (1.0f - square * 0.166666f) * v;
+        inPrev = x + tiny;
+
+        // Past the square root of 12 the cubic stage returns more than it was given, and would run off for
+        // good.
+        if (!(square[0] <= 12.0f && square[1] <= 12.0f))
+        {
+            for (int c = 0; c < 2; ++c)
+                if (!(square[c] <= 12.0f))
+                    s4[c] = std::copysign(0.9428090f, v[c]);
+        }
+    }
+
+    void clamp()
+    {
+        s1 = quorel::heldTo(s1, 100.0f);
+        s2 = quorel::heldTo(s2, 100.0f);
+        s3 = quorel::heldTo(s3, 100.0f);
+        s4 = quorel::heldTo(s4, 100.0f);
+    }
+
+    void store()
+    {
+        storeQuad(core.inPrev, inPrev);
+        storeQuad(core.s1, s1);
+        storeQuad(core.s2, s2);
+        storeQuad(core.s3, s3);
+        storeQuad(core.s4, s4);
+    }
+
+private:
+    FilterCore& core;
+    const Quad scale, feedback, p;
+    Quad inPrev, s1, s2;
+
+public:
+    Quad s3, s4;
+};
+
+/** The one-pole of a block. */
+class OnePole
+{
+public:
+    explicit OnePole(FilterCore& owner)
+        : core(owner)
+        , coef(quadOf(owner.opCoef))
+        , inv(quadOf(owner.opInv))
+        , state(loadQuad(owner.op))
+    {
+    }
+
+    Quad tick(Quad in)
+    {
+        state = inv * state + coef * in + quadOf(fxTiny);
+        return state;
+    }
+
+    void store() { storeQuad(core.op, state); }
+
+private:
+    FilterCore& core;
+    const Quad coef, inv;
+    Quad state;
+};
+
+struct Signal
+{
+    const float* inL;
+    const float* inR;
+    float* accL;
+    float* accR;
+    float preGain, postGain;
+    int num;
+};
+
+/** Runs a body, which makes an output pair of an input pair, between the input and the gain stage. */
+template <typename Body>
+void run(FilterCore& core, const Signal& s, Body body)
+{
+    const bool vowels = core.type >= 25 && core.type <= 27;
+    const bool driven = core.driveOn != 0 && core.drive >= 0.0001f && !(core.vowelGuard != 0 && vowels);
+    const Quad target = {core.gainTargetL, core.gainTargetR, 0.0f, 0.0f};
+    Quad gain = {core.gainL, core.gainR, 0.0f, 0.0f};
+    std::uint32_t counter = core.blockCounter;
+
+    for (int t = 0; t < s.num; ++t)
+    {
+        Quad in = Quad{s.inL[t], s.inR[t], 0.0f, 0.0f} / s.preGain;
+        if (driven)
+            in = Quad{driveCurve(in[0], core.drive), driveCurve(in[1], core.drive), 0.0f, 0.0f};
+
+        gain = gain * 0.99f + target * 0.00999999f + fxTiny;
+        const Quad out = body(in, counter) * s.preGain * gain * s.postGain;
+        ++counter;
+        s.accL[t] += out[0];
+        s.accR[t] += out[1];
+    }
+
+    core.gainL = gain[0];
+    core.gainR = gain[1];
+    core.blockCounter = counter;
+}
+
+/** Runs the state-variable filter twice a sample, each time on what `shape` makes of the input, and adds up
+   what `pick` takes of it. */
+template <typename Shape, typename Pick>
+void runStateVariable(FilterCore& core, const Signal& s, float scale, Shape shape, Pick pick)
+{
+    StateVariable svf(core);
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            svf.tick(shape(in));
+            const Quad first = pick(svf);
+            svf.tick(shape(in));
+            return (first + pick(svf)) * scale;
+        });
+    svf.store();
+}
+
+template <typename Pick>
+void runLadder(FilterCore& core, const Signal& s, float scale, Pick pick)
+{
+    Ladder ladder(core);
+    run(core, s,
+        [&](Quad in, std::uint32_t counter)
+        {
+            ladder.tick(in);
+            const Quad first = pick(ladder, in);
+            ladder.tick(in);
+            const Quad out = (first + pick(ladder, in)) * scale;
+            if ((counter & 7) == 0)
+                ladder.clamp();
+            return out;
+        });
+    ladder.store();
+}
+
+void runSteepLadder(FilterCore& core, const Signal& s)
+{
+    Biquad biquad(core);
+    Ladder ladder(core);
+    const bool highPass = core.type == 22;
+    run(core, s,
+        [&](Quad in, std::uint32_t counter)
+        {
+            ladder.tick(biquad.tick(in));
+            const Quad first = ladder.s4;
+            const Quad y = biquad.tick(in);
+            ladder.tick(y);
+            const Quad out = highPass ? y - ladder.s4 : first + ladder.s4;
+            if ((counter & 7) == 0)
+                ladder.clamp();
+            return out;
+        });
+    biquad.store();
+    ladder.store();
+}
+
+void runComb(FilterCore& core, const Signal& s)
+{
+    int pos = core.combPos;
+    const int delay = core.combDelay;
+    const float gain = core.combGain;
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            pos = (pos + 256) & 0x1fffff;
+            const int r = ((pos - delay) >> 8) & 0x1fff, w = pos >> 8;
+            core.inL[w] = in[0] + fxTiny;
+            core.inR[w] = in[1] + fxTiny;
+            const float left = heldTo(core.outL[r] * gain + core.inL[r], 10.0f) + fxTiny;
+            const float right = heldTo(core.outR[r] * gain + core.inR[r], 10.0f) + fxTiny;
+            core.outL[w] = left;
+            core.outR[w] = right;
+            return Quad{left, right, 0.0f, 0.0f};
+        });
+    core.combPos = pos;
+}
+
+// The bank is heard on both channels, and takes the right input alone.
+void runFormants(FilterCore& core, const Signal& s)
+{
+    const Quad b = loadQuad(core.formantB), a1 = loadQuad(core.formantA1), a2 = loadQuad(core.formantA2);
+    Quad y1 = loadQuad(core.formantY1), y2 = loadQuad(core.formantY2);
+    float x1 = core.formantX1, x2 = core.formantX2;
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            const Quad y = (in[1] - x2) * b - y1 * a1 - y2 * a2 + fxTiny;
+            x2 = x1;
+            x1 = in[1];
+            y2 = y1;
+            y1 = y;
+            const float sum = y[0] + y[1] + y[2] + y[3];
+            return Quad{sum, sum, 0.0f, 0.0f};
+        });
+    storeQuad(core.formantY1, y1);
+    storeQuad(core.formantY2, y2);
+    core.formantX1 = x1;
+    core.formantX2 = x2;
+}
+
+void runRing(FilterCore& core, const Signal& s)
+{
+    const float depth = core.ringDepth;
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            const float sine = std::sin(static_cast<float>(core.ringCounter++) * core.ringRate);
+            return quorel::heldTo((1.0f - depth + depth * sine) * in, 100.0f) + fxTiny;
+        });
+}
+
+void runBiquad(FilterCore& core, const Signal& s)
+{
+    Biquad biquad(core);
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            const Quad first = biquad.tick(in);
+            return (first + biquad.tick(in)) * 0.5f;
+        });
+    biquad.store();
+}
+
+template <typename Pick>
+void runBiquadAndStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
+{
+    Biquad biquad(core);
+    runStateVariable(
+        core, s, scale, [&](Quad in) { return biquad.tick(in); }, pick);
+    biquad.store();
+}
+
+/** Types 5 and 6, whose outputs and states are limited. */
+template <typename Pick>
+void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, float limit, Pick pick)
+{
+    StateVariable svf(core);
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            svf.tick(in);
+            const Quad first = quorel::heldTo(pick(svf), limit);
+            svf.tick(in);
+            const Quad out = (first + quorel::heldTo(pick(svf), limit)) * scale;
+            svf.clamp(limit);
+            return out;
+        });
+    svf.store();
+}
+
+void runOnePole(FilterCore& core, const Signal& s)
+{
+    OnePole pole(core);
+    const bool highPass = core.type == 2;
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            const Quad low = pole.tick(in);
+            return highPass ? in - low : low;
+        });
+    pole.store();
+}
+
+/** Types 11 and 12: the one-pole runs in both, but only the high-pass hears it. */
+void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
+{
+    OnePole pole(core);
+    StateVariable svf(core);
+    const bool highPass = core.type == 12;
+    run(core, s,
+        [&](Quad in, std::uint32_t)
+        {
+            const Quad pole1 = pole.tick(in);
+            const Quad x = highPass ? in - pole1 : in;
+            svf.tick(x);
+            const Quad first = highPass ? svf.high : svf.low;
+            svf.tick(x);
+            return (first + (highPass ? svf.high : svf.low)) * half;
+        });
+    pole.store();
+    svf.store();
+}
+} // namespace
+
+void filterConstruct(FilterCore& core)
+{
+    for (float* buffer : {core.inL, core.outL, core.inR, core.outR})
+        std::fill(buffer, buffer + combLength, 0.0f);
+}
+
+void filterInit(FilterCore& core, float sampleRate)
+{
+    core.sampleRate = sampleRate;
+    core.invSampleRate = 1.0f / sampleRate;
+    core.minFreq = 10.0f * core.invSampleRate;
+    core.maxFreq = sampleRate * 0.4f;
+    core.type = 0;
+    core.cutoffTarget = core.cutoffSmooth = core.resonance = 0.0f;
+    core.keyScale = 1.0f;
+    core.gainTargetL = core.gainTargetR = core.gainL = core.gainR = 1.0f;
+    core.combPos = 0;
+    filterReset(core);
+}
+
+void filterReset(FilterCore& core)
+{
+    for (float* state : {core.x1, core.x2, core.y1, core.y2, core.inPrev, core.s1, core.s2, core.s3, core.s4,
+                         core.op, core.band, core.high, core.low, core.formantY1, core.formantY2})
+        std::fill(state, state + 4, 0.0f);
+
+    core.formantX1 = core.formantX2 = 0.0f;
+    core.vowel = 0.0f;
+    core.blockCounter = 0;
+    core.ringCounter = 0;
+    core.lastType = -1;
+}
+
+void filterProcess(FilterCore& core, const float* inL, const float* inR, float* accL, float* accR,
+                   float preGain, float postGain, int num)
+{
+    if (preGain < 0.0001f)
+        return;
+
+    const Signal s{inL, inR, accL, accR, preGain, postGain, num};
+    const auto same = [](Quad in) { return in; };
+    const auto low = [](const StateVariable& svf) { return svf.low; };
+    const auto high = [](const StateVariable& svf) { return svf.high; };
+    const auto band = [](const StateVariable& svf) { return svf.band; };
+    const auto notch = [](const StateVariable& svf) { return svf.low - svf.high; };
+    const auto ladderBand = [](const Ladder& ladder, Quad) { return (ladder.s3 - ladder.s4) * 3.0f; };
+    const auto ladderNotch = [](const Ladder& ladder, Quad in)
+    { return in - (ladder.s3 - ladder.s4) * 3.0f; };
+    const auto ladderLow = [](const Ladder& ladder, Quad) { return ladder.s4; };
+    const auto ladderHigh = [](const Ladder& ladder, Quad in) { return in - ladder.s4; };
+
+    switch (core.type)
+    {
+    case 1:
+    case 2:
+        return runOnePole(core, s);
+    case 3:
+        return runStateVariable(core, s, half, same, low);
+    case 4:
+        return runStateVariable(core, s, half, same, high);
+    case 5:
+        return runLimitedStateVariable(core, s, 1.0f, 10.0f, band);
+    case 6:
+        return runLimitedStateVariable(core, s, half, 100.0f, notch);
+    case 7:
+    case 8:
+    case 9:
+    case 10:
+        return runBiquad(core, s);
+    case 11:
+    case 12:
+        return runOnePoleAndStateVariable(core, s);
+    case 13:
+        return runBiquadAndStateVariable(core, s, half, low);
+    case 14:
+        return runBiquadAndStateVariable(core, s, half, high);
+    case 15:
+        return runLadder(core, s, 1.0f, ladderBand);
+    case 16:
+        return runLadder(core, s, 0.5f, ladderNotch);
+    case 17:
+        return runLadder(core, s, 1.0f, ladderLow);
+    case 18:
+        return runLadder(core, s, 1.0f, ladderHigh);
+    case 19:
+        return runBiquadAndStateVariable(core, s, 1.0f, band);
+    case 20:
+        return runBiquadAndStateVariable(
+            core, s, half, [](const StateVariable& svf) { return svf.low - svf.high + fxTiny; });
+    case 21:
+    case 22:
+        return runSteepLadder(core, s);
+    case 23:
+    case 24:
+        return runComb(core, s);
+    case 25:
+    case 26:
+    case 27:
+        return runFormants(core, s);
+    case 28:
+        return runRing(core, s);
+    default:
+        return run(core, s, [](Quad in, std::uint32_t) { return in; });
+    }
+}
+} // namespace quorel

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/FilterEffects.h"
+
+#include "effects/DelayLine.h"
+#include "effects/DriveCurve.h"
+#include "effects/EffectMath.h"
+#include "effects/FxSlot.h"
+#include "effects/Lfo.h"
+#include "effects/SyncTables.h"
+
+namespace quorel
+{
+namespace
+{
+constexpr std::uint32_t lineMask = fxLineLength - 1;
+constexpr std::uint32_t ringMask = fxAuxRingLength - 1;
+
+void controlFilter(FxSlot& slot)
+{
+    const float v = slot.fltModWheel * 2.0f - 1.0f;
+    const float w = v * v * (v > 0.0f ? 1.0f : (v < 0.0f ? -1.0f : 0.0f)) * slot.modWheel;
+    slot.fltPhase = lfoAdvance(slot.fltPhase, slot.fltLfoInc * 4);
+    const float o = lfoWave(slot.fltWave, slot.fltPhase >> 8) * slot.fltLfoAmt;
+
+    // A change of type resets the vowel once more, until the next of these steps.
+    slot.filter.vowel = clampUnit(slot.fltVowel);
+    if (slot.filterType != slot.filter.type)
+        filterReset(slot.filter);
+
+    slot.filter.type = slot.filterType;
+    slot.filter.cutoffTarget = clampUnit(w + slot.fltCutoff + o);
+    slot.filter.resonance = clampUnit(slot.fltQ) * 0.95f;
+    filterCoefficients(slot.filter);
+}
+
+/** Distorts the lows of a channel and leaves the rest alone. */
+float bassSample(float in, const ToneFilter& tone, const FilterFields& f, float& first, float& second)
+{
+    first = tone.toneLp * in + tone.toneLpInv * first + fxTiny;
+    const float d = driveCurve(std::min(std::max(f.bassPre * first, -1.0f), 1.0f), f.bassDrive);
+    second = d * tone.toneLp + tone.toneLpInv * second + fxTiny;
+    return second * f.bassPost + (in - first);
+}
+} // namespace
+
+void filterUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.filterType = std::min(discreteChoice(p[0], 29.99f), filterTypeCount - 1);
+    slot.fltCutoff = p[2];
+    slot.fltQ = p[3];
+    slot.fltVowel = p[4];
+    slot.fltWave = discreteChoice(p[5], 4.99f);
+    slot.fltLfoAmt = p[6] * p[6];
+    slot.fltDrive = std::exp2(p[1] * 8.0f) - 1.0f;
+    slot.fltModWheel = p[9];
+    slot.fltLfoInc = lfoInc(slot, p[7], p[8]);
+}
+
+void filterEffectProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
+                         int num)
+{
+    float l[fxChunk], r[fxChunk];
+
+    for (int t = 0; t < num; ++t)
+    {
+        l[t] = driveCurve(x[t], slot.fltDrive);
+        r[t] = driveCurve(y[t], slot.fltDrive);
+        wetLeft[t] = wetRight[t] = 0.0f;
+    }
+
+    for (int t = 0; t < num;)
+    {
+        const auto count = slot.sampleCount + 1 + static_cast<std::uint32_t>(t);
+        if ((count & 3) == 0)
+            controlFilter(slot);
+
+        const int run = std::min(num - t, 4 - static_cast<int>(count & 3));
+        filterProcess(slot.filter, l + t, r + t, wetLeft + t, wetRight + t, 1.0f, 1.0f, run);
+        t += run;
+    }
+}
+
+void bassUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.bassPre = std::pow(10.0f, p[1] * 30.0f / 20.0f);
+    slot.bassDrive = std::exp2(p[2] * 8.0f) - 1.0f;
+    slot.bassPost = levelGain(p[3], 60.0f, -30.0f);
+    slot.toneLp = std::exp2(p[0] * 5.0f) * 40.0f * slot.invSampleRate;
+    slot.toneLpInv = 1.0f - slot.toneLp;
+}
+
+void bassProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+{
+    FilterFields f = slot;
+    ToneFilter tone = slot;
+
+    for (int t = 0; t < num; ++t)
+    {
+        wetLeft[t] = bassSample(x[t], tone, f, tone.toneLpStateL, f.bassLpStateL);
+        wetRight[t] = bassSample(y[t], tone, f, tone.toneLpStateR, f.bassLpStateR);
+    }
+
+    static_cast<FilterFields&>(slot) = f;
+    static_cast<ToneFilter&>(slot) = tone;
+}
+
+void wahWahDelayUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.wahLow = p[0];
+    slot.wahHigh = p[1];
+    slot.wahWave = discreteChoice(p[2], 4.99f);
+    slot.wahSmooth = std::exp2(p[3] * -13.0f);
+    slot.wahInc = lfoInc(slot, p[4], p[5]);
+    slot.wahRes = p[6];
+    slot.wahDelay = std::min(syncedDelay(p[7], slot.samplesPerWhole), 262142.0f);
+    slot.wahFeed = p[8];
+    slot.wahVolume = p[9];
+}
+
+void wahWahDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
+                        int num)
+{
+    FilterFields f = slot;
+    SvfBanks svf = slot;
+    std::uint32_t sampleCount = slot.sampleCount, writeCount = slot.writeCount;
+
+    for (int t = 0; t < num; ++t)
+    {
+        ++sampleCount;
+        ++writeCount;
+        f.wahPhase = lfoAdvance(f.wahPhase, f.wahInc);
+
+        if ((sampleCount & 3) == 0)
+        {
+            const float v =
+                (lfoWave(f.wahWave, f.wahPhase >> 8) * 0.5f + 0.5f) * (f.wahHigh - f.wahLow) + f.wahLow;
+            f.wahNow = (1.0f - f.wahSmooth) * f.wahNow + f.wahSmooth * v;
+            setSvf(svf, f.wahNow, f.wahRes, 0.0f, slot.sampleRate);
+            f.wahDelaySmooth = glideDistance(f.wahDelaySmooth, std::min(f.wahDelay, 262143.0f), 10.0f);
+        }
+
+        svfTick(svf.svfL, x[t], svf.svfF, svf.svfQ);
+        svfTick(svf.svfR, y[t], svf.svfF, svf.svfQ);
+        const float l = svfLowPass(svf.svfL), r = svfLowPass(svf.svfR);
+        const float a = lineRead(slot.lineL, lineMask, writeCount, f.wahDelaySmooth);
+        const float b = lineRead(slot.lineR, lineMask, writeCount, f.wahDelaySmooth);
+        slot.lineL[writeCount & lineMask] = heldForLine(a * f.wahFeed + l);
+        slot.lineR[writeCount & lineMask] = heldForLine(b * f.wahFeed + r);
+        wetLeft[t] = f.wahVolume * a + l;
+        wetRight[t] = f.wahVolume * b + r;
+    }
+
+    static_cast<FilterFields&>(slot) = f;
+    static_cast<SvfBanks&>(slot) = svf;
+}
+
+void autoWahUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.awBand = p[0] >= 0.5f ? 1 : 0;
+    slot.awLow = p[1];
+    slot.awHigh = p[2];
+    slot.awSense = p[3] * p[3] * 25.0f;
+    slot.awRes = p[4] * 0.99f;
+    slot.awCoef = 1.0f - std::exp2(p[5] * -8.0f - 8.0f);
+}
+
+void autoWahProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+{
+    FilterFields f = slot;
+    SvfBanks svf = slot;
+    std::uint32_t count = slot.sampleCount;
+
+    for (int t = 0; t < num; ++t)
+    {
+        if ((++count & 3) == 0)
+        {
+            const float e = clampUnit(f.awEnv * f.awSense);
+            setSvf(svf, (f.awHigh - f.awLow) * e + f.awLow, f.awRes, 0.0f, slot.sampleRate);
+        }
+
+        f.awEnv = (1.0f - f.awCoef) * (std::abs(x[t]) + std::abs(y[t])) * 0.5f + f.awCoef * f.awEnv + fxTiny;
+        svfTick(svf.svfL, x[t], svf.svfF, svf.svfQ);
+        svfTick(svf.svfR, y[t], svf.svfF, svf.svfQ);
+        wetLeft[t] = f.awBand ? svfBandPass(svf.svfL) : svfLowPass(svf.svfL);
+        wetRight[t] = f.awBand ? svfBandPass(svf.svfR) : svfLowPass(svf.svfR);
+    }
+
+    static_cast<FilterFields&>(slot) = f;
+    static_cast<SvfBanks&>(slot) = svf;
+}
+
+void widenerUpdate(FxSlot& slot)
+{
+    const float* p = slot.param;
+    slot.widenLength = std::min(std::exp2(8.0f * p[0]) * 4.0f + 1.0f, 65535.0f);
+    slot.widenDepth = p[1];
+    slot.widenRate = std::exp2(10.0f * p[2]) * slot.invSampleRate * 0.026855469f;
+    setToneFilters(slot, p[3], p[4], slot.invSampleRate);
+}
+
+void widenerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+{
+    FilterFields f = slot;
+    ToneFilter tone = slot;
+    std::uint32_t count = slot.sampleCount;
+
+    for (int t = 0; t < num; ++t)
+    {
+        ++count;
+        f.widenPhase = fraction(f.widenPhase + f.widenRate);
+        const float tri = std::abs(2.0f * f.widenPhase - 1.0f);
+        const float d = ((1.0f - tri) * f.widenDepth + 1.0f - f.widenDepth) * f.widenLength;
+        slot.auxRing[count & ringMask] = y[t];
+
+        const auto whole = static_cast<std::uint32_t>(d), next = static_cast<std::uint32_t>(d + 1.0f);
+        const float s0 = slot.auxRing[(count - whole) & ringMask],
+                    s1 = slot.auxRing[(count - next) & ringMask];
+        float l = x[t], r = (s1 - s0) * (d - static_cast<float>(whole)) + s0;
+        toneLowPass(tone, l, r);
+        toneHighPass(tone, l, r);
+        wetLeft[t] = l;
+        wetRight[t] = r;
+    }
+
+    static_cast<FilterFields&>(slot) = f;
+    static_cast<ToneFilter&>(slot) = tone;
+}
+} // namespace quorel

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+
+namespace quorel
+{
+/** Rate, tempo and the two sample counters of a slot. */
+struct FxClock
+{
+    float sampleRate = 44100.0f;
+    float bpm = 120.0f;
+    float samplesPerWhole = 88200.0f; ///< length of a whole note, in samples
+    float invSampleRate = 1.0f / 44100.0f;
+    std::int32_t silenceCount = 0;     ///< samples since input or output were last heard
+    std::int32_t type = 0;             ///< index into fxTypes
+    std::uint32_t sampleCount = 0;     ///< control rate and ring position; never reset
+    std::uint32_t writeCount = 0;      ///< write position of the delay lines; never reset, always below 2^31
+    float modWheel = 0.0f;             ///< input of the slot that nothing drives
+    std::int32_t transportPlaying = 0; ///< likewise
+    float songPosition = 0.0f;         ///< likewise, quarter notes
+};
+} // namespace quorel

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/TapeLine.h"
+
+#include "effects/DelayLine.h"
+#include "effects/EffectMath.h"
+#include "effects/SyncTables.h"
+
+namespace quorel
+{
+namespace
+{
+constexpr double headDistance = 100.0;
+
+// Positions lose precision as they grow, until a slow tape would stand still; winding them back costs nothing
+// in sound.
+constexpr double rewindDistance = 1073741824.0;
+
+float signOf(float x)
+{
+    return x > 0.0f ? 1.0f : (x < 0.0f ? -1.0f : 0.0f);
+}
+
+float equalisedFeedback(float other, float ownLength, float otherLength)
+{
+    return signOf(other) * std::exp(ownLength / (otherLength + 1.0f) * std::log(std::abs(other) + 0.0001f));
+}
+
+float limitedLength(float samples)
+{
+    return std::min(std::max(samples, 1.0f), 262143.0f);
+}
+
+double readTrack(TapeQueue& queue, double pos, bool primed, float in)
+{
+    if (!primed)
+    {
+        queue.push(pos, static_cast<double>(in));
+        return 0.0;
+    }
+
+    const double t = pos - headDistance;
+
+    while (true)
+    {
+        if (queue.count < 3)
+            return 0.0;
+
+        if (t < queue[1].time)
+            break;
+
+        queue.pop();
+    }
+
+    const TapeQueue::Entry a = queue[0], b = queue[1];
+    return (b.value - a.value) * (t - a.time) / (b.time - a.time) + a.value;
+}
+
+void rewindIfFar(double& pos, TapeQueue& queue)
+{
+    if (pos > rewindDistance + 1024.0)
+    {
+        pos -= rewindDistance;
+        queue.moveBack(rewindDistance);
+    }
+}
+} // namespace
+
+void TapeQueue::reset()
+{
+    front = 0;
+    count = 1;
+    entries[0] = {0.0, 0.0};
+}
+
+void TapeQueue::push(double time, double value)
+{
+    if (count == capacity)
+        pop();
+
+    const int i = front + count;
+    entries[i < capacity ? i : i - capacity] = {time, value};
+    ++count;
+}
+
+void TapeQueue::pop()
+{
+    if (++front == capacity)
+        front = 0;
+    --count;
+}
+
+void TapeQueue::moveBack(double distance)
+{
+    for (int i = 0; i < count; ++i)
+        entries[(front + i) % capacity].time -= distance;
+}
+
+void tapeInit(TapeLine& tape, float sampleRate)
+{
+    tape.guard = 1;
+    tape.feedEqual = 0;
+    tape.syncOn = 0;
+    tape.filterOn = 0;
+    tape.sampleRate = sampleRate;
+    tape.minCutoff = 20.0f / sampleRate;
+    tape.samplesPerMs = sampleRate / 1000.0f;
+    tape.invSampleRate = 1.0f / sampleRate;
+    tape.speedL = tape.speedR = 0.0;
+    tape.posL = tape.posR = 0.0;
+    tape.primedL = tape.primedR = 0;
+    tape.queueL.reset();
+    tape.queueR.reset();
+    tape.baseL = tape.baseR = 100.0f;
+    tape.delayL = tape.delayR = 100.0f;
+    tape.feedbackL = tape.feedbackR = tape.crossL = tape.crossR = 0.0f;
+    tape.lpCoef = 1.0f;
+    tape.hpCoef = 0.0f;
+    tape.lpL = tape.lpR = tape.hpL = tape.hpR = 0.0f;
+    tape.samplesPerWhole = sampleRate * 2.0f;
+    tape.guard = 0;
+}
+
+void tapeSetLengths(TapeLine& tape, float pL, float pR, float extraL, float extraR, float mod)
+{
+    if (tape.syncOn)
+    {
+        tape.baseL = syncedDelay(pL, tape.samplesPerWhole);
+        tape.baseR = syncedDelay(pR, tape.samplesPerWhole);
+    }
+    else
+    {
+        tape.baseL = std::exp2(12.0f * pL) * tape.samplesPerMs + 1.0f;
+        tape.baseR = std::exp2(12.0f * pR) * tape.samplesPerMs + 1.0f;
+    }
+
+    tape.delayL = limitedLength((extraL + tape.baseL) * mod);
+    tape.delayR = limitedLength((extraR + tape.baseR) * mod);
+    tape.speedL = headDistance / static_cast<double>(tape.delayL);
+    tape.speedR = headDistance / static_cast<double>(tape.delayR);
+}
+
+void tapeSetDistances(TapeLine& tape, float left, float right)
+{
+    tape.delayL = tape.baseL = std::max(left, 1.0e-3f);
+    tape.delayR = tape.baseR = std::max(right, 1.0e-3f);
+    tape.speedL = headDistance / static_cast<double>(tape.delayL);
+    tape.speedR = headDistance / static_cast<double>(tape.delayR);
+}
+
+void tapeSetFeedback(TapeLine& tape, float feedback, float cross)
+{
+    tape.feedbackL = tape.feedbackR = clampUnit(feedback);
+    tape.crossL = tape.crossR = cross;
+
+    if (tape.feedEqual == 0)
+    {
+        const float s = std::max(1.0f, std::abs(tape.feedbackL) + std::abs(tape.crossL) + 0.0001f);
+        tape.feedbackL = tape.feedbackR = tape.feedbackL / s + fxTiny;
+        tape.crossL = tape.crossR = tape.crossL / s + fxTiny;
+        return;
+    }
+
+    tape.crossL = tape.crossR = 0.0f;
+    if (tape.baseL > tape.baseR)
+        tape.feedbackR = equalisedFeedback(tape.feedbackL, tape.baseR, tape.baseL);
+    else
+        tape.feedbackL = equalisedFeedback(tape.feedbackR, tape.baseL, tape.baseR);
+}
+
+void tapeSetFilter(TapeLine& tape, float pLow, float pHigh)
+{
+    tape.filterOn = pLow > 0.999f && pHigh < 0.0001f ? 0 : 1;
+    if (tape.filterOn == 0)
+        return;
+
+    const auto coefficient = [&tape](float p)
+    {
+        const float c = std::exp2(10.0f * p) * 20.0f * tape.invSampleRate;
+        return 2.0f * std::min(std::max(c, tape.minCutoff), 0.2f);
+    };
+
+    tape.lpCoef = coefficient(pLow);
+    tape.hpCoef = coefficient(pHigh);
+}
+
+void tapeProcess(TapeLine& tape, float inL, float inR, float& outL, float& outR)
+{
+    outL = outR = 0.0f;
+    if (tape.queueL.count == 0 || tape.queueR.count == 0)
+        return;
+
+    tape.posL += tape.speedL;
+    tape.posR += tape.speedR;
+    rewindIfFar(tape.posL, tape.queueL);
+    rewindIfFar(tape.posR, tape.queueR);
+    tape.primedL = tape.posL >= headDistance ? 1 : 0;
+    tape.primedR = tape.posR >= headDistance ? 1 : 0;
+    const auto readL = static_cast<float>(readTrack(tape.queueL, tape.posL, tape.primedL != 0, inL));
+    const auto readR = static_cast<float>(readTrack(tape.queueR, tape.posR, tape.primedR != 0, inR));
+
+    float wL = heldForLine(inL + readL * tape.feedbackL + readR * tape.crossL + fxTiny);
+    float wR = heldForLine(inR + readR * tape.feedbackR + readL * tape.crossR + fxTiny);
+
+    if (tape.filterOn)
+    {
+        tape.lpL = (1.0f - tape.lpCoef) * tape.lpL + tape.lpCoef * wL + fxTiny;
+        tape.lpR = (1.0f - tape.lpCoef) * tape.lpR + tape.lpCoef * wR + fxTiny;
+        tape.hpL = (1.0f - tape.hpCoef) * tape.hpL + tape.hpCoef * tape.lpL + fxTiny;
+        tape.hpR = (1.0f - tape.hpCoef) * tape.hpR + tape.hpCoef * tape.lpR + fxTiny;
+        wL = tape.lpL - tape.hpL;
+        wR = tape.lpR - tape.hpR;
+    }
+
+    tape.queueL.push(tape.posL, static_cast<double>(wL));
+    tape.queueR.push(tape.posR, static_cast<double>(wR));
+    outL = readL;
+    outR = readR;
+}
+} // namespace quorel
