@@ -130,6 +130,8 @@ t_fstPtrInt dispatchUnguarded(AEffect* effect, int opcode, int index, t_fstPtrIn
     case effMainsChanged:
         instrument.silence();
         return 0;
+    case effIdentify:
+        return 0x4e764566; // "NvEf"
     case effGetChunk:
         if (data == nullptr)
             return 0;

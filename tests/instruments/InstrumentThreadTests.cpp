@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the audio thread may not do, seen from inside: the instrument's code is linked here without its shell.
+#include "Instrument.h"
+#include "InstrumentTestTools.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+#include <thread>
+
+static std::atomic<bool> countAllocations{false};
+static std::atomic<int> allocations{0};
+
+// Not inlined: the compiler would take the pair of malloc and free for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size)
+{
+    if (countAllocations)
+        ++allocations;
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace quorel::test
+{
+
+class InstrumentThreads : public testing::TestWithParam<InstrumentInfo>
+{
+protected:
+    void play(int blocks, int eventsPerBlock)
+    {
+        unsigned seed = 1;
+        for (int block = 0; block < blocks; ++block)
+        {
+            for (int i = 0; i < eventsPerBlock; ++i)
+            {
+                seed = seed * 1103515245u + 12345u;
+                const auto value = static_cast<unsigned char>((seed >> 16) & 0x7f);
+                const unsigned char messages[][3] = {{0x90, value, 100}, {0x80, value, 0},  {0xb0, 32, value},
+                                                     {0xb0, 32, 1},      {0xc0, value, 0},  {0xe0, 0, value},
+                                                     {0xb0, 64, value},  {0xb0, value, 127}};
+                instrument.queueMidi(static_cast<int>(seed >> 24), messages[(seed >> 8) % 8]);
+            }
+            instrument.process(left.data(), right.data(), 256, block % 2 == 1);
+        }
+    }
+
+    TemporaryBanks banks{true};
+    Instrument instrument{GetParam().name};
+    std::vector<float> left = std::vector<float>(256), right = left;
+};
+
+TEST_P(InstrumentThreads, playing_allocates_nothing)
+{
+    instrument.open();
+    instrument.prepare(48000.0);
+    allocations = 0;
+    countAllocations = true;
+    play(20, 30);
+    play(1, 5000); // more than are ever queued at once
+    countAllocations = false;
+    EXPECT_EQ(allocations, 0);
+}
+
+TEST_P(InstrumentThreads, state_can_be_read_and_set_while_playing)
+{
+    // Programs and banks are the same code for all: one name with a list and one with files will do.
+    if (GetParam().name != std::string("Orlen") && GetParam().name != std::string("Fenn2"))
+        return;
+    instrument.open();
+    instrument.prepare(48000.0);
+    const auto whole = instrument.state(false);
+    const auto one = instrument.state(true);
+    std::atomic<bool> done{false};
+    std::thread audio(
+        [&]
+        {
+            play(60, 10);
+            done = true;
+        });
+    int rounds = 0;
+    while (!done || rounds < 10)
+    {
+        instrument.setParameter(GetParam().easy[2], static_cast<float>(rounds % 10) * 0.1f);
+        instrument.selectProgram(rounds % 8);
+        EXPECT_EQ(instrument.state(false).size(), whole.size());
+        EXPECT_LE(instrument.programName(0).size(), programNameSize);
+        EXPECT_TRUE(instrument.setState(whole.data(), whole.size(), false));
+        EXPECT_TRUE(instrument.setState(one.data(), one.size(), true));
+        ++rounds;
+    }
+    audio.join();
+    EXPECT_TRUE(instrument.setState(whole.data(), whole.size(), false));
+    EXPECT_EQ(instrument.state(false), whole);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, InstrumentThreads, testing::ValuesIn(instrumentTable()), testName);
+
+} // namespace quorel::test
