@@ -5,6 +5,7 @@
 #include "SoundSetup.h"
 
 #include "common/ConsoleInteraction.h"
+#include "common/QuietLogger.h"
 #include "presets/PlatformSeam.h"
 
 #include <cstdio>
@@ -117,13 +118,14 @@ juce::Result work(const RenderOptions& options)
     }
 
     ConsoleInteraction interaction(toolName);
-    PluginProcessor processor(storeFor(options), interaction);
+    // The effects' delay lines are part of the processor: far too large for the stack.
+    const auto processor = std::make_unique<PluginProcessor>(storeFor(options), interaction);
     if (options.listInstruments)
-        for (const auto& type : processor.getKnownPlugins().getTypes())
+        for (const auto& type : processor->getKnownPlugins().getTypes())
             std::cout << type.name << std::endl;
     if (hasSong)
-        return render(processor, options, song, *file);
-    return options.savePreset != juce::File() ? saveOnly(processor, options) : juce::Result::ok();
+        return render(*processor, options, song, *file);
+    return options.savePreset != juce::File() ? saveOnly(*processor, options) : juce::Result::ok();
 }
 
 int run(int argc, char** argv)
@@ -133,6 +135,7 @@ int run(int argc, char** argv)
     if (!parseCommandLine(argc, argv, options, exitCode))
         return exitCode;
 
+    const QuietLogger quietLogger;
     const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     const auto result = work(options);
     if (result.failed())
