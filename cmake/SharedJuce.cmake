@@ -38,6 +38,8 @@ target_link_libraries(quorel_juce
         juce::juce_audio_basics juce::juce_audio_devices juce::juce_audio_formats juce::juce_audio_processors
         juce::juce_audio_utils juce::juce_core juce::juce_data_structures juce::juce_events juce::juce_graphics
         juce::juce_gui_basics juce::juce_gui_extra
+        # Before the system's folders, where FST's own headers would answer to the same names.
+        juce_vst2_sdk
     PUBLIC Threads::Threads)
 
 target_compile_definitions(quorel_juce
