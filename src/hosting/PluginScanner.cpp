@@ -2,6 +2,7 @@
 #include "hosting/PluginScanner.h"
 
 #include "hosting/InstrumentTable.h"
+#include "hosting/PluginFileCheck.h"
 #include "presets/PlatformSeam.h"
 
 namespace quorel
@@ -72,7 +73,8 @@ bool PluginScanner::scanPlugins(const juce::File& pluginFolder, const juce::File
         {
             juce::OwnedArray<juce::PluginDescription> found;
             const auto path = candidate.getFullPathName();
-            knownPlugins.scanAndAddFile(path, true, found, format);
+            if (isWholePluginFile(candidate))
+                knownPlugins.scanAndAddFile(path, true, found, format);
             report("Scanning plugin:  " + path);
         }
     }

@@ -90,6 +90,18 @@ TEST(PluginScanner, passesOverWhatIsNoInstrument)
     placeOf(folder.path(), "Imre").create();
     placeOf(folder.path(), "Imre").replaceWithData(foreign.getData(), foreign.getSize());
 
+    // Cut short, as a full disk leaves it: loading this would take the process down.
+    juce::MemoryBlock whole;
+    placeOf(instruments, "Fenn2").loadFileAsData(whole);
+    const std::pair<const char*, std::size_t> cuts[] = {
+        {"Fenn2", 10}, {"Glasson", 63}, {"Glasson2", 1000}, {"Dorvik", 5000}, {"Tarn-Mini", 20000}};
+    for (const auto& [name, size] : cuts)
+    {
+        ASSERT_LT(size, whole.getSize());
+        placeOf(folder.path(), name).create();
+        placeOf(folder.path(), name).replaceWithData(whole.getData(), size);
+    }
+
     test::RecordingInteraction user;
     juce::KnownPluginList list;
     PluginScanner scanner(list);
