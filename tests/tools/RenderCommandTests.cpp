@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-render as a user starts it.
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+#include <juce_audio_formats/juce_audio_formats.h>
+#include <juce_events/juce_events.h>
+
+namespace quorel
+{
+namespace
+{
+
+struct RenderCommand : testing::Test
+{
+    struct Outcome
+    {
+        juce::uint32 exitCode;
+        juce::String output;
+    };
+
+    /** Sets a user up once for all tests: that takes longer than a render. */
+    static void SetUpTestSuite()
+    {
+        prefix = std::make_unique<test::ScratchFolder>();
+        const auto outcome = start({QUOREL_TEST_SETUP, "--prefix", prefix->path().getFullPathName()});
+        ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    }
+
+    static void TearDownTestSuite() { prefix.reset(); }
+
+    static Outcome start(const juce::StringArray& commandLine)
+    {
+        juce::ChildProcess process;
+        if (!process.start(commandLine))
+            return {9999, "cannot start " + commandLine[0]};
+        const auto output = process.readAllProcessOutput();
+        process.waitForProcessToFinish(60000);
+        return {process.getExitCode(), output};
+    }
+
+    Outcome render(const juce::StringArray& arguments) const
+    {
+        juce::StringArray commandLine{QUOREL_TEST_RENDER, "--prefix", prefix->path().getFullPathName()};
+        commandLine.addArray(arguments);
+        return start(commandLine);
+    }
+
+    /** Two quarter notes at 120, the second an octave higher. */
+    juce::String song() const
+    {
+        juce::MidiMessageSequence sequence;
+        for (const int note : {0, 1})
+        {
+            sequence.addEvent(juce::MidiMessage::noteOn(1, 60 + 12 * note, juce::uint8(100)), note * 96.0);
+            sequence.addEvent(juce::MidiMessage::noteOff(1, 60 + 12 * note), note * 96.0 + 90.0);
+        }
+        juce::MidiFile file;
+        file.setTicksPerQuarterNote(96);
+        file.addTrack(sequence);
+        juce::MemoryOutputStream bytes;
+        file.writeTo(bytes);
+        const auto target = scratch.child("song.mid");
+        target.replaceWithData(bytes.getData(), bytes.getDataSize());
+        return target.getFullPathName();
+    }
+
+    juce::String path(const char* name) const { return scratch.child(name).getFullPathName(); }
+
+    /** Peak of a sound file, with its format checked. */
+    float peakOf(const char* name, double rate, int bits, double seconds) const
+    {
+        juce::AudioFormatManager formats;
+        formats.registerBasicFormats();
+        const std::unique_ptr<juce::AudioFormatReader> reader(formats.createReaderFor(scratch.child(name)));
+        if (reader == nullptr)
+        {
+            ADD_FAILURE() << name << " is no sound file";
+            return 0.0f;
+        }
+        EXPECT_EQ(reader->sampleRate, rate);
+        EXPECT_EQ(reader->numChannels, 2u);
+        EXPECT_EQ(static_cast<int>(reader->bitsPerSample), bits);
+        EXPECT_NEAR(static_cast<double>(reader->lengthInSamples) / rate, seconds, 0.001);
+        juce::AudioBuffer<float> samples(2, static_cast<int>(reader->lengthInSamples));
+        reader->read(&samples, 0, samples.getNumSamples(), 0, true, true);
+        return samples.getMagnitude(0, samples.getNumSamples());
+    }
+
+    test::ScratchFolder scratch;
+    static std::unique_ptr<test::ScratchFolder> prefix;
+};
+
+std::unique_ptr<test::ScratchFolder> RenderCommand::prefix;
+
+TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
+{
+    const auto midi = song();
+    // The second layer plays program 3 by number, takes the low note alone and is panned hard.
+    const juce::StringArray sound{"--layer",
+                                  "1=Hexley:tine piano",
+                                  "--param",
+                                  "Layer1 Keyboard Range Min=72.5/127",
+                                  "--layer=2=Glasson:3",
+                                  "--param",
+                                  "633=0",
+                                  "--param",
+                                  "layer1 pan=1",
+                                  "--save-preset",
+                                  path("made.qrl")};
+    const juce::StringArray shape{"--rate", "44100", "--tail", "0.5", "--bits", "32", midi};
+
+    juce::StringArray made(sound), kept(shape);
+    made.addArray(shape);
+    made.addArray({"-o", path("made.wav")});
+    kept.addArray({"--preset", path("made.qrl"), "-o", path("kept.wav")});
+    auto outcome = render(made);
+    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    EXPECT_TRUE(outcome.output.contains("peak") && outcome.output.contains("RMS") &&
+                outcome.output.contains("length") && outcome.output.contains("real time"))
+        << outcome.output;
+    outcome = render(kept);
+    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+
+    const float peak = peakOf("made.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
+    EXPECT_GT(peak, 0.01f);
+    EXPECT_LT(peak, 4.0f);
+    EXPECT_TRUE(scratch.child("made.wav").hasIdenticalContentTo(scratch.child("kept.wav")));
+
+    // Other formats and block sizes, a tempo of one's own, an argument file.
+    const auto arguments =
+        scratch.write("sound.args", "# a comment\n\n--layer\n1=Zeph:Morning Pad\n--rate=48000\n");
+    outcome = render({"@" + arguments.getFullPathName(), "--block", "37", "--bits", "16", "--tempo", "60",
+                      "--tail", "1", midi, "-o", path("slow.flac")});
+    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    EXPECT_GT(peakOf("slow.flac", 48000.0, 16, 3.0 - 6.0 / 96.0), 0.01f);
+}
+
+TEST_F(RenderCommand, ListsInstruments)
+{
+    const auto outcome = render({"--list-instruments"});
+    EXPECT_EQ(outcome.exitCode, 0u);
+    EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 14) << outcome.output;
+    EXPECT_TRUE(outcome.output.contains("Dorvik-K\n"));
+}
+
+TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
+{
+    const auto midi = song();
+    const auto wav = path("out.wav");
+    const auto text = scratch.write("text.mid", "not music").getFullPathName();
+    const auto empty = scratch.write("empty.mid", "").getFullPathName();
+    const auto before = scratch.path().getNumberOfChildFiles(juce::File::findFilesAndDirectories);
+
+    struct Case
+    {
+        juce::StringArray arguments;
+        const char* expected;
+    };
+
+    const Case cases[] = {
+        {{}, "no MIDI file"},
+        {{"--no-such-option"}, "no-such-option"},
+        {{midi}, "no output"},
+        {{midi, "-o", path("out.mp3")}, ".wav or .flac"},
+        {{midi, "-o", path("out.flac"), "--bits", "32"}, "FLAC"},
+        {{path("missing.mid"), "-o", wav}, "missing.mid"},
+        {{text, "-o", wav}, "not a Standard MIDI File"},
+        {{empty, "-o", wav}, "not a Standard MIDI File"},
+        {{scratch.path().getFullPathName(), "-o", wav}, "cannot read"},
+        {{midi, "-o", path("no/such/folder/out.wav")}, "cannot write"},
+        {{midi, "-o", wav, "--layer", "1=Theremin"}, "unknown instrument \"Theremin\""},
+        {{midi, "-o", wav, "--layer", "5=Tarn"}, "N from 1 to 4"},
+        {{midi, "-o", wav, "--layer", "1=Tarn:No Such Bass"}, "no program \"No Such Bass\""},
+        {{midi, "-o", wav, "--layer", "1=Tarn:9"}, "no program \"9\""},
+        {{midi, "-o", wav, "--param", "Volumen=1"}, "unknown parameter \"Volumen\""},
+        {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
+        {{midi, "-o", wav, "--param", "1=1.5"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--preset", text}, "not a preset"},
+        {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
+        {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
+        {{midi, "-o", wav, "--rate", "0"}, "--rate"},
+        {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},
+        {{"@" + path("missing.args")}, "missing.args"},
+    };
+    for (const auto& c : cases)
+    {
+        const auto outcome = render(c.arguments);
+        SCOPED_TRACE(c.arguments.joinIntoString(" ") + "\n" + outcome.output);
+        EXPECT_TRUE(outcome.exitCode == 1u || outcome.exitCode == 2u) << outcome.exitCode;
+        EXPECT_TRUE(outcome.output.contains(c.expected));
+        EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 1);
+    }
+    EXPECT_EQ(scratch.path().getNumberOfChildFiles(juce::File::findFilesAndDirectories), before);
+}
+
+TEST_F(RenderCommand, AFailedRenderKeepsTheOldFile)
+{
+    const auto old = scratch.write("out.wav", "what was here before");
+    EXPECT_NE(render({song(), "-o", old.getFullPathName(), "--layer", "1=Theremin"}).exitCode, 0u);
+    EXPECT_EQ(old.loadFileAsString(), "what was here before");
+}
+
+} // namespace
+} // namespace quorel
