@@ -90,32 +90,40 @@ float cabinetTone(float in, const FxSlot& slot, SvfState& low, SvfState& high, c
     return ((slot.cabTreble - 1.0f) * svfLowPass(high) + l2) * slot.cabBoost + fxTiny;
 }
 
-void cabinetFilter(CabinetFields& f, float& l, float& r)
+/** Runs a chunk through a cabinet; its ring is laid out in a line first, so that nothing wraps. Each entry
+   holds both inputs and both outputs, and each output adds in the order of the taps. */
+void cabinetFilter(CabinetFields& f, const float* x, const float* y, float* outL, float* outR, int num)
 {
-    if (f.cabType == 0 || f.cabType == 4)
+    constexpr int length = 32;
+    Quad line[length + fxChunk], weights[length];
+
+    for (int k = 0; k < length; ++k)
     {
-        f.cabHist[f.cabPos][0] = l;
-        f.cabHist[f.cabPos][1] = r;
-        return;
+        const float feed = cabFeed[f.cabType][k], back = cabBack[f.cabType][k];
+        weights[k] = Quad{feed, feed, back, back};
+        line[k] = loadQuad(f.cabHist[(f.cabPos + k) & 31]);
     }
 
-    const float* feed = cabFeed[f.cabType];
-    const float* back = cabBack[f.cabType];
-    storeQuad(f.cabHist[f.cabPos], Quad{l, r, 0.0f, 0.0f});
-    Quad sum = quadOf(0.0f);
-
-    for (int k = 0; k < 32; ++k)
+    for (int t = 0; t < num; ++t)
     {
-        const Quad products =
-            loadQuad(f.cabHist[(f.cabPos - k) & 31]) * Quad{feed[k], feed[k], back[k], back[k]};
-        sum = sum + (products + __builtin_shufflevector(products, products, 2, 3, 2, 3));
+        const Quad* newest = line + length + t;
+        Quad sum = quadOf(0.0f);
+        line[length + t] = Quad{x[t], y[t], 0.0f, 0.0f};
+
+        for (int k = 0; k < length; ++k)
+        {
+            const Quad products = newest[-k] * weights[k];
+            sum = sum + (products + __builtin_shufflevector(products, products, 2, 3, 2, 3));
+        }
+
+        line[length + t] = Quad{x[t], y[t], sum[0], sum[1]};
+        outL[t] = sum[0];
+        outR[t] = sum[1];
     }
 
-    l = sum[0];
-    r = sum[1];
-    f.cabHist[f.cabPos][2] = l;
-    f.cabHist[f.cabPos][3] = r;
-    f.cabPos = (f.cabPos + 1) & 31;
+    f.cabPos = (f.cabPos + num) & 31;
+    for (int k = 0; k < length; ++k)
+        storeQuad(f.cabHist[(f.cabPos + k) & 31], line[num + k]);
 }
 } // namespace
 
@@ -173,15 +181,22 @@ void cabinetUpdate(FxSlot& slot)
 
 void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    CabinetFields& f = slot;
     SvfBanks svf = slot;
+
+    if (slot.cabType == 0 || slot.cabType == 4)
+    {
+        std::copy(x, x + num, wetLeft);
+        std::copy(y, y + num, wetRight);
+    }
+    else
+    {
+        cabinetFilter(slot, x, y, wetLeft, wetRight, num);
+    }
 
     for (int t = 0; t < num; ++t)
     {
-        float l = x[t], r = y[t];
-        cabinetFilter(f, l, r);
-        wetLeft[t] = cabinetTone(driveCurve(l, f.cabDrive), slot, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = cabinetTone(driveCurve(r, f.cabDrive), slot, svf.svfR, svf.svfBR, svf);
+        wetLeft[t] = cabinetTone(driveCurve(wetLeft[t], slot.cabDrive), slot, svf.svfL, svf.svfBL, svf);
+        wetRight[t] = cabinetTone(driveCurve(wetRight[t], slot.cabDrive), slot, svf.svfR, svf.svfBR, svf);
     }
 
     static_cast<SvfBanks&>(slot) = svf;

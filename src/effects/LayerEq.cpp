@@ -56,7 +56,6 @@ public:
     explicit LadderRun(EqLadder& owner)
         : ladder(owner)
         , scale(Pair{owner.scale, owner.scale})
-        , feedback(Pair{owner.feedback, owner.feedback})
         , p(Pair{owner.p, owner.p})
         , inPrev(Pair{owner.inPrev[0], owner.inPrev[1]})
         , s1(Pair{owner.s1[0], owner.s1[1]})
@@ -66,10 +65,11 @@ public:
     {
     }
 
-    /** One pass; returns the fourth pole. */
+    /** One pass; returns the fourth pole. The feedback of 1e-15 is left out: it is no resonance, only a
+       denormal guard, and without it the passes overlap in the pipeline. */
     Pair tick(Pair in)
     {
-        const Pair x = in - feedback * s4 + tinyPair;
+        const Pair x = in + tinyPair;
         const Pair n1 = (x + inPrev) * p - scale * s1 + tinyPair;
         const Pair n2 = (n1 + s1) * p - scale * s2 + tinyPair;
         const Pair n3 = (n2 + s2) * p - scale * s3 + tinyPair;
@@ -107,7 +107,7 @@ public:
 
 private:
     EqLadder& ladder;
-    const Pair scale, feedback, p;
+    const Pair scale, p;
     Pair inPrev, s1, s2, s3, s4;
 };
 
