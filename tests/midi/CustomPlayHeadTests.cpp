@@ -79,7 +79,7 @@ TEST_F(CustomPlayHeadTest, ServesTheUsersTempoWithoutAHost)
     EXPECT_FALSE(position->getIsPlaying());
 
     head.masterBpm.setValue(150.0);
-    EXPECT_TRUE(test::pumpUntil([this] { return head.bpm() == 150.0; }));
+    EXPECT_TRUE(test::pumpUntil([this] { return head.bpm() == 150.0; }, 5000));
     for (const double bad : {0.0, -20.0, nan, infinity, 1.0e300})
     {
         head.setBpm(static_cast<float>(bad));

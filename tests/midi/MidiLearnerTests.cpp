@@ -109,7 +109,7 @@ TEST(MidiLearner, LearnsOnAMidiThreadAndFollowsNewerMessages)
     midi->addEvent(at(0, {0x90, 64, 1}), 0);
     midi->addEvent(at(0, {0x90, 64, 127}), 10);
     midi->sendChangeMessage();
-    EXPECT_TRUE(test::pumpUntil([&] { return other.getNumber() == 1.0; }));
+    EXPECT_TRUE(test::pumpUntil([&] { return other.getNumber() == 1.0; }, 5000));
     midi->clear();
 
     MidiLearner::displayBox() = nullptr;

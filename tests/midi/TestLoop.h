@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the tests here share: the real message loop, foreign threads, and a count of heap use by thread.
+// What the tests here share: the real message loop and foreign threads.
 #pragma once
 
+#include "common/MessagePump.h"
+
+#include <atomic>
 #include <functional>
+#include <gtest/gtest.h>
 #include <juce_data_structures/juce_data_structures.h>
 #include <juce_events/juce_events.h>
 #include <thread>
@@ -11,18 +15,7 @@
 namespace quorel::test
 {
 
-/** Runs the message loop until `done` or until the time is over. */
-inline bool pumpUntil(const std::function<bool()>& done, int timeoutMillis = 5000)
-{
-    const auto end = juce::Time::getMillisecondCounterHiRes() + timeoutMillis;
-    while (!done())
-    {
-        if (juce::Time::getMillisecondCounterHiRes() > end)
-            return false;
-        juce::MessageManager::getInstance()->runDispatchLoopUntil(2);
-    }
-    return true;
-}
+using quorel::pumpUntil;
 
 inline void pumpFor(int millis)
 {
@@ -39,12 +32,10 @@ inline void onOtherThread(const std::function<void()>& work)
             work();
             done = true;
         });
-    pumpUntil([&] { return done.load(); });
+    constexpr int patienceMillis = 60000;
+    EXPECT_TRUE(pumpUntil([&] { return done.load(); }, patienceMillis));
     thread.join();
 }
-
-/** Calls of operator new on this thread so far. */
-std::size_t heapCallsOnThisThread() noexcept;
 
 /** Remembers every number a value told, and whether it came on the message thread. */
 struct Listener final : juce::Value::Listener
