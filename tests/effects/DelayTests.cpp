@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Delays, tape, comb and reverb.
+#include "EffectsTestTools.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace quorel::test
+{
+namespace
+{
+constexpr float rate = 48000.0f;
+
+/** Length parameter of a delay in milliseconds. */
+float delayOf(double ms)
+{
+    return static_cast<float>(std::log2(ms) / 12.0);
+}
+
+Stereo impulseThrough(int type, const std::vector<float>& p, int length, float bpm = 120.0f)
+{
+    auto slot = makeSlot(type, rate);
+    Stereo s = silence(length + 64);
+    s.left[64] = s.right[64] = 1.0f; // the control rate's first step has set the distances by then
+    run(*slot, p, s, bpm);
+    s.left.erase(s.left.begin(), s.left.begin() + 64);
+    s.right.erase(s.right.begin(), s.right.begin() + 64);
+    return s;
+}
+} // namespace
+
+TEST(Delays, EchoesComeInTimeAndWithTheRightSign)
+{
+    struct Case
+    {
+        const char* what;
+        int type;
+        std::vector<float> p;
+        float bpm;
+        double left, right; // samples
+        double ratio;       // second echo to first
+        double tolerance;   // samples
+    };
+
+    const Case cases[] = {
+        {"mono", 1, {delayOf(50), 0, 0.75f, 1, 0, 0}, 120, 2401, 2405, -0.495, 0},
+        {"mono, lower half", 1, {delayOf(50), 0, 0.25f, 1, 0, 0}, 120, 2401, 2405, 0.495, 0},
+        {"mono, widened", 1, {delayOf(50), 0, 0.75f, 1, 0, 0.75f}, 120, 2401, 2657, -0.495, 0},
+        {"mono, 1/8 at an odd tempo",
+         1,
+         {7.5f / 14.99f, 1, 0.75f, 1, 0, 0},
+         133.7f,
+         10771.88,
+         10775.88,
+         -0.495,
+         1},
+        {"stereo", 2, {delayOf(30), delayOf(80), 0, 0.75f, 0.5f, 0, 1, 0}, 120, 1441, 3845, -0.495, 0},
+        {"mono tape", 3, {delayOf(50), 0, 0.75f, 1, 0, 0}, 120, 2401, 2405, 0.495, 1},
+        {"mono tape, below centre", 3, {delayOf(50), 0, 0.25f, 1, 0, 0}, 120, 2401, 2405, 0.0, 1},
+        {"stereo tape, 1/16 left, 1/8T right",
+         4,
+         {4.5f / 14.99f, 6.5f / 14.99f, 1, 0.75f, 0.5f, 0, 1, 0},
+         97.3f,
+         7400.82,
+         9867.43,
+         0.495,
+         2},
+    };
+
+    for (const Case& c : cases)
+    {
+        const Stereo s = impulseThrough(c.type, c.p, 40000, c.bpm);
+        EXPECT_NEAR(static_cast<double>(peakPosition(s.left)), c.left, c.tolerance) << c.what;
+        EXPECT_NEAR(static_cast<double>(peakPosition(s.right)), c.right, c.tolerance) << c.what;
+
+        // Whatever a fractional delay and the low-pass spread, the sum of an echo stays.
+        const auto echo = [&s](double around)
+        {
+            const auto at = s.left.begin() + static_cast<std::ptrdiff_t>(around);
+            return static_cast<double>(std::accumulate(at - 4, at + 16, 0.0f));
+        };
+        EXPECT_NEAR(echo(2.0 * c.left) / echo(c.left), c.ratio, 0.01) << c.what;
+    }
+}
+
+TEST(Delays, CrossFeedSwapsSides)
+{
+    // The left impulse alone: its first echo on the left, its second crosses over.
+    auto slot = makeSlot(2, rate);
+    Stereo s = silence(12000);
+    s.left[64] = 1.0f;
+    run(*slot, {delayOf(50), delayOf(50), 0, 0.5f, 0.9f, 0, 1, 0}, s);
+    EXPECT_GT(std::abs(s.left[64 + 2401]), 0.5f);
+    EXPECT_LT(peak({s.right.begin(), s.right.begin() + 64 + 2401 + 2400}), 1e-6);
+    EXPECT_GT(peak({s.right.begin() + 4800, s.right.begin() + 4900}), 0.3);
+
+    // "Feed Equal" makes both sides lose as much in the same time: the right side is 2.5 times as long.
+    const Stereo equal = impulseThrough(2, {delayOf(40), delayOf(100), 0, 0.9f, 0.9f, 1, 1, 0}, 40000);
+    const double shortLoop = std::pow(0.7919, 40.0 / 100.0);
+    EXPECT_NEAR(peak({equal.left.begin() + 3800, equal.left.begin() + 3900}) /
+                    peak({equal.left.begin() + 1900, equal.left.begin() + 2000}),
+                shortLoop * 40960.0 / 48000.0, 0.02);
+}
+
+TEST(Delays, ShortChangesGlideAndLongOnesJump)
+{
+    for (const bool jump : {false, true})
+    {
+        auto slot = makeSlot(1, rate);
+        Stereo s = silence(3200);
+        const float from = delayOf(20), to = delayOf(jump ? 400 : 100);
+        run(*slot, {from, 0, 0.5f, 1, 0, 0}, s);
+        Stereo t = silence(64);
+        run(*slot, {to, 0, 0.5f, 1, 0, 0}, t);
+        const float target = jump ? 19201.0f : 4801.0f;
+        if (jump)
+            EXPECT_NEAR(slot->smoothL, target, 0.01f);
+        else
+            EXPECT_TRUE(slot->smoothL > 961.0f && slot->smoothL < 0.5f * target) << slot->smoothL;
+    }
+}
+
+TEST(Delays, AnOldTailOutlivesTheChangeOfType)
+{
+    auto slot = makeSlot(1, rate);
+    Stereo filled = noise(100000);
+    run(*slot, {delayOf(500), 0, 0.5f, 1, 0, 0}, filled);
+    changeType(*slot, 2);
+    EXPECT_EQ(*std::max_element(slot->lineL, slot->lineL + 16384), 0.0f);
+
+    Stereo s = silence(9600);
+    run(*slot, {delayOf(500), delayOf(500), 0, 0.5f, 0.5f, 0, 1, 0}, s);
+    EXPECT_GT(rms(s.left, 100), 0.1);
+}
+
+TEST(Tape, ChangeOfLengthBendsThePitch)
+{
+    for (const double factor : {2.0, 0.5})
+    {
+        auto slot = makeSlot(3, rate);
+        Stereo tone = sine(24000, 1000.0, 48000.0, 0.5f);
+        run(*slot, {delayOf(100), 0, 0.5f, 1, 0, 0}, tone);
+
+        // Half the length is twice the tape's speed: what is on the tape comes out an octave up.
+        Stereo bent = silence(2304);
+        run(*slot, {delayOf(100 / factor), 0, 0.5f, 1, 0, 0}, bent);
+        const double up = std::abs(component(bent.left, 64, 1000.0 * factor, 48000.0));
+        const double same = std::abs(component(bent.left, 64, 1000.0, 48000.0));
+        EXPECT_GT(up, 0.4) << factor;
+        EXPECT_LT(same, 0.1) << factor;
+    }
+}
+
+TEST(Tape, NeverRunsOutOfRoomOrPrecision)
+{
+    auto slot = makeSlot(3, 192000.0f);
+    tapeSetDistances(slot->tape, 262143.0f, 262143.0f);
+    float l, r;
+    for (int i = 0; i < 600000; ++i)
+        tapeProcess(slot->tape, 0.5f, 0.5f, l, r);
+    EXPECT_NEAR(l, 0.5f, 1e-4f);
+    EXPECT_LE(slot->tape.queueL.count, TapeQueue::capacity);
+
+    // A position far out is wound back, and the sound doesn't notice.
+    slot->tape.posL += 2.0e9;
+    for (int i = 0; i < slot->tape.queueL.count; ++i)
+        slot->tape.queueL.entries[(slot->tape.queueL.front + i) % TapeQueue::capacity].time += 2.0e9;
+    for (int i = 0; i < 1000; ++i)
+        tapeProcess(slot->tape, 0.5f, 0.5f, l, r);
+    EXPECT_LT(slot->tape.posL, 1.1e9);
+    EXPECT_NEAR(l, 0.5f, 1e-4f);
+}
+
+TEST(Comb, PitchAndSign)
+{
+    // The impulse on the left comes out right after the second comb's delay, then left after the first one's,
+    // and so on.
+    for (const float feed : {0.0f, 0.5f, 1.0f})
+    {
+        auto slot = makeSlot(5, rate);
+        Stereo s = impulse(3000, 1.0f, 0.0f);
+        run(*slot, {0.35f, feed, 0, 0.9f, 0.3f, feed, 0, 0.9f}, s);
+        const int first = static_cast<int>(std::ceil(48000.0 / (20.0 * std::exp2(3.5) + 1.0)));
+        const int second = static_cast<int>(std::ceil(48000.0 / (20.0 * std::exp2(3.0) + 1.0)));
+        EXPECT_NEAR(s.right[static_cast<std::size_t>(second)], 1.0f, 1e-6f);
+
+        const auto again = static_cast<std::size_t>(first + second);
+        EXPECT_NEAR(s.left[again], feed * 2.0f - 1.0f, 1e-6f) << feed;
+    }
+}
+
+TEST(Reverb, DecayFollowsSizeAndDamping)
+{
+    const auto tail = [](const std::vector<float>& p, std::size_t from)
+    {
+        auto slot = makeSlot(6, 44100.0f);
+        Stereo s = impulse(88200);
+        run(*slot, p, s);
+        return rms(s.left, from, from + 4410);
+    };
+
+    // Each comb loses its feedback once a round; the shortest has 0.9 x 1046 samples, the longest 1.1 x 1703.
+    struct Case
+    {
+        float size;
+        double feedback;
+    };
+
+    for (const Case& c : {Case{0.0f, 0.65}, Case{0.5f, 0.9099}, Case{1.0f, 0.98}})
+    {
+        const std::vector<float> p = {0, c.size, 0.75f, 0, 0, 1, 0, 0, 0, 0};
+        const std::size_t early = c.size > 0.9f ? 22050 : 8820, late = early + (c.size > 0.9f ? 44100 : 8820);
+        const double seconds = static_cast<double>(late - early) / 44100.0;
+        const double slope = decibels(tail(p, late) / tail(p, early)) / seconds;
+        EXPECT_GT(slope, 44100.0 / 941.0 * decibels(c.feedback)) << c.size;
+        EXPECT_LT(slope, 44100.0 / 1873.0 * decibels(c.feedback)) << c.size;
+    }
+
+    EXPECT_LT(tail({0, 0.9f, 0.75f, 1, 0, 1, 0, 0, 0, 0}, 30000),
+              0.5 * tail({0, 0.9f, 0.75f, 0, 0, 1, 0, 0, 0, 0}, 30000));
+}
+
+TEST(Reverb, PreDelaySpreadAndGate)
+{
+    // 100 ms before, 8191 samples of "Spread" on the right. The shortest comb and the all-passes let the
+    // first sound through after 0.9 x 1046 samples, 0.9 x 1069 on the right.
+    auto slot = makeSlot(6, 44100.0f);
+    Stereo s = impulse(44100);
+    const float preDelay = static_cast<float>(std::log2(200.0) / 10.0);
+    run(*slot, {preDelay, 0.5f, 0.75f, 0, 1, 1, 0, 0, 0, 0}, s);
+    const auto begin = [](const std::vector<float>& x)
+    { return std::find_if(x.begin(), x.end(), [](float v) { return std::abs(v) > 1e-4f; }) - x.begin(); };
+    EXPECT_NEAR(static_cast<double>(begin(s.left)), 4411 + 941, 5);
+    EXPECT_NEAR(static_cast<double>(begin(s.right)), 4411 + 962 + 8191, 5);
+
+    // The gate lets a tail through that is loud enough, and cuts it within its decay time of 128 ms.
+    const std::vector<float> gated = {0, 0.5f, 0.75f, 0, 0, 1, 0, 0.5f, 0.3f, 0.5f};
+    std::vector<float> open = gated;
+    open[7] = 0.0f;
+    auto a = makeSlot(6, 44100.0f), b = makeSlot(6, 44100.0f);
+    Stereo cut = noise(22050), whole = cut;
+    cut.left.resize(220500);
+    cut.right.resize(220500);
+    whole = cut;
+    run(*a, gated, cut);
+    run(*b, open, whole);
+    EXPECT_EQ(cut.left[10000], whole.left[10000]);
+    EXPECT_GT(rms(whole.left, 150000, 151000), 1e-6);
+    EXPECT_LT(peak(cut.left, 150000), 1e-9);
+
+    std::size_t last = 22050, full = 0;
+    for (std::size_t i = 22050; i < 210000; ++i)
+    {
+        if (std::abs(cut.left[i]) > 1e-9f)
+            last = i;
+        if (cut.left[i] == whole.left[i])
+            full = i;
+    }
+    EXPECT_NEAR(static_cast<double>(last - full), 0.128 * 44100.0, 60.0);
+}
+} // namespace quorel::test

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Chorus, ensemble, flanger, phaser, and the effects of gain: pan, tremolo, Kappel.
+#include "EffectsTestTools.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+namespace
+{
+constexpr float rate = 48000.0f;
+
+struct Range
+{
+    double least = 1e9, most = 0.0;
+};
+
+/** Where the left output puts an impulse, over many impulses. */
+Range impulseRange(int type, const std::vector<float>& p)
+{
+    auto slot = makeSlot(type, rate);
+    Range range;
+    Stereo warmUp = silence(4800);
+    run(*slot, p, warmUp);
+
+    for (int i = 0; i < 150; ++i)
+    {
+        Stereo s = impulse(3300);
+        run(*slot, p, s);
+        const auto at = static_cast<double>(peakPosition(s.left));
+        range.least = std::min(range.least, at);
+        range.most = std::max(range.most, at);
+    }
+
+    return range;
+}
+
+int countNotches(int type, const std::vector<float>& p)
+{
+    auto slot = makeSlot(type, rate);
+    fxSetMix(*slot, 0.75f, 0.5f, 0.5f);
+    Stereo warmUp = silence(64);
+    run(*slot, p, warmUp);
+    Stereo s = impulse(2048);
+    run(*slot, p, s);
+    std::vector<double> level;
+    for (double hz = 60.0; hz < 23000.0; hz *= 1.01)
+    {
+        std::complex<double> sum = 0.0;
+        for (std::size_t n = 0; n < s.right.size(); ++n)
+            sum += static_cast<double>(s.right[n]) *
+                   std::polar(1.0, -6.283185307 * hz * static_cast<double>(n) / 48000.0);
+        level.push_back(std::abs(sum));
+    }
+
+    int notches = 0;
+    for (std::size_t i = 1; i + 1 < level.size(); ++i)
+        if (level[i] < 0.3 && level[i] < level[i - 1] && level[i] <= level[i + 1])
+            ++notches;
+    return notches;
+}
+} // namespace
+
+TEST(Chorus, ReadsBetweenAHundredthOfTheLengthAndAllOfIt)
+{
+    struct Case
+    {
+        int type;
+        std::vector<float> p;
+        double least, most, tolerance;
+    };
+
+    const Case cases[] = {
+        {7, {0.5f, 0, 1, 0, 0, 0, 1, 0}, 1201, 1201, 0}, // no width: a plain delay
+        {7, {0.5f, 1, 0.97f, 0, 0, 0, 1, 0}, 12, 1201, 12},
+        {8, {0.5f, 0, 1, 0, 0, 0, 1, 0}, 1201, 1201, 1},
+        {11, {0.5f, 0, 1, 0, 0.5f, 0, 1, 0}, 1254, 1254, 0},
+        {11, {0.5f, 1, 0.97f, 0, 0.5f, 0, 1, 0}, 22, 1254, 14},
+        {12, {0.5f, 0, 1, 0, 0.5f, 0, 1, 0}, 1254, 1254, 1},
+    };
+
+    for (const Case& c : cases)
+    {
+        const Range range = impulseRange(c.type, c.p);
+        EXPECT_NEAR(range.least, c.least, c.tolerance) << c.type;
+        EXPECT_NEAR(range.most, c.most, c.tolerance) << c.type;
+    }
+
+    // "Widen" puts the right side 5 to 1025 samples behind.
+    auto slot = makeSlot(7, rate);
+    Stereo s = impulse(4800);
+    run(*slot, {0.5f, 0, 0, 0, 0, 0.5f, 1, 0}, s);
+    EXPECT_EQ(peakPosition(s.right), 1201u + 65u);
+}
+
+TEST(Chorus, DelayBehindItKeepsTime)
+{
+    // 1/16 of 110 bpm behind a chorus of 1201 samples.
+    auto slot = makeSlot(9, rate);
+    Stereo warmUp = silence(64);
+    const std::vector<float> p = {0.5f, 0, 0, 0, 0, 4.5f / 14.99f, 0.5f, 1};
+    run(*slot, p, warmUp, 110.0f);
+    Stereo s = impulse(40000);
+    run(*slot, p, s, 110.0f);
+    const double sixteenth = 48000.0 * 60.0 / 110.0 / 4.0 + 1.0;
+    EXPECT_EQ(peakPosition(s.left, 0, 5000), 1201u);
+    EXPECT_NEAR(static_cast<double>(peakPosition(s.left, 5000, 10000)), 1201 + sixteenth, 1.0);
+    EXPECT_NEAR(peak({s.left.begin() + 13000, s.left.begin() + 15500}) /
+                    peak({s.left.begin() + 7000, s.left.begin() + 9000}),
+                0.5, 0.1);
+}
+
+TEST(Chorus, EnsembleSpreadsItsVoices)
+{
+    // One length for all six at "Ensemble" 1; each a factor 2^-0.4 shorter than the last at 0.
+    for (const bool together : {true, false})
+    {
+        auto slot = makeSlot(10, rate);
+        Stereo warmUp = silence(20000);
+        const std::vector<float> p = {0.5f, 0, 0, 0, 0, together ? 1.0f : 0.0f, 0, 1, 0};
+        run(*slot, p, warmUp);
+        Stereo s = impulse(4800);
+        run(*slot, p, s);
+        for (int i = 0; i < 6; ++i)
+        {
+            const double expected = together ? 1201.0 : 1201.0 * std::exp2(-0.4 * i);
+            const auto around = static_cast<std::size_t>(expected);
+            EXPECT_GT(peak({s.left.begin() + static_cast<std::ptrdiff_t>(around) - 2,
+                            s.left.begin() + static_cast<std::ptrdiff_t>(around) + 3}),
+                      together ? 1.0 : 0.2)
+                << i;
+        }
+    }
+}
+
+TEST(Phasers, NotchesFollowTheStages)
+{
+    // n first-order all-passes turn by n half circles, n second-order ones by n whole circles.
+    EXPECT_EQ(countNotches(13, {0, 0.6f, 0, 0, 0, 0, 0, 0}), 0);
+    EXPECT_EQ(countNotches(13, {0.5f, 0.6f, 0, 0, 0, 0, 0, 0}), 2);
+    EXPECT_EQ(countNotches(13, {1, 0.6f, 0, 0, 0, 0, 0, 0}), 4);
+    EXPECT_EQ(countNotches(14, {0, 0.9f, 0, 0, 0, 0, 0, 0, 0.5f}), 1);
+    EXPECT_EQ(countNotches(14, {0.5f, 0.9f, 0, 0, 0, 0, 0, 0, 0.5f}), 4);
+}
+
+TEST(Phasers, SpreadDelaysTheLeftSide)
+{
+    // At full pitch the stages only turn the sign around; "Spread" of the Ana. Phaser is its "Width" slot.
+    for (const auto& [type, p] : {std::pair{13, std::vector<float>{0, 0, 0, 0, 0, 0, 0.5f, 0}},
+                                  std::pair{14, std::vector<float>{0, 0.5f, 0, 0.5f, 0, 0, 1, 0, 0.5f}}})
+    {
+        auto slot = makeSlot(type, rate);
+        Stereo s = noise(4800);
+        s.left = s.right;
+        run(*slot, p, s);
+        for (std::size_t i = 1000; i < 4000; i += 100)
+            EXPECT_NEAR(s.left[i], s.right[i - 65], 1e-6f) << type;
+    }
+}
+
+TEST(Gains, PanAndTremeloRanges)
+{
+    // A square wave without smoothing: from one end to the other.
+    struct Case
+    {
+        int type;
+        float amount;
+        double least, most;
+    };
+
+    for (const Case& c : {Case{24, 1.0f, 0.0, 1.0},
+                          {24, 0.5f, 0.5, 1.0},
+                          {25, 1.0f, 0.0, 1.0},
+                          {25, 0.5f, 0.5, 1.0},
+                          {25, 0.0f, 1.0, 1.0}})
+    {
+        auto slot = makeSlot(c.type, rate);
+        Stereo s = silence(96000);
+        for (std::size_t i = 0; i < s.left.size(); ++i)
+            s.left[i] = s.right[i] = 1.0f;
+        run(*slot, {1, c.amount, 0, 20.5f / 30.99f, 1}, s, 117.0f);
+        const auto [least, most] = std::minmax_element(s.left.begin() + 100, s.left.end());
+        EXPECT_NEAR(*least, c.least, 1e-5) << c.type << ' ' << c.amount;
+        EXPECT_NEAR(*most, c.most, 1e-5) << c.type << ' ' << c.amount;
+
+        // One cycle of "1/4" lasts two quarters; pan sends left and right opposite ways, tremolo the same.
+        const auto halfCycle = static_cast<std::size_t>(48000.0 * 60.0 / 117.0);
+        if (c.amount > 0.0f)
+        {
+            EXPECT_GT(std::abs(s.left[halfCycle / 2] - s.left[halfCycle + halfCycle / 2]), 0.4f) << c.type;
+            EXPECT_EQ(s.left[halfCycle / 2] == s.right[halfCycle / 2], c.type == 25);
+        }
+    }
+
+    // Smoothing is a one-pole: after 2^6.5 samples a step has come to 1 - 1 / e.
+    auto slot = makeSlot(25, rate);
+    Stereo s = silence(91);
+    for (std::size_t i = 0; i < s.left.size(); ++i)
+        s.left[i] = 1.0f;
+    run(*slot, {0, 0, 0.5f, 0, 0}, s);
+    EXPECT_NEAR(s.left.back(), 1.0 - std::exp(-1.0), 0.01);
+}
+
+TEST(Kappel, StepsFollowPatternTempoAndSwing)
+{
+    struct Case
+    {
+        float speed; // entry of the table
+        double halfNotes;
+        float swing;
+        int mode;
+        float bpm;
+    };
+
+    const unsigned left = 0xa5c3, right = 0x0ff1;
+
+    for (const Case& c : {Case{14, 2.0, 0.0f, 0, 120.0f},
+                          {17, 1.0, 0.0f, 0, 97.3f},
+                          {20, 0.5, 0.6f, 0, 141.7f},
+                          {11, 4.0, 0.0f, 1, 120.0f},
+                          {14, 2.0, 0.0f, 2, 120.0f}})
+    {
+        const double step = c.halfNotes * 2.0 * 60.0 / static_cast<double>(c.bpm) * 48000.0 / 16.0;
+        auto slot = makeSlot(26, rate);
+        Stereo s = silence(static_cast<int>(step * 16.0));
+        for (std::size_t i = 0; i < s.left.size(); ++i)
+            s.left[i] = s.right[i] = 1.0f;
+        const std::vector<float> p = {(c.speed + 0.5f) / 30.99f,
+                                      0,
+                                      (static_cast<float>(c.mode) + 0.5f) / 2.99f,
+                                      0,
+                                      c.swing,
+                                      static_cast<float>(left) / 65535.9f + 1e-6f,
+                                      static_cast<float>(right) / 65535.9f + 1e-6f};
+        run(*slot, p, s, c.bpm);
+
+        const double share = static_cast<double>(c.swing) * 0.5 + 0.5; // of a pair, for its first step
+        for (unsigned i = 0; i < 16; ++i)
+        {
+            const double pair = 2.0 * step * (i / 2);
+            const double middle =
+                i % 2 == 0 ? pair + step * share : pair + 2.0 * step * (share + (1.0 - share) / 2.0);
+            const auto at = static_cast<std::size_t>(middle);
+            EXPECT_NEAR(s.left[at], c.mode == 2 || ((left >> i) & 1u) ? 1.0 : 0.0, 1e-3)
+                << i << ' ' << c.speed;
+            EXPECT_NEAR(s.right[at], c.mode == 1 || ((right >> i) & 1u) ? 1.0 : 0.0, 1e-3)
+                << i << ' ' << c.speed;
+        }
+
+        // The edges lie where the tempo puts them: bits 1 and 2 of the left pattern differ.
+        if (c.mode != 2)
+        {
+            const auto edge = static_cast<std::size_t>(2.0 * step);
+            EXPECT_GT(s.left[edge - 20], 0.99f);
+            EXPECT_LT(s.left[edge + 20], 0.01f);
+        }
+    }
+}
+} // namespace quorel::test
