@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PlatformSeam.h"
 
+#if JUCE_WINDOWS
+#include <io.h>
+#else
+#include <cstdlib>
+#include <unistd.h>
+#endif
+
 namespace quorel
 {
 
@@ -69,6 +76,16 @@ UserPlaces userPlaces(const juce::File& prefix)
     return placesUnder(prefix.getChildFile("config"), prefix.getChildFile("data"));
 }
 
+void adoptUserPlaces(const juce::File& prefix)
+{
+#if JUCE_WINDOWS
+    juce::ignoreUnused(prefix);
+#else
+    setenv("XDG_CONFIG_HOME", prefix.getChildFile("config").getFullPathName().toRawUTF8(), 1);
+    setenv("XDG_DATA_HOME", prefix.getChildFile("data").getFullPathName().toRawUTF8(), 1);
+#endif
+}
+
 std::unique_ptr<UserStore> makeUserStore()
 {
 #if JUCE_WINDOWS
@@ -98,6 +115,16 @@ juce::String versionText()
     return "Windows 64 Bits version";
 #else
     return "Linux 64 Bits version";
+#endif
+}
+
+bool standardErrorIsTerminal()
+{
+    constexpr int standardError = 2;
+#if JUCE_WINDOWS
+    return _isatty(standardError) != 0;
+#else
+    return isatty(standardError) != 0;
 #endif
 }
 

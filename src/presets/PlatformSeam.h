@@ -27,6 +27,10 @@ UserPlaces userPlaces();
     started with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two sees them as its own. */
 UserPlaces userPlaces(const juce::File& prefix);
 
+/** Lets this process, and the instruments that it hosts, take the places under `prefix` for the user's own.
+   Call it before the first thread starts. On Windows the instruments keep to the registry. */
+void adoptUserPlaces(const juce::File& prefix);
+
 /** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, "Registry.xml" in the
     settings folder elsewhere. */
 std::unique_ptr<UserStore> makeUserStore();
@@ -39,5 +43,8 @@ juce::String pluginFileEnding();
 
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
+
+/** True where the standard error stream goes to a terminal, on which a line can be drawn over. */
+bool standardErrorIsTerminal();
 
 } // namespace quorel

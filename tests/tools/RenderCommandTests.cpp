@@ -177,6 +177,8 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
         {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
         {{midi, "-o", wav, "--param", "1=1.5"}, "from 0 to 1"},
         {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--param", "1=1-2"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
         {{midi, "-o", wav, "--preset", text}, "not a preset"},
         {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
         {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},

@@ -8,9 +8,7 @@
 #include "common/QuietLogger.h"
 #include "presets/PlatformSeam.h"
 
-#include <cstdio>
 #include <iostream>
-#include <unistd.h>
 
 namespace quorel
 {
@@ -18,8 +16,11 @@ namespace
 {
 constexpr const char* toolName = "quorel-render";
 
+/** The user's settings, or those below the prefix, for this process and all that it hosts. */
 std::unique_ptr<UserStore> storeFor(const RenderOptions& options)
 {
+    if (options.prefix != juce::File())
+        adoptUserPlaces(options.prefix);
     return options.prefix == juce::File() ? makeUserStore() : makeUserStore(userPlaces(options.prefix));
 }
 
@@ -46,7 +47,7 @@ public:
     }
 
 private:
-    const bool isTerminal = isatty(fileno(stderr)) != 0;
+    const bool isTerminal = standardErrorIsTerminal();
     bool drawn = false;
 };
 

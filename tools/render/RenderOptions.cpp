@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <iostream>
 
 namespace quorel
@@ -22,13 +24,16 @@ juce::File absoluteFile(const std::string& path)
                : juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
 }
 
-/** A plain decimal number and nothing else. */
+/** A finite decimal number and nothing else, whatever the user's language. */
 std::optional<double> parseNumber(const juce::String& text)
 {
-    const auto trimmed = text.trim();
-    if (trimmed.isEmpty() || !trimmed.containsOnly("0123456789.+-eE") || !trimmed.containsAnyOf("0123456789"))
+    const auto digits = text.trim().toStdString();
+    const auto* last = digits.data() + digits.size();
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(digits.data(), last, number);
+    if (error != std::errc() || end != last || !std::isfinite(number))
         return {};
-    return trimmed.getDoubleValue();
+    return number;
 }
 
 std::optional<double> parseQuotient(const juce::String& text)
