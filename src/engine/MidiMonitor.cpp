@@ -16,6 +16,17 @@ void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination)
     destination.data.addArray(source.data.begin(), source.data.size());
 }
 
+void addSilencingEvents(juce::MidiBuffer& destination, int lastChannel)
+{
+    for (int channel = 1; channel <= lastChannel; ++channel)
+    {
+        destination.addEvent(juce::MidiMessage::allNotesOff(channel), 0);
+
+        for (int note = 0; note < 128; ++note)
+            destination.addEvent(juce::MidiMessage::noteOff(channel, note), 0);
+    }
+}
+
 MidiMonitor::MidiMonitor()
 {
     events.ensureSize(midiBufferCapacity);

@@ -52,4 +52,8 @@ constexpr size_t midiBufferCapacity = 32768;
 /** Copies without giving back the memory that `destination` holds, as an assignment would. */
 void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination);
 
+/** Adds, at sample 0 and for each channel from 1 to `lastChannel`, an all-notes-off and the note-offs of all
+ * notes. */
+void addSilencingEvents(juce::MidiBuffer& destination, int lastChannel = 16);
+
 } // namespace quorel

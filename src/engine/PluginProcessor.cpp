@@ -30,7 +30,7 @@ PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInter
         graphLayers[i] = layers[i].get();
     }
 
-    graph.setLayers(graphLayers);
+    graph->setLayers(graphLayers);
     skipNextState.store(juce::String(juce::PluginHostType().getHostDescription()) == "ProTools");
     setNames(defaultPresetName, defaultFolderName);
     paths = readPaths(*store);
@@ -67,8 +67,8 @@ void PluginProcessor::prepareToPlay(double rate, int newBlockSize)
     for (auto& layer : layers)
         layer->prepare(rate, newBlockSize);
 
-    graph.initialise(rate);
-    graph.reserve(2, newBlockSize);
+    graph->initialise(rate);
+    graph->reserve(2, newBlockSize);
 }
 
 //==============================================================================================================
@@ -85,7 +85,7 @@ void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
     meter.setBlock(buffer.getNumSamples(), buffer.getNumChannels());
     playHead.updateFromHost();
     collectMidi(midi);
-    graph.render(buffer, blockMidi, static_cast<float>(playHead.bpm()));
+    graph->render(buffer, blockMidi, static_cast<float>(playHead.bpm()));
     buffer.applyGain(gains.masterGain() * transition.fadeGain.load());
     meter.addPeaks(buffer.getMagnitude(0, 0, buffer.getNumSamples()),
                    buffer.getMagnitude(1, 0, buffer.getNumSamples()));
@@ -128,18 +128,7 @@ void PluginProcessor::collectMidi(juce::MidiBuffer& midi)
     copyEvents(midi, blockMidi);
 
     if (panicRequested.exchange(false))
-        addPanicMessages();
-}
-
-void PluginProcessor::addPanicMessages()
-{
-    for (int channel = 1; channel <= 16; ++channel)
-    {
-        blockMidi.addEvent(juce::MidiMessage::allNotesOff(channel), 0);
-
-        for (int note = 0; note < 128; ++note)
-            blockMidi.addEvent(juce::MidiMessage::noteOff(channel, note), 0);
-    }
+        addSilencingEvents(blockMidi);
 }
 
 //==============================================================================================================
@@ -393,7 +382,7 @@ bool PluginProcessor::loadPresetFile()
         for (int i = 0; i < numControllers; ++i)
             setParameter(slot::controllerMap + i, controllerTable[static_cast<size_t>(i)]);
 
-        graph.requestReset();
+        graph->requestReset();
     }
     else
     {

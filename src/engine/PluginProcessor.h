@@ -241,7 +241,6 @@ private:
     void parameterOfLayerWritten(int index, float value);
     void dragRangeEnd(int layer, int n, float value);
     void collectMidi(juce::MidiBuffer& midi);
-    void addPanicMessages();
     bool requestUnloadOfAllLayers();
     void restorePendingChunk();
     void createDefaultPreset();
@@ -258,7 +257,8 @@ private:
     CustomPlayHead playHead;
     TapTempo tapTempo;
     std::array<std::unique_ptr<VirtualInstrument>, numLayers> layers;
-    AudioGraph graph{*this, gains, eqSettings};
+    /** On the heap of its own: with four effect blocks in it, it is too large for a caller's stack. */
+    std::unique_ptr<AudioGraph> graph{std::make_unique<AudioGraph>(*this, gains, eqSettings)};
 
     juce::KnownPluginList knownPlugins;
     PluginScanner scanner{knownPlugins};

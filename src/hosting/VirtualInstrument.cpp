@@ -19,6 +19,9 @@ constexpr int loadTicks = 3;
 constexpr int unloadTicks = 10;
 constexpr double fallbackSampleRate = 44100.0;
 constexpr int fallbackBlockSize = 512;
+constexpr int warmUpSamples = 32;
+/** 516 events: twice what a silenced layer is sent, and few enough for instruments with small queues. */
+constexpr int warmUpChannels = 4;
 
 /** Above 0 while this thread writes an Easy value through to a hosted instrument. An instrument that
     reports every change back would otherwise be written again from its own report, for ever. */
@@ -265,6 +268,7 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
     programNames.clear();
     readParameterNames();
 
+    warmUp();
     access.publish(instance.get());
     loading.store(false);
     needsDisplayUpdate.store(true);
@@ -275,6 +279,26 @@ void VirtualInstrument::prepareInstance(double sampleRate, int blockSize)
 {
     instance->setRateAndBufferSizeDetails(sampleRate, blockSize);
     instance->prepareToPlay(sampleRate, blockSize);
+}
+
+void VirtualInstrument::warmUp()
+{
+    // JUCE's instance swaps its MIDI buffer with the one it is handed, and grows its list of events on
+    // demand: both buffers and the list get their full size here, so that no block has to take memory later.
+    // What the instrument is sent is silence.
+    juce::AudioBuffer<float> buffer(
+        juce::jmax(2, instance->getTotalNumInputChannels(), instance->getTotalNumOutputChannels()),
+        warmUpSamples);
+
+    for (int round = 0; round < 2; ++round)
+    {
+        hostedMidi.ensureSize(midiBufferCapacity);
+        addSilencingEvents(hostedMidi, warmUpChannels);
+        buffer.clear();
+        instance->processBlock(buffer, hostedMidi);
+    }
+
+    hostedMidi.clear();
 }
 
 void VirtualInstrument::prepare(double sampleRate, int blockSize)
@@ -368,16 +392,17 @@ void VirtualInstrument::renderInstance(juce::AudioPluginInstance& plugin, juce::
     const int outputs = plugin.getTotalNumOutputChannels();
     const int needed = juce::jmax(2, plugin.getTotalNumInputChannels(), outputs);
     const int samples = buffer.getNumSamples();
+    copyEvents(layerMidi, hostedMidi);
 
     if (needed <= buffer.getNumChannels())
     {
-        plugin.processBlock(buffer, layerMidi);
+        plugin.processBlock(buffer, hostedMidi);
     }
     else
     {
         wideBuffer.setSize(needed, samples, false, false, true);
         wideBuffer.clear();
-        plugin.processBlock(wideBuffer, layerMidi);
+        plugin.processBlock(wideBuffer, hostedMidi);
 
         for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
             buffer.copyFrom(channel, 0, wideBuffer, channel, 0, samples);

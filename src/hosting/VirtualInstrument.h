@@ -159,6 +159,7 @@ private:
     void applyDrumPage();
     void prepareInstance(double sampleRate, int blockSize);
     void readParameterNames();
+    void warmUp();
     void suspendAndRelease();
     void destroyInstance();
     LayerMidiSettings currentMidiSettings() const noexcept;
@@ -206,6 +207,8 @@ private:
 
     /** Audio thread's own memory. */
     juce::MidiBuffer layerMidi;
+    /** What the instrument is handed, and swaps for a buffer of its own. */
+    juce::MidiBuffer hostedMidi;
     juce::AudioBuffer<float> wideBuffer;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(VirtualInstrument)

@@ -27,6 +27,7 @@ int main(int argc, char** argv)
     setVariable("DISPLAY", juce::SystemStats::getEnvironmentVariable("QUOREL_TEST_DISPLAY", ":9999"));
 
     const quorel::test::ScratchFolder user;
+    user.child("data").createDirectory();
     setVariable("XDG_CONFIG_HOME", user.path().getChildFile("config").getFullPathName());
     setVariable("XDG_DATA_HOME", user.path().getChildFile("data").getFullPathName());
 

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Layers with real VST2 instruments in them: coming, going, playing, and what the table mirrors of them.
+#include "engine/ParameterCodings.h"
+#include "engine/ParameterText.h"
+#include "support/ProcessorRig.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+class HostedLayerTest : public testing::Test
+{
+protected:
+    VirtualInstrument& layer(int i) { return rig.processor.getLayer(i); }
+
+    float playNote(int note, float velocity = 0.8f)
+    {
+        // A transpose written before costs the first block its events.
+        rig.play();
+        rig.noteOn(note, velocity);
+        const float peak = rig.playSeconds(0.4).peak();
+        rig.noteOff(note);
+        rig.send(juce::MidiMessage::allSoundOff(1));
+        rig.playSeconds(2.0);
+        return peak;
+    }
+
+    static constexpr float silence = 1e-4f;
+    ProcessorRig rig;
+};
+
+TEST_F(HostedLayerTest, TheScanKnowsTheWholeFamilyOnce)
+{
+    EXPECT_EQ(rig.processor.getKnownPlugins().getNumTypes(), 14);
+    EXPECT_EQ(rig.processor.getScanStatus(), "Found 14 Ostrand Instruments");
+}
+
+TEST_F(HostedLayerTest, AnInstrumentComesInThreeTicksAndGoesAtOnce)
+{
+    rig.setLayer(0, layerSlot::pan, 0.1f);
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.5f) << "choosing an instrument resets its layer";
+    EXPECT_EQ(readParamText(rig.processor, 200, 31), "Orlen");
+    EXPECT_GT(layer(0).getChunkSize(), 0);
+    EXPECT_EQ(layer(0).getParameterNames().size(), 1024);
+    EXPECT_GT(playNote(60), 0.01f);
+
+    rig.processor.chooseInstrument(0, nullptr);
+    EXPECT_FALSE(layer(0).hasInstance());
+    EXPECT_EQ(readParamText(rig.processor, 200, 31), "");
+    EXPECT_EQ(layer(0).getChunkSize(), 0);
+    EXPECT_EQ(rig.getLayer(0, layerSlot::easyValue + 3), 0.5f);
+    EXPECT_LT(playNote(60), silence);
+}
+
+TEST_F(HostedLayerTest, ChoosingWhatIsLoadedKeepsItAndItsState)
+{
+    ASSERT_TRUE(rig.load(0, "Zeph"));
+    rig.setLayer(0, layerSlot::easyValue, 0.123f);
+    ASSERT_TRUE(rig.load(0, "Zeph"));
+    EXPECT_EQ(readParamText(rig.processor, 200, 31), "Zeph");
+    const InstanceAccess::Use plugin(layer(0).instanceAccess());
+    EXPECT_NEAR(plugin->getParameter(37), 0.123f, 1e-3f);
+}
+
+TEST_F(HostedLayerTest, AnotherInstrumentReplacesTheOldOneWhileOthersPlayOn)
+{
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    ASSERT_TRUE(rig.load(1, "Hexley"));
+    rig.setLayer(0, layerSlot::midiChannel, 0.0f);
+    rig.noteOn(60);
+    rig.playSeconds(0.2);
+    const auto* tarn = [&]
+    {
+        static juce::PluginDescription found;
+
+        for (const auto& type : rig.processor.getKnownPlugins().getTypes())
+            if (type.name == "Tarn")
+                found = type;
+
+        return &found;
+    }();
+    rig.processor.chooseInstrument(0, tarn);
+    EXPECT_FALSE(layer(0).hasInstance());
+    EXPECT_GT(rig.playSeconds(0.2).peak(), silence) << "layer 2 goes on sounding";
+    ASSERT_TRUE(rig.playUntil([&] { return layer(0).getPluginName() == "Tarn"; }));
+}
+
+TEST_F(HostedLayerTest, RangesAndTransposeShapeWhatIsHeard)
+{
+    ASSERT_TRUE(rig.load(0, "Tarn"));
+    rig.setLayer(0, layerSlot::keyMin, 60.5f / 127.0f);
+    rig.setLayer(0, layerSlot::keyMax, 72.5f / 127.0f);
+    EXPECT_LT(playNote(59), silence);
+    EXPECT_GT(playNote(60), 0.01f);
+    EXPECT_GT(playNote(72), 0.01f);
+    EXPECT_LT(playNote(73), silence);
+    rig.setLayer(0, layerSlot::velocityMin, 64.5f / 127.0f);
+    EXPECT_LT(playNote(65, 0.3f), silence);
+    EXPECT_GT(playNote(65, 0.9f), 0.01f);
+
+    // Transposed by an octave, nothing is left of the sub-oscillator below note 69.
+    rig.setLayer(0, layerSlot::transpose, 36.5f / 48.0f);
+    rig.play(2);
+    rig.noteOn(69, 0.8f);
+    rig.playSeconds(0.2);
+    const auto sound = rig.playSeconds(0.5);
+    EXPECT_GT(sound.amplitudeAt(440.0, rig.rate), 20.0 * sound.amplitudeAt(220.0, rig.rate));
+}
+
+TEST_F(HostedLayerTest, ADrumInstrumentTurnsItsZonesOn)
+{
+    ASSERT_TRUE(rig.load(2, "Dorvik"));
+    EXPECT_EQ(rig.getLayer(2, layerSlot::drumMode), 1.0f);
+    EXPECT_EQ(rig.getLayer(2, layerSlot::drumPage), 0.1f);
+
+    for (int zone = 0; zone < numZones; ++zone)
+        rig.setLayer(2, layerSlot::zoneOn + zone, 0.0f);
+
+    rig.setLayer(2, layerSlot::zoneOn + 4, 1.0f);
+    rig.setLayer(2, layerSlot::zoneKeys + 8, 36.5f / 127.0f);
+    rig.setLayer(2, layerSlot::zoneKeys + 9, 36.5f / 127.0f);
+    EXPECT_GT(playNote(36), 0.01f);
+    EXPECT_LT(playNote(37), silence);
+    ASSERT_TRUE(rig.load(2, "Tarn"));
+    EXPECT_EQ(rig.getLayer(2, layerSlot::drumMode), 0.0f);
+}
+
+TEST_F(HostedLayerTest, EasyParametersMirrorBothWays)
+{
+    ASSERT_TRUE(rig.load(1, "Hexley"));
+    const InstanceAccess::Use plugin(layer(1).instanceAccess());
+
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+    {
+        const int target = decodeParamInt(rig.getLayer(1, layerSlot::easyMapping + easy));
+        EXPECT_EQ(target, findInstrument("Hexley")->easyMapping[static_cast<size_t>(easy)]);
+        EXPECT_EQ(rig.getLayer(1, layerSlot::easyValue + easy), plugin->getParameter(target));
+        rig.setLayer(1, layerSlot::easyValue + easy, 0.25f);
+        EXPECT_NEAR(plugin->getParameter(target), 0.25f, 1e-3f);
+    }
+
+    // A new mapping shows the value that its parameter has.
+    rig.setLayer(1, layerSlot::easyValue + 1, 0.75f);
+    rig.setLayer(1, layerSlot::easyMapping, encodeParamInt(62));
+    EXPECT_NEAR(rig.getLayer(1, layerSlot::easyValue), 0.75f, 1e-3f);
+
+    for (const int unmapped : {0, -5, 1024, 32767})
+    {
+        rig.setLayer(1, layerSlot::easyMapping + 2, encodeParamInt(unmapped));
+        rig.setLayer(1, layerSlot::easyValue + 2, 0.9f);
+    }
+
+    // A change made by the instrument itself comes back as the Easy value.
+    layer(1).audioProcessorParameterChanged(plugin.get(), 70, 0.375f);
+    EXPECT_EQ(rig.getLayer(1, layerSlot::easyValue + 5), 0.375f);
+    layer(1).resetEasyMapping();
+    EXPECT_EQ(decodeParamInt(rig.getLayer(1, layerSlot::easyMapping)), 61);
+}
+
+TEST_F(HostedLayerTest, ProgramsAreChosenAndSeen)
+{
+    ASSERT_TRUE(rig.load(0, "Tarn"));
+    layer(0).chooseProgram(4);
+    const InstanceAccess::Use plugin(layer(0).instanceAccess());
+    EXPECT_EQ(plugin->getCurrentProgram(), 3);
+    layer(0).needsDisplayUpdate.store(false);
+    plugin->setCurrentProgram(1);
+    EXPECT_TRUE(pumpUntil([&] { return layer(0).needsDisplayUpdate.load(); }, 1000));
+
+    // Instruments that take programs by MIDI get a program change in front of the next block, past the
+    // filter.
+    ASSERT_TRUE(rig.load(1, "Fenn2"));
+    rig.setLayer(1, layerSlot::blockProgramChange, 1.0f);
+    const InstanceAccess::Use fenn(layer(1).instanceAccess());
+    rig.play();
+    const auto before = fenn->getProgramName(0);
+    layer(1).chooseProgram(3);
+    rig.play();
+    EXPECT_NE(fenn->getProgramName(0), before);
+}
+
+TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
+{
+    juce::PluginDescription description;
+    description.name = "Orlen";
+    description.pluginFormatName = "VST";
+    description.fileOrIdentifier = rig.user.scratch.write("Orlen.so", "no plug-in at all").getFullPathName();
+    EXPECT_FALSE(layer(3).loadPlugin(description));
+    EXPECT_TRUE(layer(3).isMissing());
+    EXPECT_EQ(layer(3).getMissingPluginName(), "Orlen");
+    ASSERT_EQ(rig.interaction.alerts.size(), 1);
+    EXPECT_TRUE(rig.interaction.alerts[0].startsWith("Error|Sorry, cannot load Orlen\n\n"));
+    EXPECT_LT(playNote(60), silence);
+    rig.processor.chooseInstrument(3, nullptr);
+    EXPECT_FALSE(layer(3).isMissing());
+}
+
+TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
+{
+    const juce::File amsynth("/usr/lib/vst/amsynth_vst.so");
+
+    if (!amsynth.existsAsFile())
+        GTEST_SKIP() << "amsynth isn't installed";
+
+    juce::VSTPluginFormat format;
+    juce::OwnedArray<juce::PluginDescription> found;
+    format.findAllTypesForFile(found, amsynth.getFullPathName());
+    ASSERT_EQ(found.size(), 1);
+    ASSERT_TRUE(layer(0).loadPlugin(*found[0]));
+    EXPECT_EQ(layer(0).getChunkSize(), 0) << "an instrument outside the table is never saved";
+    EXPECT_GT(playNote(60), 0.001f);
+    const auto state = rig.state();
+    layer(0).unloadPlugin();
+    EXPECT_LT(playNote(60), silence);
+    rig.restore(state);
+    EXPECT_FALSE(layer(0).hasInstance());
+}
+
+namespace
+{
+/** A window that a layer owns, and a note of its end. */
+class OpenWindow final : public InstrumentWindow
+{
+public:
+    explicit OpenWindow(bool& closedFlag)
+        : closed(closedFlag)
+    {
+    }
+
+    ~OpenWindow() override { closed = true; }
+
+    bool isShowing() const override { return true; }
+
+private:
+    bool& closed;
+};
+} // namespace
+
+TEST_F(HostedLayerTest, AnOpenWindowGetsTimeToGoBeforeItsInstrument)
+{
+    ASSERT_TRUE(rig.load(0, "Imre"));
+    const auto state = rig.state();
+    bool closed = false;
+    layer(0).setWindow(std::make_unique<OpenWindow>(closed));
+    rig.restore(state);
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(layer(0).hasInstance()) << "the instrument lives on for half a second";
+    EXPECT_EQ(rig.play(4).peak(), 0.0f);
+    EXPECT_TRUE(rig.playUntil([&] { return !layer(0).hasInstance(); }, 2000));
+    EXPECT_TRUE(rig.playUntil([&] { return layer(0).hasInstance(); }, 5000))
+        << "2.5 seconds later the state is back";
+    EXPECT_GT(playNote(60), 0.001f);
+}
+
+} // namespace quorel::test
