@@ -64,7 +64,7 @@ constexpr t_fstPluginOpcode effConnectOutput = static_cast<t_fstPluginOpcode>(32
 constexpr t_fstPluginOpcode effSetBypass = static_cast<t_fstPluginOpcode>(44);
 constexpr t_fstPluginOpcode effGetTailSize = static_cast<t_fstPluginOpcode>(52);
 constexpr t_fstPluginOpcode effIdle = static_cast<t_fstPluginOpcode>(53);
-constexpr t_fstPluginOpcode effKeysRequired = static_cast<t_fstPluginOpcode>(59);
+constexpr t_fstPluginOpcode effKeysRequired = static_cast<t_fstPluginOpcode>(57);
 
 typedef struct quorelSpeakerArrangement_
 {
