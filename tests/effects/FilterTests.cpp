@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The filter core's 29 types and the effects that are built on filters.
+#include "EffectsTestTools.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+namespace
+{
+constexpr float rate = 96000.0f;
+constexpr float oneKilohertz = 0.5643856f; // of 20 Hz x 2^(10 p)
+
+std::vector<float> filterParameters(int type, float cutoff = oneKilohertz, float q = 0.0f, float vowel = 0.0f)
+{
+    return {(static_cast<float>(type) + 0.5f) / 29.99f, 0, cutoff, q, vowel, 0, 0, 0, 0, 0.5f};
+}
+
+/** Impulse response of a settled filter at a level where it is linear. */
+Stereo response(const std::vector<float>& p, float left = 1e-3f, float right = 1e-3f)
+{
+    auto slot = makeSlot(29, rate);
+    Stereo settle = silence(40000);
+    run(*slot, p, settle);
+    Stereo s = impulse(8192, left, right);
+    run(*slot, p, s);
+    return s;
+}
+
+double gainAt(const std::vector<float>& impulseResponse, double hz)
+{
+    std::complex<double> sum = 0.0;
+    for (std::size_t n = 0; n < impulseResponse.size(); ++n)
+        sum += static_cast<double>(impulseResponse[n]) *
+               std::polar(1e3, -6.283185307179586 * hz * static_cast<double>(n) / 96000.0);
+    return std::abs(sum);
+}
+} // namespace
+
+TEST(FilterTypes, SlopesAndPassBands)
+{
+    struct Case
+    {
+        int type;
+        bool lowPass;
+        double slope; // dB to an octave, far from the corner
+        double pass;  // gain in the pass band
+    };
+
+    // "18 LP" has the slope of "12 LP"; 17 and 18 sum two passes without halving them; the ladder's
+    // high-passes are what is left without the low-pass, and that falls by 6 dB.
+    const Case cases[] = {
+        {1, true, 6, 1},       {3, true, 12, 1.414}, {7, true, 12, 1},       {11, true, 12, 1.414},
+        {13, true, 24, 1.414}, {17, true, 24, 2},    {21, true, 36, 2},      {2, false, 6, 1},
+        {4, false, 12, 1.414}, {8, false, 12, 1},    {12, false, 18, 1.414}, {14, false, 24, 1.414},
+        {18, false, 6, 2},     {22, false, 12, 1},
+    };
+
+    for (const Case& c : cases)
+    {
+        const Stereo s = response(filterParameters(c.type));
+        const double octave = c.lowPass ? 2.0 : 0.5, far = c.lowPass ? 4000.0 : 125.0;
+        const double slope = decibels(gainAt(s.left, far) / gainAt(s.left, far * octave));
+        EXPECT_NEAR(slope, c.slope, 0.12 * c.slope + 0.5) << c.type;
+        EXPECT_NEAR(gainAt(s.left, c.lowPass ? 25.0 : 14000.0), c.pass, 0.12 * c.pass) << c.type;
+        EXPECT_EQ(s.left, s.right) << c.type;
+    }
+
+    const Stereo bypass = response(filterParameters(0));
+    EXPECT_NEAR(bypass.left[0], 1e-3f, 1e-9f);
+    EXPECT_LT(peak(bypass.left, 1), 1e-12);
+}
+
+TEST(FilterTypes, CentreFrequencies)
+{
+    // Resonant peaks and notches sit at the cutoff; "12 N", the low-pass less the high-pass, peaks there; the
+    // ladder's self-damped band a little lower.
+    for (const int type : {5, 6, 9, 15, 19})
+    {
+        const Stereo s = response(filterParameters(type, oneKilohertz, type == 15 ? 1.0f : 0.8f));
+        double best = 0.0, at = 0.0;
+        for (double hz = 300.0; hz < 3000.0; hz *= 1.01)
+            if (const double g = gainAt(s.left, hz); g > best)
+                best = g, at = hz;
+        EXPECT_NEAR(at, 1000.0, type == 15 ? 250.0 : 30.0) << type;
+        EXPECT_GT(best, 2.0) << type;
+    }
+
+    for (const int type : {10, 20})
+    {
+        const Stereo s = response(filterParameters(type, oneKilohertz, 0.5f));
+        double least = 1e9, at = 0.0;
+        for (double hz = 300.0; hz < 3000.0; hz *= 1.01)
+            if (const double g = gainAt(s.left, hz); g < least)
+                least = g, at = hz;
+        EXPECT_NEAR(at, 1000.0, 40.0) << type;
+        EXPECT_LT(least, 0.2) << type;
+    }
+
+    // The ladder's notch at its poles, 1292 Hz here: what its band takes out, 3 (1 + i)^-3 (1 - (1 + i)^-1) =
+    // -0.75 i, turns the rest rather than cancelling it.
+    EXPECT_NEAR(gainAt(response(filterParameters(16)).left, 1292.0), 1.25, 0.03);
+}
+
+TEST(FilterTypes, CombsVowelsAndRing)
+{
+    // Combs: the input 96 samples late, then an echo every 96 samples at 1 kHz, of one sign or of turning
+    // signs, (0.95 q)^(1/4) of the last.
+    for (const auto& [type, sign] : {std::pair{23, 1.0}, {24, -1.0}})
+    {
+        const Stereo s = response(filterParameters(type, oneKilohertz, 0.5f));
+        const auto first = peakPosition(s.left, 10, 150);
+        EXPECT_NEAR(static_cast<double>(first), 96.0, 1.0);
+        EXPECT_NEAR(static_cast<double>(s.left[first]) * 1e3, 1.0, 1e-3);
+        EXPECT_NEAR(static_cast<double>(s.left[2 * first]) * 1e3, sign * std::pow(0.475, 0.25), 1e-3);
+    }
+
+    // "Vox" listens to the right channel alone and plays it on both: "A" at 440 Hz has its formants
+    // untransposed.
+    const auto vox = filterParameters(25, std::log2(22.0f) / 10.0f, 0.9f, 0.0f);
+    EXPECT_LT(peak(response(vox, 1e-3f, 0.0f).left), 1e-9);
+    const Stereo a = response(vox, 0.0f, 1e-3f);
+    EXPECT_EQ(a.left, a.right);
+    EXPECT_GT(gainAt(a.left, 650.0), 2.0 * gainAt(a.left, 300.0));
+    EXPECT_GT(gainAt(a.left, 1080.0), 1.5 * gainAt(a.left, 1700.0));
+
+    // "Form2" with half the vowel: an octave to each side.
+    const Stereo form = response(filterParameters(26, oneKilohertz, 1.0f, 0.5f));
+    EXPECT_GT(gainAt(form.left, 500.0), 3.0 * gainAt(form.left, 1000.0));
+    EXPECT_GT(gainAt(form.left, 2000.0), 3.0 * gainAt(form.left, 1000.0));
+
+    // "Ring": 1 kHz times 3 kHz, with a depth of 0.95.
+    auto slot = makeSlot(29, rate);
+    const auto ring = filterParameters(28, oneKilohertz, 1.0f);
+    Stereo settle = silence(4800);
+    run(*slot, ring, settle);
+    Stereo s = sine(19200, 3000.0, 96000.0, 0.5f);
+    run(*slot, ring, s);
+    EXPECT_NEAR(std::abs(component(s.left, 0, 2000.0, 96000.0)), 0.95 * 0.25, 0.01);
+    EXPECT_NEAR(std::abs(component(s.left, 0, 4000.0, 96000.0)), 0.95 * 0.25, 0.01);
+}
+
+TEST(FilterTypes, ExtremesStayStable)
+{
+    for (int type = 0; type < 29; ++type)
+    {
+        for (const float sampleRate : {22050.0f, 192000.0f})
+        {
+            for (const float cutoff : {0.0f, 0.1f, 1.0f})
+            {
+                auto slot = makeSlot(29, sampleRate);
+                auto p = filterParameters(type, cutoff, 1.0f, 1.0f);
+                p[1] = 1.0f;
+                Stereo s = square(40000, 97);
+                run(*slot, p, s);
+                EXPECT_LT(std::max(peak(s.left), peak(s.right)), 100.0)
+                    << type << ' ' << sampleRate << ' ' << cutoff;
+            }
+        }
+    }
+}
+
+TEST(FilterEffects, BassDistortsTheLowsAlone)
+{
+    // 100 Hz corner and all the drive: 50 Hz grows harmonics, 5 kHz passes as it is.
+    for (const auto& [hz, rough] : {std::pair{50.0, true}, {5000.0, false}})
+    {
+        auto slot = makeSlot(30, rate);
+        Stereo s = sine(38400, hz, 96000.0, 0.5f);
+        run(*slot, {0.3f, 0.8f, 0.5f, 0.5f}, s);
+        const double third = std::abs(component(s.left, 19200, 3.0 * hz, 96000.0));
+        EXPECT_EQ(third > 0.02, rough) << hz << ' ' << third;
+        if (!rough)
+        {
+            EXPECT_NEAR(std::abs(component(s.left, 19200, hz, 96000.0)), 0.5, 0.03);
+        }
+    }
+}
+
+TEST(FilterEffects, AutoWahOpensWithTheLevel)
+{
+    const auto treble = [](float amplitude, float sense)
+    {
+        auto slot = makeSlot(32, rate);
+        Stereo s = sine(48000, 4000.0, 96000.0, amplitude);
+        run(*slot, {0, 0.2f, 0.9f, sense, 0, 0.2f}, s);
+        return rms(s.left, 24000) / static_cast<double>(amplitude);
+    };
+
+    EXPECT_GT(treble(0.5f, 0.6f), 10.0 * treble(0.005f, 0.6f));
+    EXPECT_NEAR(treble(0.5f, 0.0f), treble(0.005f, 0.0f), 1e-4);
+}
+
+TEST(FilterEffects, WahWahDelayRepeatsInTime)
+{
+    auto slot = makeSlot(31, 48000.0f);
+    const std::vector<float> p = {1, 1, 0, 0, 0, 0, 0, 4.5f / 14.99f, 0.5f, 1};
+    Stereo settle = silence(9600);
+    run(*slot, p, settle, 125.0f);
+    Stereo s = impulse(24000);
+    run(*slot, p, s, 125.0f);
+    const double sixteenth = 48000.0 * 60.0 / 125.0 / 4.0 + 1.0;
+    const auto direct = static_cast<double>(peakPosition(s.left, 0, 1000));
+    EXPECT_NEAR(static_cast<double>(peakPosition(s.left, 3000, 8000)), direct + sixteenth, 1.0);
+    EXPECT_NEAR(peak({s.left.begin() + 10000, s.left.begin() + 13000}) /
+                    peak({s.left.begin() + 4000, s.left.begin() + 8000}),
+                0.5, 0.03);
+}
+
+TEST(FilterEffects, WidenerDelaysTheRightSide)
+{
+    // 2^4 x 4 + 1 = 65 samples, unmoved.
+    auto slot = makeSlot(23, 48000.0f);
+    Stereo s = impulse(2000);
+    run(*slot, {0.5f, 0, 0, 1, 0}, s);
+    EXPECT_EQ(peakPosition(s.left), 0u);
+    EXPECT_EQ(peakPosition(s.right), 65u);
+}
+} // namespace quorel::test
