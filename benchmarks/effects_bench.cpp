@@ -50,9 +50,10 @@ void countSamples(benchmark::State& state)
                                               benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
 }
 
-/** Plays `count` slots of one type, block by block in turn, as the four effect blocks of the instrument run.
+/** A first parameter below 0 is set as the others are. Plays `count` slots of one type, block by block in
+ * turn, as the four effect blocks of the instrument run.
  */
-void playSlots(benchmark::State& state, int type, Setting setting, std::size_t count)
+void playSlots(benchmark::State& state, int type, Setting setting, std::size_t count, float firstParameter)
 {
     std::vector<std::unique_ptr<FxSlot>> slots;
     for (std::size_t i = 0; i < count; ++i)
@@ -60,6 +61,8 @@ void playSlots(benchmark::State& state, int type, Setting setting, std::size_t c
 
     std::array<float, fxParameterCount> p;
     p.fill(setting == Setting::full ? 1.0f : 0.5f);
+    if (firstParameter >= 0.0f)
+        p[0] = firstParameter;
 
     const std::vector<float> source = noise(48000);
     std::size_t from = 0;
@@ -144,13 +147,23 @@ void registerAll()
     for (int type = 0; type < fxTypeCount; ++type)
     {
         const std::string name = fxTypes[static_cast<std::size_t>(type)].name;
-        const auto add = [&](const char* label, Setting setting, std::size_t count)
-        { benchmark::RegisterBenchmark((name + "/" + label).c_str(), playSlots, type, setting, count); };
+        const auto add = [&](const char* label, Setting setting, std::size_t count) {
+            benchmark::RegisterBenchmark((name + "/" + label).c_str(), playSlots, type, setting, count,
+                                         -1.0f);
+        };
         add("middle", Setting::middle, 1);
         add("full", Setting::full, 1);
         add("silence", Setting::silence, 1);
         add("four slots", Setting::middle, 4);
     }
+
+    // The kinds of the types whose first parameter chooses one, with the LFO moving.
+    for (int kind = 0; kind < 29; ++kind)
+        benchmark::RegisterBenchmark(("Filter/kind " + std::to_string(kind)).c_str(), playSlots, 29,
+                                     Setting::middle, 1u, (static_cast<float>(kind) + 0.5f) / 29.99f);
+    for (int kind = 0; kind < 12; ++kind)
+        benchmark::RegisterBenchmark(("Multi Distort/kind " + std::to_string(kind)).c_str(), playSlots, 17,
+                                     Setting::middle, 1u, (static_cast<float>(kind) + 0.5f) / 11.99f);
 
     benchmark::RegisterBenchmark("EQ/bands", playEq, true, false, false);
     benchmark::RegisterBenchmark("EQ/filters", playEq, false, true, false);

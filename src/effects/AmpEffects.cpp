@@ -159,10 +159,13 @@ void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, fl
         }
     }
 
+    driveCurve(wetLeft, slot.ampDrive, wetLeft, num);
+    driveCurve(wetRight, slot.ampDrive, wetRight, num);
+
     for (int t = 0; t < num; ++t)
     {
-        wetLeft[t] = ampTone(driveCurve(wetLeft[t], slot.ampDrive), slot, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = ampTone(driveCurve(wetRight[t], slot.ampDrive), slot, svf.svfR, svf.svfBR, svf);
+        wetLeft[t] = ampTone(wetLeft[t], slot, svf.svfL, svf.svfBL, svf);
+        wetRight[t] = ampTone(wetRight[t], slot, svf.svfR, svf.svfBR, svf);
     }
 
     static_cast<SvfBanks&>(slot) = svf;
@@ -193,10 +196,13 @@ void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
         cabinetFilter(slot, x, y, wetLeft, wetRight, num);
     }
 
+    driveCurve(wetLeft, slot.cabDrive, wetLeft, num);
+    driveCurve(wetRight, slot.cabDrive, wetRight, num);
+
     for (int t = 0; t < num; ++t)
     {
-        wetLeft[t] = cabinetTone(driveCurve(wetLeft[t], slot.cabDrive), slot, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = cabinetTone(driveCurve(wetRight[t], slot.cabDrive), slot, svf.svfR, svf.svfBR, svf);
+        wetLeft[t] = cabinetTone(wetLeft[t], slot, svf.svfL, svf.svfBL, svf);
+        wetRight[t] = cabinetTone(wetRight[t], slot, svf.svfR, svf.svfBR, svf);
     }
 
     static_cast<SvfBanks&>(slot) = svf;

@@ -31,19 +31,16 @@ float ringOscillator(int type, float phase)
 /** Parabola that bends into +-1. */
 float finalCurve(float c)
 {
-    if (c >= 0.0f)
-        return c > 1.0f ? 1.0f : (3.0f * c - c * c) * 0.5f + fxTiny;
-
-    return c < -1.0f ? -1.0f : -((-3.0f * c - c * c) * 0.5f) - fxTiny;
+    const float m = std::abs(c);
+    const float y = m > 1.0f ? 1.0f : (3.0f * m - m * m) * 0.5f + fxTiny;
+    return c < 0.0f ? -y : y;
 }
 
 float distortSample(float in, const DistortionFields& f, SvfState& state, const SvfBanks& svf)
 {
     svfTick(state, driveCurve(in, f.distSat), svf.svfF, svf.svfQ);
     float b = svfBandPass(state);
-    if (b < 0.0f)
-        b = b * f.distRect;
-
+    b = b * (b < 0.0f ? f.distRect : 1.0f);
     return finalCurve(f.distPost * std::min(std::max(b, -f.distLimit), f.distLimit));
 }
 

@@ -10,7 +10,14 @@ inline float driveCurve(float x, float d)
 {
     const float t = x * d + fxTiny;
     const float n = t + x;
-    const float y = t > 0.0f ? n / (1.0f + t) : n / (1.0f - t);
+    const float y = n / (1.0f + std::abs(t));
     return std::min(std::max(y, -1.0f), 1.0f) + fxTiny;
+}
+
+/** The same for a run of samples. */
+inline void driveCurve(const float* in, float d, float* out, int num)
+{
+    for (int t = 0; t < num; ++t)
+        out[t] = driveCurve(in[t], d);
 }
 } // namespace quorel

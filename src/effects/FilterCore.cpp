@@ -80,7 +80,8 @@ public:
         if (!(std::abs(band[0]) <= 44.0f && std::abs(band[1]) <= 44.0f))
             band = quorel::heldTo(band, 44.0f);
 
-        band = band - band * band * band * 0.001f + tiny;
+        // The cube of a silent band would be a denormal number; the addition changes nothing else.
+        band = band - (band * band + tiny) * band * 0.001f + tiny;
         high = in - low - band * q + tiny;
         band = high * f + tiny + band;
         low = band * f + tiny + low;

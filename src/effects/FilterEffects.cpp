@@ -62,12 +62,10 @@ void filterEffectProcess(FxSlot& slot, const float* x, const float* y, float* we
 {
     float l[fxChunk], r[fxChunk];
 
-    for (int t = 0; t < num; ++t)
-    {
-        l[t] = driveCurve(x[t], slot.fltDrive);
-        r[t] = driveCurve(y[t], slot.fltDrive);
-        wetLeft[t] = wetRight[t] = 0.0f;
-    }
+    driveCurve(x, slot.fltDrive, l, num);
+    driveCurve(y, slot.fltDrive, r, num);
+    std::fill(wetLeft, wetLeft + num, 0.0f);
+    std::fill(wetRight, wetRight + num, 0.0f);
 
     for (int t = 0; t < num;)
     {

@@ -2,10 +2,36 @@
 #include "EffectsTestTools.h"
 
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <new>
 #include <random>
+
+namespace
+{
+// What the audio thread allocates would show here.
+std::atomic<long> allocations{0};
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
 
 namespace quorel::test
 {
@@ -94,6 +120,32 @@ TEST_P(EffectSweep, StaysBoundedAndRecovers)
     RecordProperty("loudest", std::to_string(loudest));
     if (sweepRounds() > 1)
         std::printf("%-18s loudest %.1f\n", fxTypes[static_cast<std::size_t>(type)].name, loudest);
+}
+
+TEST(Hazards, TypeChangesUnderLoadAllocateNothing)
+{
+    std::mt19937 engine(7);
+    auto slot = makeSlot(0, 48000.0f);
+    Stereo s = noise(64);
+    const long before = allocations;
+
+    for (int i = 0; i < 2000; ++i)
+    {
+        if (i % 8 == 0)
+            changeType(*slot, static_cast<int>(engine() % fxTypeCount));
+
+        const Parameters p = randomParameters(engine);
+        fxUpdate(*slot, p.data(), 120.0f);
+        fxProcessBlock(*slot, s.left.data(), s.right.data(), 64);
+        ASSERT_LT(std::max(peak(s.left), peak(s.right)), 1.0e5);
+        for (std::size_t n = 0; n < 64; ++n)
+        {
+            s.left[n] = n % 9 < 4 ? 1.0f : -1.0f;
+            s.right[n] = -s.left[n];
+        }
+    }
+
+    EXPECT_EQ(allocations, before);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllTypes, EffectSweep, testing::Range(1, fxTypeCount));
