@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <map>
+#include <string>
 
 namespace quorel
 {
@@ -35,14 +36,15 @@ Outcome setup(juce::StringArray arguments)
 }
 
 /** Every file below a folder with its contents and the time of its last change. */
-std::map<juce::String, std::pair<juce::MemoryBlock, juce::int64>> snapshot(const juce::File& folder)
+std::map<juce::String, std::pair<std::string, juce::int64>> snapshot(const juce::File& folder)
 {
-    std::map<juce::String, std::pair<juce::MemoryBlock, juce::int64>> files;
+    std::map<juce::String, std::pair<std::string, juce::int64>> files;
     for (const auto& file : folder.findChildFiles(juce::File::findFiles, true))
     {
-        auto& [contents, time] = files[file.getRelativePathFrom(folder)];
+        juce::MemoryBlock contents;
         file.loadFileAsData(contents);
-        time = file.getLastModificationTime().toMilliseconds();
+        files[file.getRelativePathFrom(folder)] = {std::string(contents.begin(), contents.end()),
+                                                   file.getLastModificationTime().toMilliseconds()};
     }
     return files;
 }
