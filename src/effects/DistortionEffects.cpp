@@ -174,8 +174,8 @@ float multiDistortSample(float in, const MultiCurve& curve, const DistortionFiel
 
 float waveshape(float in, const DistortionFields& f)
 {
-    return in > 0.0f ? in * std::cos(in * 6.28318f * f.wsTop)
-                     : in * f.wsRect * std::cos(in * 6.28318f * f.wsBottom);
+    const bool top = in > 0.0f;
+    return in * (top ? 1.0f : f.wsRect) * std::cos(in * 6.28318f * (top ? f.wsTop : f.wsBottom));
 }
 } // namespace
 

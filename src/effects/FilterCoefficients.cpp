@@ -17,14 +17,19 @@ constexpr float vowelTable[5][4] = {
     {350.0f, 600.0f, 2700.0f, 2900.0f},
 };
 
-// Rounding can carry the poles of a band far below the rate onto or past the unit circle; steps of a float
-// back keep them inside.
+// Rounding can carry the poles of a band far below the rate onto or past the unit circle; a step or two of a
+// float back keeps them inside.
 void stabilise(float& a1, float& a2)
 {
-    while (static_cast<double>(a2) >= 1.0)
-        a2 = std::nextafter(a2, 0.0f);
-    while (std::abs(static_cast<double>(a1)) >= 1.0 + static_cast<double>(a2))
-        a1 = std::nextafter(a1, 0.0f);
+    a2 = std::min(a2, std::nextafter(1.0f, 0.0f));
+    const double limit = 1.0 + static_cast<double>(a2);
+
+    if (std::abs(static_cast<double>(a1)) >= limit)
+    {
+        a1 = std::copysign(static_cast<float>(limit), a1);
+        while (std::abs(static_cast<double>(a1)) >= limit)
+            a1 = std::nextafter(a1, 0.0f);
+    }
 }
 
 void setOnePole(FilterCore& core)

@@ -23,6 +23,11 @@ float stableCoefficient(float b1, float a2)
     return b1;
 }
 
+bool usableRate(float sampleRate)
+{
+    return sampleRate >= 1.0f && sampleRate <= 1.0e6f;
+}
+
 void setLadder(EqLadder& ladder, float p, float sampleRate)
 {
     const double rate = static_cast<double>(sampleRate);
@@ -199,12 +204,13 @@ void processChunk(LayerEq& eq, float* left, float* right, int num)
 void eqInit(LayerEq& eq, float sampleRate)
 {
     eq = {};
-    eqSetSampleRate(eq, sampleRate);
+    if (usableRate(sampleRate))
+        eq.sampleRate = sampleRate;
 }
 
 void eqSetSampleRate(LayerEq& eq, float sampleRate)
 {
-    if (sampleRate >= 1.0f && sampleRate <= 1.0e6f && std::abs(sampleRate - eq.sampleRate) >= 1.0f)
+    if (usableRate(sampleRate) && std::abs(sampleRate - eq.sampleRate) >= 1.0f)
         eq.sampleRate = sampleRate;
 }
 

@@ -17,7 +17,7 @@ struct PhaserFields
     std::int32_t phaserSpread = 0; ///< delay of the left wet signal, samples
     std::int32_t phaserStages = 1; ///< one more than there are all-passes
     std::uint32_t phaserInc = 0, phaserPhase = 0;
-    float apA1 = 0.0f, apA2 = 0.0f, apB0 = 1.0f;
+    float apA1 = 0.0f, apA2 = 0.0f, apB0 = 0.0f;
     float phaserLast[4] = {}; ///< output of the last stage, fed back
     float phaserX1[mostStages][4] = {}, phaserX2[mostStages][4] = {};
     float phaserY1[mostStages][4] = {}, phaserY2[mostStages][4] = {};
