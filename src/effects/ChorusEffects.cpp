@@ -148,8 +148,8 @@ void chorusDelayProcess(FxSlot& slot, const float* x, const float* y, float* wet
         const float b = lineRead(slot.lineR, lineMask, writeCount, f.cdDelaySmooth);
         slot.lineL[writeCount & lineMask] = heldForLine(a * f.cdFeed + cl);
         slot.lineR[writeCount & lineMask] = heldForLine(b * f.cdFeed + cr);
-        wetLeft[t] = f.cdVolume * a + cl;
-        wetRight[t] = f.cdVolume * b + cr;
+        wetLeft[t] = heldForLine(f.cdVolume * a + cl);
+        wetRight[t] = heldForLine(f.cdVolume * b + cr);
     }
 
     static_cast<ChorusFields&>(slot) = f;
@@ -242,8 +242,8 @@ void ensembleProcess(FxSlot& slot, const float* x, const float* y, float* wetLef
         float l = wetLeft[t], r = wetRight[t];
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        wetLeft[t] = l * outGain;
-        wetRight[t] = r * outGain;
+        wetLeft[t] = heldForLine(l * outGain);
+        wetRight[t] = heldForLine(r * outGain);
     }
 
     static_cast<ToneFilter&>(slot) = tone;

@@ -147,8 +147,8 @@ void wahWahDelayProcess(FxSlot& slot, const float* x, const float* y, float* wet
         const float b = lineRead(slot.lineR, lineMask, writeCount, f.wahDelaySmooth);
         slot.lineL[writeCount & lineMask] = heldForLine(a * f.wahFeed + l);
         slot.lineR[writeCount & lineMask] = heldForLine(b * f.wahFeed + r);
-        wetLeft[t] = f.wahVolume * a + l;
-        wetRight[t] = f.wahVolume * b + r;
+        wetLeft[t] = heldForLine(f.wahVolume * a + l);
+        wetRight[t] = heldForLine(f.wahVolume * b + r);
     }
 
     static_cast<FilterFields&>(slot) = f;

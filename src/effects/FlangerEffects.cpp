@@ -59,8 +59,8 @@ void flangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
         slot.modLineL[count & modLineMask] = heldForLine(x[t] - r * f.flangeFeedback) + fxTiny;
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        wetLeft[t] = l * f.flangeGainL;
-        wetRight[t] = r * f.flangeGainR;
+        wetLeft[t] = heldForLine(l * f.flangeGainL);
+        wetRight[t] = heldForLine(r * f.flangeGainR);
     }
 
     static_cast<FlangerFields&>(slot) = f;
@@ -95,8 +95,8 @@ void tapeFlangerProcess(FxSlot& slot, const float* x, const float* y, float* wet
         panFlanger(f, slot.sineBipolar, count);
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        wetLeft[t] = l * f.flangeGainL;
-        wetRight[t] = r * f.flangeGainR;
+        wetLeft[t] = heldForLine(l * f.flangeGainL);
+        wetRight[t] = heldForLine(r * f.flangeGainR);
     }
 
     static_cast<FlangerFields&>(slot) = f;

@@ -84,6 +84,7 @@ TEST_P(EffectSweep, StaysBoundedAndRecovers)
     const int type = GetParam();
     std::mt19937 engine(static_cast<unsigned>(type));
     double loudest = 0.0;
+    const bool boosts = type == 21 || type == 22; // three boosts of 20 dB behind one another, as set
 
     for (int round = 0; round < sweepRounds(); ++round)
     {
@@ -110,7 +111,8 @@ TEST_P(EffectSweep, StaysBoundedAndRecovers)
                 loudest = std::max(loudest, play(*slot, p, bpm, bursts[i]));
                 loudest = std::max(loudest, play(*slot, p, bpm, silence(second)));
                 levels[i] = play(*slot, p, bpm, after);
-                EXPECT_LT(std::max(loudest, levels[i]), 4000.0) << describe(type, rate, bpm, p);
+                EXPECT_LE(std::max(loudest, levels[i]), boosts ? 4000.0 : 100.001)
+                    << describe(type, rate, bpm, p);
             }
 
             EXPECT_NEAR(levels[0], levels[1], 0.1 * levels[1] + 1e-3) << describe(type, rate, bpm, p);
