@@ -74,18 +74,26 @@ void keepCountPositive(FxSlot& slot)
 void countSilence(FxSlot& slot, const float* x, const float* y, const float* left, const float* right,
                   int num)
 {
-    for (int i = num - 1; i >= 0; --i)
+    const auto loudAt = [=](int i)
     {
-        const bool quiet = std::abs(x[i]) < 1e-5f && std::abs(y[i]) < 1e-5f && std::abs(left[i]) < 1e-5f &&
-                           std::abs(right[i]) < 1e-5f;
-        if (!quiet)
-        {
-            slot.silenceCount = num - 1 - i;
-            return;
-        }
+        return static_cast<int>(!(std::abs(x[i]) < 1e-5f)) | static_cast<int>(!(std::abs(y[i]) < 1e-5f)) |
+               static_cast<int>(!(std::abs(left[i]) < 1e-5f)) |
+               static_cast<int>(!(std::abs(right[i]) < 1e-5f));
+    };
+
+    int loud = 0;
+    for (int i = 0; i < num; ++i)
+        loud |= loudAt(i);
+
+    if (loud == 0)
+    {
+        slot.silenceCount = std::min(slot.silenceCount, 0x7fffffff - num) + num;
+        return;
     }
 
-    slot.silenceCount = std::min(slot.silenceCount, 0x7fffffff - num) + num;
+    slot.silenceCount = 0;
+    for (int i = num - 1; loudAt(i) == 0; --i)
+        ++slot.silenceCount;
 }
 
 void processChunk(FxSlot& slot, float* left, float* right, int num)
