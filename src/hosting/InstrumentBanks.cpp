@@ -9,6 +9,8 @@ namespace quorel
 
 namespace
 {
+constexpr const char* rootFolderName = "Root Folder";
+
 constexpr int numBankNameParameters = 38;
 constexpr int numMidiProgramDigits = 3;
 
@@ -57,7 +59,7 @@ void listBanks(const juce::String& instrumentName, const UserStore& store, juce:
     sortNames(bankNames);
     // Entry 0 stands for the bank folder itself and takes the place of the first folder.
     if (folderBanks)
-        bankNames.set(0, "Root Folder");
+        bankNames.set(0, rootFolderName);
 }
 
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName)
@@ -89,7 +91,11 @@ void readProgramNames(const juce::String& instrumentName, const juce::String& ba
     const auto folder = readBankFolder(instrumentName, store);
     if (bankName.isEmpty() || folder == juce::File())
         return;
-    for (const auto& program : filesIn(folder.getChildFile(bankName), ".fxp"))
+
+    // The first entry of the menu stands for the bank folder itself.
+    const auto bank = bankName == rootFolderName ? folder : folder.getChildFile(bankName);
+
+    for (const auto& program : filesIn(bank, ".fxp"))
         programNames.add(program.getFileNameWithoutExtension());
     sortNames(programNames);
 }

@@ -8,6 +8,7 @@
 #include "engine/ParameterText.h"
 #include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
+#include "hosting/PluginFileCheck.h"
 
 namespace quorel
 {
@@ -193,6 +194,21 @@ void VirtualInstrument::clearMissing()
     pluginMissing = false;
 }
 
+void VirtualInstrument::createInstance(const juce::PluginDescription& description, int blockSize,
+                                       juce::String& error)
+{
+    // The list of known instruments may be older than a copy that was cut short since.
+    if (!isWholePluginFile(juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier)))
+    {
+        error = "The file is incomplete";
+        return;
+    }
+
+    juce::AudioPluginFormatManager formats;
+    formats.addFormat(new juce::VSTPluginFormat());
+    instance = formats.createPluginInstance(description, fallbackSampleRate, blockSize, error);
+}
+
 bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
 {
     loading.store(true);
@@ -210,11 +226,9 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
         destroyInstance();
     }
 
-    juce::AudioPluginFormatManager formats;
-    formats.addFormat(new juce::VSTPluginFormat());
     juce::String error;
     const int startBlockSize = owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize;
-    instance = formats.createPluginInstance(description, fallbackSampleRate, startBlockSize, error);
+    createInstance(description, startBlockSize, error);
 
     if (instance == nullptr || error.isNotEmpty())
     {

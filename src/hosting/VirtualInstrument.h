@@ -158,6 +158,7 @@ private:
     void pullEasyValues(juce::AudioPluginInstance& plugin);
     void applyDrumPage();
     void prepareInstance(double sampleRate, int blockSize);
+    void createInstance(const juce::PluginDescription& description, int blockSize, juce::String& error);
     void readParameterNames();
     void warmUp();
     void suspendAndRelease();

@@ -195,6 +195,13 @@ TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
     EXPECT_LT(playNote(60), silence);
     rig.processor.chooseInstrument(3, nullptr);
     EXPECT_FALSE(layer(3).isMissing());
+
+    // A copy that was cut short would take the process down in the system's loader.
+    juce::MemoryBlock whole;
+    ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS).getChildFile("Tarn/Tarn.so").loadFileAsData(whole));
+    juce::File(description.fileOrIdentifier).replaceWithData(whole.getData(), whole.getSize() / 2);
+    EXPECT_FALSE(layer(3).loadPlugin(description));
+    EXPECT_EQ(rig.interaction.alerts[1], "Error|Sorry, cannot load Orlen\n\nThe file is incomplete");
 }
 
 TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
