@@ -131,7 +131,8 @@ public:
             return false;
         recipe = recipeOf(pad, c, hard);
         // The neighbouring octaves play the same kit, a minor third apart.
-        transpose = std::exp2(0.25f * static_cast<float>(note.note / 12 - 5));
+        const int octave = note.note / 12 - 5;
+        transpose = std::exp2(0.25f * static_cast<float>(octave));
         noise.state = note.seed;
         gain = velocityGain(note.velocity, c.value[drums::velocity]);
         snap = 0.5f + 0.5f * note.velocity;

@@ -73,7 +73,7 @@ private:
     void play(const Event& event);
     void changeBank(int index);
     void changeProgram(int index);
-    void useBank(const Bank& bank);
+    void useBank(const Bank& chosen);
     void flushEvents();
 
     static constexpr std::size_t mostEvents = 4096;
