@@ -53,7 +53,7 @@ const std::vector<FactoryBank>& factoryBanks(const InstrumentInfo& info);
 class ProgramStore
 {
 public:
-    explicit ProgramStore(int numPrograms);
+    explicit ProgramStore(int programCount);
 
     int size() const { return numPrograms; }
 
@@ -68,7 +68,7 @@ public:
     std::string programName(int index) const;
     void setProgramName(int index, const std::string& name);
 
-    void setProgram(int index, const Program& program);
+    void setProgram(int index, const Program& source);
     Program program(int index) const;
 
     BankName bankName() const;
