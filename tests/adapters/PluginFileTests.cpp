@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a host learns of the plug-in, and that it comes and goes without leaving anything behind.
+#include "RawVst2Host.h"
+#include "SavedSound.h"
+#include "ScratchUser.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <random>
+
+namespace quorel::test
+{
+
+TEST(PluginFile, introduces_itself_as_a_stereo_instrument)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    const auto& effect = host.effect();
+    EXPECT_EQ(effect.numParams, numHostParameters);
+    EXPECT_EQ(effect.numPrograms, 1);
+    EXPECT_EQ(effect.numInputs, 2);
+    EXPECT_EQ(effect.numOutputs, 2);
+    EXPECT_EQ(effect.initialDelay, 0);
+    const int wanted = effFlagsIsSynth | effFlagsProgramChunks | effFlagsCanReplacing | effFlagsHasEditor;
+    EXPECT_EQ(effect.flags & wanted, wanted);
+    EXPECT_EQ(host.dispatch(effGetPlugCategory), kPlugCategSynth);
+    EXPECT_EQ(host.text(effGetEffectName), "Quorel");
+    EXPECT_EQ(host.text(effGetVendorString), "Ostrand");
+    EXPECT_EQ(host.programName(0), "Default Preset");
+
+    const auto can = [&host](const char* what)
+    { return host.dispatch(effCanDo, 0, 0, const_cast<char*>(what)); };
+    EXPECT_EQ(can("receiveVstMidiEvent"), 1);
+    EXPECT_LE(can("sendVstMidiEvent"), 0);
+}
+
+TEST(PluginFile, names_and_stores_its_parameters)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    const auto name = [&host](int index) { return host.text(effGetParamName, index); };
+    EXPECT_EQ(name(1), "Master Volume");
+    EXPECT_EQ(name(layerParameter(0, 232)), "Layer1 Volume");
+    EXPECT_EQ(name(layerParameter(3, 384)), "Layer4 EQ Band 1 Gain");
+
+    // Four groups that nothing else is tied to: names and layer strips, EQ, effects.
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> value(0.0f, 1.0f);
+    std::vector<std::pair<int, float>> written;
+    for (const auto& [first, last] : {std::pair(100, 163), std::pair(232, 241), std::pair(380, 396),
+                                      std::pair(832, 841), std::pair(1200, 1259), std::pair(1300, 1316)})
+        for (int index = first; index <= last; ++index)
+            written.emplace_back(index, value(random));
+    for (const auto& [index, v] : written)
+        host.setParameter(index, v);
+    for (const auto& [index, v] : written)
+        EXPECT_EQ(host.parameter(index), v) << index;
+}
+
+TEST(PluginFile, keeps_every_parameter_within_0_to_1_whatever_a_host_writes)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    const auto infinity = std::numeric_limits<float>::infinity();
+    for (const float wild : {-1.0f, 2.0f, 1.0e30f, infinity, -infinity, std::nanf("")})
+    {
+        for (int index = 0; index < numHostParameters; ++index)
+            host.setParameter(index, wild);
+        for (int index = 0; index < numHostParameters; ++index)
+        {
+            EXPECT_GE(host.parameter(index), 0.0f) << index << " after " << wild;
+            EXPECT_LE(host.parameter(index), 1.0f) << index << " after " << wild;
+        }
+        for (const float x : host.render(1024, {{5, {0x90, 60, 100}}}).left)
+            ASSERT_TRUE(std::isfinite(x));
+    }
+    for (const int index : {-1, std::numeric_limits<int>::min(), numHostParameters, 1 << 20})
+    {
+        host.setParameter(index, 0.5f);
+        EXPECT_EQ(host.parameter(index), 0.0f) << index;
+        EXPECT_EQ(host.text(effGetParamName, index), "") << index;
+        host.text(effGetParamDisplay, index);
+    }
+}
+
+TEST(PluginFile, answers_about_its_editor_without_a_display)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    void* rectangle = nullptr;
+    host.dispatch(effEditGetRect, 0, 0, &rectangle);
+    host.dispatch(effEditClose);
+    EXPECT_EQ(host.render(512).left, std::vector<float>(512, 0.0f));
+}
+
+/** What a process holds. */
+struct Holdings
+{
+    static std::ptrdiff_t entries(const char* folder)
+    {
+        return std::distance(std::filesystem::directory_iterator(folder),
+                             std::filesystem::directory_iterator());
+    }
+
+    static long residentPages()
+    {
+        long total = 0, resident = 0;
+        std::ifstream("/proc/self/statm") >> total >> resident;
+        return resident;
+    }
+
+    std::ptrdiff_t files = entries("/proc/self/fd");
+    std::ptrdiff_t threads = entries("/proc/self/task");
+    long pages = residentPages();
+};
+
+TEST(PluginFile, opens_and_closes_200_times_and_leaves_nothing_behind)
+{
+    Bytes sound;
+    {
+        RawVst2Host host(QUOREL_PLUGIN_FILE);
+        sound = soundOf(host, {{{"Orlen"}, {"Hexley2"}, {"Imre"}, {"Dorvik"}}}).bytes();
+    }
+    const auto cycles = [&sound](int count)
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            RawVst2Host host(QUOREL_PLUGIN_FILE);
+            host.setChunk(sound);
+            const auto audio =
+                host.render(2048, {{600, {0x90, 60, 100}}}); // the first block after a restore is mute
+            ASSERT_NE(audio.left.back(), 0.0f) << "cycle " << i;
+        }
+    };
+    cycles(40); // what is allocated once for good, and the allocator's own reserves
+    const Holdings before;
+    cycles(160);
+    const Holdings after;
+    EXPECT_EQ(after.files, before.files);
+    EXPECT_EQ(after.threads, before.threads);
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    // Four megabytes: about 25 kB a cycle, far less than one instance, let alone a hosted instrument.
+    EXPECT_LT(after.pages - before.pages, 1024);
+#endif
+}
+
+} // namespace quorel::test
