@@ -12,6 +12,7 @@
 #define QUOREL_COUNT_ALLOCATIONS 1
 #endif
 
+#ifdef QUOREL_COUNT_ALLOCATIONS
 namespace
 {
 /** Heap calls of this thread while it counts: JUCE takes its memory from malloc, so operator new alone isn't
@@ -20,7 +21,6 @@ thread_local bool counting = false;
 thread_local int heapCalls = 0;
 } // namespace
 
-#ifdef QUOREL_COUNT_ALLOCATIONS
 extern "C"
 {
     void* __libc_malloc(size_t);
