@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Runs all benchmarks on JUCE's message thread, without a display.
+#include <benchmark/benchmark.h>
+#include <cstdlib>
+#include <juce_events/juce_events.h>
+
+int main(int argc, char** argv)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+
+#if !JUCE_WINDOWS
+    setenv("DISPLAY", ":9999", 1);
+#endif
+    const juce::ScopedJuceInitialiser_GUI juce;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,95 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Makes the tables of docs/performance.md out of Google Benchmark's JSON, which has one value on a line. Takes the
+# median of the repetitions, and the processor's time: a busy machine spoils that least.
+
+function value(line) {
+    sub(/^[^:]*: */, "", line)
+    gsub(/^"|"?,?$/, "", line)
+    return line
+}
+
+# A number with three digits that count, as plain decimals.
+function digits(x) {
+    x += 0
+    return sprintf(x >= 100 ? "%.0f" : x >= 10 ? "%.1f" : x >= 1 ? "%.2f" : "%.3f", x)
+}
+
+# The repetitions were run in random order: back into that of the source.
+function finish(   place) {
+    if (kind == "median") {
+        place = 16 * field["family_index"] + field["per_family_instance_index"]
+        lastPlace = place > lastPlace ? place : lastPlace
+        name[place] = field["run_name"]
+        time[place] = field["cpu_time"] * (field["time_unit"] == "ns" ? 0.001 : field["time_unit"] == "ms" ? 1000 : 1)
+        ns[place] = field["ns"]
+        percent[place] = field["percent"]
+        ratio[place] = field["ratio"]
+    }
+    kind = ""
+    delete field
+}
+
+function addRow(i,   group, last) {
+    gsub(/\/repeats:[0-9]+|\/manual_time/, "", name[i])
+    last = name[i]
+    sub(/.*\//, "", last)
+    group = substr(name[i], 1, length(name[i]) - length(last) - 1)
+
+    if (group ~ /^playBlocks/)
+        blocks = blocks sprintf("| %s | %s | %s | %s | %s |\n", substr(group, 12), last, digits(time[i]),
+                                digits(percent[i]), digits(ns[i]))
+    else if (group == "hostOneInstrument")
+        hosting = hosting sprintf("| %s | %s | %s |\n", last, digits(ns[i]), digits(ratio[i]))
+    else if (name[i] == "readAll")
+        calls = calls sprintf("| `getParameter` | %s |\n", digits(ns[i] / 1000))
+    else if (group in call)
+        calls = calls sprintf("| %s, %s | %s |\n", call[group], last, digits(time[i]))
+    else if (last ~ /^(middle|full|silence|four slots)$/ && group != "EQ") {
+        if (!(group in known)) {
+            known[group] = 1
+            effects[++numEffects] = group
+        }
+        cost[group, last] = digits(ns[i])
+    }
+    else
+        kinds = kinds sprintf("| %s, %s | %s |\n", group, last, digits(ns[i]))
+}
+
+BEGIN {
+    call["write"] = "`setParameter`"
+    call["saveState"] = "`getStateInformation`"
+    call["restoreState"] = "`setStateInformation`"
+    call["create"] = "creation of a processor"
+}
+/^    {/ { finish() }
+/^      "/ {
+    key = $1
+    gsub(/[":]/, "", key)
+    field[key] = value($0)
+    if (key == "aggregate_name")
+        kind = field[key]
+}
+END {
+    finish()
+    for (i = 0; i <= lastPlace; ++i)
+        if (i in name)
+            addRow(i)
+
+    print "Measured on " about ".\n"
+    print "### Blocks at 48 kHz\n"
+    print "| instance | samples | µs a block | % of the block's time | ns a sample |\n|---|--:|--:|--:|--:|"
+    print blocks
+    print "### One instrument in a layer against the same instrument alone\n"
+    print "| samples | ns a sample in a layer | ratio to alone |\n|--:|--:|--:|"
+    print hosting
+    print "### Calls outside the block\n"
+    print "| call | µs |\n|---|--:|"
+    print calls
+    print "### Effects at 48 kHz, ns a sample\n"
+    print "| effect | middle | full | silence | four slots |\n|---|--:|--:|--:|--:|"
+    for (i = 1; i <= numEffects; ++i)
+        printf "| %s | %s | %s | %s | %s |\n", effects[i], cost[effects[i], "middle"], cost[effects[i], "full"],
+            cost[effects[i], "silence"], cost[effects[i], "four slots"]
+    print "\n| EQ and kinds of effects | ns a sample |\n|---|--:|"
+    printf "%s", kinds
+}
