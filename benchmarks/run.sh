@@ -26,7 +26,8 @@ fi
 
 processor="$(sed -n 's/^model name[[:space:]]*: //p' /proc/cpuinfo | sort -u | head -n 1)"
 compiler="$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")"
-XX
+about="$(date +%F), ${processor:-unknown processor}, $(nproc) cores, $("$compiler" --version | head -n 1)"
+about+=", load $(cut -d' ' -f1 /proc/loadavg)"
 
 tables="$(mktemp)"
 trap 'rm -f "$tables"' EXIT
