@@ -6,6 +6,7 @@
 #include "engine/MultiControls.h"
 #include "engine/ParameterCodings.h"
 #include "engine/ParameterText.h"
+#include "hosting/HostedParameters.h"
 #include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginFileCheck.h"
@@ -330,11 +331,11 @@ void VirtualInstrument::readParameterNames()
 {
     parameterNames.clear();
     longestParameterName = 0;
-    const int count = instance->getNumParameters();
+    const int count = numHostedParameters(*instance);
 
     for (int i = 0; i < count; ++i)
     {
-        auto name = instance->getParameterName(i, 255);
+        auto name = hostedParameterName(*instance, i);
 
         if (name.isEmpty())
             name = "---";
@@ -446,12 +447,12 @@ void VirtualInstrument::parameterWritten(int n, float value)
         if (!plugin)
             return;
 
-        const int target = easyTarget(n - layerSlot::easyValue, plugin->getNumParameters());
+        const int target = easyTarget(n - layerSlot::easyValue, numHostedParameters(*plugin.get()));
 
         if (target > 0)
         {
             const WriteThroughScope scope;
-            plugin->setParameter(target, value);
+            setHostedParameter(*plugin.get(), target, value);
         }
     }
     else if (n >= layerSlot::easyMapping && n < layerSlot::easyMapping + numEasyParameters)
@@ -465,19 +466,19 @@ void VirtualInstrument::parameterWritten(int n, float value)
 
             const int target = decodeParamInt(value);
 
-            if (target <= 0 || target >= plugin->getNumParameters())
+            if (target <= 0 || target >= numHostedParameters(*plugin.get()))
                 return;
 
-            hostedValue = plugin->getParameter(target);
+            hostedValue = hostedParameter(*plugin.get(), target);
         }
         write(n - numEasyParameters, hostedValue);
     }
 }
 
-int VirtualInstrument::easyTarget(int easy, int numHostedParameters) const noexcept
+int VirtualInstrument::easyTarget(int easy, int numTargets) const noexcept
 {
     const int target = decodeParamInt(read(layerSlot::easyMapping + easy));
-    return target > 0 && target < numHostedParameters ? target : 0;
+    return target > 0 && target < numTargets ? target : 0;
 }
 
 void VirtualInstrument::writeEasyMapping(int row)
@@ -489,8 +490,7 @@ void VirtualInstrument::writeEasyMapping(int row)
             row >= 0 ? instrumentTable()[static_cast<size_t>(row)].easyMapping[static_cast<size_t>(easy)]
                      : easy + 1;
         write(layerSlot::easyMapping + easy, encodeParamInt(target));
-        write(layerSlot::easyValue + easy,
-              target < instance->getNumParameters() ? instance->getParameter(target) : 0.0f);
+        write(layerSlot::easyValue + easy, hostedParameter(*instance, target));
     }
 }
 
@@ -519,8 +519,8 @@ juce::String VirtualInstrument::easyName(int easy)
     if (!plugin)
         return "Easy " + juce::String(easy + 1);
 
-    const int target = easyTarget(easy, plugin->getNumParameters());
-    return target > 0 ? plugin->getParameterName(target, 255).substring(0, 15)
+    const int target = easyTarget(easy, numHostedParameters(*plugin.get()));
+    return target > 0 ? hostedParameterName(*plugin.get(), target).substring(0, 15)
                       : juce::String(layerSlot::easyValue + easy);
 }
 
@@ -542,10 +542,10 @@ void VirtualInstrument::pullEasyValues(juce::AudioPluginInstance& plugin)
 {
     for (int easy = 0; easy < numEasyParameters; ++easy)
     {
-        if (const int target = easyTarget(easy, plugin.getNumParameters()); target > 0)
+        if (const int target = easyTarget(easy, numHostedParameters(plugin)); target > 0)
         {
             const WriteThroughScope scope;
-            write(layerSlot::easyValue + easy, plugin.getParameter(target));
+            write(layerSlot::easyValue + easy, hostedParameter(plugin, target));
         }
     }
 }

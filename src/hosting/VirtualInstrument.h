@@ -153,7 +153,7 @@ private:
 
     void write(int n, float value) { owner.writeParameter(parameter(n), value); }
 
-    int easyTarget(int easy, int numHostedParameters) const noexcept;
+    int easyTarget(int easy, int numTargets) const noexcept;
     void writeEasyMapping(int row);
     void pullEasyValues(juce::AudioPluginInstance& plugin);
     void applyDrumPage();
