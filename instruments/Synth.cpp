@@ -54,6 +54,7 @@ void Synth::reset()
 {
     slots.fill(Slot{});
     residueLeft = residueRight = 0.0f;
+    vibratoPhase = tremoloPhase = 0.0;
     resetControllers();
     jumpNext = true;
     untilControl = 0;
