@@ -63,7 +63,28 @@ void AudioGraph::render(juce::AudioBuffer<float>& output, const juce::MidiBuffer
         applyReset();
 
     reserve(output.getNumChannels(), output.getNumSamples());
-    renderLayers(midi);
+
+    if (sendInput != nullptr)
+        renderSendInput();
+    else
+        renderLayers(output, midi);
+
+    processEffects(output, bpm);
+
+    if (parameters.readParameter(slot::masterEq) != 0.0f)
+        processEq(eqs[masterEqUnit], eqSettings[masterEqUnit], rate, output);
+}
+
+void AudioGraph::renderSendInput()
+{
+    for (auto& buffer : sendBuffers)
+        for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
+            buffer.copyFrom(channel, 0, *sendInput, channel, 0, buffer.getNumSamples());
+}
+
+void AudioGraph::renderLayers(juce::AudioBuffer<float>& output, const juce::MidiBuffer& midi)
+{
+    playInstruments(midi);
 
     for (auto& buffer : sendBuffers)
         buffer.clear();
@@ -71,13 +92,9 @@ void AudioGraph::render(juce::AudioBuffer<float>& output, const juce::MidiBuffer
     addPreFaderSends();
     processLayerEqs(output.getNumSamples());
     mixLayers(output);
-    processEffects(output, bpm);
-
-    if (parameters.readParameter(slot::masterEq) != 0.0f)
-        processEq(eqs[masterEqUnit], eqSettings[masterEqUnit], rate, output);
 }
 
-void AudioGraph::renderLayers(const juce::MidiBuffer& midi)
+void AudioGraph::playInstruments(const juce::MidiBuffer& midi)
 {
     float solos = 0.0f;
 

@@ -40,13 +40,20 @@ public:
     /** Makes room for blocks of this size, so that none of them allocates. While no block runs. */
     void reserve(int numChannels, int numSamples);
 
+    /** For tools that measure the effects; audio thread. While a buffer is set, the layers are not rendered:
+       every send bus starts from it at unity, and the effects' outputs alone are heard. It has two channels
+       and at least the samples of the blocks that follow, and outlives them. Null goes back to the layers. */
+    void setSendInput(const juce::AudioBuffer<float>* input) noexcept { sendInput = input; }
+
     /** Audio thread: adds everything up to the master EQ to `output`, which has been cleared. `bpm` is the
        tempo of the effects. */
     void render(juce::AudioBuffer<float>& output, const juce::MidiBuffer& midi, float bpm);
 
 private:
     void applyReset();
-    void renderLayers(const juce::MidiBuffer& midi);
+    void renderLayers(juce::AudioBuffer<float>& output, const juce::MidiBuffer& midi);
+    void renderSendInput();
+    void playInstruments(const juce::MidiBuffer& midi);
     void addPreFaderSends();
     void processLayerEqs(int numSamples);
     void mixLayers(juce::AudioBuffer<float>& output);
@@ -63,6 +70,7 @@ private:
     const MixGains& gains;
     const EqSettings& eqSettings;
     Layers layers{};
+    const juce::AudioBuffer<float>* sendInput = nullptr;
     double rate = 44100.0;
     std::atomic<bool> resetRequested{false};
 

@@ -122,6 +122,9 @@ public:
 
     void setPlayHead(juce::AudioPlayHead* hostPlayHead) override { playHead.setHostPlayHead(hostPlayHead); }
 
+    /** For tools; audio thread. See `AudioGraph::setSendInput`. */
+    void setSendInput(const juce::AudioBuffer<float>* input) noexcept { graph->setSendInput(input); }
+
     //==========================================================================================================
     // Parameters
 

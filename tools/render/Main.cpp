@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// quorel-render: a Standard MIDI File through a sound, as fast as the machine can, to WAV or FLAC.
+// quorel-render: a Standard MIDI File or a sound file through a sound, as fast as the machine can, to WAV or
+// FLAC.
 #include "OfflineRender.h"
 #include "RenderOptions.h"
 #include "SoundSetup.h"
@@ -71,9 +72,9 @@ void printReport(const RenderReport& report, const RenderOptions& options)
 }
 
 juce::Result render(PluginProcessor& processor, const RenderOptions& options, const MidiSong& song,
-                    SoundFile& file)
+                    std::unique_ptr<SoundInput> input, SoundFile& file)
 {
-    OfflineRender offline(processor, song, options.rate, options.block);
+    OfflineRender offline(processor, song, input.get(), options.rate, options.block);
     if (const auto result = setUpSound(processor, options); result.failed())
         return result;
     offline.settle();
@@ -108,15 +109,32 @@ juce::Result work(const RenderOptions& options)
     // All that can fail without the processor comes first: making one may scan for instruments.
     MidiSong song;
     std::unique_ptr<SoundFile> file;
+    std::unique_ptr<SoundInput> input;
     const bool hasSong = options.midiFile != juce::File();
+    const bool hasInput = options.input != juce::File();
     if (hasSong)
     {
         if (const auto result = MidiSong::read(options.midiFile, options.tempo, song); result.failed())
             return result;
+    }
+    else
+    {
+        song = MidiSong::silence(options.tempo);
+    }
+    if (hasInput)
+        if (const auto result = SoundInput::open(options.input, options.rate, input); result.failed())
+            return result;
+    if (hasSong || hasInput)
+    {
         if (const auto result = SoundFile::create(options.output, options.rate, 2, options.bits, file);
             result.failed())
             return result;
     }
+
+    if (options.listEffects)
+        std::cout << effectList() << std::flush;
+    if (!hasSong && !hasInput && !options.listInstruments && options.savePreset == juce::File())
+        return juce::Result::ok();
 
     ConsoleInteraction interaction(toolName);
     // The effects' delay lines are part of the processor: far too large for the stack.
@@ -124,8 +142,8 @@ juce::Result work(const RenderOptions& options)
     if (options.listInstruments)
         for (const auto& type : processor->getKnownPlugins().getTypes())
             std::cout << type.name << std::endl;
-    if (hasSong)
-        return render(*processor, options, song, *file);
+    if (hasSong || hasInput)
+        return render(*processor, options, song, std::move(input), *file);
     return options.savePreset != juce::File() ? saveOnly(*processor, options) : juce::Result::ok();
 }
 

@@ -136,6 +136,14 @@ juce::Result MidiSong::read(juce::InputStream& stream, std::optional<double> fix
     return juce::Result::ok();
 }
 
+MidiSong MidiSong::silence(std::optional<double> fixedTempo)
+{
+    MidiSong song;
+    if (fixedTempo.has_value())
+        song.tempos.addTempo(0.0, *fixedTempo);
+    return song;
+}
+
 void MidiSong::releaseWhatIsHeld()
 {
     std::array<std::array<bool, numNotes>, numChannels> held{};

@@ -20,6 +20,9 @@ public:
     /** The same for a file's bytes; errors without a file's name. */
     static juce::Result read(juce::InputStream& stream, std::optional<double> fixedTempo, MidiSong& song);
 
+    /** No events and no length, at a tempo in quarter notes a minute, 120 without one. */
+    static MidiSong silence(std::optional<double> fixedTempo);
+
     struct Event
     {
         double seconds;

@@ -19,23 +19,29 @@ constexpr double pumpIntervalMillis = 20.0;
 constexpr double progressInterval = 0.01;
 } // namespace
 
-OfflineRender::OfflineRender(juce::AudioProcessor& processorIn, const MidiSong& songIn, double rateIn,
-                             int blockSizeIn)
+OfflineRender::OfflineRender(PluginProcessor& processorIn, const MidiSong& songIn, SoundInput* inputIn,
+                             double rateIn, int blockSizeIn)
     : processor(processorIn)
     , song(songIn)
+    , input(inputIn)
     , rate(rateIn)
     , blockSize(blockSizeIn)
     , playHead(songIn.tempoMap(), rateIn)
     , buffer(numChannels, blockSizeIn)
+    , sendBuffer(numChannels, blockSizeIn)
 {
+    sendBuffer.clear();
     processor.setNonRealtime(true);
     processor.setPlayHead(&playHead);
     processor.setRateAndBufferSizeDetails(rate, blockSize);
     processor.prepareToPlay(rate, blockSize);
+    if (input != nullptr)
+        processor.setSendInput(&sendBuffer);
 }
 
 OfflineRender::~OfflineRender()
 {
+    processor.setSendInput(nullptr);
     processor.releaseResources();
     processor.setPlayHead(nullptr);
 }
@@ -56,7 +62,8 @@ juce::Result OfflineRender::run(SoundFile& file, double tailSeconds,
                                 const std::function<void(double)>& progress, RenderReport& report)
 {
     const double start = juce::Time::getMillisecondCounterHiRes();
-    const auto total = static_cast<juce::int64>(std::ceil((song.lengthSeconds() + tailSeconds) * rate));
+    const double length = input != nullptr ? input->lengthSeconds() : song.lengthSeconds();
+    const auto total = static_cast<juce::int64>(std::ceil((length + tailSeconds) * rate));
     double squares = 0.0;
     double nextProgress = 0.0;
     nextEvent = 0;
@@ -67,6 +74,8 @@ juce::Result OfflineRender::run(SoundFile& file, double tailSeconds,
         const int wanted = static_cast<int>(std::min<juce::int64>(blockSize, total - position));
         collectEvents(position, blockSize);
         playHead.moveTo(position, true);
+        if (input != nullptr)
+            input->read(sendBuffer);
         buffer.clear();
         processor.processBlock(buffer, midi);
 

@@ -4,9 +4,11 @@
 #include "MidiSong.h"
 #include "SongPlayHead.h"
 #include "SoundFile.h"
+#include "SoundInput.h"
+
+#include "engine/PluginProcessor.h"
 
 #include <functional>
-#include <juce_audio_processors/juce_audio_processors.h>
 
 namespace quorel
 {
@@ -30,16 +32,18 @@ struct RenderReport
 class OfflineRender
 {
 public:
-    /** Prepares the processor. All arguments outlive this. */
-    OfflineRender(juce::AudioProcessor& processor, const MidiSong& song, double rate, int blockSize);
+    /** Prepares the processor. With an `input`, which may be null, that goes into the effects in place of the
+       layers. All arguments outlive this. */
+    OfflineRender(PluginProcessor& processor, const MidiSong& song, SoundInput* input, double rate,
+                  int blockSize);
     ~OfflineRender();
 
     /** Runs silent blocks with the transport stopped, so that loads and messages asked for take their effect
        before the first note. */
     void settle();
 
-    /** Renders the song and `tailSeconds` after it. `progress` gets 0 to 1 now and then. Fails where `file`
-       takes no more. */
+    /** Renders the input, or the song without one, and `tailSeconds` after it. `progress` gets 0 to 1 now and
+       then. Fails where `file` takes no more. */
     juce::Result run(SoundFile& file, double tailSeconds, const std::function<void(double)>& progress,
                      RenderReport& report);
 
@@ -47,13 +51,15 @@ private:
     void collectEvents(juce::int64 blockStart, int numSamples);
     void pumpIfDue();
 
-    juce::AudioProcessor& processor;
+    PluginProcessor& processor;
     const MidiSong& song;
+    SoundInput* const input;
     const double rate;
     const int blockSize;
     SongPlayHead playHead;
     std::size_t nextEvent = 0;
     juce::AudioBuffer<float> buffer;
+    juce::AudioBuffer<float> sendBuffer;
     juce::MidiBuffer midi;
     double lastPumpMillis = 0.0;
 };

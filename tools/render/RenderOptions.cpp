@@ -6,8 +6,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iostream>
 
 namespace quorel
@@ -22,29 +20,6 @@ juce::File absoluteFile(const std::string& path)
     return path.empty()
                ? juce::File()
                : juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-}
-
-/** A finite decimal number and nothing else, whatever the user's language. */
-std::optional<double> parseNumber(const juce::String& text)
-{
-    const auto digits = text.trim().toStdString();
-    const auto* last = digits.data() + digits.size();
-    double number = 0.0;
-    const auto [end, error] = std::from_chars(digits.data(), last, number);
-    if (error != std::errc() || end != last || !std::isfinite(number))
-        return {};
-    return number;
-}
-
-std::optional<double> parseQuotient(const juce::String& text)
-{
-    if (!text.containsChar('/'))
-        return parseNumber(text);
-    const auto numerator = parseNumber(text.upToFirstOccurrenceOf("/", false, false));
-    const auto denominator = parseNumber(text.fromFirstOccurrenceOf("/", false, false));
-    if (!numerator.has_value() || !denominator.has_value() || *denominator <= 0.0)
-        return {};
-    return *numerator / *denominator;
 }
 
 /** The arguments after the program's name, with each "@FILE" replaced by the lines of that file. */
@@ -92,11 +67,11 @@ std::vector<Choice> parseAll(juce::Result (*parse)(const juce::String&, Choice&)
 /** What no option can check by itself; empty if all is well. */
 juce::String problemOf(const RenderOptions& options)
 {
-    if (options.midiFile == juce::File())
+    if (options.midiFile == juce::File() && options.input == juce::File())
     {
         if (options.output != juce::File())
-            return "nothing to render: no MIDI file given";
-        return options.listInstruments || options.savePreset != juce::File()
+            return "nothing to render: no MIDI file and no --input given";
+        return options.listInstruments || options.listEffects || options.savePreset != juce::File()
                    ? juce::String()
                    : "no MIDI file given; try --help";
     }
@@ -127,20 +102,19 @@ juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice)
 juce::Result parseParameterChoice(const juce::String& text, ParameterChoice& choice)
 {
     choice.parameter = text.upToLastOccurrenceOf("=", false, false).trim();
-    const auto value = parseQuotient(text.fromLastOccurrenceOf("=", false, false));
-    if (!text.containsChar('=') || choice.parameter.isEmpty() || !value.has_value() || !(*value >= 0.0) ||
-        !(*value <= 1.0))
+    const auto value = parseUnitValue(text.fromLastOccurrenceOf("=", false, false));
+    if (!text.containsChar('=') || choice.parameter.isEmpty() || !value.has_value())
         return juce::Result::fail("a parameter is given as NAME=VALUE with a value from 0 to 1, not as \"" +
                                   text + "\"");
-    choice.value = static_cast<float>(*value);
+    choice.value = *value;
     return juce::Result::ok();
 }
 
 bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options, int& exitCode)
 {
-    CLI::App app{"Renders a Standard MIDI File through a Quorel sound.", "quorel-render"};
-    std::string midiFile, output, preset, savePreset, prefix;
-    std::vector<std::string> layers, parameters;
+    CLI::App app{"Renders a Standard MIDI File, or a sound file, through a Quorel sound.", "quorel-render"};
+    std::string midiFile, input, output, preset, savePreset, prefix;
+    std::vector<std::string> layers, effects, sends, parameters;
     double tempo = 0.0;
 
     app.add_option("midi", midiFile, "Standard MIDI File, type 0 or 1");
@@ -158,6 +132,18 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
                    "quotient such as 60.5/127; may be repeated, applied in order")
         ->allow_extra_args(false)
         ->check([](const std::string& text) { return problemOf(parseParameterChoice, text); });
+    app.add_option("--fx", effects,
+                   "Effect of block N, 1 to 4: N=TYPE[:VALUE,VALUE,...][:mix=..,pan=..,level=..],\n"
+                   "the type by name or number, all values from 0 to 1; may be repeated")
+        ->allow_extra_args(false)
+        ->check([](const std::string& text) { return problemOf(parseEffectChoice, text); });
+    app.add_option("--send", sends,
+                   "Send of a layer to an effect block: LAYER:N=LEVEL, with \"pre\" behind the level to\n"
+                   "take it before the fader; may be repeated")
+        ->allow_extra_args(false)
+        ->check([](const std::string& text) { return problemOf(parseSendChoice, text); });
+    app.add_option("--input", input,
+                   "Sound file (WAV, AIFF, FLAC) that goes into the effects in place of the layers");
     app.add_option("--save-preset", savePreset, "Writes the sound to this file");
     app.add_option("--rate", options.rate, "Sample rate in Hz")
         ->check(CLI::Range(8000.0, 384000.0))
@@ -168,7 +154,7 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
     auto* tempoOption =
         app.add_option("--tempo", tempo, "Quarter notes a minute, in place of the file's own tempi")
             ->check(CLI::Range(1.0, 1000.0));
-    app.add_option("--tail", options.tail, "Seconds to render after the song's end")
+    app.add_option("--tail", options.tail, "Seconds to render after the end of the song or input")
         ->check(CLI::Range(0.0, 3600.0))
         ->capture_default_str();
     app.add_option("--bits", options.bits, "Bits to a sample: 16, 24, or 32 (floating point, WAV alone)")
@@ -177,6 +163,8 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
     app.add_option("--prefix", prefix, "Uses the settings below this folder instead of the user's own");
     app.add_flag("--list-instruments", options.listInstruments,
                  "Lists the instruments that a layer can hold");
+    app.add_flag("--list-effects", options.listEffects,
+                 "Lists the effects: number, name, and the parameters in the order of --fx");
     app.footer(
         "@FILE stands for the arguments in a file, one to a line; lines that start with # don't count.");
 
@@ -199,11 +187,14 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
     }
 
     options.midiFile = absoluteFile(midiFile);
+    options.input = absoluteFile(input);
     options.output = absoluteFile(output);
     options.preset = absoluteFile(preset);
     options.savePreset = absoluteFile(savePreset);
     options.prefix = absoluteFile(prefix);
     options.layers = parseAll(parseLayerChoice, layers);
+    options.effects = parseAll(parseEffectChoice, effects);
+    options.sends = parseAll(parseSendChoice, sends);
     options.parameters = parseAll(parseParameterChoice, parameters);
     if (tempoOption->count() > 0)
         options.tempo = tempo;

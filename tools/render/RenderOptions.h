@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "EffectChoice.h"
+
 #include <juce_core/juce_core.h>
 #include <optional>
 #include <string>
@@ -32,20 +34,25 @@ struct ParameterChoice
 struct RenderOptions
 {
     juce::File midiFile;
+    /** Goes into the effects in place of the layers. */
+    juce::File input;
     juce::File output;
     juce::File preset;
     juce::File savePreset;
     juce::File prefix;
     std::vector<LayerChoice> layers;
+    std::vector<EffectChoice> effects;
+    std::vector<SendChoice> sends;
     std::vector<ParameterChoice> parameters;
     bool listInstruments = false;
+    bool listEffects = false;
     /** Hz. */
     double rate = 48000.0;
     /** Samples. */
     int block = 512;
     /** Quarter notes a minute; without one the file's own tempi count. */
     std::optional<double> tempo;
-    /** Seconds rendered after the song's end. */
+    /** Seconds rendered after the end of the song or input. */
     double tail = 3.0;
     /** Of a sample in the file; 32 is floating point. */
     int bits = 24;

@@ -96,6 +96,29 @@ juce::Result chooseLayer(PluginProcessor& processor, const LayerChoice& choice)
         return juce::Result::fail(found->name + " does not load");
     return choice.program.isEmpty() ? juce::Result::ok() : chooseProgram(layer, choice.program);
 }
+
+void chooseEffect(PluginProcessor& processor, const EffectChoice& choice)
+{
+    const int k = choice.block;
+    processor.setParameter(slot::fxOn + k, 1.0f);
+    // The engine reads trunc(value x 32): quotients of 32 are exact.
+    processor.setParameter(slot::fxType + k, static_cast<float>(choice.type) / 32.0f);
+    for (std::size_t j = 0; j < choice.values.size(); ++j)
+        processor.setParameter(fxParameter(k, static_cast<int>(j)), choice.values[j]);
+    if (choice.mix.has_value())
+        processor.setParameter(slot::fxMix + k, *choice.mix);
+    if (choice.pan.has_value())
+        processor.setParameter(slot::fxPan + k, *choice.pan);
+    if (choice.level.has_value())
+        processor.setParameter(slot::fxVolume + k, *choice.level);
+}
+
+void chooseSend(PluginProcessor& processor, const SendChoice& choice)
+{
+    processor.setParameter(layerParameter(choice.layer, layerSlot::sendPreFader + choice.send),
+                           choice.isPreFader ? 1.0f : 0.0f);
+    processor.setParameter(layerParameter(choice.layer, layerSlot::sendLevel + choice.send), choice.level);
+}
 } // namespace
 
 int findParameter(PluginProcessor& processor, const juce::String& nameOrIndex)
@@ -126,6 +149,11 @@ juce::Result setUpSound(PluginProcessor& processor, const RenderOptions& options
     for (const auto& choice : options.layers)
         if (const auto result = chooseLayer(processor, choice); result.failed())
             return result;
+
+    for (const auto& choice : options.effects)
+        chooseEffect(processor, choice);
+    for (const auto& choice : options.sends)
+        chooseSend(processor, choice);
 
     // In order: a name can depend on an earlier parameter, as those of an effect do on its type.
     for (const auto& choice : options.parameters)

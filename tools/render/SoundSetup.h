@@ -10,7 +10,8 @@
 namespace quorel
 {
 
-/** Preset, then layers, then parameters, each as given. The error names what is unknown or can't be loaded.
+/** Preset, then layers, effects, sends and parameters, each as given. The error names what is unknown or
+ * can't be loaded.
  */
 juce::Result setUpSound(PluginProcessor& processor, const RenderOptions& options);
 
