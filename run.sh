@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # From a bare Debian 12 to sound: installs the packages, builds, and renders the demo song through four layered
-# instruments. Everything it makes lies below build/.
+# instruments and four effects. Everything it makes lies below build/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
