@@ -16,8 +16,8 @@ namespace quorel
 class PluginScanner
 {
 public:
-    /** Fills `knownPlugins`, which must live as long. */
-    explicit PluginScanner(juce::KnownPluginList& knownPlugins);
+    /** Fills `list`, which must live as long. */
+    explicit PluginScanner(juce::KnownPluginList& list);
 
     /** At start: reads the list file, or scans where it doesn't exist or is shorter than 10 bytes. A
         longer file that isn't XML leaves the list empty and stays as it is. A list that can't be
