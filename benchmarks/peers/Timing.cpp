@@ -114,30 +114,36 @@ std::vector<double> timeInTurn(const std::vector<Candidate*>& candidates, int bl
     return least;
 }
 
-double timeSilence(const std::function<std::unique_ptr<Candidate>()>& make, int blockLength)
+std::vector<double> timeSilence(const std::vector<Maker>& makers, int blockLength)
 {
-    constexpr int passes = 5, quarters = 80;
+    constexpr int passes = 10, quarters = 80;
     const int blocks = static_cast<int>(sampleRate / 4.0) / blockLength;
     const std::vector<float> silence(96000, 0.0f);
-    std::array<double, quarters> least;
-    least.fill(std::numeric_limits<double>::max());
+    std::vector<std::array<double, quarters>> least(makers.size());
+    for (auto& list : least)
+        list.fill(std::numeric_limits<double>::max());
 
     for (int pass = 0; pass < passes; ++pass)
-    {
-        const auto candidate = make();
-        Player player(*candidate, blockLength);
-        keepDenormals();
-        player.play(noise(), 2 * blocks);
-
-        for (double& quarter : least)
+        for (std::size_t i = 0; i < makers.size(); ++i)
         {
-            const double start = processorSeconds();
-            player.play(silence, blocks);
-            quarter = std::min(quarter, processorSeconds() - start);
-        }
-    }
+            const auto candidate = makers[i](blockLength);
+            Player player(*candidate, blockLength);
+            keepDenormals();
+            player.play(noise(), 2 * blocks);
 
-    return 1e9 * *std::max_element(least.begin(), least.end()) / (static_cast<double>(blocks) * blockLength);
+            for (double& quarter : least[i])
+            {
+                const double start = processorSeconds();
+                player.play(silence, blocks);
+                quarter = std::min(quarter, processorSeconds() - start);
+            }
+        }
+
+    std::vector<double> dearest;
+    for (const auto& list : least)
+        dearest.push_back(1e9 * *std::max_element(list.begin(), list.end()) /
+                          (static_cast<double>(blocks) * blockLength));
+    return dearest;
 }
 
 bool changesNoise(Candidate& candidate, int blockLength)

@@ -22,9 +22,11 @@ struct Rounds
 std::vector<double> timeInTurn(const std::vector<Candidate*>& candidates, int blockLength,
                                const Rounds& rounds);
 
+using Maker = std::function<std::unique_ptr<Candidate>(int blockLength)>;
+
 /** The same in the dearest quarter second of 20 seconds of silence that follow half a second of noise; each
-    quarter counts with its least of five passes, each by a fresh candidate. */
-double timeSilence(const std::function<std::unique_ptr<Candidate>()>& make, int blockLength);
+    quarter counts with its least of ten passes by fresh candidates, in which all of them play in turn. */
+std::vector<double> timeSilence(const std::vector<Maker>& makers, int blockLength);
 
 /** Whether noise comes out changed, and as finite numbers not all 0. */
 bool changesNoise(Candidate& candidate, int blockLength);

@@ -12,7 +12,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fstream>
-#include <functional>
 #include <iomanip>
 #include <iostream>
 #include <string>
@@ -22,8 +21,6 @@ namespace
 {
 using namespace quorel;
 using namespace quorel::peers;
-
-using Maker = std::function<std::unique_ptr<Candidate>(int blockLength)>;
 
 struct Entry
 {
@@ -164,9 +161,24 @@ void timeSection(Section& section, const Rounds& rounds)
         for (std::size_t i = 0; i < entries.size(); ++i)
             (blockLength == 64 ? entries[i]->ns64 : entries[i]->ns128) = times[i];
     }
+}
 
-    for (Entry& entry : section.own)
-        entry.silence = timeSilence([&] { return entry.make(64); }, 64);
+/** All at once, so that a busy moment of the machine doesn't meet every pass of one effect. */
+void timeAllSilence(std::vector<Section>& sections)
+{
+    std::vector<Maker> makers;
+    std::vector<Entry*> entries;
+    for (Section& section : sections)
+        for (Entry& entry : section.own)
+            if (entry.note.empty())
+            {
+                makers.push_back(entry.make);
+                entries.push_back(&entry);
+            }
+
+    const auto times = timeSilence(makers, 64);
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        entries[i]->silence = times[i];
 }
 
 void printOwn(std::ostream& out, const std::vector<Section>& sections)
@@ -300,6 +312,9 @@ int main(int argc, char** argv)
         std::cerr << section.job << "...\n";
         timeSection(section, rounds);
     }
+
+    std::cerr << "Silence...\n";
+    timeAllSilence(sections);
 
     std::ofstream out(output);
     out << std::fixed << std::setprecision(1);
