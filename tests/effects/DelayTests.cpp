@@ -2,6 +2,7 @@
 // Delays, tape, comb and reverb.
 #include "EffectsTestTools.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <numeric>
@@ -132,6 +133,47 @@ TEST(Delays, AnOldTailOutlivesTheChangeOfType)
     Stereo s = silence(9600);
     run(*slot, {delayOf(500), delayOf(500), 0, 0.5f, 0.5f, 0, 1, 0}, s);
     EXPECT_GT(rms(s.left, 100), 0.1);
+}
+
+TEST(Delays, AChangeOfTypeClearsOnlyTheMemoryThatTheTypeReads)
+{
+    auto slot = makeSlot(0, rate);
+
+    struct Memory
+    {
+        float *begin, *end;
+        std::vector<int> clearedBy;
+    };
+
+    const std::vector<Memory> memories = {
+        {slot->lineL, slot->lineL + 16384, {1, 2}},
+        {slot->lineR + 16384, slot->lineR + fxLineLength, {}},
+        {slot->modLineR, slot->modLineR + fxModLineLength, {7, 11}},
+        {slot->ensLineR, std::end(slot->ensLineR), {10}},
+        {slot->auxRing, slot->auxRing + fxAuxRingLength, {6, 13, 14, 23}},
+        {slot->combOutR, slot->combOutR + combLength, {5}},
+        {slot->reverb[2].bank.cells, std::end(slot->reverb[2].bank.cells), {6}},
+    };
+
+    for (int type = 0; type < fxTypeCount; ++type)
+    {
+        for (const Memory& m : memories)
+            std::fill(m.begin, m.end, 0.5f);
+        slot->tape.queueR.push(1.0, 0.5);
+
+        changeType(*slot, type);
+        for (std::size_t i = 0; i < memories.size(); ++i)
+        {
+            const Memory& m = memories[i];
+            const auto& types = m.clearedBy;
+            const bool cleared = std::find(types.begin(), types.end(), type) != types.end();
+            EXPECT_TRUE(std::all_of(m.begin, m.end, [=](float v) { return v == (cleared ? 0.0f : 0.5f); }))
+                << "type " << type << ", memory " << i;
+        }
+
+        const bool rewound = type == 3 || type == 4 || type == 8 || type == 12;
+        EXPECT_EQ(slot->tape.queueR.count == 1, rewound) << type;
+    }
 }
 
 TEST(Tape, ChangeOfLengthBendsThePitch)

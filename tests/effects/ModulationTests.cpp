@@ -134,6 +134,62 @@ TEST(Chorus, EnsembleSpreadsItsVoices)
     }
 }
 
+TEST(Flangers, FeedbackCrossesInOneAndStaysOnItsSideInTheOther)
+{
+    struct Case
+    {
+        int type;
+        float feedback;
+        bool crosses;
+        double gain; // of the second echo against the first
+    };
+
+    // The line subtracts its feedback, the tape adds it, and only the line sends it across.
+    const Case cases[] = {
+        {11, 1, true, -0.99}, {11, 0, true, 0.99}, {12, 1, false, 0.99}, {12, 0, false, -0.99}};
+
+    for (const Case& c : cases)
+    {
+        auto slot = makeSlot(c.type, rate);
+        const std::vector<float> p = {0.5f, 0, 0, 0, c.feedback, 0, 1, 0};
+        Stereo warmUp = silence(4800);
+        run(*slot, p, warmUp);
+        Stereo s = impulse(3300, 1.0f, 0.0f);
+        run(*slot, p, s);
+
+        const auto& second = c.crosses ? s.right : s.left;
+        const auto& other = c.crosses ? s.left : s.right;
+        const auto first = peakPosition(s.left, 0, 2000), next = peakPosition(second, 2000);
+        EXPECT_NEAR(static_cast<double>(first), 1254, 1) << c.type;
+        EXPECT_NEAR(static_cast<double>(next), 2508, 2) << c.type;
+        EXPECT_NEAR(static_cast<double>(second[next] / s.left[first]), c.gain, 0.02) << c.type;
+        EXPECT_LT(peak(other, 2000), 0.01) << c.type;
+    }
+}
+
+TEST(Flangers, PanSwingsFromSideToSideAtFullLevel)
+{
+    for (const int type : {11, 12})
+    {
+        auto slot = makeSlot(type, rate);
+        const std::vector<float> p = {0.2f, 0, 1, 0, 0.5f, 1, 1, 0};
+        Stereo s = sine(48000, 1000.0, 48000.0);
+        run(*slot, p, s);
+        double leastLeft = 1.0, leastRight = 1.0;
+
+        for (std::size_t from = 4800; from < 48000; from += 480)
+        {
+            const double left = rms(s.left, from, from + 480), right = rms(s.right, from, from + 480);
+            leastLeft = std::min(leastLeft, left);
+            leastRight = std::min(leastRight, right);
+            EXPECT_NEAR(std::max(left, right), std::sqrt(0.5), 0.06) << type;
+        }
+
+        EXPECT_LT(leastLeft, 0.1) << type;
+        EXPECT_LT(leastRight, 0.1) << type;
+    }
+}
+
 TEST(Phasers, NotchesFollowTheStages)
 {
     // n first-order all-passes turn by n half circles, n second-order ones by n whole circles.
