@@ -4,6 +4,7 @@
 #include <pluginterfaces/vst2.x/aeffectx.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -58,8 +59,8 @@ public:
     std::vector<std::uint8_t> chunk(bool programOnly = false);
     bool setChunk(std::vector<std::uint8_t> bytes, bool programOnly = false);
 
-    /** How often the plug-in asked its host to refresh the display. */
-    int displayUpdates = 0;
+    /** How often the plug-in asked its host to refresh the display, from whichever thread. */
+    std::atomic<int> displayUpdates{0};
 
 private:
     static t_fstPtrInt answer(AEffect* effect, int opcode, int index, t_fstPtrInt value, void* data,
