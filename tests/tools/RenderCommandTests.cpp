@@ -6,6 +6,9 @@
 #include <juce_audio_formats/juce_audio_formats.h>
 #include <juce_events/juce_events.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace quorel
 {
 namespace
@@ -137,8 +140,68 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     EXPECT_GT(scratch.child("slow.flac").getSize(), 50000) << "silence would take next to nothing";
 }
 
-TEST_F(RenderCommand, ListsInstruments)
+TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
 {
+    // One channel with a click of 0.5 at 0.1 s. Block 1 delays by 2^6 ms and 2^3 ms at no feedback; the line
+    // adds a sample, and on the right 4 for its widening. Block 2 passes the dry click to the left alone at
+    // -10 dB.
+    const juce::StringArray arguments{"--tail", "0.25",
+                                      "--bits", "32",
+                                      "--fx",   "1=stereo DELAY:0.5,1/4,0,0.5,0.5,0,1,0",
+                                      "--fx",   "2=0:mix=0,pan=0,level=0.625"};
+    for (const double rate : {48000.0, 24000.0})
+    {
+        SCOPED_TRACE(rate);
+        juce::AudioBuffer<float> click(1, static_cast<int>(rate / 2.0));
+        click.clear();
+        click.setSample(0, static_cast<int>(rate / 10.0), 0.5f);
+        std::unique_ptr<juce::AudioFormatWriter> writer(juce::WavAudioFormat().createWriterFor(
+            new juce::FileOutputStream(scratch.child("click.wav")), rate, 1, 24, {}, 0));
+        ASSERT_TRUE(writer->writeFromAudioSampleBuffer(click, 0, click.getNumSamples()));
+        writer.reset();
+
+        auto commandLine = arguments;
+        commandLine.addArray({"--input", path("click.wav"), "-o", path("out.wav")});
+        const auto outcome = render(commandLine);
+        ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+        const auto wav = open("out.wav", 48000.0, 32, 0.75);
+        ASSERT_NE(wav, nullptr);
+        juce::AudioBuffer<float> out(2, static_cast<int>(wav->lengthInSamples));
+        wav->read(&out, 0, out.getNumSamples(), 0, true, true);
+
+        const auto loudest = [&](int channel, int from, int to)
+        {
+            const auto* samples = out.getReadPointer(channel);
+            return static_cast<int>(std::max_element(samples + from, samples + to,
+                                                     [](float a, float b)
+                                                     { return std::abs(a) < std::abs(b); }) -
+                                    samples);
+        };
+        // Conversion spreads the click over a few samples.
+        const bool converted = rate != 48000.0;
+        EXPECT_NEAR(loudest(0, 0, 6000), 4800, converted ? 2 : 0);
+        EXPECT_NEAR(loudest(0, 6000, out.getNumSamples()), 4800 + 3072 + 1, converted ? 2 : 0);
+        EXPECT_NEAR(loudest(1, 0, out.getNumSamples()), 4800 + 384 + 5, converted ? 2 : 0);
+        EXPECT_LT(out.getMagnitude(0, 9000, out.getNumSamples() - 9000), 0.001f) << "no feedback";
+        if (!converted)
+        {
+            EXPECT_NEAR(out.getSample(0, 4800), 0.5f * std::pow(10.0f, -0.5f), 0.001f);
+        }
+    }
+}
+
+TEST_F(RenderCommand, ListsInstrumentsAndEffects)
+{
+    const auto effects = render({"--list-effects"});
+    EXPECT_EQ(effects.exitCode, 0u);
+    int numTypes = 0;
+    for (const auto& line : juce::StringArray::fromLines(effects.output))
+    {
+        EXPECT_LE(line.length(), 100) << line;
+        numTypes += line.trimStart().startsWith(juce::String(numTypes) + "  ") ? 1 : 0;
+    }
+    EXPECT_EQ(numTypes, 33) << effects.output;
+
     const auto outcome = render({"--list-instruments"});
     EXPECT_EQ(outcome.exitCode, 0u);
     EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 14) << outcome.output;
@@ -180,6 +243,24 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
         {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
         {{midi, "-o", wav, "--param", "1=1-2"}, "from 0 to 1"},
         {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--fx", "Chorus"}, "N from 1 to 4"},
+        {{midi, "-o", wav, "--fx", "5=Chorus"}, "N from 1 to 4"},
+        {{midi, "-o", wav, "--fx", "1="}, "N from 1 to 4"},
+        {{midi, "-o", wav, "--fx", "1=Echo"}, "unknown effect \"Echo\""},
+        {{midi, "-o", wav, "--fx", "1=33"}, "unknown effect \"33\""},
+        {{midi, "-o", wav, "--fx", "1=-1"}, "unknown effect \"-1\""},
+        {{midi, "-o", wav, "--fx", "1=1:0,0,0,0,0,0,0,0,0,0,0"}, "at most 10"},
+        {{midi, "-o", wav, "--fx", "1=1:0.5,1.01"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--fx", "1=1:0.5,,0"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--fx", "1=1:0.5:mix=inf"}, "from 0 to 1"},
+        {{midi, "-o", wav, "--fx", "1=1:wet=1"}, "mix, pan and level"},
+        {{midi, "-o", wav, "--fx", "1=1:mix=1:0.5"}, "values first"},
+        {{midi, "-o", wav, "--send", "1=0.5"}, "LAYER:N=LEVEL"},
+        {{midi, "-o", wav, "--send", "1:5=0.5"}, "LAYER:N=LEVEL"},
+        {{midi, "-o", wav, "--send", "1:2=0.5post"}, "LAYER:N=LEVEL"},
+        {{"--input", text, "-o", wav}, "no WAV, AIFF or FLAC file"},
+        {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
+        {{"--input", text}, "no output"},
         {{midi, "-o", wav, "--preset", text}, "not a preset"},
         {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
         {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
