@@ -15,6 +15,11 @@ namespace
 std::atomic<long> allocations{0};
 } // namespace
 
+#if defined(__GNUC__) && !defined(__clang__)
+// Where GCC inlines one of the two and not the other it takes them for a mismatched pair.
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+
 void* operator new(std::size_t size)
 {
     ++allocations;
