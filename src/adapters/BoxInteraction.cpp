@@ -38,6 +38,21 @@ bool BoxInteraction::confirm(const juce::String& title, const juce::String& text
     return false;
 }
 
+juce::String BoxInteraction::askText(const juce::String& title, const juce::String& prompt,
+                                     const juce::String& current)
+{
+    if (!hasDisplay())
+        return {};
+
+    constexpr int cancelled = 0;
+    constexpr int accepted = 1;
+    juce::AlertWindow window(title, {}, juce::MessageBoxIconType::NoIcon);
+    window.addTextEditor("text", current, prompt);
+    window.addButton("OK", accepted, juce::KeyPress(juce::KeyPress::returnKey));
+    window.addButton("Cancel", cancelled, juce::KeyPress(juce::KeyPress::escapeKey));
+    return window.runModalLoop() == accepted ? window.getTextEditorContents("text") : juce::String();
+}
+
 juce::File BoxInteraction::chooseFolder(const juce::String& title, const juce::File& start)
 {
     if (!hasDisplay())

@@ -17,6 +17,8 @@ class BoxInteraction : public UserInteraction
 public:
     void alert(const juce::String& title, const juce::String& text) override;
     bool confirm(const juce::String& title, const juce::String& text) override;
+    juce::String askText(const juce::String& title, const juce::String& prompt,
+                         const juce::String& current) override;
     juce::File chooseFolder(const juce::String& title, const juce::File& start) override;
     void progress(const juce::String& title, const juce::String& text) override;
 

@@ -6,6 +6,7 @@
 #include "engine/ParameterCodings.h"
 #include "engine/ParameterNames.h"
 #include "engine/ParameterText.h"
+#include "engine/ParameterValueEntry.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 #include "presets/StateRestore.h"
@@ -144,7 +145,32 @@ const juce::String PluginProcessor::getParameterName(int index)
 
 const juce::String PluginProcessor::getParameterText(int index)
 {
-    return ParameterTable::isSlot(index) ? juce::String(table.get(index), 3) : juce::String();
+    return parameterText(index, textSources());
+}
+
+ParameterTextSources PluginProcessor::textSources()
+{
+    return {[this](int index) { return table.get(index); },
+            [this](int layer, int easy) { return getLayer(layer).easyText(easy); }};
+}
+
+void PluginProcessor::editParameterValue(int index)
+{
+    const auto question = valueQuestion(index, textSources());
+
+    if (!question)
+        return;
+
+    const float oldValue = table.get(index);
+    const juce::WeakReference<PluginProcessor> self(this);
+    const auto text = user.askText("Set new value", question->prompt, question->current);
+
+    // The host may have closed the plug-in behind the open question.
+    if (self == nullptr || text.isEmpty())
+        return;
+
+    if (const auto value = typedValue(index, text); value && *value != oldValue)
+        setParameterFromUi(index, *value);
 }
 
 void PluginProcessor::setParameter(int index, float newValue)

@@ -9,6 +9,7 @@
 #include "engine/MidiMonitor.h"
 #include "engine/MixGains.h"
 #include "engine/MultiControls.h"
+#include "engine/ParameterDisplay.h"
 #include "engine/ParameterTable.h"
 #include "engine/PresetTransition.h"
 #include "engine/TapTempo.h"
@@ -137,6 +138,10 @@ public:
     /** What every gesture of the user and every MIDI-mapped change goes through. Any thread. */
     void setParameterFromUi(int index, float value);
 
+    /** Asks the user for a value of the parameter and writes it. A value out of range is dropped without a
+        word; parameters below the layers but the master volume take none. */
+    void editParameterValue(int index);
+
     /** Writes every default. */
     void resetAllParameters();
     /** Writes a layer's defaults; its Easy values and its program stay. `layer` is 0 to 3. */
@@ -240,6 +245,7 @@ public:
     std::array<std::atomic<bool>, numLayers> layerNeedsAttention{};
 
 private:
+    ParameterTextSources textSources();
     void timerCallback() override;
     void parameterOfLayerWritten(int index, float value);
     void dragRangeEnd(int layer, int n, float value);
@@ -284,6 +290,7 @@ private:
     MidiMonitor midiMonitor;
     juce::MidiBuffer blockMidi;
 
+    JUCE_DECLARE_WEAK_REFERENCEABLE(PluginProcessor)
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginProcessor)
 };
 

@@ -20,6 +20,11 @@ public:
     /** Asks a question and waits for the answer. False where nobody can answer. */
     virtual bool confirm(const juce::String& title, const juce::String& text) = 0;
 
+    /** Asks for a line of text, with `current` to start from and `prompt` beside the field, and waits for the
+        answer. Empty where the user thinks better of it or nobody can answer. */
+    virtual juce::String askText(const juce::String& title, const juce::String& prompt,
+                                 const juce::String& current) = 0;
+
     /** Lets the user choose a folder, starting at `start`. An empty file where none was chosen. */
     virtual juce::File chooseFolder(const juce::String& title, const juce::File& start) = 0;
 

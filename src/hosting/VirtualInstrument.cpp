@@ -524,6 +524,19 @@ juce::String VirtualInstrument::easyName(int easy)
                       : juce::String(layerSlot::easyValue + easy);
 }
 
+juce::String VirtualInstrument::easyText(int easy)
+{
+    const InstanceAccess::Use plugin(access);
+
+    if (!plugin)
+        return {};
+
+    // Asked for any other text, the parameter answers with its bare number.
+    const auto& hosted = plugin->getParameters();
+    const int target = easyTarget(easy, hosted.size());
+    return target > 0 ? hosted[target]->getCurrentValueAsText() : juce::String();
+}
+
 void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value)
 {
     for (int easy = 0; easy < numEasyParameters; ++easy)

@@ -86,7 +86,7 @@ public:
     void requestAllNotesOff() noexcept { allNotesOffRequested.store(true); }
 
     //==========================================================================================================
-    // Easy parameters, banks and programs: message thread, but for `easyName`.
+    // Easy parameters, banks and programs: message thread, but for `easyName` and `easyText`.
 
     /** Writes the default mapping of the instrument into the Easy mappings, and its values into the Easy
      * values. */
@@ -96,6 +96,10 @@ public:
         and so on without an instrument, and the number of the slot for a mapping that leads nowhere. Any
         thread. */
     juce::String easyName(int easy);
+
+    /** What the instrument says of the value behind Easy parameter `easy` (0 to 11). Empty without an
+        instrument or a target. Any thread. */
+    juce::String easyText(int easy);
 
     /** Chooses entry `id` (from 1) of the program menu: by MIDI or through the instrument, as its family
      * does. */

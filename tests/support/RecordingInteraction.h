@@ -6,7 +6,8 @@
 namespace quorel::test
 {
 
-/** Nobody sits in front of a test: it keeps what was said and answers no. Each entry is "title|text". */
+/** Nobody sits in front of a test: it keeps what was said, answers no, and types
+   what the test has laid out. Each entry is "title|text", that of a text question "title|prompt|current". */
 class RecordingInteraction : public UserInteraction
 {
 public:
@@ -21,6 +22,13 @@ public:
         return false;
     }
 
+    juce::String askText(const juce::String& title, const juce::String& prompt,
+                         const juce::String& current) override
+    {
+        textQuestions.add(title + "|" + prompt + "|" + current);
+        return typedText;
+    }
+
     juce::File chooseFolder(const juce::String&, const juce::File&) override { return {}; }
 
     void progress(const juce::String& title, const juce::String& text) override
@@ -30,6 +38,9 @@ public:
 
     juce::StringArray alerts;
     juce::StringArray questions;
+    juce::StringArray textQuestions;
+    /** What is typed at the next question for a text; nothing cancels it. */
+    juce::String typedText;
     juce::StringArray progressTexts;
 };
 

@@ -25,6 +25,11 @@ bool ConsoleInteraction::confirm(const juce::String&, const juce::String&)
     return false;
 }
 
+juce::String ConsoleInteraction::askText(const juce::String&, const juce::String&, const juce::String&)
+{
+    return {};
+}
+
 juce::File ConsoleInteraction::chooseFolder(const juce::String&, const juce::File&)
 {
     return {};
