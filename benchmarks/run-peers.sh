@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs other effects (packaging/peer-packages.txt), times Quorel's effects beside them, and puts the tables into
-# docs/performance.md. About five minutes.
+# docs/performance.md. Five to ten minutes.
 #   benchmarks/run-peers.sh [BUILD-FOLDER]     an existing build of another place than build/
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -41,7 +41,8 @@ trap 'rm -f "$section"' EXIT
 
 cat > "$section" <<TEXT
 <!-- peers:begin -->
-$(date +%F), ${processor:-unknown processor}, $(nproc) cores. Nanoseconds for a stereo frame of white noise at 48 kHz, in blocks of 64 and 128.
+$(date +%F), ${processor:-unknown processor}, $(nproc) cores. Nanoseconds for a stereo frame of white noise at
+48 kHz, in blocks of 64 and 128. A peer that "does less" doesn't count as the cheapest.
 Each figure is the least of 15 rounds of 0.05 s of processor time, taken in turn with all others of the same job, so
 that other work on the machine matters little; threads that an effect starts count. Quorel's parameters are all 0.5,
 peers stay at their defaults unless they would do nothing there; peers for one channel run twice ("two"). "Silence"

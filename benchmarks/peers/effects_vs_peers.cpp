@@ -208,7 +208,7 @@ void printPeers(std::ostream& out, const std::vector<Section>& sections)
             out << "| " << section.job << " | " << peer.name << " | ";
             if (peer.note.empty())
                 out << peer.ns64 << " | " << peer.ns128 << " | "
-                    << (peer.lesser.empty() ? "" : "does less: " + peer.lesser) << " |\n";
+                    << (peer.lesser.empty() ? "" : "does less: " + peer.lesser + " ") << "|\n";
             else
                 out << "| | " << peer.note << " |\n";
         }
