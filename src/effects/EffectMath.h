@@ -9,7 +9,7 @@
 namespace quorel
 {
 /** Holds x to 0..1; what isn't a number gives 0. */
-inline float clampUnit(float x)
+constexpr float clampUnit(float x) noexcept
 {
     return x > 0.0f ? std::min(x, 1.0f) : 0.0f;
 }

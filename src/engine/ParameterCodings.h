@@ -2,16 +2,12 @@
 // How integers, gains and characters travel in parameters of 0 to 1. Pure functions, any thread.
 #pragma once
 
+#include "effects/EffectMath.h"
+
 #include <cmath>
 
 namespace quorel
 {
-
-/** 0 to 1; NaN becomes 0. */
-constexpr float clampUnit(float value) noexcept
-{
-    return value > 0.0f ? (value < 1.0f ? value : 1.0f) : 0.0f;
-}
 
 /** Ranged integer from `low` to `high`. A range of 0 counts as 1. */
 inline int paramToInt(float value, int low, int high) noexcept
