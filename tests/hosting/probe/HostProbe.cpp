@@ -44,7 +44,9 @@ void process(AEffect*, float**, float** outputs, int numSamples)
         std::memset(outputs[channel], 0, sizeof(float) * static_cast<size_t>(numSamples));
 }
 
-void setParameter(AEffect*, int, float) {}
+void setParameter(AEffect*, int, float)
+{
+}
 
 float getParameter(AEffect*, int)
 {
