@@ -40,7 +40,7 @@ juce::Result SoundFile::create(const juce::File& target, double rate, int numCha
     if (created->writer == nullptr)
         return juce::Result::fail(created->format->getFormatName() + "s cannot hold " + juce::String(bits) +
                                   " bits at " + juce::String(rate) + " Hz");
-    stream.release(); // the writer has it
+    juce::ignoreUnused(stream.release()); // the writer has it
     file = std::move(created);
     return juce::Result::ok();
 }

@@ -44,7 +44,7 @@ InstalledFiles::InstalledFiles(const juce::File& manifest)
 InstalledFiles::Result InstalledFiles::install(const juce::File& source, const juce::File& target,
                                                bool restoreRemoved)
 {
-    const auto name = target.getFullPathName();
+    const auto& name = target.getFullPathName();
     const auto wanted = fingerprint(source);
     const auto installed = contents.getValue(name);
     const bool exists = target.exists();

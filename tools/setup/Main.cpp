@@ -9,9 +9,8 @@ namespace
 {
 constexpr int exitFailed = 1;
 constexpr int exitUsage = 2;
-} // namespace
 
-int main(int argc, char** argv)
+int run(int argc, char** argv)
 {
     using namespace quorel;
 
@@ -71,4 +70,18 @@ int main(int argc, char** argv)
         return 0;
     }
     return installer.run(restoreRemoved) ? 0 : exitFailed;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try
+    {
+        return run(argc, argv);
+    }
+    catch (const std::exception& error)
+    {
+        std::cerr << "quorel-setup: " << error.what() << std::endl;
+        return exitFailed;
+    }
 }
