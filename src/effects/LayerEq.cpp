@@ -116,6 +116,22 @@ private:
     Pair inPrev, s1, s2, s3, s4;
 };
 
+/** Far below anything heard, yet far above the denormal numbers. */
+constexpr float floorLevel = 1e-20f;
+
+float flushed(float x)
+{
+    return std::abs(x) < floorLevel ? 0.0f : x;
+}
+
+// Ends a tail before it turns into denormal numbers. An offset on the input would do that as well, but in a
+// narrow low band it also moves the rounding of what is heard.
+void settle(EqHistory& h)
+{
+    if (std::abs(h.y1) < floorLevel && std::abs(h.y2) < floorLevel)
+        h.y1 = h.y2 = 0.0f;
+}
+
 void runBand(LayerEq& eq, int band, float* l1, float* l2, float* r1, float* r2, int num)
 {
     const float b0 = eq.b0[band], b1 = eq.b1[band], b2 = eq.b2[band], a2 = eq.a2[band];
@@ -138,6 +154,8 @@ void runBand(LayerEq& eq, int band, float* l1, float* l2, float* r1, float* r2, 
         r1[i] = tick(right, r1[i]);
         l2[i] = tick(left, l2[i]);
         r2[i] = tick(right, r2[i]);
+        settle(left);
+        settle(right);
     }
 
     eq.bandL[band] = left;
@@ -148,13 +166,10 @@ void processChunk(LayerEq& eq, float* left, float* right, int num)
 {
     float l1[fxChunk], l2[fxChunk], r1[fxChunk], r2[fxChunk];
 
-    // The bands' recursion has no guard of its own against denormal numbers.
-    const float guard = eq.bandOn[0] || eq.bandOn[1] || eq.bandOn[2] ? fxTiny : 0.0f;
-
     for (int i = 0; i < num; ++i)
     {
-        l1[i] = l2[i] = audible(left[i]) + guard;
-        r1[i] = r2[i] = audible(right[i]) + guard;
+        l1[i] = l2[i] = flushed(audible(left[i]));
+        r1[i] = r2[i] = flushed(audible(right[i]));
     }
 
     for (int band = 0; band < 3; ++band)
