@@ -62,6 +62,27 @@ juce::File BoxInteraction::chooseFolder(const juce::String& title, const juce::F
     return chooser.browseForDirectory() ? chooser.getResult() : juce::File();
 }
 
+juce::File BoxInteraction::chooseFileToOpen(const juce::String& title, const juce::File& start,
+                                            const juce::String& pattern)
+{
+    if (!hasDisplay())
+        return {};
+
+    juce::FileChooser chooser(title, start, pattern);
+    return chooser.browseForFileToOpen() ? chooser.getResult() : juce::File();
+}
+
+juce::File BoxInteraction::chooseFileToSave(const juce::String& title, const juce::File& suggested,
+                                            const juce::String& pattern)
+{
+    if (!hasDisplay())
+        return {};
+
+    juce::FileChooser chooser(title, suggested, pattern);
+    constexpr bool warnAboutOverwriting = true;
+    return chooser.browseForFileToSave(warnAboutOverwriting) ? chooser.getResult() : juce::File();
+}
+
 void BoxInteraction::progress(const juce::String& title, const juce::String& text)
 {
     if (text.isEmpty() || !hasDisplay())

@@ -28,6 +28,16 @@ public:
     /** Lets the user choose a folder, starting at `start`. An empty file where none was chosen. */
     virtual juce::File chooseFolder(const juce::String& title, const juce::File& start) = 0;
 
+    /** Lets the user choose an existing file of `pattern`, such as "*.qrl", starting at `start`, a file or a
+        folder. An empty file where none was chosen. */
+    virtual juce::File chooseFileToOpen(const juce::String& title, const juce::File& start,
+                                        const juce::String& pattern) = 0;
+
+    /** Lets the user name a file to write, `suggested` to start from; whoever answers has agreed to its being
+        replaced. An empty file where none was chosen. */
+    virtual juce::File chooseFileToSave(const juce::String& title, const juce::File& suggested,
+                                        const juce::String& pattern) = 0;
+
     /** Progress of long work, such as "Scanning plugin:  /some/path". An empty text ends it. */
     virtual void progress(const juce::String& title, const juce::String& text) = 0;
 };

@@ -6,8 +6,9 @@
 namespace quorel::test
 {
 
-/** Nobody sits in front of a test: it keeps what was said, answers no, and types
-   what the test has laid out. Each entry is "title|text", that of a text question "title|prompt|current". */
+/** Nobody sits in front of a test: it keeps what was said and gives the answers
+   that the test has laid out: no, and nothing, to begin with. Each entry is "title|text", that of a text
+   question "title|prompt|current". */
 class RecordingInteraction : public UserInteraction
 {
 public:
@@ -19,7 +20,7 @@ public:
     bool confirm(const juce::String& title, const juce::String& text) override
     {
         questions.add(title + "|" + text);
-        return false;
+        return confirmAnswer;
     }
 
     juce::String askText(const juce::String& title, const juce::String& prompt,
@@ -29,7 +30,21 @@ public:
         return typedText;
     }
 
-    juce::File chooseFolder(const juce::String&, const juce::File&) override { return {}; }
+    juce::File chooseFolder(const juce::String&, const juce::File&) override { return chosenFile; }
+
+    juce::File chooseFileToOpen(const juce::String& title, const juce::File& start,
+                                const juce::String& pattern) override
+    {
+        fileQuestions.add(title + "|" + start.getFullPathName() + "|" + pattern);
+        return chosenFile;
+    }
+
+    juce::File chooseFileToSave(const juce::String& title, const juce::File& suggested,
+                                const juce::String& pattern) override
+    {
+        fileQuestions.add(title + "|" + suggested.getFullPathName() + "|" + pattern);
+        return chosenFile;
+    }
 
     void progress(const juce::String& title, const juce::String& text) override
     {
@@ -42,6 +57,11 @@ public:
     /** What is typed at the next question for a text; nothing cancels it. */
     juce::String typedText;
     juce::StringArray progressTexts;
+    /** Each entry is "title|path to start from|pattern". */
+    juce::StringArray fileQuestions;
+    /** What the next choice of a file or folder gives; nothing cancels it. */
+    juce::File chosenFile;
+    bool confirmAnswer = false;
 };
 
 } // namespace quorel::test

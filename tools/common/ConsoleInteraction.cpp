@@ -35,6 +35,16 @@ juce::File ConsoleInteraction::chooseFolder(const juce::String&, const juce::Fil
     return {};
 }
 
+juce::File ConsoleInteraction::chooseFileToOpen(const juce::String&, const juce::File&, const juce::String&)
+{
+    return {};
+}
+
+juce::File ConsoleInteraction::chooseFileToSave(const juce::String&, const juce::File&, const juce::String&)
+{
+    return {};
+}
+
 void ConsoleInteraction::progress(const juce::String&, const juce::String&)
 {
 }

@@ -19,6 +19,10 @@ public:
     juce::String askText(const juce::String& title, const juce::String& prompt,
                          const juce::String& current) override;
     juce::File chooseFolder(const juce::String& title, const juce::File& start) override;
+    juce::File chooseFileToOpen(const juce::String& title, const juce::File& start,
+                                const juce::String& pattern) override;
+    juce::File chooseFileToSave(const juce::String& title, const juce::File& suggested,
+                                const juce::String& pattern) override;
     void progress(const juce::String& title, const juce::String& text) override;
 
     int numAlerts() const noexcept { return alerts; }

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ControlPage.h"
+
+namespace quorel
+{
+
+ControlPage::ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                         const EditorImages& editorImages)
+    : processor(pluginProcessor)
+    , host(editorHost)
+    , images(editorImages)
+{
+    setInterceptsMouseClicks(false, true);
+}
+
+int ControlPage::parameterOf(const juce::Component& component)
+{
+    const int number = component.getComponentID().getIntValue();
+    return number >= 1 && number < numParameterSlots ? number : 0;
+}
+
+void ControlPage::sliderValueChanged(juce::Slider* slider)
+{
+    if (const int parameter = parameterOf(*slider); parameter > 0)
+        processor.setParameterFromUi(parameter, static_cast<float>(slider->getValue()));
+}
+
+void ControlPage::sliderDragStarted(juce::Slider* slider)
+{
+    if (const int parameter = parameterOf(*slider); parameter > 0 && parameter < numHostParameters)
+        processor.beginParameterChangeGesture(parameter);
+}
+
+void ControlPage::sliderDragEnded(juce::Slider* slider)
+{
+    if (const int parameter = parameterOf(*slider); parameter > 0 && parameter < numHostParameters)
+        processor.endParameterChangeGesture(parameter);
+}
+
+void ControlPage::buttonClicked(juce::Button* button)
+{
+    if (const int parameter = parameterOf(*button); parameter > 0 && button->getClickingTogglesState())
+        processor.setParameterFromUi(parameter, button->getToggleState() ? 1.0f : 0.0f);
+}
+
+} // namespace quorel
