@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menu of a knob or fader: what a right click shows, and what its rows do. Message thread.
+#pragma once
+
+#include "engine/MenuEntries.h"
+
+namespace quorel
+{
+
+class PluginProcessor;
+
+namespace controlMenuId
+{
+constexpr int setToDefault = 3;
+constexpr int setToMinimum = 4;
+constexpr int setToMaximum = 5;
+constexpr int setToMid = 6;
+constexpr int setToRandom = 7;
+constexpr int increase = 8;
+constexpr int decrease = 9;
+constexpr int setValue = 10;
+constexpr int latchToMidi = 11;
+constexpr int unlatchMidi = 12;
+constexpr int setMidiController = 13;
+constexpr int clearMidi = 14;
+/** Rows that only tell something. */
+constexpr int information = 9999;
+} // namespace controlMenuId
+
+/** The rows for a parameter: its name, its text, its controller, then the commands. None for an index outside
+   1 to 1506: such a control has no menu. */
+MenuEntries controlMenu(PluginProcessor& processor, int parameter);
+
+/** Does what row `id` says. `defaultValue`, 0 to 1, is what a double click sets the control to. Ids that are
+    no command do nothing. "Set Value" and "Set Midi CC" ask the user and return with the answer. */
+void runControlMenuItem(PluginProcessor& processor, int parameter, float defaultValue, int id);
+
+} // namespace quorel
