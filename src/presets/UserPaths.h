@@ -16,6 +16,8 @@ constexpr const char* help = "Help Path";
 constexpr const char* ecs = "ECS Path";
 constexpr const char* pluginList = "Plug64 List";
 constexpr const char* pluginFolder = "x64 Path";
+/** Percent, such as "150". */
+constexpr const char* editorScale = "Editor Scale";
 } // namespace pathSetting
 
 /** The folders and files of an installation, as its installer wrote them to the user's settings. A

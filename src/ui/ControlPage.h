@@ -3,6 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "ui/EditorImages.h"
+#include "ui/EditorScale.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -24,6 +25,11 @@ public:
 
     /** The panel in front of everything. */
     virtual void showBackPanel() = 0;
+
+    /** Size of the editor in percent of its layout, one of `editorScales`; a choice is kept for the user and
+        takes effect at once. */
+    virtual int getScalePercent() const = 0;
+    virtual void setScalePercent(int percent) = 0;
 };
 
 /** A part of the editor with controls of its own, laid over it without taking clicks beside its controls. It

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/EditorScale.h"
+
+#include "presets/UserPaths.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace quorel
+{
+
+int readEditorScale(const UserStore& store)
+{
+    const auto text = store.read(pathSetting::key, pathSetting::editorScale);
+    const int wanted = text.isEmpty() ? defaultEditorScale : text.getIntValue();
+    return *std::min_element(editorScales.begin(), editorScales.end(),
+                             [wanted](int a, int b) { return std::abs(a - wanted) < std::abs(b - wanted); });
+}
+
+bool writeEditorScale(UserStore& store, int percent)
+{
+    return store.write(pathSetting::key, pathSetting::editorScale, juce::String(percent));
+}
+
+} // namespace quorel
