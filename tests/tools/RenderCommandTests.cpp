@@ -130,6 +130,25 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     EXPECT_LT(peak, 4.0f);
     EXPECT_TRUE(scratch.child("made.wav").hasIdenticalContentTo(scratch.child("kept.wav")));
 
+    // By its name, through the fades that a player hears.
+    const auto folder =
+        prefix->child("data/Ostrand/Quorel/Banks").getChildFile(juce::CharPointer_UTF8("\xc3\x89t\xc3\xa9"));
+    ASSERT_TRUE(folder.createDirectory() &&
+                scratch.child("made.qrl").copyFileTo(folder.getChildFile("Two Layers.qrl")));
+    juce::StringArray named(shape);
+    named.addArray({"--preset", folder.getFileName() + "/Two Layers", "-o", path("named.wav"),
+                    "--save-preset", path("named.qrl")});
+    outcome = render(named);
+    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    const auto namedWav = open("named.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
+    ASSERT_NE(namedWav, nullptr);
+    juce::AudioBuffer<float> namedSamples(2, static_cast<int>(namedWav->lengthInSamples));
+    namedWav->read(&namedSamples, 0, namedSamples.getNumSamples(), 0, true, true);
+    for (const int channel : {0, 1})
+        EXPECT_NEAR(namedSamples.getRMSLevel(channel, 0, namedSamples.getNumSamples()),
+                    samples.getRMSLevel(channel, 0, samples.getNumSamples()), 0.01f * peak)
+            << "the fade-in wasn't over, or another sound plays";
+
     // Other formats and block sizes, a tempo of one's own, an argument file.
     const auto arguments =
         scratch.write("sound.args", "# a comment\n\n--layer\n1=Zeph:Morning Pad\n--rate=48000\n");
@@ -263,6 +282,10 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
         {{"--input", text}, "no output"},
         {{midi, "-o", wav, "--preset", text}, "not a preset"},
         {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
+        {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in /"},
+        {{midi, "-o", wav, "--preset", "99 Default Preset/Init"}, "no preset \"99 Default Preset/Init\""},
+        {{midi, "-o", wav, "--preset", "Init"}, "FOLDER/NAME"},
+        {{midi, "-o", wav, "--preset", "../Banks/99 Default Preset/Default Preset"}, "FOLDER/NAME"},
         {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
         {{midi, "-o", wav, "--rate", "0"}, "--rate"},
         {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},

@@ -75,7 +75,7 @@ juce::Result render(PluginProcessor& processor, const RenderOptions& options, co
                     std::unique_ptr<SoundInput> input, SoundFile& file)
 {
     OfflineRender offline(processor, song, input.get(), options.rate, options.block);
-    if (const auto result = setUpSound(processor, options); result.failed())
+    if (const auto result = setUpSound(processor, offline, options); result.failed())
         return result;
     offline.settle();
     if (options.savePreset != juce::File())
@@ -97,9 +97,10 @@ juce::Result render(PluginProcessor& processor, const RenderOptions& options, co
 }
 
 /** The work without a song: a sound is put together and saved. */
-juce::Result saveOnly(PluginProcessor& processor, const RenderOptions& options)
+juce::Result saveOnly(PluginProcessor& processor, const RenderOptions& options, const MidiSong& silence)
 {
-    if (const auto result = setUpSound(processor, options); result.failed())
+    OfflineRender offline(processor, silence, nullptr, options.rate, options.block);
+    if (const auto result = setUpSound(processor, offline, options); result.failed())
         return result;
     return saveSound(processor, options.savePreset);
 }
@@ -144,7 +145,7 @@ juce::Result work(const RenderOptions& options)
             std::cout << type.name << std::endl;
     if (hasSong || hasInput)
         return render(*processor, options, song, std::move(input), *file);
-    return options.savePreset != juce::File() ? saveOnly(*processor, options) : juce::Result::ok();
+    return options.savePreset != juce::File() ? saveOnly(*processor, options, song) : juce::Result::ok();
 }
 
 int run(int argc, char** argv)

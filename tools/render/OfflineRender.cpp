@@ -46,15 +46,34 @@ OfflineRender::~OfflineRender()
     processor.setPlayHead(nullptr);
 }
 
+void OfflineRender::playEmptyBlock()
+{
+    buffer.clear();
+    midi.clear();
+    playHead.moveTo(0, false);
+    processor.processBlock(buffer, midi);
+}
+
+bool OfflineRender::playUntil(const std::function<bool()>& done, int timeoutMillis)
+{
+    // Fades are counted in blocks: many at a time make them short.
+    constexpr int blocksPerTurn = 16;
+    return pumpUntil(
+        [&]
+        {
+            for (int i = 0; i < blocksPerTurn && !done(); ++i)
+                playEmptyBlock();
+            return done();
+        },
+        timeoutMillis);
+}
+
 void OfflineRender::settle()
 {
     for (int millis = 0; millis < settleMillis; millis += settleSliceMillis)
     {
         pumpUntil([] { return false; }, settleSliceMillis);
-        buffer.clear();
-        midi.clear();
-        playHead.moveTo(0, false);
-        processor.processBlock(buffer, midi);
+        playEmptyBlock();
     }
 }
 

@@ -38,7 +38,11 @@ public:
                   int blockSize);
     ~OfflineRender();
 
-    /** Runs silent blocks with the transport stopped, so that loads and messages asked for take their effect
+    /** Runs empty blocks with the transport stopped, and the message loop by turns, until `done` or for the
+       time at most; true if it is done. */
+    bool playUntil(const std::function<bool()>& done, int timeoutMillis);
+
+    /** Runs empty blocks with the transport stopped, so that loads and messages asked for take their effect
        before the first note. */
     void settle();
 
@@ -48,6 +52,7 @@ public:
                      RenderReport& report);
 
 private:
+    void playEmptyBlock();
     void collectEvents(juce::int64 blockStart, int numSamples);
     void pumpIfDue();
 

@@ -2,6 +2,7 @@
 #include "RenderOptions.h"
 
 #include "engine/ParameterLayout.h"
+#include "presets/PresetFiles.h"
 
 #include <CLI/CLI.hpp>
 
@@ -85,6 +86,24 @@ juce::String problemOf(const RenderOptions& options)
 }
 } // namespace
 
+juce::Result parsePresetChoice(const juce::String& text, PresetChoice& choice)
+{
+    choice = {};
+    const auto file = absoluteFile(text.toStdString());
+    if (file.existsAsFile() || juce::File::isAbsolutePath(text) || text.endsWithIgnoreCase(presetFileEnding))
+    {
+        choice.file = file;
+        return juce::Result::ok();
+    }
+    choice.folder = text.upToFirstOccurrenceOf("/", false, false);
+    choice.name = text.fromFirstOccurrenceOf("/", false, false);
+    const bool isPreset =
+        choice.folder.isNotEmpty() && choice.name.isNotEmpty() && !choice.name.containsChar('/');
+    return isPreset ? juce::Result::ok()
+                    : juce::Result::fail("a preset is given as FOLDER/NAME or as a file, not as \"" + text +
+                                         "\", which is none of both");
+}
+
 juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice)
 {
     const auto number = text.upToFirstOccurrenceOf("=", false, false).trim();
@@ -121,7 +140,9 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
     app.add_option("-o,--output", output,
                    "Sound file to write; its ending, .wav or .flac, chooses the format");
     app.add_option("--preset", preset,
-                   "Sound to play: a state as a preset file or a host's project holds it");
+                   "Sound to play: \"FOLDER/NAME\" of a preset in the banks folder, or a file with a state\n"
+                   "as a preset file or a host's project holds it")
+        ->check([](const std::string& text) { return problemOf(parsePresetChoice, text); });
     app.add_option("--layer", layers,
                    "Instrument of a layer: N=INSTRUMENT or N=INSTRUMENT:PROGRAM, N from 1, the\n"
                    "program by number from 1 or by name; may be repeated")
@@ -189,7 +210,7 @@ bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options,
     options.midiFile = absoluteFile(midiFile);
     options.input = absoluteFile(input);
     options.output = absoluteFile(output);
-    options.preset = absoluteFile(preset);
+    parsePresetChoice(juce::String::fromUTF8(preset.c_str()), options.preset);
     options.savePreset = absoluteFile(savePreset);
     options.prefix = absoluteFile(prefix);
     options.layers = parseAll(parseLayerChoice, layers);

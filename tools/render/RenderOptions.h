@@ -30,6 +30,17 @@ struct ParameterChoice
     float value = 0.0f;
 };
 
+/** Where a sound comes from: a file, or folder and name of a preset in the user's banks folder. At most one
+   of the two is set. */
+struct PresetChoice
+{
+    juce::File file;
+    juce::String folder;
+    juce::String name;
+
+    bool isGiven() const { return file != juce::File() || name.isNotEmpty(); }
+};
+
 /** Everything that the command line says. */
 struct RenderOptions
 {
@@ -37,7 +48,7 @@ struct RenderOptions
     /** Goes into the effects in place of the layers. */
     juce::File input;
     juce::File output;
-    juce::File preset;
+    PresetChoice preset;
     juce::File savePreset;
     juce::File prefix;
     std::vector<LayerChoice> layers;
@@ -64,6 +75,10 @@ juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice);
 /** Reads a `--param` value: the last "=" parts name and value. A value is a number from 0 to 1, or a quotient
    such as 60.5/127. */
 juce::Result parseParameterChoice(const juce::String& text, ParameterChoice& choice);
+
+/** Reads a `--preset` value. What exists as a file, is an absolute path or ends like a preset file is a file;
+   anything else is "Folder/Name". */
+juce::Result parsePresetChoice(const juce::String& text, PresetChoice& choice);
 
 /** Reads the command line. True where there is work to do; otherwise `exitCode` is what the program ends
    with, help or a line on the standard error stream having been printed. */

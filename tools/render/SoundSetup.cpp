@@ -4,6 +4,7 @@
 #include "common/MessagePump.h"
 #include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
+#include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
 namespace quorel
@@ -13,15 +14,14 @@ namespace
 {
 constexpr int loadTimeoutMillis = 30000;
 
-juce::Result loadPreset(PluginProcessor& processor, const juce::File& file)
+/** Reads a preset and what it needs; the error names the file. */
+juce::Result readPreset(const juce::File& file, juce::MemoryBlock& bytes, StateChunk& chunk)
 {
     const auto cannot = [&](const char* what)
     { return juce::Result::fail(file.getFullPathName() + ": " + what); };
-    juce::MemoryBlock bytes;
     if (file.isDirectory() || !file.loadFileAsData(bytes))
         return juce::Result::fail("cannot read " + file.getFullPathName());
 
-    StateChunk chunk;
     switch (readStateChunk(bytes.getData(), bytes.getSize(), chunk))
     {
     case ChunkStatus::foreign:
@@ -31,12 +31,50 @@ juce::Result loadPreset(PluginProcessor& processor, const juce::File& file)
     case ChunkStatus::valid:
         break;
     }
-
-    processor.setStateInformation(bytes.getData(), static_cast<int>(bytes.getSize()));
-    for (int layer = 0; layer < numLayers; ++layer)
-        if (processor.getLayer(layer).isMissing())
-            return cannot("needs an instrument that is not here");
     return juce::Result::ok();
+}
+
+/** Fails where a layer that has an instrument in the preset has none now. */
+juce::Result checkInstruments(PluginProcessor& processor, const StateChunk& chunk, const juce::File& file)
+{
+    for (int layer = 0; layer < numLayers; ++layer)
+        if (chunk.layerSizes[static_cast<std::size_t>(layer)] != 0 &&
+            !processor.getLayer(layer).hasInstance())
+            return juce::Result::fail(file.getFullPathName() + ": needs an instrument that is not here");
+    return juce::Result::ok();
+}
+
+/** As a host restores its project: at once. */
+juce::Result restoreFile(PluginProcessor& processor, const juce::File& file)
+{
+    juce::MemoryBlock bytes;
+    StateChunk chunk;
+    if (const auto result = readPreset(file, bytes, chunk); result.failed())
+        return result;
+    processor.setStateInformation(bytes.getData(), static_cast<int>(bytes.getSize()));
+    return checkInstruments(processor, chunk, file);
+}
+
+/** As a player changes presets: fade out, load, settle, fade in. */
+juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, const PresetChoice& choice)
+{
+    const auto& banks = processor.getPaths().banksFolder;
+    const auto file = findPresetFile(banks, choice.folder, choice.name);
+    if (file == juce::File())
+        return juce::Result::fail("there is no preset \"" + choice.folder + "/" + choice.name + "\" in " +
+                                  (banks == juce::File() ? juce::String("the banks folder: none is set")
+                                                         : banks.getFullPathName()));
+
+    juce::MemoryBlock bytes;
+    StateChunk chunk;
+    if (const auto result = readPreset(file, bytes, chunk); result.failed())
+        return result;
+    const bool arrived =
+        processor.requestPresetLoad(choice.folder, choice.name) &&
+        offline.playUntil([&] { return !processor.getTransition().presetBusy.load(); }, loadTimeoutMillis);
+    if (!arrived)
+        return juce::Result::fail(file.getFullPathName() + ": the preset does not load");
+    return checkInstruments(processor, chunk, file);
 }
 
 /** Programs as the layer's menu numbers them, from 0. */
@@ -140,11 +178,16 @@ int findParameter(PluginProcessor& processor, const juce::String& nameOrIndex)
     return similar;
 }
 
-juce::Result setUpSound(PluginProcessor& processor, const RenderOptions& options)
+juce::Result setUpSound(PluginProcessor& processor, OfflineRender& offline, const RenderOptions& options)
 {
-    if (options.preset != juce::File())
-        if (const auto result = loadPreset(processor, options.preset); result.failed())
+    if (options.preset.isGiven())
+    {
+        const auto& file = options.preset.file;
+        const auto result = file != juce::File() ? restoreFile(processor, file)
+                                                 : changePreset(processor, offline, options.preset);
+        if (result.failed())
             return result;
+    }
 
     for (const auto& choice : options.layers)
         if (const auto result = chooseLayer(processor, choice); result.failed())

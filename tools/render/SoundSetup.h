@@ -3,6 +3,7 @@
 // meanwhile.
 #pragma once
 
+#include "OfflineRender.h"
 #include "RenderOptions.h"
 
 #include "engine/PluginProcessor.h"
@@ -10,10 +11,10 @@
 namespace quorel
 {
 
-/** Preset, then layers, effects, sends and parameters, each as given. The error names what is unknown or
- * can't be loaded.
- */
-juce::Result setUpSound(PluginProcessor& processor, const RenderOptions& options);
+/** Preset, then layers, effects, sends and parameters, each as given. A preset that is given by its name
+   takes the same road as one that a player chooses, for which `offline` plays empty blocks. The error names
+   what is unknown or can't be loaded. */
+juce::Result setUpSound(PluginProcessor& processor, OfflineRender& offline, const RenderOptions& options);
 
 /** Writes the processor's sound to a file, as a whole or not at all. */
 juce::Result saveSound(PluginProcessor& processor, const juce::File& file);
