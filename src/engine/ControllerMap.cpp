@@ -2,6 +2,7 @@
 #include "engine/ControllerMap.h"
 
 #include "engine/ParameterCodings.h"
+#include "presets/IntegerLines.h"
 
 namespace quorel
 {
@@ -55,10 +56,10 @@ void ControllerMap::assign(int parameter, const juce::String& controllerNumber)
 {
     const auto typed = controllerNumber.trim();
 
-    if (typed.isEmpty() || !typed.containsOnly("0123456789") || typed.length() > 3)
+    if (typed.isEmpty() || !typed.containsOnly("0123456789"))
         return;
 
-    const int controller = typed.getIntValue();
+    const int controller = integerOfLine(typed);
 
     if (controller >= numControllers)
         return;
@@ -76,10 +77,7 @@ void ControllerMap::clearEntries()
 void ControllerMap::clearControllerTable()
 {
     for (int controller = 0; controller < numControllers; ++controller)
-    {
         unbind(controller);
-        learnValues[static_cast<size_t>(controller)].store(0, std::memory_order_relaxed);
-    }
 }
 
 juce::StringArray ControllerMap::exportTable() const
@@ -96,7 +94,7 @@ void ControllerMap::importTable(const juce::StringArray& lines)
 {
     for (int controller = 0; controller < juce::jmin(numControllers, lines.size()); ++controller)
         parameters.writeParameter(slot::controllerMap + controller,
-                                  encodeParamInt(lines[controller].getIntValue()));
+                                  encodeParamInt(integerOfLine(lines[controller])));
 }
 
 } // namespace quorel

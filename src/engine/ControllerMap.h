@@ -6,7 +6,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <array>
 #include <atomic>
 
 namespace quorel
@@ -38,13 +37,13 @@ public:
     void assign(int parameter, const juce::String& controllerNumber);
     /** Unbinds all controllers, by storing 0. */
     void clearEntries();
-    /** Unbinds all controllers, by storing the encoded 0, and clears the learn values. */
+    /** Unbinds all controllers, by storing the encoded 0. */
     void clearControllerTable();
 
     /** 128 decimal integers: the parameters bound to controllers 0 to 127. */
     juce::StringArray exportTable() const;
-    /** Reads what `exportTable` wrote. Entries past 128 are ignored, missing ones leave theirs as they are.
-     */
+    /** Reads what `exportTable` wrote. Entries past 128 are ignored, missing ones leave theirs as they are;
+        text that is no integer unbinds. */
     void importTable(const juce::StringArray& lines);
 
     /** The parameter that waits for its controller; 0 for none. Any thread. */
@@ -55,7 +54,6 @@ private:
 
     ParameterAccess& parameters;
     std::atomic<int> learnTarget{0};
-    std::array<std::atomic<int>, numControllers> learnValues{};
 };
 
 } // namespace quorel

@@ -157,6 +157,9 @@ public:
 
     MultiControls& multiControls() override { return multi; }
 
+    /** File name of the controller table in use, ending included; empty for none. Message thread. */
+    juce::String ecsName;
+
     //==========================================================================================================
     // Layers and instruments
 

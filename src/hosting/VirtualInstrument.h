@@ -92,6 +92,13 @@ public:
      * values. */
     void resetEasyMapping();
 
+    /** Replaces `lines` by the twelve hosted parameter numbers of the Easy mapping. None for an instrument
+       outside the table. */
+    void saveEasyMapping(juce::StringArray& lines) const;
+    /** Maps the Easy controls to the hosted parameter numbers in the first twelve lines; each takes over its
+       new parameter's value. Text that is no number unmaps its control. */
+    void loadEasyMapping(const juce::StringArray& lines);
+
     /** Name of the hosted parameter behind Easy parameter `easy` (0 to 11), at most 15 characters; "Easy 1"
         and so on without an instrument, and the number of the slot for a mapping that leads nowhere. Any
         thread. */

@@ -6,6 +6,7 @@
 #include "hosting/HostedParameters.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/VirtualInstrument.h"
+#include "presets/IntegerLines.h"
 
 namespace quorel
 {
@@ -91,6 +92,25 @@ void VirtualInstrument::resetEasyMapping()
         return;
 
     writeEasyMapping(rowOf(pluginName));
+    needsDisplayUpdate.store(true);
+}
+
+void VirtualInstrument::saveEasyMapping(juce::StringArray& lines) const
+{
+    lines.clear();
+
+    if (rowOf(pluginName) < 0)
+        return;
+
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+        lines.add(juce::String(decodeParamInt(read(layerSlot::easyMapping + easy))));
+}
+
+void VirtualInstrument::loadEasyMapping(const juce::StringArray& lines)
+{
+    for (int easy = 0; easy < juce::jmin(numEasyParameters, lines.size()); ++easy)
+        write(layerSlot::easyMapping + easy, encodeParamInt(integerOfLine(lines[easy])));
+
     needsDisplayUpdate.store(true);
 }
 
