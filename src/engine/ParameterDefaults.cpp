@@ -66,6 +66,7 @@ void PluginProcessor::resetNames()
 void PluginProcessor::resetLayer(int layer)
 {
     layerNeedsAttention[static_cast<size_t>(layer)].store(false);
+    getLayer(layer).forgetMissingState();
     const auto write = [&](int n, float value) { setParameter(layerParameter(layer, n), value); };
 
     for (int i = 0; i < slot::nameTextLength; ++i)

@@ -232,6 +232,7 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
     }
 
     clearMissing();
+    forgetMissingState();
     pluginName = description.name;
     pluginFile = juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier);
     layoutName.clear();

@@ -131,6 +131,15 @@ public:
     void setMissing(const juce::String& name);
     void clearMissing();
 
+    /** Keeps the state of an instrument that a sound asks for and that isn't to be had here, so that saving
+       the sound gives it back. A load or the layer's reset forgets it. */
+    void keepMissingState(const juce::MemoryBlock& state) { missingState = state; }
+
+    void forgetMissingState() { missingState.reset(); }
+
+    /** Empty for none. */
+    const juce::MemoryBlock& getMissingState() const noexcept { return missingState; }
+
     /** Bytes that this layer declares in a state chunk: the state's size as it was at load. */
     int getChunkSize() const noexcept { return chunkSize; }
 
@@ -193,6 +202,7 @@ private:
     juce::PluginDescription pendingDescription;
     juce::String missingPluginName;
     bool pluginMissing = false;
+    juce::MemoryBlock missingState;
     bool drumInstrument = false;
 
     /** Timer ticks, -1 when idle. */

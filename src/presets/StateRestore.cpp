@@ -50,6 +50,9 @@ void loadNamedInstrument(PluginProcessor& processor, int layer)
 
     if (!found)
     {
+        if (instrument.hasInstance())
+            instrument.unloadPlugin();
+
         processor.userInteraction().alert({}, "Cant find plugin " + name);
         instrument.setMissing(name);
     }
@@ -62,9 +65,28 @@ void restoreInstruments(PluginProcessor& processor, const StateChunk& chunk)
         auto& instrument = processor.getLayer(layer);
 
         if (chunk.layerSizes[static_cast<size_t>(layer)] != 0)
+        {
             loadNamedInstrument(processor, layer);
-        else if (instrument.hasInstance() && !instrument.isUnloadPending())
+            continue;
+        }
+
+        instrument.clearMissing();
+
+        if (instrument.hasInstance() && !instrument.isUnloadPending())
             instrument.unloadPlugin();
+    }
+}
+
+/** What can't be played here must not be lost when the sound is saved again. */
+void keepStatesOfMissingInstruments(PluginProcessor& processor, const StateChunk& chunk)
+{
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        auto& instrument = processor.getLayer(layer);
+        instrument.forgetMissingState();
+
+        if (!instrument.hasInstance())
+            instrument.keepMissingState(chunk.hostedStates[static_cast<size_t>(layer)]);
     }
 }
 
@@ -130,8 +152,18 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
     {
         const InstanceAccess::Use plugin(processor.getLayer(layer).instanceAccess());
 
-        if (plugin && chunk.layerSizes[static_cast<size_t>(layer)] != 0)
-            plugin->getStateInformation(chunk.hostedStates[static_cast<size_t>(layer)]);
+        auto& state = chunk.hostedStates[static_cast<size_t>(layer)];
+        auto& declaredSize = chunk.layerSizes[static_cast<size_t>(layer)];
+
+        if (plugin && declaredSize != 0)
+        {
+            plugin->getStateInformation(state);
+        }
+        else if (!plugin)
+        {
+            state = processor.getLayer(layer).getMissingState();
+            declaredSize = static_cast<int>(state.getSize());
+        }
     }
 
     writeStateChunk(chunk, destination);
@@ -178,6 +210,7 @@ void restoreState(PluginProcessor& processor, const void* data, size_t size)
         restoreHostedStates(processor, chunk);
     }
 
+    keepStatesOfMissingInstruments(processor, chunk);
     copyIntoTable(processor, chunk);
     applyParameters(processor, chunk);
 
