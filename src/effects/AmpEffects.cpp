@@ -73,21 +73,16 @@ void setToneStack(FxSlot& slot)
     setSvfB(slot, trebleCut, 0.0f, slot.sampleRate);
 }
 
-float ampTone(float in, const FxSlot& slot, SvfState& low, SvfState& high, const SvfBanks& svf)
+/** Bass and treble of a block in place; pick() takes of the second filter what "Treble" works on. */
+template <typename Pick>
+void runToneStack(SvfBanks& banks, float bass, float treble, float boost, Pick pick, float* left,
+                  float* right, int num)
 {
-    svfTick(low, in, svf.svfF, svf.svfQ);
-    const float l2 = in + (slot.ampBass - 1.0f) * svfLowPass(low);
-    svfTick(high, l2, svf.svfBF, svf.svfQ);
-    return ((slot.ampTreble - 1.0f) * svfHighPass(high) + l2) * slot.ampBoost + fxTiny;
-}
-
-// Here "Treble" works below 4 kHz, not above.
-float cabinetTone(float in, const FxSlot& slot, SvfState& low, SvfState& high, const SvfBanks& svf)
-{
-    svfTick(low, in, svf.svfF, svf.svfQ);
-    const float l2 = in + (slot.cabBass - 1.0f) * svfLowPass(low);
-    svfTick(high, l2, svf.svfBF, svf.svfQ);
-    return ((slot.cabTreble - 1.0f) * svfLowPass(high) + l2) * slot.cabBoost + fxTiny;
+    svfSeries(
+        banks, left, right, num,
+        [=](FloatPair in, const SvfRun& low) { return in + (bass - 1.0f) * low.lowPass(); },
+        [=](FloatPair in, const SvfRun& high)
+        { return ((treble - 1.0f) * pick(high) + in) * boost + fxTiny; });
 }
 
 /** Runs a chunk through a cabinet; its ring is laid out in a line first, so that nothing wraps. Each entry
@@ -140,8 +135,6 @@ void ampUpdate(FxSlot& slot)
 
 void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    SvfBanks svf = slot;
-
     if (slot.ampType != 0)
     {
         const float* row = ampTaps[slot.ampType];
@@ -162,13 +155,8 @@ void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, fl
     driveCurve(wetLeft, slot.ampDrive, wetLeft, num);
     driveCurve(wetRight, slot.ampDrive, wetRight, num);
 
-    for (int t = 0; t < num; ++t)
-    {
-        wetLeft[t] = ampTone(wetLeft[t], slot, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = ampTone(wetRight[t], slot, svf.svfR, svf.svfBR, svf);
-    }
-
-    static_cast<SvfBanks&>(slot) = svf;
+    const auto treble = [](const SvfRun& svf) { return svf.highPass(); };
+    runToneStack(slot, slot.ampBass, slot.ampTreble, slot.ampBoost, treble, wetLeft, wetRight, num);
 }
 
 void cabinetUpdate(FxSlot& slot)
@@ -184,8 +172,6 @@ void cabinetUpdate(FxSlot& slot)
 
 void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    SvfBanks svf = slot;
-
     if (slot.cabType == 0 || slot.cabType == 4)
     {
         std::copy(x, x + num, wetLeft);
@@ -199,12 +185,8 @@ void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
     driveCurve(wetLeft, slot.cabDrive, wetLeft, num);
     driveCurve(wetRight, slot.cabDrive, wetRight, num);
 
-    for (int t = 0; t < num; ++t)
-    {
-        wetLeft[t] = cabinetTone(wetLeft[t], slot, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = cabinetTone(wetRight[t], slot, svf.svfR, svf.svfBR, svf);
-    }
-
-    static_cast<SvfBanks&>(slot) = svf;
+    // Here "Treble" works below 4 kHz, not above.
+    const auto treble = [](const SvfRun& svf) { return svf.lowPass(); };
+    runToneStack(slot, slot.cabBass, slot.cabTreble, slot.cabBoost, treble, wetLeft, wetRight, num);
 }
 } // namespace quorel

@@ -5,6 +5,7 @@
 #include "effects/EffectMath.h"
 #include "effects/FxSlot.h"
 #include "effects/Lfo.h"
+#include "effects/QuadMath.h"
 
 namespace quorel
 {
@@ -28,20 +29,29 @@ float ringOscillator(int type, float phase)
     }
 }
 
-/** Parabola that bends into +-1. */
-float finalCurve(float c)
+/** Calls `shape` with every four samples of a run, and with what is left over in the first lanes. */
+template <typename Shape>
+void forQuads(const float* in, float* out, int num, Shape shape)
 {
-    const float m = std::abs(c);
-    const float y = m > 1.0f ? 1.0f : (3.0f * m - m * m) * 0.5f + fxTiny;
-    return c < 0.0f ? -y : y;
+    int t = 0;
+    for (; t + 4 <= num; t += 4)
+        storeQuad(out + t, shape(loadQuad(in + t)));
+
+    if (t < num)
+    {
+        float rest[4] = {};
+        std::copy(in + t, in + num, rest);
+        storeQuad(rest, shape(loadQuad(rest)));
+        std::copy(rest, rest + (num - t), out + t);
+    }
 }
 
-float distortSample(float in, const DistortionFields& f, SvfState& state, const SvfBanks& svf)
+/** Parabola that bends into +-1. */
+Quad finalCurve(Quad c)
 {
-    svfTick(state, driveCurve(in, f.distSat), svf.svfF, svf.svfQ);
-    float b = svfBandPass(state);
-    b = b * (b < 0.0f ? f.distRect : 1.0f);
-    return finalCurve(f.distPost * std::min(std::max(b, -f.distLimit), f.distLimit));
+    const Quad m = magnitude(c);
+    const Quad y = m > 1.0f ? quadOf(1.0f) : (3.0f * m - m * m) * 0.5f + fxTiny;
+    return c < 0.0f ? -y : y;
 }
 
 enum MultiDistortType
@@ -60,122 +70,98 @@ enum MultiDistortType
     mdSquare
 };
 
-/** Curve of "Multi Distort"; what depends on the two amounts alone is worked out once. */
-class MultiCurve
+/** Curves of "Multi Distort" with amounts a and b; in and out may be the same. What depends on the amounts
+   alone is worked out once. */
+void multiCurve(int type, float a, float b, const float* in, float* out, int num)
 {
-public:
-    explicit MultiCurve(const DistortionFields& f)
-        : type(f.mdType)
-        , a(f.mdAmount1)
+    const Quad one = quadOf(1.0f);
+
+    switch (type)
     {
-        switch (type)
-        {
-        case mdAtan:
-            t = std::exp2(5.0f * a) - 0.99f;
-            u = std::atan(t);
-            break;
-        case mdCos:
-            t = std::exp2(5.0f * a) - 1.0f;
-            break;
-        case mdCross:
-            t = a * 0.2f;
-            break;
-        case mdFoldover:
-            t = 1.0f - a * 0.99f;
-            break;
-        case mdFuzz:
-            t = std::exp2(4.0f * f.mdAmount2) - 1.0f;
-            break;
-        case mdLimiter:
-            t = std::exp2(-6.0f * a);
-            break;
-        case mdOverdrive:
-            t = std::exp2(6.0f * a) - 1.0f;
-            break;
-        case mdPower:
-            u = a * 0.999f;
-            t = 2.0f * u / (1.0f - u);
-            break;
-        case mdSaturator:
-            t = std::exp2(4.0f * a) - 1.0f;
-            break;
-        default:
-            break;
-        }
-    }
-
-    float operator()(float x) const
+    case mdAtan:
     {
-        const float size = std::abs(x);
-
-        switch (type)
-        {
-        case mdAtan:
-            return size < 0.001f ? 0.0f : std::atan(x * t) / u + fxTiny;
-        case mdCos:
-            return x * std::cos(x * t * 3.14159f);
-        case mdCross:
-        {
-            const float m = size - t;
-            return std::copysign(1.0f, x) * (m < 0.0f ? m * 2.0f : m);
-        }
-        case mdFoldover:
-        {
-            const float z = x - t;
-            const float r = z - std::trunc(z / (4.0f * t)) * 4.0f * t;
-            return (std::abs(std::abs(r) - 2.0f * t) - t) / t;
-        }
-        case mdFuzz:
-            return x + std::sin(x * t * 3.14159f) * (a - x * x * a);
-        case mdLimiter:
-            return std::min(std::max(x / t, -1.0f), 1.0f);
-        case mdOverdrive:
-            return (size + t) * x / ((t - 1.0f) * size + x * x + 1.0f);
-        case mdPower:
-            return (t + 1.0f) * x / (size * t + 1.0f);
-        case mdRectifier:
-            return x >= 0.0f ? x : x * (1.0f - 2.0f * a);
-        case mdSaturator:
-        {
-            const float v = x * t + fxTiny;
-            return (x + v) / (std::abs(v) + 1.0f) + fxTiny;
-        }
-        case mdSquare:
-            return x >= 0.0f ? 1.0f : -1.0f;
-        default:
-            return x;
-        }
+        const float t = std::exp2(5.0f * a) - 0.99f;
+        const float u = std::atan(t);
+        return forQuads(in, out, num,
+                        [=](Quad x)
+                        { return magnitude(x) < 0.001f ? quadOf(0.0f) : arctangent(x * t) / u + fxTiny; });
     }
-
-private:
-    const int type;
-    const float a;
-    float t = 0.0f, u = 0.0f;
-};
-
-float followEnvelope(float env, float x)
-{
-    return std::max(env * 0.98f + std::abs(x) * 0.02f, 0.001f);
+    case mdCos:
+    {
+        const float t = std::exp2(5.0f * a) - 1.0f;
+        return forQuads(in, out, num, [=](Quad x) { return x * cosine(x * t * 3.14159f); });
+    }
+    case mdCross:
+    {
+        const float t = a * 0.2f;
+        return forQuads(in, out, num,
+                        [=](Quad x)
+                        {
+                            const Quad m = magnitude(x) - t;
+                            return signedBy(m < 0.0f ? m * 2.0f : m, x);
+                        });
+    }
+    case mdFoldover:
+    {
+        const float t = 1.0f - a * 0.99f;
+        return forQuads(in, out, num,
+                        [=](Quad x)
+                        {
+                            const Quad z = x - t;
+                            const Quad r = z - truncated(z / (4.0f * t)) * 4.0f * t;
+                            return (magnitude(magnitude(r) - 2.0f * t) - t) / t;
+                        });
+    }
+    case mdFuzz:
+    {
+        const float t = std::exp2(4.0f * b) - 1.0f;
+        return forQuads(in, out, num, [=](Quad x) { return x + sine(x * t * 3.14159f) * (a - x * x * a); });
+    }
+    case mdLimiter:
+    {
+        const float t = std::exp2(-6.0f * a);
+        return forQuads(in, out, num, [=](Quad x) { return heldTo(x / t, -one, one); });
+    }
+    case mdOverdrive:
+    {
+        const float t = std::exp2(6.0f * a) - 1.0f;
+        return forQuads(in, out, num,
+                        [=](Quad x)
+                        {
+                            const Quad size = magnitude(x);
+                            return (size + t) * x / ((t - 1.0f) * size + x * x + 1.0f);
+                        });
+    }
+    case mdPower:
+    {
+        const float k = a * 0.999f;
+        const float g = 2.0f * k / (1.0f - k);
+        return forQuads(in, out, num, [=](Quad x) { return (g + 1.0f) * x / (magnitude(x) * g + 1.0f); });
+    }
+    case mdRectifier:
+        return forQuads(in, out, num, [=](Quad x) { return x >= 0.0f ? x : x * (1.0f - 2.0f * a); });
+    case mdSaturator:
+    {
+        const float t = std::exp2(4.0f * a) - 1.0f;
+        return forQuads(in, out, num,
+                        [=](Quad x)
+                        {
+                            const Quad v = x * t + fxTiny;
+                            return (x + v) / (magnitude(v) + 1.0f) + fxTiny;
+                        });
+    }
+    case mdSquare:
+        return forQuads(in, out, num, [=](Quad x) { return x >= 0.0f ? one : -one; });
+    default:
+        std::copy(in, in + num, out);
+    }
 }
 
-float multiDistortSample(float in, const MultiCurve& curve, const DistortionFields& f, float& envIn,
-                         float& envOut, SvfState& low, SvfState& high, const SvfBanks& svf)
+Quad waveshape(Quad in, const DistortionFields& f)
 {
-    envIn = followEnvelope(envIn, in);
-    float y = curve(std::min(std::max(f.mdPre * in, -1.0f), 1.0f));
-    envOut = followEnvelope(envOut, y);
-
-    const float n = f.mdNormalize;
-    y = y * (n * envIn / envOut + (1.0f - n));
-    svfTick(low, y, svf.svfF, svf.svfQ);
-    svfTick(high, svfLowPass(low), svf.svfBF, svf.svfQ);
-    return std::min(std::max(f.mdPost * svfHighPass(high), -1.0f), 1.0f);
-}
-
-float waveshape(float in, const DistortionFields& f)
-{
-    const bool top = in > 0.0f;
-    return in * (top ? 1.0f : f.wsRect) * std::cos(in * 6.28318f * (top ? f.wsTop : f.wsBottom));
+    const QuadIndex top = in > 0.0f;
+    const Quad depth = top ? quadOf(f.wsTop) : quadOf(f.wsBottom);
+    return in * (top ? quadOf(1.0f) : quadOf(f.wsRect)) * cosine(in * 6.28318f * depth);
 }
 } // namespace
 
@@ -225,21 +211,36 @@ void distortUpdate(FxSlot& slot)
 
 void distortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    const DistortionFields f = slot;
-    SvfBanks svf = slot;
-    std::uint32_t count = slot.sampleCount;
+    const DistortionFields& f = slot;
+    SvfSetting settings[fxChunk];
+    svfSettings(slot, slot.sampleCount, 16, settings, num,
+                [&slot](int)
+                {
+                    setSvf(slot, clampUnit(slot.distModWheelAmt * slot.modWheel + slot.distTone),
+                           slot.distEmp, 0.0f, slot.sampleRate);
+                });
+
+    driveCurve(x, f.distSat, wetLeft, num);
+    driveCurve(y, f.distSat, wetRight, num);
+    SvfRun svf(slot.svfA);
 
     for (int t = 0; t < num; ++t)
     {
-        if ((++count & 15) == 0)
-            setSvf(svf, clampUnit(f.distModWheelAmt * slot.modWheel + f.distTone), f.distEmp, 0.0f,
-                   slot.sampleRate);
-
-        wetLeft[t] = distortSample(x[t], f, svf.svfL, svf);
-        wetRight[t] = distortSample(y[t], f, svf.svfR, svf);
+        svf.tick(pairOf(wetLeft[t], wetRight[t]), settings[t]);
+        const FloatPair band = svf.bandPass();
+        wetLeft[t] = band[0];
+        wetRight[t] = band[1];
     }
 
-    static_cast<SvfBanks&>(slot) = svf;
+    svf.store();
+
+    const auto shape = [&f](Quad b)
+    {
+        b = b * (b < 0.0f ? quadOf(f.distRect) : quadOf(1.0f));
+        return finalCurve(f.distPost * heldTo(b, quadOf(-f.distLimit), quadOf(f.distLimit)));
+    };
+    forQuads(wetLeft, wetLeft, num, shape);
+    forQuads(wetRight, wetRight, num, shape);
 }
 
 void multiDistortUpdate(FxSlot& slot)
@@ -258,18 +259,38 @@ void multiDistortUpdate(FxSlot& slot)
 void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
                          int num)
 {
-    DistortionFields f = slot;
-    SvfBanks svf = slot;
-    const MultiCurve curve(f);
+    const DistortionFields& f = slot;
+    const auto boosted = [&f](Quad in) { return heldTo(f.mdPre * in, quadOf(-1.0f), quadOf(1.0f)); };
+    forQuads(x, wetLeft, num, boosted);
+    forQuads(y, wetRight, num, boosted);
+    multiCurve(f.mdType, f.mdAmount1, f.mdAmount2, wetLeft, wetLeft, num);
+    multiCurve(f.mdType, f.mdAmount1, f.mdAmount2, wetRight, wetRight, num);
+
+    const float n = f.mdNormalize, post = f.mdPost;
+    Quad envelopes = {f.mdEnvInL, f.mdEnvInR, f.mdEnvOutL, f.mdEnvOutR};
 
     for (int t = 0; t < num; ++t)
     {
-        wetLeft[t] = multiDistortSample(x[t], curve, f, f.mdEnvInL, f.mdEnvOutL, svf.svfL, svf.svfBL, svf);
-        wetRight[t] = multiDistortSample(y[t], curve, f, f.mdEnvInR, f.mdEnvOutR, svf.svfR, svf.svfBR, svf);
+        const Quad levels = magnitude(Quad{x[t], y[t], wetLeft[t], wetRight[t]});
+        envelopes = larger(envelopes * 0.98f + levels * 0.02f, quadOf(0.001f));
+        const Quad gain =
+            n * envelopes / __builtin_shufflevector(envelopes, envelopes, 2, 3, 2, 3) + (1.0f - n);
+        wetLeft[t] = wetLeft[t] * gain[0];
+        wetRight[t] = wetRight[t] * gain[1];
     }
 
-    static_cast<DistortionFields&>(slot) = f;
-    static_cast<SvfBanks&>(slot) = svf;
+    slot.mdEnvInL = envelopes[0];
+    slot.mdEnvInR = envelopes[1];
+    slot.mdEnvOutL = envelopes[2];
+    slot.mdEnvOutR = envelopes[3];
+
+    svfSeries(
+        slot, wetLeft, wetRight, num, [](FloatPair, const SvfRun& low) { return low.lowPass(); },
+        [](FloatPair, const SvfRun& high) { return high.highPass(); });
+
+    const auto finished = [=](Quad v) { return heldTo(post * v, quadOf(-1.0f), quadOf(1.0f)); };
+    forQuads(wetLeft, wetLeft, num, finished);
+    forQuads(wetRight, wetRight, num, finished);
 }
 
 void lowFiUpdate(FxSlot& slot)
@@ -284,35 +305,39 @@ void lowFiUpdate(FxSlot& slot)
 
 void lowFiProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    DistortionFields f = slot;
-    SvfBanks svf = slot;
-    std::uint32_t count = slot.sampleCount;
+    DistortionFields& f = slot;
+    SvfSetting settings[fxChunk];
+    svfSettings(slot, slot.sampleCount, 16, settings, num,
+                [&slot](int)
+                {
+                    const float v = clampUnit(slot.lofiModWheelAmt * slot.modWheel + slot.lofiCut);
+                    slot.lofiCutSmooth = slot.lofiCutSmooth * 0.9f + v * 0.100000024f + fxTiny;
+                    setSvf(slot, clampUnit(slot.lofiCutSmooth), 0.1f, 0.0f, slot.sampleRate);
+                });
+
+    // A new sample is taken at each multiple of the hold. The count's turn at 2^32 is one, whatever the hold.
+    const auto hold = static_cast<std::uint32_t>(f.lofiHold);
+    std::uint32_t count = slot.sampleCount, remainder = count % hold;
+    float heldL = f.lofiHoldL, heldR = f.lofiHoldR;
 
     for (int t = 0; t < num; ++t)
     {
         ++count;
-
-        if ((count & 15) == 0)
-        {
-            const float v = clampUnit(f.lofiModWheelAmt * slot.modWheel + f.lofiCut);
-            f.lofiCutSmooth = f.lofiCutSmooth * 0.9f + v * 0.100000024f + fxTiny;
-            setSvf(svf, clampUnit(f.lofiCutSmooth), 0.1f, 0.0f, slot.sampleRate);
-        }
-
-        if (count % static_cast<std::uint32_t>(f.lofiHold) == 0)
-        {
-            f.lofiHoldL = x[t];
-            f.lofiHoldR = y[t];
-        }
-
-        svfTick(svf.svfL, std::trunc(f.lofiLevels * f.lofiHoldL) * f.lofiInvLevels, svf.svfF, svf.svfQ);
-        svfTick(svf.svfR, std::trunc(f.lofiLevels * f.lofiHoldR) * f.lofiInvLevels, svf.svfF, svf.svfQ);
-        wetLeft[t] = svfLowPass(svf.svfL);
-        wetRight[t] = svfLowPass(svf.svfR);
+        remainder = remainder + 1 == hold || count == 0 ? 0 : remainder + 1;
+        heldL = remainder == 0 ? x[t] : heldL;
+        heldR = remainder == 0 ? y[t] : heldR;
+        wetLeft[t] = heldL;
+        wetRight[t] = heldR;
     }
 
-    static_cast<DistortionFields&>(slot) = f;
-    static_cast<SvfBanks&>(slot) = svf;
+    f.lofiHoldL = heldL;
+    f.lofiHoldR = heldR;
+
+    const float levels = f.lofiLevels, invLevels = f.lofiInvLevels;
+    const auto quantised = [=](Quad in) { return truncated(levels * in) * invLevels; };
+    forQuads(wetLeft, wetLeft, num, quantised);
+    forQuads(wetRight, wetRight, num, quantised);
+    svfLowPass(slot.svfA, settings, wetLeft, wetRight, num);
 }
 
 void waveshaperUpdate(FxSlot& slot)
@@ -328,26 +353,23 @@ void waveshaperUpdate(FxSlot& slot)
 
 void waveshaperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    DistortionFields f = slot;
-    SvfBanks svf = slot;
-    std::uint32_t count = slot.sampleCount;
+    const DistortionFields& f = slot;
+    const std::uint32_t phase = slot.wsPhase;
+    SvfSetting settings[fxChunk];
+    svfSettings(slot, slot.sampleCount, 4, settings, num,
+                [&slot, phase](int t)
+                {
+                    const std::uint32_t now =
+                        lfoAdvance(phase, slot.wsInc * (static_cast<std::uint32_t>(t) + 1));
+                    setSvf(slot, clampUnit(slot.sineBipolar[now >> 8] * slot.wsModAmt + slot.wsLow), 0.1f,
+                           0.0f, slot.sampleRate);
+                });
+    slot.wsPhase = lfoAdvance(phase, slot.wsInc * static_cast<std::uint32_t>(num));
 
-    for (int t = 0; t < num; ++t)
-    {
-        f.wsPhase = lfoAdvance(f.wsPhase, f.wsInc);
-
-        if ((++count & 3) == 0)
-            setSvf(svf, clampUnit(slot.sineBipolar[f.wsPhase >> 8] * f.wsModAmt + f.wsLow), 0.1f, 0.0f,
-                   slot.sampleRate);
-
-        svfTick(svf.svfL, waveshape(x[t], f), svf.svfF, svf.svfQ);
-        svfTick(svf.svfR, waveshape(y[t], f), svf.svfF, svf.svfQ);
-        wetLeft[t] = svfLowPass(svf.svfL);
-        wetRight[t] = svfLowPass(svf.svfR);
-    }
-
-    static_cast<DistortionFields&>(slot) = f;
-    static_cast<SvfBanks&>(slot) = svf;
+    const auto shape = [&f](Quad in) { return waveshape(in, f); };
+    forQuads(x, wetLeft, num, shape);
+    forQuads(y, wetRight, num, shape);
+    svfLowPass(slot.svfA, settings, wetLeft, wetRight, num);
 }
 
 void clipperUpdate(FxSlot& slot)
@@ -368,23 +390,29 @@ void clipperUpdate(FxSlot& slot)
 
 void clipperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    SvfBanks svf = slot;
-    ToneFilter tone = slot;
-    const float drive = slot.clipDrive, lower = -slot.clipLower, upper = slot.clipUpper, post = slot.clipPost;
+    const Pair frequency = pairOf(slot.svfF), resonance = pairOf(slot.svfQ);
+    const float drive = slot.clipDrive;
+    const Quad lower = quadOf(-slot.clipLower), upper = quadOf(slot.clipUpper);
+    SvfRun svf(slot.svfA);
+    ToneRun tone(slot);
 
     for (int t = 0; t < num; ++t)
     {
-        svfTick(svf.svfL, x[t], svf.svfF, svf.svfQ);
-        svfTick(svf.svfR, y[t], svf.svfF, svf.svfQ);
-        float l = std::min(std::max(svfHighPass(svf.svfL) * drive, lower), upper);
-        float r = std::min(std::max(svfHighPass(svf.svfR) * drive, lower), upper);
-        toneLowPass(tone, l, r);
-        toneHighPass(tone, l, r);
-        wetLeft[t] = l * post;
-        wetRight[t] = r * post;
+        svf.tick(pairOf(x[t], y[t]), frequency, resonance);
+        const FloatPair high = svf.highPass();
+        const Quad clipped = heldTo(Quad{high[0], high[1], 0.0f, 0.0f} * drive, lower, upper);
+        const Quad out = tone.tick(clipped);
+        wetLeft[t] = out[0];
+        wetRight[t] = out[1];
     }
 
-    static_cast<SvfBanks&>(slot) = svf;
-    static_cast<ToneFilter&>(slot) = tone;
+    svf.store();
+    tone.store();
+
+    for (int t = 0; t < num; ++t)
+    {
+        wetLeft[t] = wetLeft[t] * slot.clipPost;
+        wetRight[t] = wetRight[t] * slot.clipPost;
+    }
 }
 } // namespace quorel

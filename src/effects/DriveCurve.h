@@ -2,6 +2,7 @@
 #pragma once
 
 #include "effects/EffectMath.h"
+#include "effects/Quad.h"
 
 namespace quorel
 {
@@ -14,10 +15,21 @@ inline float driveCurve(float x, float d)
     return std::min(std::max(y, -1.0f), 1.0f) + fxTiny;
 }
 
+inline Quad driveCurve(Quad x, float d)
+{
+    const Quad t = x * d + fxTiny;
+    const Quad y = (t + x) / (1.0f + magnitude(t));
+    return smaller(larger(y, quadOf(-1.0f)), quadOf(1.0f)) + fxTiny;
+}
+
 /** The same for a run of samples. */
 inline void driveCurve(const float* in, float d, float* out, int num)
 {
-    for (int t = 0; t < num; ++t)
+    int t = 0;
+    for (; t + 4 <= num; t += 4)
+        storeQuad(out + t, driveCurve(loadQuad(in + t), d));
+
+    for (; t < num; ++t)
         out[t] = driveCurve(in[t], d);
 }
 } // namespace quorel

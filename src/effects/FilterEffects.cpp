@@ -121,38 +121,45 @@ void wahWahDelayUpdate(FxSlot& slot)
 void wahWahDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
                         int num)
 {
-    FilterFields f = slot;
-    SvfBanks svf = slot;
-    std::uint32_t sampleCount = slot.sampleCount, writeCount = slot.writeCount;
+    FilterFields& f = slot;
+    const std::uint32_t phase = f.wahPhase;
+    SvfSetting settings[fxChunk];
+    float distances[fxChunk];
+    int filled = 0;
+
+    svfSettings(slot, slot.sampleCount, 4, settings, num,
+                [&](int t)
+                {
+                    std::fill(distances + filled, distances + t, f.wahDelaySmooth);
+                    filled = t;
+
+                    const auto now = lfoAdvance(phase, f.wahInc * (static_cast<std::uint32_t>(t) + 1));
+                    const float v =
+                        (lfoWave(f.wahWave, now >> 8) * 0.5f + 0.5f) * (f.wahHigh - f.wahLow) + f.wahLow;
+                    f.wahNow = (1.0f - f.wahSmooth) * f.wahNow + f.wahSmooth * v;
+                    setSvf(slot, f.wahNow, f.wahRes, 0.0f, slot.sampleRate);
+                    f.wahDelaySmooth =
+                        glideDistance(f.wahDelaySmooth, std::min(f.wahDelay, 262143.0f), 10.0f);
+                });
+    std::fill(distances + filled, distances + num, f.wahDelaySmooth);
+    f.wahPhase = lfoAdvance(phase, f.wahInc * static_cast<std::uint32_t>(num));
+
+    std::copy(x, x + num, wetLeft);
+    std::copy(y, y + num, wetRight);
+    svfLowPass(slot.svfA, settings, wetLeft, wetRight, num);
+    std::uint32_t writeCount = slot.writeCount;
 
     for (int t = 0; t < num; ++t)
     {
-        ++sampleCount;
         ++writeCount;
-        f.wahPhase = lfoAdvance(f.wahPhase, f.wahInc);
-
-        if ((sampleCount & 3) == 0)
-        {
-            const float v =
-                (lfoWave(f.wahWave, f.wahPhase >> 8) * 0.5f + 0.5f) * (f.wahHigh - f.wahLow) + f.wahLow;
-            f.wahNow = (1.0f - f.wahSmooth) * f.wahNow + f.wahSmooth * v;
-            setSvf(svf, f.wahNow, f.wahRes, 0.0f, slot.sampleRate);
-            f.wahDelaySmooth = glideDistance(f.wahDelaySmooth, std::min(f.wahDelay, 262143.0f), 10.0f);
-        }
-
-        svfTick(svf.svfL, x[t], svf.svfF, svf.svfQ);
-        svfTick(svf.svfR, y[t], svf.svfF, svf.svfQ);
-        const float l = svfLowPass(svf.svfL), r = svfLowPass(svf.svfR);
-        const float a = lineRead(slot.lineL, lineMask, writeCount, f.wahDelaySmooth);
-        const float b = lineRead(slot.lineR, lineMask, writeCount, f.wahDelaySmooth);
+        const float l = wetLeft[t], r = wetRight[t];
+        const float a = lineRead(slot.lineL, lineMask, writeCount, distances[t]);
+        const float b = lineRead(slot.lineR, lineMask, writeCount, distances[t]);
         slot.lineL[writeCount & lineMask] = heldForLine(a * f.wahFeed + l);
         slot.lineR[writeCount & lineMask] = heldForLine(b * f.wahFeed + r);
         wetLeft[t] = heldForLine(f.wahVolume * a + l);
         wetRight[t] = heldForLine(f.wahVolume * b + r);
     }
-
-    static_cast<FilterFields&>(slot) = f;
-    static_cast<SvfBanks&>(slot) = svf;
 }
 
 void autoWahUpdate(FxSlot& slot)
@@ -168,27 +175,33 @@ void autoWahUpdate(FxSlot& slot)
 
 void autoWahProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    FilterFields f = slot;
-    SvfBanks svf = slot;
-    std::uint32_t count = slot.sampleCount;
+    FilterFields& f = slot;
+    float envelope[fxChunk + 1]; // before each sample, and after the last
+    envelope[0] = f.awEnv;
+    for (int t = 0; t < num; ++t)
+        envelope[t + 1] =
+            (1.0f - f.awCoef) * (std::abs(x[t]) + std::abs(y[t])) * 0.5f + f.awCoef * envelope[t] + fxTiny;
+    f.awEnv = envelope[num];
+
+    SvfSetting settings[fxChunk];
+    svfSettings(slot, slot.sampleCount, 4, settings, num,
+                [&](int t)
+                {
+                    const float e = clampUnit(envelope[t] * f.awSense);
+                    setSvf(slot, (f.awHigh - f.awLow) * e + f.awLow, f.awRes, 0.0f, slot.sampleRate);
+                });
+
+    SvfRun svf(slot.svfA);
 
     for (int t = 0; t < num; ++t)
     {
-        if ((++count & 3) == 0)
-        {
-            const float e = clampUnit(f.awEnv * f.awSense);
-            setSvf(svf, (f.awHigh - f.awLow) * e + f.awLow, f.awRes, 0.0f, slot.sampleRate);
-        }
-
-        f.awEnv = (1.0f - f.awCoef) * (std::abs(x[t]) + std::abs(y[t])) * 0.5f + f.awCoef * f.awEnv + fxTiny;
-        svfTick(svf.svfL, x[t], svf.svfF, svf.svfQ);
-        svfTick(svf.svfR, y[t], svf.svfF, svf.svfQ);
-        wetLeft[t] = f.awBand ? svfBandPass(svf.svfL) : svfLowPass(svf.svfL);
-        wetRight[t] = f.awBand ? svfBandPass(svf.svfR) : svfLowPass(svf.svfR);
+        svf.tick(pairOf(x[t], y[t]), settings[t]);
+        const FloatPair out = f.awBand ? svf.bandPass() : svf.lowPass();
+        wetLeft[t] = out[0];
+        wetRight[t] = out[1];
     }
 
-    static_cast<FilterFields&>(slot) = f;
-    static_cast<SvfBanks&>(slot) = svf;
+    svf.store();
 }
 
 void widenerUpdate(FxSlot& slot)

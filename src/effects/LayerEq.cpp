@@ -2,14 +2,12 @@
 #include "effects/LayerEq.h"
 
 #include "effects/EffectMath.h"
+#include "effects/Quad.h"
 
 namespace quorel
 {
 namespace
 {
-/** Both channels of a double calculation side by side. */
-using Pair = double __attribute__((vector_size(16)));
-
 constexpr double tiny = static_cast<double>(fxTiny);
 constexpr Pair tinyPair = {tiny, tiny};
 

@@ -14,11 +14,6 @@ double svfFrequency(float cut, float mod, float sampleRate)
     const float w = std::max(hz / sampleRate, 10.0f / sampleRate);
     return static_cast<double>(2.0f * std::sin(w * 3.14159f) + fxTiny);
 }
-
-double held(double x, double limit)
-{
-    return std::isnan(x) ? 0.0 : std::min(std::max(x, -limit), limit);
-}
 } // namespace
 
 void setSvf(SvfBanks& svf, float cut, float res, float mod, float sampleRate)
@@ -32,9 +27,25 @@ void setSvfB(SvfBanks& svf, float cut, float mod, float sampleRate)
     svf.svfBF = svfFrequency(cut, mod, sampleRate);
 }
 
-void svfRestrain(SvfState& state)
+[[gnu::noinline]] Pair svfRestrained(Pair state, double limit)
 {
-    state.band = held(state.band, 44.0);
-    state.low = held(state.low, 1000.0);
+    const auto held = [limit](double x)
+    { return std::isnan(x) ? 0.0 : std::min(std::max(x, -limit), limit); };
+    return Pair{held(state[0]), held(state[1])};
+}
+
+void svfLowPass(SvfState& state, const SvfSetting* settings, float* left, float* right, int num)
+{
+    SvfRun svf(state);
+
+    for (int t = 0; t < num; ++t)
+    {
+        svf.tick(pairOf(left[t], right[t]), settings[t]);
+        const FloatPair low = svf.lowPass();
+        left[t] = low[0];
+        right[t] = low[1];
+    }
+
+    svf.store();
 }
 } // namespace quorel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "effects/EffectConstants.h"
+#include "effects/Quad.h"
 
 namespace quorel
 {
@@ -39,4 +40,41 @@ inline void toneHighPass(ToneFilter& tone, float& l, float& r)
     l = l - tone.toneHpStateL;
     r = r - tone.toneHpStateR;
 }
+
+/** Both filters while they run over a block; channels in the first two lanes. */
+class ToneRun
+{
+public:
+    explicit ToneRun(ToneFilter& owner)
+        : tone(owner)
+        , lp(quadOf(owner.toneLp))
+        , lpInv(quadOf(owner.toneLpInv))
+        , hp(quadOf(owner.toneHp))
+        , hpInv(quadOf(owner.toneHpInv))
+        , low(Quad{owner.toneLpStateL, owner.toneLpStateR, 0.0f, 0.0f})
+        , high(Quad{owner.toneHpStateL, owner.toneHpStateR, 0.0f, 0.0f})
+    {
+    }
+
+    /** Low-pass, then high-pass. */
+    [[gnu::always_inline]] Quad tick(Quad x)
+    {
+        low = lpInv * low + lp * x + fxTiny;
+        high = low * hp + hpInv * high + fxTiny;
+        return low - high;
+    }
+
+    void store() const
+    {
+        tone.toneLpStateL = low[0];
+        tone.toneLpStateR = low[1];
+        tone.toneHpStateL = high[0];
+        tone.toneHpStateR = high[1];
+    }
+
+private:
+    ToneFilter& tone;
+    const Quad lp, lpInv, hp, hpInv;
+    Quad low, high;
+};
 } // namespace quorel
