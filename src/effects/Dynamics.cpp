@@ -3,25 +3,33 @@
 
 #include "effects/EffectMath.h"
 #include "effects/FxSlot.h"
+#include "effects/QuadMath.h"
 
 namespace quorel
 {
 namespace
 {
-float compressorGain(CompressorFields& f, int c, float v)
+/** Turns envelopes into the gains that they ask for, four at a time: 1 up to the threshold. */
+void compressedGains(const CompressorFields& f, float* values, int num)
 {
-    const float level = std::abs(v);
-    const float coefficient = f.compPeak[c] > f.compEnv[c] ? f.compAttack : f.compRelease;
-    f.compEnv[c] = (1.0f - coefficient) * f.compPeak[c] + coefficient * f.compEnv[c];
-    f.compPeak[c] = level > f.compPeak[c] ? level : level * 0.001f + f.compPeak[c] * 0.999f + fxTiny;
+    // Two loops, as a processor can't look far enough ahead to overlap turns of both at once.
+    float powers[2 * fxChunk + 2];
 
-    float target = 1.0f;
-    if (f.compEnv[c] > f.compThresholdLin)
-        target =
-            std::pow(10.0f, (f.compThresholdDb - 20.0f * std::log10(f.compEnv[c])) * f.compSlope * 0.05f);
+    for (int i = 0; i < num; i += 4)
+    {
+        const Quad level = larger(loadQuad(values + i), quadOf(f.compThresholdLin));
+        const Quad decades = joined(log2Of(firstPair(level)) * 0.30102999566398119521,
+                                    log2Of(lastPair(level)) * 0.30102999566398119521);
+        storeQuad(powers + i, (f.compThresholdDb - 20.0f * decades) * f.compSlope * 0.05f);
+    }
 
-    f.compGain[c] = (1.0f - f.compAttack) * target + f.compAttack * f.compGain[c];
-    return f.compGain[c];
+    for (int i = 0; i < num; i += 4)
+    {
+        const Quad power = loadQuad(powers + i);
+        const Quad gain = joined(exp2Of(firstPair(power) * 3.32192809488736234787),
+                                 exp2Of(lastPair(power) * 3.32192809488736234787));
+        storeQuad(values + i, loadQuad(values + i) > f.compThresholdLin ? gain : quadOf(1.0f));
+    }
 }
 
 /** Settings and state of one gate while it runs over a block. */
@@ -109,15 +117,50 @@ void compressorUpdate(FxSlot& slot)
 
 void compressorProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
+    CompressorFields& f = slot;
+    const float attack = f.compAttack, release = f.compRelease;
+    float gains[2 * fxChunk + 2]; // first the envelopes, left and right in turn
+    Quad envelope = {f.compEnv[0], f.compEnv[1], 0.0f, 0.0f},
+         peak = {f.compPeak[0], f.compPeak[1], 0.0f, 0.0f};
+    Quad loudest = quadOf(0.0f);
+
+    for (int t = 0; t < num; ++t)
+    {
+        const Quad level = magnitude(Quad{x[t], y[t], 0.0f, 0.0f});
+        const Quad rising = (1.0f - attack) * peak + attack * envelope;
+        const Quad falling = (1.0f - release) * peak + release * envelope;
+        const Quad decayed = level * 0.001f + peak * 0.999f + fxTiny;
+        envelope = peak > envelope ? rising : falling;
+        peak = level > peak ? level : decayed;
+        loudest = larger(loudest, envelope);
+        storeQuad(gains + 2 * t, envelope);
+    }
+
+    f.compEnv[0] = envelope[0];
+    f.compEnv[1] = envelope[1];
+    f.compPeak[0] = peak[0];
+    f.compPeak[1] = peak[1];
+
+    if (loudest[0] > f.compThresholdLin || loudest[1] > f.compThresholdLin)
+        compressedGains(f, gains, 2 * num);
+    else
+        std::fill(gains, gains + 2 * num, 1.0f);
+
+    Quad gain = {f.compGain[0], f.compGain[1], 0.0f, 0.0f};
+    const float post = f.compPost;
+
     for (int t = 0; t < num; ++t)
     {
         const auto i = (slot.sampleCount + 1 + static_cast<std::uint32_t>(t)) & 255;
-        const float a = slot.compLookL[i], b = slot.compLookR[i];
-        slot.compLookL[i] = x[t];
-        slot.compLookR[i] = y[t];
-        wetLeft[t] = slot.compPost * compressorGain(slot, 0, x[t]) * a;
-        wetRight[t] = slot.compPost * compressorGain(slot, 1, y[t]) * b;
+        gain = (1.0f - attack) * Quad{gains[2 * t], gains[2 * t + 1], 0.0f, 0.0f} + attack * gain;
+        wetLeft[t] = post * gain[0] * f.compLookL[i];
+        wetRight[t] = post * gain[1] * f.compLookR[i];
+        f.compLookL[i] = x[t];
+        f.compLookR[i] = y[t];
     }
+
+    f.compGain[0] = gain[0];
+    f.compGain[1] = gain[1];
 }
 
 void noiseGateUpdate(FxSlot& slot)

@@ -3,24 +3,12 @@
 
 #include "effects/Quad.h"
 
-#include <cstddef>
-
 namespace quorel
 {
 /** Functions of the effects' inner loops, the same on every system. Sine, cosine and arctangent follow the
    float functions of the GNU C library (polynomials of Arm's Optimized Routines, MIT licence, and of Sun's
    fdlibm), whose results they give to the last bit for arguments up to 120, but for a rare last bit where
    that library uses fused operations. */
-
-/** Sum of c[k] x^k. */
-template <std::size_t terms>
-inline Pair polynomial(Pair x, const double (&c)[terms])
-{
-    Pair sum = pairOf(c[terms - 1]);
-    for (std::size_t k = terms - 1; k-- > 0;)
-        sum = sum * x + c[k];
-    return sum;
-}
 
 /** Adding and taking away this rounds to a whole number, which is left in the lowest bits on the way. */
 inline constexpr double roundingOffset = 6755399441055744.0;
@@ -60,9 +48,6 @@ inline Pair cosine(Pair x)
 /** Of a normal number above 0. */
 inline Pair log2Of(Pair x)
 {
-    static constexpr double c[] = {2.8853900818455234, 0.9617966482348916, 0.5770866554747446,
-                                   0.41153362822708717, 0.3428304311851751};
-
     // x = 2^e m with m from half of the square root of 2 on; the bits of e are read as those of a double.
     const auto bits = reinterpret_cast<PairIndex>(x) - 0x3fe6a09e667f3bcd;
     const PairIndex e =
@@ -70,17 +55,25 @@ inline Pair log2Of(Pair x)
     const Pair exponent = reinterpret_cast<Pair>(e | 0x4330000000000000) - (4503599627370496.0 + 1024.0);
     const Pair m = reinterpret_cast<Pair>((bits & 0x000fffffffffffff) + 0x3fe6a09e667f3bcd);
     const Pair s = (m - 1.0) / (m + 1.0);
-    return exponent + s * polynomial(s * s, c);
+    const Pair square = s * s;
+    const Pair series =
+        (2.8853900818455234 + square * 0.9617966482348916) +
+        square * square *
+            ((0.5770866554747446 + square * 0.41153362822708717) + square * square * 0.3428304311851751);
+    return exponent + s * series;
 }
 
 /** 2^x for |x| below 1000. */
 inline Pair exp2Of(Pair x)
 {
-    static constexpr double c[] = {0.9999999999595501,     0.6931471805350229,   0.2402265121358388,
-                                   0.055504109761190044,   0.009618025604098102, 0.0013333422637651212,
-                                   0.00015469731684506519, 1.531646347609023e-05};
     const Pair k = x + roundingOffset;
-    const Pair power = polynomial(x - (k - roundingOffset), c);
+    const Pair r = x - (k - roundingOffset);
+    const Pair square = r * r;
+    const Pair low = (0.9999999999595501 + r * 0.6931471805350229) +
+                     square * (0.2402265121358388 + r * 0.055504109761190044);
+    const Pair high = (0.009618025604098102 + r * 0.0013333422637651212) +
+                      square * (0.00015469731684506519 + r * 1.531646347609023e-05);
+    const Pair power = low + square * square * high;
     return reinterpret_cast<Pair>(reinterpret_cast<PairIndex>(power) +
                                   (reinterpret_cast<PairIndex>(k) << 52));
 }
