@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quorel
+{
+
+/** Fits JUCE's own parts to the artwork: no frames around menus, small bold type, plain labels, all in the
+    editor's typeface. Message thread. */
+class myLookAndFeel : public juce::LookAndFeel_V3
+{
+public:
+    myLookAndFeel();
+
+    juce::Typeface::Ptr getTypefaceForFont(const juce::Font& font) override;
+
+    juce::Font getTextButtonFont(juce::TextButton&, int buttonHeight) override;
+
+    void drawAlertBox(juce::Graphics& g, juce::AlertWindow& alert, const juce::Rectangle<int>& textArea,
+                      juce::TextLayout& textLayout) override;
+    int getAlertWindowButtonHeight() override;
+    juce::Font getAlertWindowMessageFont() override;
+    juce::Font getAlertWindowFont() override;
+
+    juce::Font getPopupMenuFont() override;
+
+    void drawComboBox(juce::Graphics&, int, int, bool, int, int, int, int, juce::ComboBox&) override {}
+
+    juce::Font getComboBoxFont(juce::ComboBox& box) override;
+    void positionComboBoxText(juce::ComboBox& box, juce::Label& label) override;
+
+    /** Text fitted into its box; from 26 pixels of height on, up to three small lines from the top left. */
+    void drawLabel(juce::Graphics& g, juce::Label& label) override;
+
+    /** A thin amber frame around what the keyboard moves. */
+    std::unique_ptr<juce::FocusOutline> createFocusOutlineForComponent(juce::Component&) override;
+
+private:
+    void setColours();
+};
+
+} // namespace quorel

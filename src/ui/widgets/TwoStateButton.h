@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "resources/CBitmap.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quorel
+{
+
+/** A button on an image of twice its height: the upper half is up, the lower half down or on. Acts when the
+    mouse goes down. Message thread. */
+class TwoStateButton : public juce::ImageButton
+{
+public:
+    /** `twoStateImage` outlives the button. */
+    TwoStateButton(juce::Rectangle<int> bounds, juce::Button::Listener* listener, const char* kind,
+                   int parameterId, const CBitmap* twoStateImage);
+
+protected:
+    void paintButton(juce::Graphics& g, bool highlighted, bool down) override;
+
+private:
+    const CBitmap* image;
+};
+
+} // namespace quorel

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/PluginProcessor.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quorel
+{
+
+/** A row of the 16 steps of one channel of the rhythm gate, the first to the left: a click turns a step on or
+    off. The pattern travels in one parameter, as a mask of 16 bits. Message thread. */
+class kappelDisplay : public juce::Component
+{
+public:
+    kappelDisplay(juce::Rectangle<int> bounds, int parameterId, PluginProcessor& pluginProcessor);
+
+    void paint(juce::Graphics& g) override;
+    void mouseDown(const juce::MouseEvent& event) override;
+    /** Left and right choose a step, the space bar and Return turn it. */
+    bool keyPressed(const juce::KeyPress& key) override;
+    void focusGained(FocusChangeType cause) override;
+    void focusLost(FocusChangeType cause) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
+    /** Mask of the steps that are on; bit 0 is the first. */
+    int pattern() const;
+
+private:
+    void turnStep(int step);
+
+    PluginProcessor& processor;
+    const int parameter;
+    const float scale = 1.0f;
+    int keyboardStepIndex = 0;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(kappelDisplay)
+};
+
+} // namespace quorel

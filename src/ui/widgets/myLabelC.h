@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/widgets/BitmapLabel.h"
+
+namespace quorel
+{
+
+/** Text of the first character set in the middle of a fill. */
+class myLabelC : public BitmapLabel
+{
+public:
+    myLabelC(juce::Rectangle<int> bounds, const juce::String& text, const CBitmap* glyphStrip,
+             juce::Colour textColour, juce::Colour backgroundColour);
+
+    void paint(juce::Graphics& g) override;
+};
+
+} // namespace quorel

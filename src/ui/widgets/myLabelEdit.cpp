@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/myLabelEdit.h"
+
+#include "ui/widgets/WidgetTools.h"
+
+namespace quorel
+{
+
+myLabelEdit::myLabelEdit(juce::Rectangle<int> bounds, const juce::String& name, const juce::String& text)
+    : juce::Label(name, text)
+{
+    setComponentID(juce::String(noParameter));
+    setBounds(bounds);
+    setFont(juce::Font(static_cast<float>(getHeight()), juce::Font::bold));
+    setJustificationType(juce::Justification::centred);
+    setBorderSize({});
+    setEditable(true, false);
+}
+
+} // namespace quorel
