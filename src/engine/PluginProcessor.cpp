@@ -11,6 +11,8 @@
 #include "presets/StateChunk.h"
 #include "presets/StateRestore.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -40,7 +42,11 @@ PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInter
     resetAllParameters();
     table.clearDirty();
     edited.store(false);
-    getStateInformation(originalState);
+    editedChanged.store(false);
+    juce::MemoryBlock original;
+    getStateInformation(original);
+    comparison.presetLoaded(original);
+    presetCommands.refreshIndex();
     startTimer(PresetTransition::timerMilliseconds);
 }
 
@@ -329,24 +335,30 @@ void PluginProcessor::setStateInformation(const void* data, int size)
     if (skipNextState.exchange(false))
         return;
 
-    runOnMessageThread(
-        [&]
-        {
-            // Bytes that can't be restored must not cost the user the sound that plays.
-            StateChunk chunk;
-            const auto numBytes = static_cast<size_t>(juce::jmax(0, size));
-            const auto status = readStateChunk(data, numBytes, chunk);
+    runOnMessageThread([&] { takeState(data, static_cast<size_t>(juce::jmax(0, size)), false); });
+}
 
-            if (status == ChunkStatus::foreign)
-                return;
+void PluginProcessor::restoreForComparison(const juce::MemoryBlock& bytes)
+{
+    takeState(bytes.getData(), bytes.getSize(), true);
+}
 
-            pendingChunk = juce::MemoryBlock(data, numBytes);
+void PluginProcessor::takeState(const void* data, size_t size, bool forComparison)
+{
+    // Bytes that can't be restored must not cost the user the sound that plays.
+    StateChunk chunk;
+    const auto status = readStateChunk(data, size, chunk);
 
-            if (status == ChunkStatus::valid && requestUnloadOfAllLayers())
-                transition.chunkRestoreTicks.store(PresetTransition::windowTicks);
-            else
-                restorePendingChunk();
-        });
+    if (status == ChunkStatus::foreign)
+        return;
+
+    pendingChunk = juce::MemoryBlock(data, size);
+    pendingIsComparison = forComparison;
+
+    if (status == ChunkStatus::valid && requestUnloadOfAllLayers())
+        transition.chunkRestoreTicks.store(PresetTransition::windowTicks);
+    else
+        restorePendingChunk();
 }
 
 bool PluginProcessor::requestUnloadOfAllLayers()
@@ -371,7 +383,39 @@ void PluginProcessor::restorePendingChunk()
 {
     const juce::MemoryBlock chunk = std::move(pendingChunk);
     pendingChunk.reset();
+
+    if (!std::exchange(pendingIsComparison, false))
+    {
+        restoreState(*this, chunk.getData(), chunk.getSize());
+        return;
+    }
+
+    const auto preset = getPresetName();
+    const auto folder = getFolderName();
+    const auto bindings = readControllerTable();
+    const bool wasEdited = edited.load();
     restoreState(*this, chunk.getData(), chunk.getSize());
+    setNames(preset, folder);
+    writeControllerTable(bindings);
+    // Instruments report the values that they are given, as if somebody had turned their knobs.
+    edited.store(wasEdited);
+    editedChanged.store(false);
+}
+
+std::array<float, numControllers> PluginProcessor::readControllerTable() const
+{
+    std::array<float, numControllers> bindings{};
+
+    for (int i = 0; i < numControllers; ++i)
+        bindings[static_cast<size_t>(i)] = table.get(slot::controllerMap + i);
+
+    return bindings;
+}
+
+void PluginProcessor::writeControllerTable(const std::array<float, numControllers>& bindings)
+{
+    for (int i = 0; i < numControllers; ++i)
+        setParameter(slot::controllerMap + i, bindings[static_cast<size_t>(i)]);
 }
 
 bool PluginProcessor::requestPresetLoad(const juce::String& folder, const juce::String& preset)
@@ -380,18 +424,27 @@ bool PluginProcessor::requestPresetLoad(const juce::String& folder, const juce::
         return false;
 
     setNames(preset, folder);
-    requestUnloadOfAllLayers();
+
+    // The instruments play on until the fade has reached silence; their windows go now, and are given their
+    // time after the fade.
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+
+        if (layer->isWindowShowing())
+        {
+            layer->closeWindow();
+            transition.longerFadeWait.store(true);
+        }
+    }
+
     return true;
 }
 
 bool PluginProcessor::loadPresetFile()
 {
     presetLoadInProgress = true;
-    std::array<float, numControllers> controllerTable{};
-
-    for (int i = 0; i < numControllers; ++i)
-        controllerTable[static_cast<size_t>(i)] = table.get(slot::controllerMap + i);
-
+    const auto bindings = readControllerTable();
     resetAllParameters();
     juce::MemoryBlock bytes;
     const auto file = findPresetFile(paths.banksFolder, getFolderName(), getPresetName());
@@ -399,15 +452,9 @@ bool PluginProcessor::loadPresetFile()
 
     if (found)
     {
-        originalState = bytes;
-        editedState.reset();
+        comparison.presetLoaded(bytes);
         setStateInformation(bytes.getData(), static_cast<int>(bytes.getSize()));
         edited.store(false);
-
-        // A preset never changes the MIDI bindings, whatever its file holds.
-        for (int i = 0; i < numControllers; ++i)
-            setParameter(slot::controllerMap + i, controllerTable[static_cast<size_t>(i)]);
-
         graph->requestReset();
     }
     else
@@ -415,6 +462,8 @@ bool PluginProcessor::loadPresetFile()
         user.alert({}, "Could not load Presert file: " + getFolderName() + "/" + getPresetName());
     }
 
+    // A preset never changes the MIDI bindings, whatever its file holds.
+    writeControllerTable(bindings);
     presetLoadInProgress = false;
     return found;
 }
@@ -425,9 +474,13 @@ bool PluginProcessor::savePreset(const juce::String& name, bool overwrite)
     const auto folder = getFolderName();
     const auto file = presetFileFor(paths.banksFolder, folder, preset);
 
-    if (file.existsAsFile() && !overwrite &&
-        !user.confirm({}, "preset " + preset + " already exists. Replace ?"))
-        return false;
+    if (file.existsAsFile() && !overwrite)
+    {
+        const juce::WeakReference<PluginProcessor> self(this);
+
+        if (!user.confirm({}, "preset " + preset + " already exists. Replace ?") || self == nullptr)
+            return false;
+    }
 
     const auto oldName = getPresetName();
     setNames(preset, folder);
@@ -442,9 +495,52 @@ bool PluginProcessor::savePreset(const juce::String& name, bool overwrite)
     }
 
     edited.store(false);
-    originalState = bytes;
+    comparison.presetSaved(bytes);
+    library.markIndexStale();
+    presetCommands.refreshLists();
     requestEditorRefresh();
     return true;
+}
+
+bool PluginProcessor::createEmptyPreset(const juce::String& name)
+{
+    const auto file = presetFileFor(paths.banksFolder, getFolderName(), name);
+    juce::MemoryBlock bytes;
+    getStateInformation(bytes);
+
+    // The sound that plays is given up only once there is room for a file of its size.
+    if (!replaceFile(file, bytes))
+        return false;
+
+    closeInstruments();
+    setNames(name, getFolderName());
+    resetAllParameters();
+    savePreset({}, true);
+    resetNames();
+
+    // The manager's page stays; from every other one the multi-controls come to the front.
+    constexpr float managerView = 0.2f;
+
+    if (getCurrentView() != managerView)
+        setCurrentView(0.3f);
+
+    setParameter(slot::view, getCurrentView());
+    return true;
+}
+
+void PluginProcessor::closeInstruments()
+{
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+        layer->closeWindow();
+        layer->clearMissing();
+
+        if (layer->hasInstance())
+            layer->unloadPlugin();
+
+        layer->needsDisplayUpdate.store(true);
+    }
 }
 
 void PluginProcessor::createDefaultPreset()
@@ -469,6 +565,7 @@ void PluginProcessor::timerCallback()
     using Countdown = PresetTransition::Countdown;
     table.deliverPending();
     playHead.deliverPending();
+    comparison.update();
 
     if (const auto state = PresetTransition::tick(transition.loadDelay); state != Countdown::idle)
     {
@@ -498,7 +595,9 @@ void PluginProcessor::timerCallback()
 
     if (transition.loadRequested.exchange(false))
     {
+        closeInstruments();
         loadPresetFile();
+        presetCommands.refreshLists();
         setParameter(slot::view, getCurrentView());
         transition.fadeOutActive.store(false);
         transition.settleDelay.store(PresetTransition::settleTicks);

@@ -17,6 +17,9 @@
 #include "hosting/LayerOwner.h"
 #include "hosting/PluginScanner.h"
 #include "hosting/VirtualInstrument.h"
+#include "presets/OriginalComparison.h"
+#include "presets/PresetCommands.h"
+#include "presets/PresetLibrary.h"
 #include "presets/UserPaths.h"
 #include "presets/UserStore.h"
 
@@ -209,6 +212,31 @@ public:
        whole. */
     bool savePreset(const juce::String& name, bool overwrite);
 
+    /** Empties all layers and makes the defaults the new preset `name` of the current folder. False where
+       that file can't be written: the sound then goes on as it was. */
+    bool createEmptyPreset(const juce::String& name);
+
+    /** Unloads all instruments at once and forgets missing ones; their windows close. */
+    void closeInstruments();
+
+    /** Restores a sound that is compared with another: the preset's names and the MIDI bindings stay. */
+    void restoreForComparison(const juce::MemoryBlock& bytes);
+
+    /** A preset is on its way, or a restore waits for a window to go away. */
+    bool isSoundChanging() const noexcept
+    {
+        return transition.presetBusy.load() || transition.chunkRestoreTicks.load() >= 0;
+    }
+
+    /** Lists, selection, index, results. */
+    PresetLibrary& getPresetLibrary() noexcept { return library; }
+
+    /** What the user does with presets and folders. */
+    PresetCommands& getPresetCommands() noexcept { return presetCommands; }
+
+    /** Edited or original sound. */
+    OriginalComparison& getOriginalComparison() noexcept { return comparison; }
+
     /** Any thread. */
     juce::String getPresetName() const;
     /** Any thread. */
@@ -219,7 +247,7 @@ public:
 
     bool isPresetLoadInProgress() const noexcept { return presetLoadInProgress; }
 
-    const juce::MemoryBlock& getOriginalState() const noexcept { return originalState; }
+    const juce::MemoryBlock& getOriginalState() const noexcept { return comparison.getOriginalState(); }
 
     //==========================================================================================================
     // What the editor reads and asks for
@@ -243,6 +271,7 @@ public:
     std::atomic<bool> panicRequested{false};
     /** The sound differs from the preset as loaded. */
     std::atomic<bool> edited{false};
+    /** One-shot mark of an edit; `OriginalComparison` takes it. */
     std::atomic<bool> editedChanged{false};
     std::atomic<bool> refreshEditor{false};
     std::array<std::atomic<bool>, numLayers> layerNeedsAttention{};
@@ -254,7 +283,10 @@ private:
     void dragRangeEnd(int layer, int n, float value);
     void collectMidi(juce::MidiBuffer& midi);
     bool requestUnloadOfAllLayers();
+    void takeState(const void* data, size_t size, bool forComparison);
     void restorePendingChunk();
+    void writeControllerTable(const std::array<float, numControllers>& bindings);
+    std::array<float, numControllers> readControllerTable() const;
     void createDefaultPreset();
 
     UserInteraction& user;
@@ -280,9 +312,11 @@ private:
     mutable juce::CriticalSection nameLock;
     juce::String presetName;
     juce::String folderName;
-    juce::MemoryBlock originalState;
-    juce::MemoryBlock editedState;
     juce::MemoryBlock pendingChunk;
+    bool pendingIsComparison = false;
+    PresetLibrary library;
+    PresetCommands presetCommands{*this, library};
+    OriginalComparison comparison{*this};
     /** The "ProTools" host's first state call after construction is dropped on purpose. */
     std::atomic<bool> skipNextState{false};
 

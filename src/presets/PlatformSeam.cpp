@@ -5,6 +5,7 @@
 #include <io.h>
 #else
 #include <cstdlib>
+#include <filesystem>
 #include <unistd.h>
 #endif
 
@@ -108,6 +109,73 @@ juce::String pluginFileEnding()
     return ".so";
 #endif
 }
+
+#if JUCE_WINDOWS
+
+bool moveToTrash(const juce::File& file)
+{
+    return file.exists() && file.moveToTrash();
+}
+
+#else
+
+bool moveToTrash(const juce::File& file)
+{
+    // JUCE's own looks at fixed places and writes no record, without which nothing can be put back.
+    const auto trash = baseDirectory("XDG_DATA_HOME", ".local/share").getChildFile("Trash");
+    const auto files = trash.getChildFile("files");
+    const auto records = trash.getChildFile("info");
+
+    if (!trash.isDirectory() || !files.createDirectory() || !records.createDirectory())
+        return false;
+
+    const auto name = file.getFileName();
+    juce::File record;
+    juce::File place;
+    int number = 1;
+
+    do
+    {
+        // A long name leaves room for the number and the record's ending.
+        const auto trashName =
+            number == 1 ? name.substring(0, 48) : name.substring(0, 48) + "." + juce::String(number);
+        place = juce::File::createFileWithoutCheckingPath(files.getFullPathName() + "/" + trashName);
+        record = juce::File::createFileWithoutCheckingPath(records.getFullPathName() + "/" + trashName +
+                                                           ".trashinfo");
+        ++number;
+    } while (place.exists() || place.isSymbolicLink() || record.exists());
+
+    const auto path = juce::URL::addEscapeChars(file.getFullPathName(), false).replace("%2F", "/");
+    const auto text = "[Trash Info]\nPath=" + path +
+                      "\nDeletionDate=" + juce::Time::getCurrentTime().formatted("%Y-%m-%dT%H:%M:%S") + "\n";
+
+    if (record.replaceWithText(text, false, false, nullptr))
+    {
+        namespace fs = std::filesystem;
+        const fs::path from = file.getFullPathName().toStdString();
+        const fs::path to = place.getFullPathName().toStdString();
+        std::error_code error;
+        fs::rename(from, to, error);
+
+        // From another disk it has to be carried over.
+        if (error == std::errc::cross_device_link)
+        {
+            error.clear();
+            fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+
+            if (!error)
+                fs::remove_all(from, error);
+        }
+
+        if (!error)
+            return true;
+    }
+
+    record.deleteFile();
+    return false;
+}
+
+#endif
 
 juce::String versionText()
 {

@@ -41,6 +41,11 @@ std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places);
 /** Ending of a plug-in file with its dot: ".dll" or ".so". */
 juce::String pluginFileEnding();
 
+/** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
+   trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. False, and
+   nothing has happened, where there is no trash or it can't take it. */
+bool moveToTrash(const juce::File& file);
+
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
 

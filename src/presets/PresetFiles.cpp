@@ -1,36 +1,122 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetFiles.h"
 
+#include "presets/PlatformSeam.h"
+#include "presets/PresetNames.h"
+
+#include <functional>
+#include <limits>
+#include <type_traits>
+
 namespace quorel
 {
+
+namespace
+{
+namespace fs = std::filesystem;
+
+/** Paths are bytes on one platform and wide characters on the other. */
+template <typename Character>
+juce::String textOfNative(const Character* native)
+{
+    if constexpr (std::is_same_v<Character, char>)
+        return juce::CharPointer_UTF8::isValidString(native, std::numeric_limits<int>::max())
+                   ? juce::String::fromUTF8(native)
+                   : juce::String();
+    else
+        return juce::String(native);
+}
+
+/** Calls `take` with the name of each entry that `wanted` accepts. Links count as what they lead to; those
+   that lead nowhere, or round in a circle, as nothing. */
+void forEachEntry(const juce::File& folder, bool (*wanted)(const fs::directory_entry&),
+                  const std::function<void(const juce::String&)>& take)
+{
+    if (folder == juce::File())
+        return;
+
+    std::error_code error;
+
+    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
+         entry.increment(error))
+    {
+        const auto name = textOf(entry->path().filename());
+
+        if (name.isNotEmpty() && !name.startsWithChar('.') && wanted(*entry))
+            take(name);
+    }
+}
+
+bool isFolder(const fs::directory_entry& entry)
+{
+    std::error_code error;
+    return entry.is_directory(error);
+}
+
+bool isRegularFile(const fs::directory_entry& entry)
+{
+    std::error_code error;
+    return entry.is_regular_file(error);
+}
+} // namespace
+
+fs::path pathOf(const juce::File& file)
+{
+    return fs::u8path(file.getFullPathName().toStdString());
+}
+
+juce::String textOf(const fs::path& path)
+{
+    return textOfNative(path.c_str());
+}
+
+juce::StringArray listPresetFolders(const juce::File& banksFolder)
+{
+    juce::StringArray names;
+    forEachEntry(banksFolder, isFolder, [&names](const juce::String& name) { names.add(name); });
+    names.sort(false);
+    return names;
+}
+
+juce::StringArray listPresets(const juce::File& folder)
+{
+    juce::StringArray names;
+    const juce::String ending(presetFileEnding);
+    forEachEntry(folder, isRegularFile,
+                 [&](const juce::String& name)
+                 {
+                     if (name.endsWith(ending))
+                         names.add(name.dropLastCharacters(ending.length()));
+                 });
+    names.sort(false);
+    return names;
+}
 
 juce::File findPresetFile(const juce::File& banksFolder, const juce::String& folderName,
                           const juce::String& presetName)
 {
-    for (const auto& folder : banksFolder.findChildFiles(juce::File::findDirectories, false, "*"))
-    {
-        if (folder.getFileName() != folderName)
-            continue;
-
-        for (const auto& file : folder.findChildFiles(juce::File::findFiles, false, "*"))
-            if (file.getFileName() == presetName + presetFileEnding)
-                return file;
-    }
-
-    return {};
+    const bool listed = listPresetFolders(banksFolder).contains(folderName) &&
+                        listPresets(childNamed(banksFolder, folderName)).contains(presetName);
+    return listed ? presetFileFor(banksFolder, folderName, presetName) : juce::File();
 }
 
 juce::File presetFileFor(const juce::File& banksFolder, const juce::String& folderName,
                          const juce::String& presetName)
 {
-    if (banksFolder == juce::File())
+    if (presetName.isEmpty())
         return {};
 
-    return banksFolder.getChildFile(folderName).getChildFile(presetName + presetFileEnding);
+    return childNamed(childNamed(banksFolder, folderName), presetName + presetFileEnding);
 }
 
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
 {
+    // Opening a pipe would wait for somebody to write to it.
+    std::error_code error;
+
+    if (!fs::is_regular_file(pathOf(file), error))
+        return false;
+
     juce::FileInputStream stream(file);
 
     if (!stream.openedOk())
@@ -38,29 +124,69 @@ bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
 
     bytes.reset();
     const auto length = stream.getTotalLength();
-    return static_cast<juce::int64>(stream.readIntoMemoryBlock(bytes)) == length;
+    return length <= largestPresetFile && static_cast<juce::int64>(stream.readIntoMemoryBlock(
+                                              bytes, static_cast<juce::pointer_sized_int>(length))) == length;
 }
 
 bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
 {
-    if (file == juce::File() || !file.getParentDirectory().createDirectory())
+    if (file == juce::File() || file.isDirectory() || !file.getParentDirectory().createDirectory())
         return false;
 
-    // The temporary file lies in the same folder, so that the move is one step of the file system.
-    const juce::TemporaryFile temporary(file, juce::TemporaryFile::useHiddenFile);
+    // The temporary file lies in the same folder, so that the move is one step of the file system. Its name
+    // is short, whatever the file's, and a crash leaves nothing that looks like a preset.
+    const auto temporary =
+        childNamed(file.getParentDirectory(), ".quorel-" + juce::Uuid().toString().substring(0, 12) + ".tmp");
+    bool written = false;
     {
-        juce::FileOutputStream stream(temporary.getFile());
+        juce::FileOutputStream stream(temporary);
 
-        if (!stream.openedOk() || !stream.write(bytes.getData(), bytes.getSize()))
-            return false;
-
-        stream.flush();
-
-        if (stream.getStatus().failed())
-            return false;
+        if (stream.openedOk() && stream.write(bytes.getData(), bytes.getSize()))
+        {
+            stream.flush();
+            written = stream.getStatus().wasOk();
+        }
     }
 
-    return temporary.overwriteTargetFileWithTemporary();
+    if (written && moveFile(temporary, file))
+        return true;
+
+    temporary.deleteFile();
+    return false;
+}
+
+bool moveFile(const juce::File& from, const juce::File& to)
+{
+    if (from == juce::File() || to == juce::File())
+        return false;
+
+    std::error_code error;
+    fs::rename(pathOf(from), pathOf(to), error);
+
+    if (!error)
+        return true;
+
+    // A folder that is a link may lead to another disk.
+    juce::MemoryBlock bytes;
+    return error == std::errc::cross_device_link && readWholeFile(from, bytes) && replaceFile(to, bytes) &&
+           from.deleteFile();
+}
+
+bool discardFile(const juce::File& file)
+{
+    if (file == juce::File())
+        return false;
+
+    std::error_code error;
+
+    if (fs::symlink_status(pathOf(file), error).type() == fs::file_type::not_found)
+        return false;
+
+    if (moveToTrash(file))
+        return true;
+
+    fs::remove_all(pathOf(file), error);
+    return fs::symlink_status(pathOf(file), error).type() == fs::file_type::not_found;
 }
 
 } // namespace quorel

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "presets/PresetLibrary.h"
+
+#include "presets/PresetFiles.h"
+#include "presets/PresetNames.h"
+
+namespace quorel
+{
+
+void PresetLibrary::scanFolders(const juce::File& banksFolder, const juce::String& currentFolder)
+{
+    folderCount = 0;
+
+    if (!banksFolder.isDirectory())
+        return;
+
+    auto names = listPresetFolders(banksFolder);
+
+    // Somebody else may work on the folders: the index goes by their positions.
+    if (names != folderNames)
+        indexStale = true;
+
+    folderNames = std::move(names);
+    folderCount = folderNames.size();
+    currentFolderIndex = folderNames.indexOf(currentFolder);
+}
+
+void PresetLibrary::scanPresets(const juce::File& banksFolder, const juce::String& folder,
+                                const juce::String& currentPreset)
+{
+    presetCount = 0;
+    const auto directory = childNamed(banksFolder, folder);
+
+    if (!directory.isDirectory())
+        return;
+
+    auto names = listPresets(directory);
+
+    if (folder != scannedFolder || names != presetNames)
+        clearSelection();
+
+    scannedFolder = folder;
+    presetNames = std::move(names);
+    presetCount = presetNames.size();
+    currentPresetIndex = presetNames.indexOf(currentPreset);
+}
+
+void PresetLibrary::clearSelection()
+{
+    selectedPresets.clear();
+    rangeStart = -1;
+    rangeEnd = -1;
+}
+
+void PresetLibrary::extendSelection(int index)
+{
+    if (rangeStart < 0)
+    {
+        selectedPresets.clear();
+        rangeStart = index;
+        rangeEnd = index;
+        selectedPresets.add(index);
+        return;
+    }
+
+    rangeEnd = index;
+
+    if (rangeStart > rangeEnd)
+        std::swap(rangeStart, rangeEnd);
+
+    for (int i = rangeStart; i <= rangeEnd; ++i)
+        selectedPresets.addIfNotAlreadyThere(i);
+}
+
+void PresetLibrary::toggleSelection(int index)
+{
+    rangeStart = -1;
+    rangeEnd = -1;
+
+    if (selectedPresets.contains(index))
+        selectedPresets.removeFirstMatchingValue(index);
+    else
+        selectedPresets.add(index);
+}
+
+void PresetLibrary::rebuildIndex(const juce::File& banksFolder)
+{
+    filteredPresets.clear();
+    selectedResultFolder = -1;
+    presetIndex.build(banksFolder);
+    indexStale = false;
+}
+
+void PresetLibrary::searchPresets()
+{
+    filteredPresets = presetIndex.findText(searchText, selectedResultFolder);
+}
+
+void PresetLibrary::searchByCategory()
+{
+    filteredPresets = presetIndex.findCategories(categoryFilter, selectedResultFolder);
+}
+
+const PresetIndexEntry& PresetLibrary::getFilteredPreset(int row) const
+{
+    return presetIndex.getEntries()[static_cast<size_t>(filteredPresets[static_cast<size_t>(row)])];
+}
+
+void PresetLibrary::setCategoryFilter(int flag, bool wanted)
+{
+    categoryFilter[static_cast<size_t>(flag)] = wanted ? 1 : 0;
+}
+
+} // namespace quorel

@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "presets/PresetIndex.h"
+
+#include <juce_core/juce_core.h>
+
+#include <vector>
+
+namespace quorel
+{
+
+/** What the user sees of the banks: the lists of folders and presets, the multiple selection, the index with
+   its results, and the clipboard's names. It reads the disk and changes nothing on it; `PresetCommands` acts.
+   Message thread. */
+class PresetLibrary
+{
+public:
+    //==========================================================================================================
+    // Lists
+
+    /** Lists the folders anew. Without a banks folder the names stay as they are and the count is 0. */
+    void scanFolders(const juce::File& banksFolder, const juce::String& currentFolder);
+
+    /** Lists the presets of a folder anew. Without the folder the names stay as they are and the count is 0.
+       A list that has changed takes the selection with it, which goes by position. */
+    void scanPresets(const juce::File& banksFolder, const juce::String& folder,
+                     const juce::String& currentPreset);
+
+    const juce::StringArray& getFolderNames() const noexcept { return folderNames; }
+
+    int getFolderCount() const noexcept { return folderCount; }
+
+    /** Position of the current folder; -1 where it isn't in the list. */
+    int getCurrentFolderIndex() const noexcept { return currentFolderIndex; }
+
+    const juce::StringArray& getPresetNames() const noexcept { return presetNames; }
+
+    int getPresetCount() const noexcept { return presetCount; }
+
+    /** Position of the current preset; -1 where it isn't in the list. */
+    int getCurrentPresetIndex() const noexcept { return currentPresetIndex; }
+
+    //==========================================================================================================
+    // Multiple selection, by position in the list that is shown
+
+    const juce::Array<int>& getSelectedPresets() const noexcept { return selectedPresets; }
+
+    bool isSelected(int index) const { return selectedPresets.contains(index); }
+
+    /** Ends of the range that Shift has opened; -1 while none is open. */
+    int getRangeStart() const noexcept { return rangeStart; }
+
+    int getRangeEnd() const noexcept { return rangeEnd; }
+
+    void clearSelection();
+    /** Shift: the first call opens a range with this entry alone; later ones add all entries up to it. */
+    void extendSelection(int index);
+    /** Ctrl: adds or removes the entry, and closes the range. */
+    void toggleSelection(int index);
+
+    //==========================================================================================================
+    // Index, search and filter
+
+    /** Reads all preset files' categories anew, and drops the results and the folder filter. */
+    void rebuildIndex(const juce::File& banksFolder);
+
+    /** The files have changed: the index is to be built anew before it is shown. */
+    void markIndexStale() noexcept { indexStale = true; }
+
+    bool isIndexStale() const noexcept { return indexStale; }
+
+    const PresetIndex& getIndex() const noexcept { return presetIndex; }
+
+    const juce::String& getSearchText() const noexcept { return searchText; }
+
+    void setSearchText(const juce::String& text) { searchText = text; }
+
+    /** Fills the results with the presets whose names hold the search text. */
+    void searchPresets();
+    /** Fills the results with the presets that have all the wanted categories. */
+    void searchByCategory();
+
+    int getFilteredCount() const noexcept { return static_cast<int>(filteredPresets.size()); }
+
+    /** Row 0 to `getFilteredCount()` - 1 of the results. */
+    const PresetIndexEntry& getFilteredPreset(int row) const;
+
+    /** The categories that a filter asks for. */
+    const CategoryFlags& getCategoryFilter() const noexcept { return categoryFilter; }
+
+    /** `flag` is 0 to 65. */
+    void setCategoryFilter(int flag, bool wanted);
+
+    void clearCategoryFilter() { categoryFilter = {}; }
+
+    /** Folder that results are limited to; -1 for none. */
+    int getSelectedResultFolder() const noexcept { return selectedResultFolder; }
+
+    void setSelectedResultFolder(int folder) noexcept { selectedResultFolder = folder; }
+
+    //==========================================================================================================
+    // Clipboard: the preset that was copied, with the sound as it was then
+
+    juce::String clipboardPresetName;
+    juce::String clipboardFolderName;
+    juce::MemoryBlock clipboardState;
+
+private:
+    juce::StringArray folderNames;
+    int folderCount = 0;
+    int currentFolderIndex = -1;
+    juce::StringArray presetNames;
+    int presetCount = 0;
+    int currentPresetIndex = -1;
+    juce::String scannedFolder;
+
+    juce::Array<int> selectedPresets;
+    int rangeStart = -1;
+    int rangeEnd = -1;
+
+    PresetIndex presetIndex;
+    bool indexStale = true;
+    /** Positions in the index. */
+    std::vector<int> filteredPresets;
+    juce::String searchText;
+    CategoryFlags categoryFilter{};
+    int selectedResultFolder = -1;
+};
+
+} // namespace quorel
