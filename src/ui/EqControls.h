@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/ControlPage.h"
+#include "ui/TEQScreen.h"
+#include "ui/widgets/myKnob.h"
+#include "ui/widgets/myOnOff.h"
+
+#include <array>
+
+namespace quorel
+{
+
+/** The controls of one EQ: the curve, three bands, low-pass and high-pass. Children of the page that owns
+   them, which hears them. Message thread. */
+class EqControls
+{
+public:
+    /** `unit` is 0 to 3 for a layer's, at its strip's offsets, or `masterEqUnit`, at the editor's. */
+    EqControls(ControlPage& page, int unit, PluginProcessor& pluginProcessor, const EditorImages& images);
+
+    /** Sets every control from the processor. */
+    void refresh();
+
+private:
+    struct Band
+    {
+        myOnOff on;
+        std::array<myKnob, 3> knobs;
+    };
+
+    struct Filter
+    {
+        myOnOff on;
+        myKnob frequency;
+    };
+
+    PluginProcessor& processor;
+    const int base;
+    TEQScreen screen;
+    myOnOff on;
+    Filter lowPass;
+    Filter highPass;
+    std::array<Band, numEqBands> bands;
+
+    JUCE_DECLARE_NON_COPYABLE(EqControls)
+};
+
+} // namespace quorel

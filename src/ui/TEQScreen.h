@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/PluginProcessor.h"
+#include "resources/CBitmap.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <array>
+#include <vector>
+
+namespace quorel
+{
+
+/** The curves of an EQ's three bands: a drag moves the nearest band in frequency and gain, with Shift its
+    bandwidth. Writes the parameters itself, and repaints when one of its unit's 17 changes. Message thread.
+ */
+class TEQScreen : public juce::Slider, private juce::Timer
+{
+public:
+    /** `unit` is 0 to 3 for a layer or `masterEqUnit`. `bandFills`, the fills under the curves, outlive the
+        screen. */
+    TEQScreen(juce::Rectangle<int> bounds, int unit, const std::array<CBitmap, numEqBands>& bandFills,
+              PluginProcessor& pluginProcessor);
+
+    void paint(juce::Graphics& g) override;
+    void mouseDown(const juce::MouseEvent& event) override;
+    void mouseDrag(const juce::MouseEvent& event) override;
+    void mouseUp(const juce::MouseEvent& event) override;
+
+    void mouseDoubleClick(const juce::MouseEvent&) override {}
+
+    void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
+    /** Left and right move the chosen band's frequency, up and down its gain; with Shift all of them its
+        bandwidth. Return goes to the next band. */
+    bool keyPressed(const juce::KeyPress& key) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
+    /** Gain of a band at a pixel column, in units of 20 dB. */
+    double responseAt(int band, int column) const;
+
+private:
+    struct BandFilter
+    {
+        bool flat;
+        double b0, b1, b2, a1, a2;
+    };
+
+    void timerCallback() override;
+    BandFilter filterOf(int band) const;
+    double response(const BandFilter& filter, int column) const;
+    float bandValue(int band, int offset) const;
+    void writeBand(int band, int offset, float value);
+    int nearestBand(float u) const;
+
+    PluginProcessor& processor;
+    const int base;
+    const std::array<CBitmap, numEqBands>& fills;
+    /** cos(w) and cos(2 w) of each pixel column's frequency. */
+    std::vector<double> cosW;
+    std::vector<double> cos2W;
+    int selectedBand = 0;
+    bool inGesture = false;
+    std::array<float, layerSlot::eqEnd - layerSlot::eq + 1> shown{};
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(TEQScreen)
+};
+
+} // namespace quorel
