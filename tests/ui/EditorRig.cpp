@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EditorRig.h"
+
+namespace quorel::test
+{
+namespace
+{
+constexpr int patienceMillis = 3000;
+/** More than the double-click time, so that separate clicks stay separate. */
+constexpr int betweenClicksMillis = 1000;
+constexpr int dragSteps = 8;
+constexpr auto mouse = juce::MouseInputSource::InputSourceType::mouse;
+constexpr float pressure = 1.0f;
+constexpr float orientation = 0.0f;
+
+juce::ComponentPeer& peerOf(juce::Component& component)
+{
+    auto* peer = component.getPeer();
+    jassert(peer != nullptr);
+    return *peer;
+}
+
+juce::Point<float> positionInPeer(juce::Component& target, juce::Point<int> at)
+{
+    return peerOf(target).getComponent().getLocalPoint(&target, at.toFloat());
+}
+
+juce::Component* findIn(juce::Component& parent, const std::function<bool(juce::Component&)>& matches,
+                        bool mustShow)
+{
+    for (auto* child : parent.getChildren())
+    {
+        if (matches(*child) && (!mustShow || child->isShowing()))
+            return child;
+        if (auto* found = findIn(*child, matches, mustShow))
+            return found;
+    }
+    return nullptr;
+}
+
+juce::Component* findShownFirst(juce::Component& parent, const std::function<bool(juce::Component&)>& matches)
+{
+    auto* shown = findIn(parent, matches, true);
+    return shown != nullptr ? shown : findIn(parent, matches, false);
+}
+
+/** Rows of the menu window that was opened last. */
+std::vector<juce::AccessibilityHandler*> menuRows()
+{
+    std::vector<juce::AccessibilityHandler*> rows;
+    if (auto* menu = juce::Component::getCurrentlyModalComponent())
+        for (auto* child : menu->getChildren())
+            if (auto* handler = child->getAccessibilityHandler();
+                handler != nullptr && handler->getRole() == juce::AccessibilityRole::menuItem)
+                rows.push_back(handler);
+    return rows;
+}
+} // namespace
+
+TestWindow::TestWindow(juce::Component& shown)
+    : content(shown)
+    , clock(juce::Time::currentTimeMillis())
+{
+    content.setTopLeftPosition(20, 40);
+    content.addToDesktop(juce::ComponentPeer::windowHasTitleBar |
+                         juce::ComponentPeer::windowAppearsOnTaskbar);
+    content.setVisible(true);
+    content.toFront(true);
+    pumpUntil([&] { return peerOf(content).isFocused(); }, patienceMillis);
+    // The pointer stays away from the controls until a test moves it.
+    juce::Desktop::setMousePosition({0, 0});
+    pump();
+}
+
+TestWindow::~TestWindow()
+{
+    closeMenus();
+    juce::ModifierKeys::currentModifiers = {};
+    content.removeFromDesktop();
+}
+
+void TestWindow::pump(int millis)
+{
+    pumpUntil([] { return false; }, millis);
+}
+
+void TestWindow::send(juce::Component& target, Point at, int buttonAndKeys)
+{
+    juce::ModifierKeys::currentModifiers = juce::ModifierKeys(buttonAndKeys);
+    peerOf(target).handleMouseEvent(mouse, positionInPeer(target, at), juce::ModifierKeys::currentModifiers,
+                                    pressure, orientation, ++clock);
+}
+
+void TestWindow::moveTo(juce::Component& target, Point at, int buttonAndKeys)
+{
+    send(target, at, buttonAndKeys);
+}
+
+void TestWindow::press(juce::Component& target, Point at, int buttonAndKeys)
+{
+    const int keys = buttonAndKeys & ~juce::ModifierKeys::allMouseButtonModifiers;
+    send(target, at, keys);
+    send(target, at, buttonAndKeys);
+}
+
+void TestWindow::release(juce::Component& target, Point at, int keys)
+{
+    send(target, at, keys);
+    juce::ModifierKeys::currentModifiers = {};
+    pump();
+}
+
+void TestWindow::click(juce::Component& target, Point at, int buttonAndKeys)
+{
+    clock += betweenClicksMillis;
+    press(target, at, buttonAndKeys);
+    release(target, at, buttonAndKeys & ~juce::ModifierKeys::allMouseButtonModifiers);
+}
+
+void TestWindow::click(juce::Component& target, int buttonAndKeys)
+{
+    click(target, target.getLocalBounds().getCentre(), buttonAndKeys);
+}
+
+void TestWindow::doubleClick(juce::Component& target, Point at)
+{
+    clock += betweenClicksMillis;
+    for (int i = 0; i < 2; ++i)
+    {
+        press(target, at);
+        release(target, at);
+    }
+}
+
+void TestWindow::drag(juce::Component& target, Point from, Point to, int buttonAndKeys)
+{
+    clock += betweenClicksMillis;
+    press(target, from, buttonAndKeys);
+    for (int step = 1; step <= dragSteps; ++step)
+        moveTo(target, from + (to - from) * step / dragSteps, buttonAndKeys);
+    release(target, to, buttonAndKeys & ~juce::ModifierKeys::allMouseButtonModifiers);
+}
+
+void TestWindow::wheel(juce::Component& target, Point at, float deltaY)
+{
+    clock += betweenClicksMillis;
+    send(target, at, 0);
+    peerOf(target).handleMouseWheel(mouse, positionInPeer(target, at), ++clock,
+                                    {0.0f, deltaY, false, false, false});
+    pump();
+}
+
+void TestWindow::key(const juce::KeyPress& key)
+{
+    peerOf(content).handleKeyPress(key);
+    pump();
+}
+
+juce::Component* TestWindow::find(int id) const
+{
+    const juce::String text(id);
+    return findShownFirst(content, [&](juce::Component& c) { return c.getComponentID() == text; });
+}
+
+juce::Component* TestWindow::find(const juce::String& name) const
+{
+    return findShownFirst(content, [&](juce::Component& c) { return c.getName() == name; });
+}
+
+juce::Image TestWindow::picture(juce::Component& component, float scale)
+{
+    return component.createComponentSnapshot(component.getLocalBounds(), true, scale);
+}
+
+bool TestWindow::menuIsOpen()
+{
+    return !menuRows().empty();
+}
+
+juce::StringArray TestWindow::menuTexts()
+{
+    pumpUntil([] { return menuIsOpen(); }, patienceMillis);
+    juce::StringArray texts;
+    for (auto* row : menuRows())
+    {
+        const bool enabled = row->getActions().contains(juce::AccessibilityActionType::press);
+        texts.add(enabled ? row->getTitle() : "(" + row->getTitle() + ")");
+    }
+    return texts;
+}
+
+bool TestWindow::chooseFromMenu(const juce::String& text)
+{
+    pumpUntil([] { return menuIsOpen(); }, patienceMillis);
+    for (auto* row : menuRows())
+    {
+        if (row->getTitle() != text)
+            continue;
+
+        // A menu follows the pointer itself, and takes no click in its first moments.
+        constexpr int menuSettlesMillis = 300;
+        auto& item = const_cast<juce::Component&>(row->getComponent());
+        const auto middle = item.getLocalBounds().getCentre();
+        juce::Desktop::setMousePosition(item.localPointToGlobal(middle));
+        pump(menuSettlesMillis);
+        press(item, middle);
+        pump(menuSettlesMillis);
+        juce::ModifierKeys::currentModifiers = {};
+        if (menuIsOpen())
+            release(item, middle);
+        return pumpUntil([] { return !menuIsOpen(); }, patienceMillis);
+    }
+    return false;
+}
+
+void TestWindow::closeMenus()
+{
+    juce::PopupMenu::dismissAllActiveMenus();
+    pumpUntil([] { return !menuIsOpen(); }, patienceMillis);
+}
+
+} // namespace quorel::test

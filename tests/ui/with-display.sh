@@ -1,0 +1,15 @@
+#!/bin/sh
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Runs a test program on an X server of its own with a window manager. JUCE's windows need one: on a bare server
+# they stop with an X error.
+for argument in "$@"; do
+    # Listing the tests needs no display.
+    [ "$argument" = --gtest_list_tests ] && exec "$@"
+done
+exec xvfb-run --auto-servernum --server-args="-screen 0 2400x1800x24" sh -c '
+    openbox --sm-disable & manager=$!
+    export QUOREL_TEST_DISPLAY="$DISPLAY"
+    "$@"
+    result=$?
+    kill "$manager"
+    exit "$result"' sh "$@"
