@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ImageBlock.h"
+
+#include "Canvas.h"
+#include "PngWriter.h"
+#include "resources/ImageList.h"
+
+#include <stdexcept>
+#include <vector>
+
+namespace quorel::artwork
+{
+namespace
+{
+
+constexpr float jpegQuality = 0.85f;
+
+bool isReference(const ImageListing& listing)
+{
+    return juce::String(listing.name).endsWith("_jpg");
+}
+
+void paint(const Canvas& canvas)
+{
+    for (auto* painter :
+         {paintKnob, paintFader, paintHeaderButton, paintSwitch, paintReadout, paintPage, paintBackPanel,
+          paintStripPanel, paintBitmapFont, paintInstrumentIcon, paintOrnament})
+        if (painter(canvas))
+            return;
+    throw std::runtime_error("nothing draws " + canvas.name.toStdString());
+}
+
+/** Frames `first` to `first` + `count` - 1 one under the other, at `scale` pixels to a layout pixel. */
+juce::Image draw(const ImageListing& listing, int first, int count, int scale)
+{
+    juce::Image image(juce::Image::ARGB, listing.width * scale, listing.frameHeight() * count * scale, true,
+                      juce::SoftwareImageType());
+    for (int i = 0; i < count; ++i)
+    {
+        juce::Graphics g(image);
+        g.addTransform(juce::AffineTransform::scale(static_cast<float>(scale))
+                           .translated(0.0f, static_cast<float>(i * listing.frameHeight() * scale)));
+        g.reduceClipRegion(0, 0, listing.width, listing.frameHeight());
+        const auto name = juce::String(listing.name).dropLastCharacters(4);
+        paint({g, name, listing.width, listing.frameHeight(), first + i, listing.frames});
+    }
+    return image;
+}
+
+juce::MemoryBlock jpegOf(const juce::Image& image)
+{
+    juce::MemoryOutputStream out;
+    juce::JPEGImageFormat format;
+    format.setQuality(jpegQuality);
+    if (!format.writeImageToStream(image, out))
+        throw std::runtime_error("cannot write a JPEG");
+    return out.getMemoryBlock();
+}
+
+void writeLoose(const juce::File& file, const juce::MemoryBlock& data)
+{
+    if (!file.getParentDirectory().createDirectory() || !file.replaceWithData(data.getData(), data.getSize()))
+        throw std::runtime_error("cannot write " + file.getFullPathName().toStdString());
+}
+
+/** All files, drawn and encoded by a pool of threads in any order. */
+struct Files
+{
+    std::array<juce::MemoryBlock, numImages> images;
+    std::array<std::vector<juce::MemoryBlock>, numImages> tiles;
+};
+
+/** Images drawn ahead of their encoding: bounds the memory they take. */
+constexpr int maxWaitingJobs = 64;
+
+void waitForJobs(const juce::ThreadPool& pool, int remaining)
+{
+    while (pool.getNumJobs() > remaining)
+        juce::Thread::sleep(2);
+}
+
+Files encodeAll()
+{
+    Files files;
+    // Drawing goes one by one, since all text shares one typeface; the encoding is what takes long.
+    juce::ThreadPool pool(juce::SystemStats::getNumCpus());
+    for (size_t i = 0; i < imageList.size(); ++i)
+    {
+        const auto& listing = imageList[i];
+        const auto image = draw(listing, 0, listing.frames, 1);
+        if (isReference(listing))
+            files.images[i] = jpegOf(image);
+        else
+            pool.addJob([&files, i, image] { files.images[i] = pngOf(image); });
+        if (!listing.doubled)
+            continue;
+        const bool isFilm = listing.frames > 2 && listing.frames != numGlyphRows;
+        const int tileFrames = isFilm ? 1 : listing.frames;
+        files.tiles[i].resize(static_cast<size_t>(listing.frames / tileFrames));
+        for (size_t tile = 0; tile < files.tiles[i].size(); ++tile)
+        {
+            waitForJobs(pool, maxWaitingJobs);
+            const auto doubled = draw(listing, static_cast<int>(tile) * tileFrames, tileFrames, 2);
+            pool.addJob([&files, i, tile, doubled] { files.tiles[i][tile] = pngOf(doubled); });
+        }
+    }
+    waitForJobs(pool, 0);
+    return files;
+}
+
+} // namespace
+
+juce::MemoryBlock drawImageBlock(const juce::File& looseFolder)
+{
+    const auto files = encodeAll();
+    size_t numTiles = 0;
+    for (const auto& tiles : files.tiles)
+        numTiles += tiles.size();
+
+    juce::MemoryOutputStream index;
+    juce::MemoryOutputStream tileIndex;
+    juce::MemoryOutputStream data;
+    const size_t dataStart = sizeof(juce::uint32) * (4 + 4 * imageList.size() + 2 * numTiles);
+    const auto append = [&](juce::OutputStream& to, const juce::MemoryBlock& file)
+    {
+        to.writeInt(static_cast<int>(dataStart + data.getDataSize()));
+        to.writeInt(static_cast<int>(file.getSize()));
+        data << file;
+    };
+
+    int firstTile = 0;
+    for (size_t i = 0; i < imageList.size(); ++i)
+    {
+        append(index, files.images[i]);
+        index.writeInt(firstTile);
+        index.writeInt(static_cast<int>(files.tiles[i].size()));
+        firstTile += static_cast<int>(files.tiles[i].size());
+        for (const auto& tile : files.tiles[i])
+            append(tileIndex, tile);
+
+        if (looseFolder != juce::File())
+        {
+            const auto name = juce::String(imageList[i].name).replace("_png", ".png").replace("_jpg", ".jpg");
+            writeLoose(looseFolder.getChildFile(name), files.images[i]);
+            for (size_t tile = 0; tile < files.tiles[i].size(); ++tile)
+                writeLoose(
+                    looseFolder.getChildFile("2x").getChildFile(
+                        (files.tiles[i].size() > 1 ? juce::String(tile) + "-" : juce::String()) + name),
+                    files.tiles[i][tile]);
+        }
+    }
+
+    juce::MemoryOutputStream block;
+    block.write("QART", 4);
+    block.writeInt(static_cast<int>(imageList.size()));
+    block.writeInt(static_cast<int>(numTiles));
+    block.writeInt(static_cast<int>(dataStart + data.getDataSize()));
+    block << index.getMemoryBlock() << tileIndex.getMemoryBlock() << data.getMemoryBlock();
+    return block.getMemoryBlock();
+}
+
+} // namespace quorel::artwork

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-artwork: draws the editor's images into one block of files, as the program takes them in.
+#include "ImageBlock.h"
+#include "Lettering.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <juce_gui_basics/juce_gui_basics.h>
+
+namespace quorel::artwork
+{
+namespace
+{
+
+juce::File fileOf(const std::string& path)
+{
+    return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
+}
+
+/** Writes the named files as C arrays, `name=path` each. */
+void writeArrays(const juce::File& output, const std::vector<std::string>& parts)
+{
+    juce::MemoryOutputStream text;
+    for (const auto& part : parts)
+    {
+        const auto split = part.find('=');
+        if (split == std::string::npos)
+            throw std::runtime_error("expected name=path: " + part);
+        juce::MemoryBlock data;
+        if (!fileOf(part.substr(split + 1)).loadFileAsData(data))
+            throw std::runtime_error("cannot read " + part.substr(split + 1));
+        text << "alignas(16) static const unsigned char " << juce::String(part.substr(0, split))
+             << "Bytes[] = {";
+        for (size_t i = 0; i < data.getSize(); ++i)
+            text << (i % 32 == 0 ? "\n" : "") << static_cast<int>(static_cast<juce::uint8>(data[i])) << ',';
+        text << "};\n";
+    }
+    if (!output.replaceWithData(text.getData(), text.getDataSize()))
+        throw std::runtime_error("cannot write " + output.getFullPathName().toStdString());
+}
+
+struct Options
+{
+    std::string regular, bold, condensed, output, loose, arrays;
+    std::vector<std::string> parts;
+};
+
+void work(const Options& options)
+{
+    if (!options.arrays.empty())
+        return writeArrays(fileOf(options.arrays), options.parts);
+
+    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+    setTypefaces(fileOf(options.regular), fileOf(options.bold), fileOf(options.condensed));
+    const auto block = drawImageBlock(options.loose.empty() ? juce::File() : fileOf(options.loose));
+    if (!fileOf(options.output).replaceWithData(block.getData(), block.getSize()))
+        throw std::runtime_error("cannot write " + options.output);
+}
+
+} // namespace
+} // namespace quorel::artwork
+
+int main(int argc, char** argv)
+{
+    CLI::App app("Draws the images of Quorel's editor", "quorel-artwork");
+    quorel::artwork::Options options;
+    app.add_option("--regular", options.regular, "TrueType file of the typeface");
+    app.add_option("--bold", options.bold, "its bold weight");
+    app.add_option("--condensed", options.condensed, "its bold condensed weight, for captions");
+    app.add_option("--output", options.output, "block of images to write");
+    app.add_option("--loose", options.loose, "folder to write the images to as files too");
+    app.add_option("--arrays", options.arrays,
+                   "instead, write the files that follow to this one as C arrays");
+    app.add_option("parts", options.parts, "name=path of each array");
+    CLI11_PARSE(app, argc, argv);
+
+    try
+    {
+        quorel::artwork::work(options);
+        return 0;
+    }
+    catch (const std::exception& error)
+    {
+        std::cerr << "quorel-artwork: " << error.what() << std::endl;
+        return 1;
+    }
+}

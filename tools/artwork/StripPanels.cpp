@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The panels of a layer's strip.
+#include "Canvas.h"
+#include "Lettering.h"
+#include "Palette.h"
+#include "Print.h"
+#include "ui/Geometry.h"
+
+#include <cmath>
+
+namespace quorel::artwork
+{
+namespace
+{
+
+constexpr float switchSize = 20.0f;
+constexpr float centred = 23.5f;
+
+void tiny(juce::Graphics& g, const juce::String& text, float x, float baseline, juce::Colour colour)
+{
+    print(g, text, x, baseline, {Face::condensed, capitals::tiny, colour, 0.05f},
+          juce::Justification::horizontallyCentred);
+}
+
+/** Frequencies under an EQ's screen, whose ten octaves start at 20 Hz. */
+void printFrequencies(juce::Graphics& g, Rect screen, float baseline)
+{
+    for (const auto& [hertz, text] : {std::pair{50, "50"},
+                                      {100, "100"},
+                                      {200, "200"},
+                                      {500, "500"},
+                                      {1000, "1K"},
+                                      {2000, "2K"},
+                                      {5000, "5K"},
+                                      {10000, "10K"}})
+    {
+        const float x =
+            screen.getX() + screen.getWidth() * std::log2(static_cast<float>(hertz) / 20.0f) / 10.0f;
+        tiny(g, text, x, baseline, palette::printDim);
+    }
+}
+
+Rect panelFrame()
+{
+    return {0.5f, 0.5f, 649, 139.5f};
+}
+
+/** Captions of the two mode switches, which both key panels have. */
+void printModes(juce::Graphics& g)
+{
+    const std::pair<juce::Point<int>, const char*> modes[] = {{geometry::strip::normalMode, "NORMAL"},
+                                                              {geometry::strip::zoneMode, "ZONES"}};
+    for (const auto& [at, text] : modes)
+        tiny(g, text, static_cast<float>(at.x) + switchSize / 2, static_cast<float>(at.y) + 27.0f,
+             palette::print);
+}
+
+/** A sunk field for one group of controls. */
+void field(juce::Graphics& g, Rect area)
+{
+    g.setColour(juce::Colours::black.withAlpha(0.25f));
+    g.fillPath(roundedRect(area, 4));
+    g.setColour(juce::Colours::white.withAlpha(0.05f));
+    g.drawRoundedRectangle(area.reduced(0.5f), 4, 1);
+}
+
+void printKeyRange(juce::Graphics& g)
+{
+    printModes(g);
+    field(g, {600, 44, 175, 50});
+    field(g, {600, 96, 175, 50});
+    field(g, {925, 58, 150, 56});
+    for (const auto& [x, y] : {std::pair{geometry::strip::keyMin, geometry::strip::keyMax},
+                               {geometry::strip::velocityMin, geometry::strip::velocityMax}})
+    {
+        tiny(g, "FROM", static_cast<float>(x.x) - 14, static_cast<float>(x.y) + 11, palette::printDim);
+        tiny(g, "TO", static_cast<float>(y.x) + 49, static_cast<float>(y.y) + 11, palette::printDim);
+    }
+}
+
+void printZones(juce::Graphics& g)
+{
+    printModes(g);
+    for (int column = 0; column < 2; ++column)
+    {
+        const int first = 4 * column;
+        const auto left = static_cast<float>(geometry::strip::zoneOn(first).x);
+        const auto box = [first](int n)
+        { return static_cast<float>(geometry::strip::zoneBox(first, n).x) + 22; };
+        field(g, {left - 8, 38, 288, 119});
+        constexpr float baseline = 49;
+        tiny(g, "ON", left + switchSize / 2, baseline, palette::print);
+        tiny(g, "ZONE", left + 40, baseline, palette::print);
+        tiny(g, "KEY FROM", box(0), baseline, palette::print);
+        tiny(g, "TO", box(1), baseline, palette::print);
+        tiny(g, "VEL FROM", box(2), baseline, palette::print);
+        tiny(g, "TO", box(3), baseline, palette::print);
+        for (int row = 0; row < 4; ++row)
+            print(g, juce::String(first + row + 1), left + 40,
+                  static_cast<float>(geometry::strip::zoneOn(row).y) + 14,
+                  {Face::bold, 8, palette::amberBright, 0.0f}, juce::Justification::horizontallyCentred);
+    }
+}
+
+void printMidi(juce::Graphics& g)
+{
+    field(g, {555, 40, 210, 108});
+    field(g, {794, 40, 276, 108});
+    const char* left[] = {"PROGRAM CHANGE", "BANK SELECT", "PITCH WHEEL", "MOD WHEEL"};
+    const char* right[] = {"AFTERTOUCH", "SUSTAIN PEDAL", "CONTROLLER 1", "CONTROLLER 2"};
+    for (int n = 0; n < 8; ++n)
+    {
+        const auto at = geometry::strip::blockSwitch(n);
+        const bool withMenu = n >= 6;
+        captionFrom(g, n < 4 ? left[n] : right[n - 4],
+                    withMenu ? static_cast<float>(geometry::strip::userController1.getRight()) + 8
+                             : static_cast<float>(at.x) + switchSize + 5,
+                    static_cast<float>(at.y) + 13);
+    }
+    print(g, "BLOCK", 460, 56, {Face::bold, capitals::title, palette::amberBright, 0.1f});
+    print(g, "MIDI THAT THIS", 460, 70, {Face::condensed, capitals::tiny, palette::printDim});
+    print(g, "LAYER IGNORES", 460, 80, {Face::condensed, capitals::tiny, palette::printDim});
+}
+
+} // namespace
+
+void printEasyPanel(juce::Graphics& g)
+{
+    inset(g, panelFrame().translated(438, 24), 5);
+    for (int n = 0; n < 12; ++n)
+    {
+        const auto at = geometry::strip::easyFader(n).toFloat();
+        print(g, juce::String(n + 1), at.x - 6, at.y + 11,
+              {Face::condensed, capitals::caption, palette::amberBright},
+              juce::Justification::horizontallyCentred);
+    }
+}
+
+void printEq(juce::Graphics& g, Rect frame, bool master)
+{
+    namespace eq = geometry::eq;
+    const int dy = master ? eq::masterOffset : 0;
+    inset(g, frame, 5);
+
+    const auto screen = (master ? eq::masterScreen : eq::screen).toFloat();
+    glass(g, screen.expanded(2), 2);
+    printFrequencies(g, screen, screen.getBottom() + (master ? 11.0f : 7.5f));
+
+    const auto switches = {std::pair{master ? eq::masterOn : eq::on, "EQ ON"},
+                           {master ? eq::masterLowPassOn : eq::lowPassOn, "LP ON"},
+                           {master ? eq::masterHighPassOn : eq::highPassOn, "HP ON"}};
+    for (const auto& [at, text] : switches)
+        tiny(g, text, static_cast<float>(at.x) + switchSize / 2, static_cast<float>(at.y) + 26.0f,
+             palette::print);
+    for (const auto& [at, text] :
+         {std::pair{eq::lowPassFrequency, "LOW PASS"}, {eq::highPassFrequency, "HIGH PASS"}})
+        tiny(g, text, static_cast<float>(at.x) + centred, belowKnob(at.y + dy) - 1, palette::print);
+
+    const juce::Colour hues[] = {palette::green, palette::blue, palette::rose};
+    for (int band = 0; band < 3; ++band)
+    {
+        const auto at = eq::bandOn(band).translated(0, dy).toFloat();
+        tiny(g, "BAND " + juce::String(band + 1), at.x + switchSize / 2, at.y + 26.0f,
+             hues[band].interpolatedWith(juce::Colours::white, 0.3f));
+        const char* names[] = {"FREQ", "WIDTH", "GAIN"};
+        for (int n = 0; n < 3; ++n)
+        {
+            const auto knob = eq::bandKnob(band, n).translated(0, dy);
+            tiny(g, names[n], static_cast<float>(knob.x) + centred, belowKnob(knob.y) - 1, palette::print);
+        }
+    }
+}
+
+bool paintStripPanel(const Canvas& canvas)
+{
+    auto& g = canvas.g;
+    const juce::String kinds[] = {"synth", "dorvik", "eq", "midicc", "easy"};
+    if (!canvas.name.startsWith("panel"))
+        return false;
+    for (const auto& kind : kinds)
+    {
+        if (!canvas.name.contains(kind))
+            continue;
+        // Printed where the controls stand in the strip, whose part this is.
+        const int panel = kind == "synth"    ? 0
+                          : kind == "dorvik" ? 1
+                          : kind == "easy"   ? 2
+                          : kind == "eq"     ? 3
+                                             : 4;
+        const int top = panel == 2 ? 24 : geometry::strip::panelY[panel];
+        g.addTransform(juce::AffineTransform::translation(-static_cast<float>(geometry::strip::panelX),
+                                                          -static_cast<float>(top)));
+        const auto frame =
+            panelFrame().translated(static_cast<float>(geometry::strip::panelX), static_cast<float>(top));
+        if (panel == 2)
+        {
+            printEasyPanel(g);
+            return true;
+        }
+        if (panel == 3)
+        {
+            printEq(g, frame, false);
+            return true;
+        }
+        inset(g, frame, 5);
+        if (panel == 0)
+            printKeyRange(g);
+        else if (panel == 1)
+            printZones(g);
+        else
+            printMidi(g);
+        return true;
+    }
+    return false;
+}
+
+} // namespace quorel::artwork
