@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ParameterList.h"
 
+#include "common/TextRuns.h"
 #include "engine/FxParameterText.h"
 #include "engine/ParameterText.h"
 
@@ -44,27 +45,6 @@ constexpr std::array<Section, 9> sections{{
      "1471 "
      "to 1486: hold switches. 1490 to 1505: positions that held knobs come back to."},
 }};
-
-/** Parameters that make up one text. */
-struct TextRun
-{
-    int first;
-    int count;
-};
-
-std::optional<TextRun> textRunFrom(int index)
-{
-    if (index == slot::presetNameText || index == slot::folderNameText)
-        return TextRun{index, slot::nameTextLength};
-    if (isLayerParameter(index) && numberInLayer(index) == layerSlot::pluginNameText)
-        return TextRun{index, slot::nameTextLength};
-
-    const int name = index - slot::multiName;
-    const bool isMultiName = name >= 0 && name < numMultiFaders * slot::multiNameLength;
-    if (isMultiName && name % slot::multiNameLength == 0)
-        return TextRun{index, slot::multiNameLength};
-    return std::nullopt;
-}
 
 struct Row
 {

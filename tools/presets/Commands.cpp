@@ -1,0 +1,417 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Commands.h"
+
+#include "FolderArchive.h"
+#include "ParameterReport.h"
+
+#include "presets/Categories.h"
+#include "presets/PresetFiles.h"
+#include "presets/PresetIndex.h"
+#include "presets/PresetNames.h"
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <set>
+
+namespace quorel
+{
+
+namespace
+{
+juce::String quoted(const juce::String& text)
+{
+    return "\"" + text + "\"";
+}
+
+juce::String count(int number, const char* what)
+{
+    return juce::String(number) + " " + what + (number == 1 ? "" : "s");
+}
+
+int fail(const juce::Result& result)
+{
+    return failWith(result.getErrorMessage());
+}
+
+/** Fails where there is nothing to work on. */
+juce::Result checkBanks(const PresetCollection& collection)
+{
+    if (collection.banksFolder == juce::File())
+        return juce::Result::fail("no banks folder is set: run quorel-setup, or give --banks");
+    if (!collection.banksFolder.isDirectory())
+        return juce::Result::fail("there is no banks folder " + collection.banksFolder.getFullPathName());
+    return juce::Result::ok();
+}
+
+juce::Result splitPlace(const juce::String& text, PresetPlace& place)
+{
+    place.folder = text.upToFirstOccurrenceOf("/", false, false);
+    place.name = text.fromFirstOccurrenceOf("/", false, false);
+    return place.folder.isNotEmpty() && place.name.isNotEmpty() && !place.name.containsChar('/')
+               ? juce::Result::ok()
+               : juce::Result::fail("a preset is given as FOLDER/NAME, not as " + quoted(text));
+}
+
+juce::Result findPreset(const PresetCollection& collection, const juce::String& text, juce::File& file)
+{
+    if (const auto result = checkBanks(collection); result.failed())
+        return result;
+    PresetPlace place;
+    if (const auto result = splitPlace(text, place); result.failed())
+        return result;
+    file = findPresetFile(collection.banksFolder, place.folder, place.name);
+    return file != juce::File() ? juce::Result::ok()
+                                : juce::Result::fail("there is no preset " + quoted(text) + " in " +
+                                                     collection.banksFolder.getFullPathName());
+}
+
+bool isFilePath(const juce::String& text)
+{
+    return juce::File::isAbsolutePath(text) || text.endsWithIgnoreCase(presetFileEnding) ||
+           juce::File::getCurrentWorkingDirectory().getChildFile(text).existsAsFile();
+}
+
+/** A preset by name or by path. */
+juce::Result findPresetOrFile(const PresetCollection& collection, const juce::String& text, juce::File& file)
+{
+    if (!isFilePath(text))
+        return findPreset(collection, text, file);
+    file = juce::File::getCurrentWorkingDirectory().getChildFile(text);
+    return juce::Result::ok();
+}
+
+juce::Result findFlags(const juce::StringArray& categories, std::vector<int>& flags)
+{
+    for (const auto& category : categories)
+    {
+        const auto flag = findCategory(category);
+        if (!flag.has_value())
+            return juce::Result::fail("unknown category " + quoted(category) +
+                                      ": see quorel-presets categories list");
+        flags.push_back(*flag);
+    }
+    return juce::Result::ok();
+}
+
+juce::String wordsOf(const CategoryFlags& flags)
+{
+    juce::StringArray words;
+    for (int flag = 0; flag < numCategories; ++flag)
+        if (flags[static_cast<std::size_t>(flag)] != 0)
+            words.add(categoryName(flag));
+    return words.joinIntoString(", ");
+}
+
+void print(const PresetIndexEntry& entry)
+{
+    const auto words = wordsOf(entry.flags);
+    std::cout << entry.folder << '/' << entry.name;
+    if (words.isNotEmpty())
+        std::cout << "  [" << words << ']';
+    std::cout << '\n';
+}
+
+//==============================================================================================================
+// Verify
+
+/** A file to look at, and what to call it. */
+struct Suspect
+{
+    juce::File file;
+    juce::String title;
+    bool isInBanks = false;
+};
+
+/** What looks like a preset in a folder, whether lists would show it or not. */
+juce::Array<juce::File> presetLikeFiles(const juce::File& folder)
+{
+    auto files = folder.findChildFiles(juce::File::findFilesAndDirectories, false, "*");
+    files.removeIf([](const juce::File& file) { return !file.hasFileExtension(presetFileEnding); });
+    files.sort();
+    return files;
+}
+
+void addFolder(const juce::File& folder, std::vector<Suspect>& suspects)
+{
+    for (const auto& file : presetLikeFiles(folder))
+        suspects.push_back({file, folder.getFileName() + "/" + file.getFileNameWithoutExtension(), true});
+}
+
+juce::Result collectSuspects(const PresetCollection& collection, const juce::StringArray& what,
+                             std::vector<Suspect>& suspects)
+{
+    const auto& banks = collection.banksFolder;
+    if (what.isEmpty())
+    {
+        if (const auto result = checkBanks(collection); result.failed())
+            return result;
+        for (const auto& folder : listPresetFolders(banks))
+            addFolder(childNamed(banks, folder), suspects);
+        return juce::Result::ok();
+    }
+
+    for (const auto& text : what)
+    {
+        if (isFilePath(text))
+        {
+            const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(text);
+            suspects.push_back({file, file.getFullPathName(), false});
+            continue;
+        }
+        if (!text.containsChar('/'))
+        {
+            if (const auto result = checkBanks(collection); result.failed())
+                return result;
+            const auto folder = childNamed(banks, text);
+            if (!folder.isDirectory())
+                return juce::Result::fail("there is no folder " + quoted(text) + " in " +
+                                          banks.getFullPathName());
+            addFolder(folder, suspects);
+            continue;
+        }
+        juce::File file;
+        if (const auto result = findPreset(collection, text, file); result.failed())
+            return result;
+        suspects.push_back({file, text, true});
+    }
+    return juce::Result::ok();
+}
+
+/** Presets that lie where no list looks. */
+int reportStrays(const juce::File& banks)
+{
+    int strays = 0;
+    for (const auto& file : presetLikeFiles(banks))
+    {
+        if (file.isDirectory())
+            continue;
+        std::cout << file.getFileName() << ": note: isn't listed: it lies outside of any folder\n";
+        ++strays;
+    }
+    return strays;
+}
+} // namespace
+
+int failWith(const juce::String& text)
+{
+    std::cerr << "quorel-presets: " << text << std::endl;
+    return exitFailed;
+}
+
+int listPresetsIn(const PresetCollection& collection, const juce::String& folder)
+{
+    if (const auto result = checkBanks(collection); result.failed())
+        return fail(result);
+    const auto folders = listPresetFolders(collection.banksFolder);
+    if (folder.isNotEmpty() && !folders.contains(folder))
+        return failWith("there is no folder " + quoted(folder) + " in " +
+                        collection.banksFolder.getFullPathName());
+
+    PresetIndex index;
+    index.build(collection.banksFolder);
+    auto entry = index.getEntries().begin();
+    for (const auto& name : folders)
+    {
+        const auto end = std::find_if(entry, index.getEntries().end(),
+                                      [&](const PresetIndexEntry& e) { return e.folder != name; });
+        if (folder.isEmpty() || folder == name)
+        {
+            std::cout << name << "/  (" << count(static_cast<int>(end - entry), "preset") << ")\n";
+            std::for_each(entry, end, print);
+        }
+        entry = end;
+    }
+    std::cout << std::flush;
+    return exitFine;
+}
+
+int searchPresets(const PresetCollection& collection, const juce::String& text,
+                  const juce::StringArray& categories)
+{
+    std::vector<int> flags;
+    if (const auto result = findFlags(categories, flags); result.failed())
+    {
+        fail(result);
+        return exitUsage;
+    }
+    if (const auto result = checkBanks(collection); result.failed())
+        return fail(result);
+
+    CategoryFlags wanted{};
+    for (const int flag : flags)
+        wanted[static_cast<std::size_t>(flag)] = 1;
+    PresetIndex index;
+    index.build(collection.banksFolder);
+    const auto byText = index.findText(text);
+    const auto byCategory = index.findCategories(wanted);
+    std::vector<int> found;
+    std::set_intersection(byText.begin(), byText.end(), byCategory.begin(), byCategory.end(),
+                          std::back_inserter(found));
+    for (const int i : found)
+        print(index.getEntries()[static_cast<std::size_t>(i)]);
+    std::cout << std::flush;
+    return exitFine;
+}
+
+int showPreset(const PresetCollection& collection, const juce::String& preset, const ShowOptions& options)
+{
+    juce::File file;
+    if (const auto result = findPresetOrFile(collection, preset, file); result.failed())
+        return fail(result);
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(file, document); result.failed())
+        return fail(result);
+    const auto installed = readInstalledInstruments(collection.pluginListFile);
+    const auto show = options.json ? presetAsJson : presetAsText;
+    std::cout << show(file, document.chunk(), options.all, installed) << std::flush;
+    return exitFine;
+}
+
+int listCategories()
+{
+    for (int group = 0; group < numCategoryGroups; ++group)
+    {
+        juce::StringArray words;
+        for (int item = 0; item < categoriesPerGroup; ++item)
+        {
+            const juce::String word(categoryName(group * categoriesPerGroup + item));
+            // What has a number for a name is free.
+            if (word.isNotEmpty() && !word.containsOnly("0123456789"))
+                words.add(word);
+        }
+        std::cout << categoryHeading(group) << ": " << words.joinIntoString(", ") << '\n';
+    }
+    std::cout << std::flush;
+    return exitFine;
+}
+
+int editCategories(const PresetCollection& collection, const juce::String& preset, CategoryChange change,
+                   const juce::StringArray& categories)
+{
+    std::vector<int> flags;
+    if (const auto result = findFlags(categories, flags); result.failed())
+    {
+        fail(result);
+        return exitUsage;
+    }
+    juce::File file;
+    if (const auto result = findPreset(collection, preset, file); result.failed())
+        return fail(result);
+    juce::StringArray words;
+    if (const auto result = changeCategories(file, change, flags, words); result.failed())
+        return fail(result);
+    std::cout << preset << "  [" << words.joinIntoString(", ") << ']' << std::endl;
+    return exitFine;
+}
+
+int copyTo(const PresetCollection& collection, const juce::String& preset, const juce::String& to,
+           bool replace)
+{
+    juce::File source, target;
+    if (const auto result = findPreset(collection, preset, source); result.failed())
+        return fail(result);
+    PresetPlace place;
+    const auto name = to.endsWithChar('/') ? source.getFileNameWithoutExtension() : juce::String();
+    if (const auto result = splitPlace(to + name, place); result.failed())
+        return fail(result);
+    if (const auto result = findTarget(collection.banksFolder, place, source, replace, target);
+        result.failed())
+        return fail(result);
+    if (target == source)
+        return failWith(quoted(preset) + " can't be copied to itself");
+    if (const auto result = copyPreset(source, target, place); result.failed())
+        return fail(result);
+    std::cout << preset << " -> " << place.text() << std::endl;
+    return exitFine;
+}
+
+int renameTo(const PresetCollection& collection, const juce::String& preset, const juce::String& to,
+             bool replace)
+{
+    juce::File source, target;
+    if (const auto result = findPreset(collection, preset, source); result.failed())
+        return fail(result);
+    PresetPlace place{source.getParentDirectory().getFileName(), to};
+    if (to.containsChar('/'))
+        if (const auto result = splitPlace(to, place); result.failed())
+            return fail(result);
+    if (const auto result = findTarget(collection.banksFolder, place, source, replace, target);
+        result.failed())
+        return fail(result);
+    if (const auto result = renamePreset(source, target, place); result.failed())
+        return fail(result);
+    std::cout << preset << " -> " << place.text() << std::endl;
+    return exitFine;
+}
+
+int verifyPresets(const PresetCollection& collection, const juce::StringArray& what, bool strict)
+{
+    std::vector<Suspect> suspects;
+    if (const auto result = collectSuspects(collection, what, suspects); result.failed())
+        return fail(result);
+
+    const auto installed = readInstalledInstruments(collection.pluginListFile);
+    if (!installed.isKnown)
+        std::cerr << "quorel-presets: there is no list of installed instruments: whether they are here isn't "
+                     "checked\n";
+    int errors = 0;
+    int notes = what.isEmpty() ? reportStrays(collection.banksFolder) : 0;
+    std::set<juce::String> folders;
+    for (const auto& suspect : suspects)
+    {
+        folders.insert(suspect.file.getParentDirectory().getFullPathName());
+        for (const auto& finding : checkPreset(suspect.file, suspect.isInBanks, installed))
+        {
+            const bool isError = finding.weight == Finding::Weight::error;
+            ++(isError ? errors : notes);
+            std::cout << suspect.title << ": " << (isError ? "error: " : "note: ") << finding.text << '\n';
+        }
+    }
+    std::cout << count(static_cast<int>(suspects.size()), "preset") << " in "
+              << count(static_cast<int>(folders.size()), "folder") << ": " << count(errors, "error") << ", "
+              << count(notes, "note") << std::endl;
+    return errors > 0 || (strict && notes > 0) ? exitFailed : exitFine;
+}
+
+int exportTo(const PresetCollection& collection, const juce::String& folder, const juce::File& archive,
+             bool replace)
+{
+    if (const auto result = checkBanks(collection); result.failed())
+        return fail(result);
+    if (!listPresetFolders(collection.banksFolder).contains(folder))
+        return failWith("there is no folder " + quoted(folder) + " in " +
+                        collection.banksFolder.getFullPathName());
+    if (archive.exists() && (!replace || archive.isDirectory()))
+        return failWith(archive.getFullPathName() + " exists already");
+    int numPresets = 0;
+    if (const auto result = exportFolder(childNamed(collection.banksFolder, folder), archive, numPresets);
+        result.failed())
+        return fail(result);
+    std::cout << archive.getFullPathName() << ": " << count(numPresets, "preset") << " of " << folder
+              << std::endl;
+    return exitFine;
+}
+
+int importFrom(const PresetCollection& collection, const juce::File& archive, const juce::String& folder,
+               bool replace)
+{
+    const auto& banks = collection.banksFolder;
+    if (const auto result = checkBanks(collection); result.failed())
+        return fail(result);
+    if (folder.isNotEmpty() && !listPresetFolders(banks).contains(folder))
+        if (const auto result = checkTypedName(folder, "a folder"); result.failed())
+            return fail(result);
+    ImportOptions options;
+    options.folderName = folder;
+    options.replace = replace;
+    ImportReport report;
+    if (const auto result = importFolder(archive, banks, options, report); result.failed())
+        return fail(result);
+    for (const auto& entry : report.passedOver)
+        std::cerr << "quorel-presets: passed over " << quoted(entry) << ", which is no preset\n";
+    std::cout << report.folderName << ": " << count(report.numPresets, "preset") << " imported" << std::endl;
+    return exitFine;
+}
+
+} // namespace quorel

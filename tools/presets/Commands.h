@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What `quorel-presets` does, one function a command. Answers go to the standard output, errors to the
+// standard error stream, a line each. All return the exit code of the program.
+#pragma once
+
+#include "PresetCheck.h"
+#include "PresetEditing.h"
+
+#include <juce_core/juce_core.h>
+
+#include <vector>
+
+namespace quorel
+{
+
+constexpr int exitFine = 0;
+/** Something could not be done, or is wrong with a preset. */
+constexpr int exitFailed = 1;
+/** The command line makes no sense; nothing was done. */
+constexpr int exitUsage = 2;
+
+/** The library of one user. */
+struct PresetCollection
+{
+    juce::File banksFolder;
+    juce::File pluginListFile;
+};
+
+/** Prints an error and gives `exitFailed`. */
+int failWith(const juce::String& text);
+
+int listPresetsIn(const PresetCollection& collection, const juce::String& folder);
+
+int searchPresets(const PresetCollection& collection, const juce::String& text,
+                  const juce::StringArray& categories);
+
+struct ShowOptions
+{
+    bool all = false;
+    bool json = false;
+};
+
+/** `preset` is "Folder/Name" or a file. */
+int showPreset(const PresetCollection& collection, const juce::String& preset, const ShowOptions& options);
+
+int listCategories();
+
+int editCategories(const PresetCollection& collection, const juce::String& preset, CategoryChange change,
+                   const juce::StringArray& categories);
+
+/** `to` is "Folder/Name", or "Folder/" for the same name. */
+int copyTo(const PresetCollection& collection, const juce::String& preset, const juce::String& to,
+           bool replace);
+
+/** `to` is a name, or "Folder/Name". */
+int renameTo(const PresetCollection& collection, const juce::String& preset, const juce::String& to,
+             bool replace);
+
+/** Each of `what` is a folder, "Folder/Name" or a file; none of them stands for everything. With `strict`
+   notes count as errors. */
+int verifyPresets(const PresetCollection& collection, const juce::StringArray& what, bool strict);
+
+int exportTo(const PresetCollection& collection, const juce::String& folder, const juce::File& archive,
+             bool replace);
+
+int importFrom(const PresetCollection& collection, const juce::File& archive, const juce::String& folder,
+               bool replace);
+
+} // namespace quorel

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-presets: the user's preset library from the command line.
+#include "Commands.h"
+
+#include "common/QuietLogger.h"
+#include "presets/PlatformSeam.h"
+#include "presets/UserPaths.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <iostream>
+
+namespace quorel
+{
+namespace
+{
+juce::String textOf(const std::string& text)
+{
+    return juce::String::fromUTF8(text.c_str());
+}
+
+juce::StringArray textsOf(const std::vector<std::string>& texts)
+{
+    juce::StringArray all;
+    for (const auto& text : texts)
+        all.add(textOf(text));
+    return all;
+}
+
+juce::File fileOf(const std::string& path)
+{
+    return juce::File::getCurrentWorkingDirectory().getChildFile(textOf(path));
+}
+
+/** Everything that the command line can say, and the command that it asks for. */
+struct Arguments
+{
+    std::string prefix, banks;
+    std::string preset, to, folder, text, file;
+    std::vector<std::string> names;
+    bool all = false, json = false, replace = false, strict = false;
+
+    std::function<int(const PresetCollection&)> command;
+
+    PresetCollection collection() const
+    {
+        const auto places = prefix.empty() ? userPlaces() : userPlaces(fileOf(prefix));
+        const auto store = prefix.empty() ? makeUserStore() : makeUserStore(places);
+        const auto paths = readPaths(*store);
+        return {banks.empty() ? paths.banksFolder : fileOf(banks), paths.pluginListFile};
+    }
+};
+
+class CommandLine
+{
+public:
+    explicit CommandLine(Arguments& destination)
+        : arguments(destination)
+    {
+        app.add_option("--prefix", arguments.prefix,
+                       "Uses the settings below this folder instead of the user's own")
+            ->type_name("DIR");
+        app.add_option("--banks", arguments.banks,
+                       "Uses this banks folder instead of the one in the settings")
+            ->type_name("DIR");
+        app.require_subcommand(1);
+        app.footer("A preset is given as \"FOLDER/NAME\", by its exact names. list, search, show, verify and "
+                   "categories list write nothing.");
+        addReaders();
+        addCategories();
+        addWriters();
+        addArchives();
+    }
+
+    CLI::App& parser() { return app; }
+
+private:
+    using Command = std::function<int(const PresetCollection&)>;
+
+    CLI::App& add(CLI::App& parent, const char* name, const char* description, Command command)
+    {
+        auto& sub = *parent.add_subcommand(name, description);
+        sub.final_callback([this, command] { arguments.command = command; });
+        return sub;
+    }
+
+    void addPreset(CLI::App& sub, const char* description)
+    {
+        sub.add_option("preset", arguments.preset, description)->required()->type_name("PRESET");
+    }
+
+    void addReaders()
+    {
+        auto& a = arguments;
+        auto& list = add(app, "list", "Lists folders and presets with their categories",
+                         [&a](const auto& c) { return listPresetsIn(c, textOf(a.folder)); });
+        list.add_option("folder", a.folder, "Only this folder")->type_name("FOLDER");
+
+        auto& search =
+            add(app, "search", "Finds presets by a part of their names, by categories, or by both",
+                [&a](const auto& c) { return searchPresets(c, textOf(a.text), textsOf(a.names)); });
+        search.add_option("text", a.text, "Part of the name, in any letter case")->type_name("TEXT");
+        search.add_option("-c,--category", a.names, "Category that it must have; may be repeated")
+            ->allow_extra_args(false)
+            ->type_name("NAME");
+
+        auto& show = add(app, "show", "Shows instruments, categories and parameters of a preset",
+                         [&a](const auto& c) {
+                             return showPreset(c, textOf(a.preset), ShowOptions{a.all, a.json});
+                         });
+        addPreset(show, "FOLDER/NAME, or a preset file");
+        show.add_flag("--all", a.all, "Shows all parameters, not just those off their defaults");
+        show.add_flag("--json", a.json, "Prints JSON");
+
+        auto& verify =
+            add(app, "verify", "Looks for what is wrong with presets; everything, if nothing is named",
+                [&a](const auto& c) { return verifyPresets(c, textsOf(a.names), a.strict); });
+        verify.add_option("what", a.names, "Folders, FOLDER/NAME or preset files")->type_name("WHAT");
+        verify.add_flag("--strict", a.strict, "Ends with an error if there are notes");
+    }
+
+    void addCategories()
+    {
+        auto& a = arguments;
+        auto& categories = *app.add_subcommand("categories", "Shows and changes categories");
+        categories.require_subcommand(1);
+        add(categories, "list", "Lists the names of all categories",
+            [](const auto&) { return listCategories(); });
+        const auto addChange = [&](const char* name, const char* description, CategoryChange change)
+        {
+            auto& sub = add(categories, name, description,
+                            [&a, change](const auto& c)
+                            { return editCategories(c, textOf(a.preset), change, textsOf(a.names)); });
+            addPreset(sub, "FOLDER/NAME");
+            auto& names = *sub.add_option("names", a.names, "Categories")->type_name("NAME");
+            if (change != CategoryChange::set)
+                names.required();
+        };
+        addChange("set", "Gives a preset these categories and no others; without names, none",
+                  CategoryChange::set);
+        addChange("add", "Adds categories to a preset's", CategoryChange::add);
+        addChange("remove", "Takes categories off a preset", CategoryChange::remove);
+    }
+
+    void addWriters()
+    {
+        auto& a = arguments;
+        auto& copy =
+            add(app, "copy", "Copies a preset",
+                [&a](const auto& c) { return copyTo(c, textOf(a.preset), textOf(a.to), a.replace); });
+        addPreset(copy, "FOLDER/NAME");
+        copy.add_option("to", a.to, "FOLDER/NAME, or FOLDER/ to keep the name")->required()->type_name("TO");
+        addReplace(copy);
+
+        auto& rename =
+            add(app, "rename", "Renames a preset, or moves it to another folder",
+                [&a](const auto& c) { return renameTo(c, textOf(a.preset), textOf(a.to), a.replace); });
+        addPreset(rename, "FOLDER/NAME");
+        rename.add_option("to", a.to, "NAME, or FOLDER/NAME")->required()->type_name("TO");
+        addReplace(rename);
+    }
+
+    void addArchives()
+    {
+        auto& a = arguments;
+        auto& exporting = add(app, "export", "Writes the presets of a folder to one zip file",
+                              [&a](const auto& c)
+                              {
+                                  const auto archive = a.file.empty() ? a.folder + ".zip" : a.file;
+                                  return exportTo(c, textOf(a.folder), fileOf(archive), a.replace);
+                              });
+        exporting.add_option("folder", a.folder, "The folder")->required()->type_name("FOLDER");
+        exporting.add_option("-o,--output", a.file, "The archive; FOLDER.zip if it isn't given")
+            ->type_name("FILE");
+        addReplace(exporting);
+
+        auto& importing =
+            add(app, "import", "Puts the presets of such a file into a folder",
+                [&a](const auto& c) { return importFrom(c, fileOf(a.file), textOf(a.folder), a.replace); });
+        importing.add_option("file", a.file, "The archive")->required()->type_name("FILE");
+        importing.add_option("--folder", a.folder, "Name for the folder instead of the archive's")
+            ->type_name("NAME");
+        addReplace(importing);
+    }
+
+    void addReplace(CLI::App& sub) { sub.add_flag("--replace", arguments.replace, "Replaces what is there"); }
+
+    Arguments& arguments;
+    CLI::App app{"The preset library of Quorel.", "quorel-presets"};
+};
+
+int run(int argc, char** argv)
+{
+    Arguments arguments;
+    CommandLine commandLine(arguments);
+    try
+    {
+        commandLine.parser().parse(argc, argv);
+    }
+    catch (const CLI::Success& answer)
+    {
+        return commandLine.parser().exit(answer);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        std::cerr << "quorel-presets: " << error.what() << " (see --help)" << std::endl;
+        return exitUsage;
+    }
+
+    const QuietLogger quietLogger;
+    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+    return arguments.command(arguments.collection());
+}
+} // namespace
+} // namespace quorel
+
+int main(int argc, char** argv)
+{
+    try
+    {
+        return quorel::run(argc, argv);
+    }
+    catch (const std::exception& error)
+    {
+        return quorel::failWith(juce::String::fromUTF8(error.what()));
+    }
+}

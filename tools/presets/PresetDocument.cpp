@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PresetDocument.h"
+
+#include "effects/EffectMath.h"
+#include "engine/ParameterLayout.h"
+#include "engine/ParameterText.h"
+#include "presets/PresetFiles.h"
+
+#include <cstring>
+
+namespace quorel
+{
+
+namespace
+{
+constexpr std::size_t numParametersOffset = 12;
+constexpr std::size_t numLayersOffset = 16;
+constexpr std::size_t versionOffset = 20;
+constexpr std::size_t presetNameOffset = 24;
+constexpr std::size_t folderNameOffset = 56;
+constexpr std::size_t headerSize = 88 + 4 * numLayers;
+
+int integerAt(const juce::MemoryBlock& bytes, std::size_t offset)
+{
+    return static_cast<int>(
+        juce::ByteOrder::littleEndianInt(static_cast<const char*>(bytes.getData()) + offset));
+}
+
+juce::String count(juce::int64 number, const char* what)
+{
+    return juce::String(number) + " " + what + (number == 1 ? "" : "s");
+}
+} // namespace
+
+juce::String whyNotAPreset(const juce::MemoryBlock& bytes, StateChunk& chunk)
+{
+    const auto status = readStateChunk(bytes.getData(), bytes.getSize(), chunk);
+    const auto size = static_cast<juce::int64>(bytes.getSize());
+    if (size == 0)
+        return "the file is empty";
+    if (size < static_cast<juce::int64>(presetNameOffset))
+        return "too short to be a preset: " + count(size, "byte");
+    if (integerAt(bytes, 0) != StateChunk::magic)
+        return "not a preset: the file is of another format";
+    if (status == ChunkStatus::foreign)
+        return "of format version " + juce::String(integerAt(bytes, versionOffset)) + ", not " +
+               juce::String(StateChunk::currentVersion);
+
+    const int layers = integerAt(bytes, numLayersOffset);
+    const int parameters = integerAt(bytes, numParametersOffset);
+    if (layers != numLayers)
+        return "has " + count(layers, "layer") + ", not " + juce::String(numLayers);
+    if (parameters != numHostParameters)
+        return "has " + count(parameters, "parameter") + ", not " + juce::String(numHostParameters);
+    if (status == ChunkStatus::tooShort || chunk.parameters.size() < numHostParameters)
+        return "the preset is cut off after " + count(size, "byte") + " of at least " +
+               juce::String(static_cast<juce::int64>(headerSize) + 4 * numHostParameters);
+    return {};
+}
+
+juce::Result PresetDocument::parse(const juce::MemoryBlock& bytes, PresetDocument& document)
+{
+    const auto problem = whyNotAPreset(bytes, document.content);
+    if (problem.isNotEmpty())
+        return juce::Result::fail(problem);
+    document.data = bytes;
+    return juce::Result::ok();
+}
+
+juce::Result PresetDocument::open(const juce::File& file, PresetDocument& document)
+{
+    juce::MemoryBlock bytes;
+    if (const auto result = readPresetBytes(file, bytes); result.failed())
+        return result;
+    const auto result = parse(bytes, document);
+    return result.wasOk() ? result
+                          : juce::Result::fail(file.getFullPathName() + ": " + result.getErrorMessage());
+}
+
+juce::Result readPresetBytes(const juce::File& file, juce::MemoryBlock& bytes)
+{
+    const auto fail = [&](const char* what)
+    { return juce::Result::fail(file.getFullPathName() + ": " + what); };
+    if (file.isDirectory())
+        return fail("is a folder");
+    if (!file.exists())
+        return fail("does not exist");
+    if (file.getSize() > largestPresetFile)
+        return fail("too large to be a preset");
+    if (!readWholeFile(file, bytes))
+        return fail("cannot be read");
+    return juce::Result::ok();
+}
+
+void PresetDocument::setNames(const juce::String& preset, const juce::String& folder)
+{
+    const auto put = [&](const juce::String& name, std::size_t offset, int firstParameter)
+    {
+        const auto header = chunkName(name);
+        std::memcpy(static_cast<char*>(data.getData()) + offset, header.data(), header.size());
+        writeParamText(*this, firstParameter, name, slot::nameTextLength);
+    };
+    put(preset, presetNameOffset, slot::presetNameText);
+    put(folder, folderNameOffset, slot::folderNameText);
+    content.presetName = preset;
+    content.folderName = folder;
+}
+
+float PresetDocument::readParameter(int index) const noexcept
+{
+    const auto i = static_cast<std::size_t>(index);
+    return i < content.parameters.size() ? clampUnit(content.parameters[i]) : 0.0f;
+}
+
+void PresetDocument::writeParameter(int index, float newValue)
+{
+    const auto i = static_cast<std::size_t>(index);
+    if (i >= content.parameters.size())
+        return;
+    const float value = clampUnit(newValue);
+    content.parameters[i] = value;
+    juce::uint32 bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    bits = juce::ByteOrder::swapIfBigEndian(bits);
+    std::memcpy(static_cast<char*>(data.getData()) + headerSize + sizeof(bits) * i, &bits, sizeof(bits));
+}
+
+} // namespace quorel

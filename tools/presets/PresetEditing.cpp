@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "PresetEditing.h"
+
+#include "ParameterReport.h"
+
+#include "presets/Categories.h"
+#include "presets/PresetFiles.h"
+#include "presets/PresetNames.h"
+
+namespace quorel
+{
+
+namespace
+{
+juce::Result cannotWrite(const juce::File& file)
+{
+    return juce::Result::fail("cannot write " + file.getFullPathName());
+}
+} // namespace
+
+juce::Result checkTypedName(const juce::String& name, const char* what)
+{
+    const auto clean = cleanTypedName(name);
+    if (clean == name && isPlainName(name))
+        return juce::Result::ok();
+    return juce::Result::fail(juce::String(what) + " can't be called \"" + name + "\"; \"" + clean +
+                              "\" would do");
+}
+
+juce::Result findTarget(const juce::File& banksFolder, const PresetPlace& to, const juce::File& source,
+                        bool replace, juce::File& target)
+{
+    const bool folderExists = listPresetFolders(banksFolder).contains(to.folder);
+    if (!folderExists)
+        if (const auto result = checkTypedName(to.folder, "a folder"); result.failed())
+            return result;
+    // A name that stays is one that a file had already.
+    if (to.name != source.getFileNameWithoutExtension())
+        if (const auto result = checkTypedName(to.name, "a preset"); result.failed())
+            return result;
+
+    target = presetFileFor(banksFolder, to.folder, to.name);
+    if (target == juce::File())
+        return juce::Result::fail("there can be no preset \"" + to.text() + "\"");
+    if (target.isDirectory())
+        return juce::Result::fail(target.getFullPathName() + " is a folder");
+    if (target.exists() && target != source && !replace)
+        return juce::Result::fail("there is a preset \"" + to.text() +
+                                  "\" already: give --replace to put this one in "
+                                  "its place");
+    return juce::Result::ok();
+}
+
+juce::Result copyPreset(const juce::File& source, const juce::File& target, const PresetPlace& to)
+{
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(source, document); result.failed())
+        return result;
+    document.setNames(to.name, to.folder);
+    return replaceFile(target, document.bytes()) ? juce::Result::ok() : cannotWrite(target);
+}
+
+juce::Result renamePreset(const juce::File& source, const juce::File& target, const PresetPlace& to)
+{
+    // Where letter case doesn't count, the two may be one file.
+    const bool isSameFile = target == source || target.getFileIdentifier() == source.getFileIdentifier();
+    if (const auto result = copyPreset(source, isSameFile ? source : target, to); result.failed())
+        return result;
+    if (isSameFile ? moveFile(source, target) : source.deleteFile())
+        return juce::Result::ok();
+    return juce::Result::fail("cannot remove the old file " + source.getFullPathName());
+}
+
+juce::Result changeCategories(const juce::File& file, CategoryChange change, const std::vector<int>& flags,
+                              juce::StringArray& words)
+{
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(file, document); result.failed())
+        return result;
+    const auto before = document.bytes();
+    if (change == CategoryChange::set)
+        for (int i = 0; i < numCategoryParameters; ++i)
+            document.writeParameter(firstCategoryParameter + i, 0.0f);
+    for (const int flag : flags)
+    {
+        const int index = categoryParameter(flag);
+        document.writeParameter(
+            index, withCategory(document.readParameter(index), flag, change != CategoryChange::remove));
+    }
+    words = categoryWords(document.chunk());
+    const bool isUnchanged = document.bytes() == before;
+    return isUnchanged || replaceFile(file, document.bytes()) ? juce::Result::ok() : cannotWrite(file);
+}
+
+} // namespace quorel
