@@ -91,25 +91,30 @@ void CBitmap::draw(juce::Graphics& g, juce::Rectangle<float> destination, juce::
     if (source.isEmpty())
         return;
 
-    const int numTiles = numDoubleTiles(row);
     const float scale = g.getInternalContext().getPhysicalPixelScaleFactor();
-    if (numTiles == 0 || scale < doubleFromScale)
+    if (numDoubleTiles(row) == 0 || scale < doubleFromScale)
     {
         drawPart(g, getImage(), source, destination, asMask);
         return;
     }
 
-    const int tileHeight = getHeight() / numTiles;
-    const float stretch = destination.getHeight() / static_cast<float>(source.getHeight());
-    for (int tile = source.getY() / tileHeight; tile <= (source.getBottom() - 1) / tileHeight; ++tile)
+    const auto& listing = imageList[static_cast<size_t>(row)];
+    if (!listing.isFilm())
     {
-        const juce::Rectangle<int> bounds(0, tile * tileHeight, getWidth(), tileHeight);
-        const auto part = source.getIntersection(bounds);
+        drawPart(g, store->doubleTile(row, 0), source * 2, destination, asMask);
+        return;
+    }
+    const int frameHeight = listing.frameHeight();
+    const float stretch = destination.getHeight() / static_cast<float>(source.getHeight());
+    for (int frame = source.getY() / frameHeight; frame <= (source.getBottom() - 1) / frameHeight; ++frame)
+    {
+        const auto part = source.getIntersection({0, frame * frameHeight, listing.width, frameHeight});
         const auto partDestination =
             destination.withY(destination.getY() + static_cast<float>(part.getY() - source.getY()) * stretch)
                 .withHeight(static_cast<float>(part.getHeight()) * stretch);
-        drawPart(g, store->doubleTile(row, tile), part.translated(0, -bounds.getY()) * 2, partDestination,
-                 asMask);
+        const auto inTile =
+            part.translated(frame % framesPerDoubleTile * listing.width, -frame * frameHeight);
+        drawPart(g, store->doubleTile(row, frame / framesPerDoubleTile), inTile * 2, partDestination, asMask);
     }
 }
 

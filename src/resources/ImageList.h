@@ -7,6 +7,13 @@
 namespace quorel
 {
 
+/** Rows of a bitmap font: one for each character of its set, the last of them blank. */
+constexpr int numGlyphRows = 40;
+
+/** Frames of a film's double-resolution tiles. They stand side by side there, which packs far better than one
+   under the other: what a frame shares with its neighbour is near it in each row. */
+constexpr int framesPerDoubleTile = 8;
+
 /** One image. Sizes are layout pixels: those of the whole image, with all its frames one under the other. */
 struct ImageListing
 {
@@ -20,12 +27,12 @@ struct ImageListing
     bool doubled;
 
     constexpr int frameHeight() const noexcept { return height / frames; }
+
+    /** Positions of a knob or a fader. */
+    constexpr bool isFilm() const noexcept { return frames > numGlyphRows; }
 };
 
 constexpr int numImages = 129;
-
-/** Rows of a bitmap font: one for each character of its set, the last of them blank. */
-constexpr int numGlyphRows = 40;
 
 /** All images in the order of the table. The first one stands in for names that aren't there. The icons are
     those of the twelve short names, of the two small siblings that share one, and of any other plug-in. */

@@ -30,9 +30,9 @@ int imageRowOf(const juce::String& name);
 /** The PNG or JPEG file of a row, 0 to `numImages` - 1. */
 BuiltInBytes imageFile(int row);
 
-/** Number of PNG files that make up the double-resolution image of a row, each as wide as the whole and one
-    under the other: one for each frame of a film, so that only shown frames need decoding, one for any other
-    image, none for an image that isn't drawn at double resolution. */
+/** Number of PNG files that make up the double-resolution image of a row. A film has one for every
+    `framesPerDoubleTile` frames, side by side, so that only those near shown frames need decoding; any other
+   image is in one piece; an image that isn't drawn at double resolution has none. */
 int numDoubleTiles(int row);
 
 /** One of these files. */

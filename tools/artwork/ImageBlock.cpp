@@ -30,16 +30,20 @@ void paint(const Canvas& canvas)
     throw std::runtime_error("nothing draws " + canvas.name.toStdString());
 }
 
-/** Frames `first` to `first` + `count` - 1 one under the other, at `scale` pixels to a layout pixel. */
-juce::Image draw(const ImageListing& listing, int first, int count, int scale)
+/** Frames `first` to `first` + `count` - 1, one under the other or side by side, at `scale` pixels to a
+   layout pixel. */
+juce::Image draw(const ImageListing& listing, int first, int count, int scale, bool sideBySide)
 {
-    juce::Image image(juce::Image::ARGB, listing.width * scale, listing.frameHeight() * count * scale, true,
-                      juce::SoftwareImageType());
+    const int width = listing.width * scale;
+    const int height = listing.frameHeight() * scale;
+    juce::Image image(juce::Image::ARGB, sideBySide ? width * count : width,
+                      sideBySide ? height : height * count, true, juce::SoftwareImageType());
     for (int i = 0; i < count; ++i)
     {
         juce::Graphics g(image);
         g.addTransform(juce::AffineTransform::scale(static_cast<float>(scale))
-                           .translated(0.0f, static_cast<float>(i * listing.frameHeight() * scale)));
+                           .translated(static_cast<float>(sideBySide ? i * width : 0),
+                                       static_cast<float>(sideBySide ? 0 : i * height)));
         g.reduceClipRegion(0, 0, listing.width, listing.frameHeight());
         const auto name = juce::String(listing.name).dropLastCharacters(4);
         paint({g, name, listing.width, listing.frameHeight(), first + i, listing.frames});
@@ -87,20 +91,22 @@ Files encodeAll()
     for (size_t i = 0; i < imageList.size(); ++i)
     {
         const auto& listing = imageList[i];
-        const auto image = draw(listing, 0, listing.frames, 1);
+        const auto image = draw(listing, 0, listing.frames, 1, false);
         if (isReference(listing))
             files.images[i] = jpegOf(image);
         else
             pool.addJob([&files, i, image] { files.images[i] = pngOf(image); });
         if (!listing.doubled)
             continue;
-        const bool isFilm = listing.frames > 2 && listing.frames != numGlyphRows;
-        const int tileFrames = isFilm ? 1 : listing.frames;
-        files.tiles[i].resize(static_cast<size_t>(listing.frames / tileFrames));
+        const int tileFrames = listing.isFilm() ? framesPerDoubleTile : listing.frames;
+        for (int first = 0; first < listing.frames; first += tileFrames)
+            files.tiles[i].emplace_back();
         for (size_t tile = 0; tile < files.tiles[i].size(); ++tile)
         {
             waitForJobs(pool, maxWaitingJobs);
-            const auto doubled = draw(listing, static_cast<int>(tile) * tileFrames, tileFrames, 2);
+            const int first = static_cast<int>(tile) * tileFrames;
+            const int count = juce::jmin(tileFrames, listing.frames - first);
+            const auto doubled = draw(listing, first, count, 2, listing.isFilm());
             pool.addJob([&files, i, tile, doubled] { files.tiles[i][tile] = pngOf(doubled); });
         }
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PngWriter.h"
 
-#include <array>
 #include <cstdlib>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -11,9 +11,14 @@ namespace quorel::artwork
 namespace
 {
 
-constexpr int compressionLevel = 9;
+/** Levels for choosing among filters, and for the file. The highest would take many times as long over films,
+   whose frames repeat each other, and save next to nothing. */
+constexpr int trialLevel = 1;
+constexpr int fileLevel = 7;
 /** What `GZIPCompressorOutputStream` takes for zlib's own wrapping, which PNG wants. */
 constexpr int zlibWrapping = 0;
+
+constexpr size_t maxPalette = 256;
 
 using Bytes = std::vector<juce::uint8>;
 
@@ -38,23 +43,31 @@ enum ColourType
 
 Samples samplesOf(const juce::Image& image)
 {
-    std::vector<juce::Colour> pixels;
+    const juce::Image::BitmapData bitmap(image, juce::Image::BitmapData::readOnly);
+    std::vector<juce::PixelARGB> pixels;
+    pixels.reserve(static_cast<size_t>(image.getWidth()) * static_cast<size_t>(image.getHeight()));
     std::map<juce::uint32, juce::uint8> colours;
     bool opaque = true;
     for (int y = 0; y < image.getHeight(); ++y)
+    {
+        juce::uint32 last = 0;
         for (int x = 0; x < image.getWidth(); ++x)
         {
-            const auto colour = image.getPixelAt(x, y);
-            opaque = opaque && colour.isOpaque();
-            pixels.push_back(colour);
-            if (colours.size() <= 256)
-                colours.emplace(colour.getARGB(), juce::uint8{0});
+            auto pixel = *reinterpret_cast<const juce::PixelARGB*>(bitmap.getPixelPointer(x, y));
+            pixel.unpremultiply();
+            opaque = opaque && pixel.getAlpha() == 255;
+            const auto colour = pixel.getNativeARGB();
+            if (colours.size() <= maxPalette && (x == 0 || colour != last))
+                colours.emplace(colour, juce::uint8{0});
+            last = colour;
+            pixels.push_back(pixel);
         }
+    }
 
     Samples samples;
     samples.width = image.getWidth();
     samples.height = image.getHeight();
-    if (colours.size() <= 256)
+    if (colours.size() <= maxPalette)
     {
         samples.colourType = indexed;
         samples.bytesPerPixel = 1;
@@ -69,18 +82,21 @@ Samples samplesOf(const juce::Image& image)
             if (!colour.isOpaque())
                 samples.paletteAlpha.push_back(colour.getAlpha());
         }
-        for (const auto& colour : pixels)
-            samples.data.push_back(colours[colour.getARGB()]);
+        for (const auto& pixel : pixels)
+            samples.data.push_back(colours[pixel.getNativeARGB()]);
         return samples;
     }
 
     samples.colourType = opaque ? rgb : rgba;
     samples.bytesPerPixel = opaque ? 3 : 4;
-    for (const auto& colour : pixels)
+    samples.data.reserve(pixels.size() * static_cast<size_t>(samples.bytesPerPixel));
+    for (const auto& pixel : pixels)
     {
-        samples.data.insert(samples.data.end(), {colour.getRed(), colour.getGreen(), colour.getBlue()});
+        samples.data.push_back(pixel.getRed());
+        samples.data.push_back(pixel.getGreen());
+        samples.data.push_back(pixel.getBlue());
         if (!opaque)
-            samples.data.push_back(colour.getAlpha());
+            samples.data.push_back(pixel.getAlpha());
     }
     return samples;
 }
@@ -88,76 +104,99 @@ Samples samplesOf(const juce::Image& image)
 /** The predictor of PNG's fourth filter. */
 int paeth(int left, int up, int upLeft)
 {
-    const int estimate = left + up - upLeft;
-    const int toLeft = std::abs(estimate - left);
-    const int toUp = std::abs(estimate - up);
-    const int toUpLeft = std::abs(estimate - upLeft);
+    const int toLeft = std::abs(up - upLeft);
+    const int toUp = std::abs(left - upLeft);
+    const int toUpLeft = std::abs(left + up - 2 * upLeft);
     if (toLeft <= toUp && toLeft <= toUpLeft)
         return left;
     return toUp <= toUpLeft ? up : upLeft;
 }
 
-constexpr int numFilters = 5;
-
-/** Appends row `y` under one of the filters 0 to 4, with the filter's number before it. Returns the sum of
-   the filtered bytes' sizes, the usual guess at how well a row will do. */
-int appendRow(Bytes& out, const Samples& samples, int y, int filter)
+enum Filter
 {
-    const int length = samples.width * samples.bytesPerPixel;
-    const auto* row = samples.data.data() + static_cast<size_t>(y) * static_cast<size_t>(length);
-    const auto* above = y > 0 ? row - length : nullptr;
+    noFilter = 0,
+    byUpper = 2,
+    byPaeth = 4,
+    /** Not one of PNG's: of the three above, the one whose row has the smallest sum of sizes. */
+    bestGuess = 5
+};
+
+/** Row `y` under a filter, with the filter's number before it. Returns the sum of the sizes of the filtered
+   bytes, the usual guess at how well a row will do. */
+int filterRow(Bytes& out, const Samples& samples, int y, Filter filter)
+{
+    const size_t pixel = static_cast<size_t>(samples.bytesPerPixel);
+    const size_t length = static_cast<size_t>(samples.width) * pixel;
+    const auto* row = samples.data.data() + static_cast<size_t>(y) * length;
+    static const Bytes nothing(1 << 16, 0);
+    const auto* above = y > 0 ? row - length : nothing.data();
+    out.resize(length + 1);
+    out[0] = static_cast<juce::uint8>(filter);
     int sum = 0;
-    out.push_back(static_cast<juce::uint8>(filter));
-    for (int i = 0; i < length; ++i)
+    for (size_t i = 0; i < length; ++i)
     {
-        const bool hasLeft = i >= samples.bytesPerPixel;
-        const int left = hasLeft ? row[i - samples.bytesPerPixel] : 0;
-        const int up = above != nullptr ? above[i] : 0;
-        const int upLeft = hasLeft && above != nullptr ? above[i - samples.bytesPerPixel] : 0;
-        const std::array<int, numFilters> predictions{0, left, up, (left + up) / 2, paeth(left, up, upLeft)};
-        const auto value = static_cast<juce::uint8>(row[i] - predictions[static_cast<size_t>(filter)]);
+        int prediction = 0;
+        if (filter == byUpper)
+            prediction = above[i];
+        else if (filter == byPaeth)
+            prediction = i < pixel ? above[i] : paeth(row[i - pixel], above[i], above[i - pixel]);
+        const auto value = static_cast<juce::uint8>(row[i] - prediction);
         sum += value < 128 ? value : 256 - value;
-        out.push_back(value);
+        out[i + 1] = value;
     }
     return sum;
 }
 
-juce::MemoryBlock compressed(const Bytes& bytes)
-{
-    juce::MemoryOutputStream out;
-    {
-        juce::GZIPCompressorOutputStream zip(out, compressionLevel, zlibWrapping);
-        zip.write(bytes.data(), bytes.size());
-    }
-    return out.getMemoryBlock();
-}
-
-/** All rows under one filter, or with the best guess for each where `filter` is negative. */
-Bytes filtered(const Samples& samples, int filter)
+Bytes filtered(const Samples& samples, Filter filter)
 {
     Bytes all;
+    Bytes row;
+    Bytes best;
     for (int y = 0; y < samples.height; ++y)
     {
-        if (filter >= 0)
-        {
-            appendRow(all, samples, y, filter);
-            continue;
-        }
-        Bytes best;
         int bestSum = std::numeric_limits<int>::max();
-        for (int candidate = 0; candidate < numFilters; ++candidate)
+        for (const auto candidate : {noFilter, byUpper, byPaeth})
         {
-            Bytes row;
-            const int sum = appendRow(row, samples, y, candidate);
+            if (filter != bestGuess && candidate != filter)
+                continue;
+            const int sum = filterRow(row, samples, y, candidate);
             if (sum < bestSum)
             {
                 bestSum = sum;
-                best = std::move(row);
+                std::swap(best, row);
             }
         }
         all.insert(all.end(), best.begin(), best.end());
     }
     return all;
+}
+
+juce::MemoryBlock compressed(const Bytes& bytes, int level)
+{
+    juce::MemoryOutputStream out;
+    {
+        juce::GZIPCompressorOutputStream zip(out, level, zlibWrapping);
+        zip.write(bytes.data(), bytes.size());
+    }
+    return out.getMemoryBlock();
+}
+
+/** The image's compressed rows, under the filters that do best. */
+juce::MemoryBlock compressedRows(const Samples& samples)
+{
+    Bytes best;
+    size_t bestSize = std::numeric_limits<size_t>::max();
+    for (const auto filter : {noFilter, byUpper, bestGuess})
+    {
+        auto candidate = filtered(samples, filter);
+        const size_t size = compressed(candidate, trialLevel).getSize();
+        if (size < bestSize)
+        {
+            bestSize = size;
+            best = std::move(candidate);
+        }
+    }
+    return compressed(best, fileLevel);
 }
 
 juce::uint32 crcOf(const void* data, size_t size)
@@ -187,17 +226,7 @@ void writeChunk(juce::OutputStream& out, const char* type, const void* data, siz
 juce::MemoryBlock pngOf(const juce::Image& image)
 {
     const auto samples = samplesOf(image);
-    juce::MemoryBlock best;
-    constexpr int chosenByRow = -1;
-    constexpr int none = 0;
-    constexpr int byUpper = 2;
-    for (const int filter : {none, byUpper, chosenByRow})
-    {
-        auto candidate = compressed(filtered(samples, filter));
-        if (best.isEmpty() || candidate.getSize() < best.getSize())
-            best = std::move(candidate);
-    }
-
+    const auto rows = compressedRows(samples);
     juce::MemoryOutputStream out;
     out.write("\x89PNG\r\n\x1a\n", 8);
     juce::MemoryOutputStream header;
@@ -212,7 +241,7 @@ juce::MemoryBlock pngOf(const juce::Image& image)
         writeChunk(out, "PLTE", samples.palette.data(), samples.palette.size());
     if (!samples.paletteAlpha.empty())
         writeChunk(out, "tRNS", samples.paletteAlpha.data(), samples.paletteAlpha.size());
-    writeChunk(out, "IDAT", best.getData(), best.getSize());
+    writeChunk(out, "IDAT", rows.getData(), rows.getSize());
     writeChunk(out, "IEND", nullptr, 0);
     return out.getMemoryBlock();
 }

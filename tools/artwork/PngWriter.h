@@ -6,9 +6,8 @@
 namespace quorel::artwork
 {
 
-/** The image as a PNG file, as small as trying gets it: 8 bits a channel, without alpha where all pixels are
-    opaque, with a palette where 256 colours do; one filter for all rows or the best for each, whichever
-    comes out smaller. */
+/** An ARGB image as a small PNG file: 8 bits a channel, without alpha where all pixels are opaque, with a
+   palette where 256 colours do. */
 juce::MemoryBlock pngOf(const juce::Image& image);
 
 } // namespace quorel::artwork
