@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# From a bare Debian 12 to sound: installs the packages, builds, and renders the demo song through four layered
-# instruments and four effects. Everything it makes lies below build/.
+# From a bare Debian 12 to sound: installs the packages, builds, renders the demo song through four layered instruments
+# and four effects, and takes a tour through the factory presets. Everything it makes lies below build/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -11,14 +11,20 @@ packaging/build.sh release products
 dist="$PWD/build/dist"
 prefix="$PWD/build/prefix"
 wav="$PWD/build/quorel-demo.wav"
+tour="$PWD/build/quorel-tour.wav"
 
 "$dist/quorel-setup" --prefix "$prefix"
 demo/render.sh "$dist/quorel-render" "$prefix" "$wav"
+echo
+echo "A tour through the factory presets:"
+demo/tour.sh "$PWD/build/tools/tour/quorel-tour" "$prefix" "$tour"
 
 cat <<TEXT
 
 The demo song is in
     $wav
+and the tour in
+    $tour
 
 To use Quorel for yourself:
     $dist/quorel-setup                    set up your own folders and instruments, once
