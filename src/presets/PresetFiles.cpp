@@ -148,6 +148,9 @@ bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
         }
     }
 
+    // The stream passes over a last buffer that was written in part, as happens when the disk runs full.
+    written = written && temporary.getSize() == static_cast<juce::int64>(bytes.getSize());
+
     if (written && moveFile(temporary, file))
         return true;
 

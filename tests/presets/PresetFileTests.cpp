@@ -1,0 +1,385 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Names and files: what users type, what lies on disks, and what a crash or a full disk leaves.
+#include "presets/PresetFiles.h"
+
+#include "presets/PlatformSeam.h"
+#include "presets/PresetIndex.h"
+#include "presets/PresetNames.h"
+#include "support/ScratchFolder.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+
+#if !JUCE_WINDOWS
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+namespace quorel::test
+{
+
+namespace
+{
+juce::String utf8(const char* text)
+{
+    return juce::String::fromUTF8(text);
+}
+
+juce::MemoryBlock blockOf(const juce::String& text)
+{
+    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
+}
+
+/** A preset file that is nothing but its category values. */
+void writePreset(const juce::File& file, std::array<float, 6> categories, size_t size = 168)
+{
+    juce::MemoryBlock bytes(size, true);
+
+    if (size > 144)
+        bytes.copyFrom(categories.data(), 144, std::min<size_t>(size - 144, 24));
+
+    ASSERT_TRUE(replaceFile(file, bytes)) << file.getFullPathName();
+}
+
+juce::StringArray namesOf(const PresetIndex& index, const std::vector<int>& found)
+{
+    juce::StringArray names;
+
+    for (const int i : found)
+        names.add(index.getEntries()[static_cast<size_t>(i)].name);
+
+    return names;
+}
+} // namespace
+
+TEST(PresetNames, FiltersKeepToTheirRules)
+{
+    struct Case
+    {
+        const char* typed;
+        const char* preset;
+        const char* other;
+    };
+
+    constexpr Case cases[] = {
+        {"Warm Pad", "Warm Pad", "Warm Pad"},
+        {"  spaces round  ", "spaces round", "spaces round"},
+        {"12.3", "_2_3", "123"},
+        {"abcdefghijklmnopqrstuvwxyz1234", "abcdefghijklmnopqrstuvwx", "ghijklmnopqrstuvwxyz1234"},
+        // The cut lands on a blank.
+        {"123456 bcdefghijklmnopqrstuvwx", "_23456 bcdefghijklmnopqr", "_bcdefghijklmnopqrstuvwx"},
+        {"abcdefghijklmnopqrstuvw yz", "abcdefghijklmnopqrstuvw", "cdefghijklmnopqrstuvw yz"},
+        {"\\/:*?\"<>|'", "_default", "default"},
+        {"   ", "_default", "default"},
+        {"...", "___", "default"},
+        {"../../etc/passwd", "____etcpasswd", "etcpasswd"},
+        {"C:\\Windows\\x", "CWindowsx", "CWindowsx"},
+        {"~root", "_root", "_root"},
+        {"nul", "_nul", "_nul"},
+        {"COM1", "_COM1", "_COM1"},
+        {"LPT9.x", "LPT9_x", "LPT9x"},
+        {"Command", "Command", "Command"},
+        {"a\tb\nc\x7f", "abc", "abc"},
+        {"\xc3\x9c"
+         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9",
+         "\xc3\x9c"
+         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9",
+         "\xc3\x9c"
+         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9"},
+    };
+
+    for (const auto& [typed, preset, other] : cases)
+    {
+        EXPECT_EQ(cleanPresetName(utf8(typed)), utf8(preset)) << typed;
+        EXPECT_EQ(cleanTypedName(utf8(typed)), utf8(other)) << typed;
+    }
+
+    EXPECT_EQ(cleanPresetName({}), "");
+}
+
+TEST(PresetNames, NothingTypedLeavesTheBanksFolder)
+{
+    const ScratchFolder scratch;
+    const auto banks = scratch.child("Banks");
+    juce::Random random(31);
+    const auto alphabet = utf8("./\\~:* \t\n\x7f"
+                               "CONaux1'\xc2\xa0\xe2\x80\xae\xf0\x9f\x8e\xb9");
+
+    for (int round = 0; round < 4000; ++round)
+    {
+        juce::String typed;
+
+        for (int i = random.nextInt(12); i >= 0; --i)
+            typed += alphabet[random.nextInt(alphabet.length())];
+
+        for (const auto& name : {cleanPresetName(typed), cleanTypedName(typed)})
+        {
+            const auto file = presetFileFor(banks, name, name);
+            ASSERT_EQ(file.getParentDirectory().getParentDirectory(), banks) << typed;
+            ASSERT_LE(name.length(), longestTypedName + 1);
+        }
+    }
+
+    for (const char* name : {"", ".", "..", "../x", "/etc", "a/b"})
+        EXPECT_EQ(presetFileFor(banks, name, "x"), juce::File()) << name;
+
+    EXPECT_EQ(childNamed(banks, "~root").getParentDirectory(), banks);
+    EXPECT_EQ(childNamed({}, "x"), juce::File());
+}
+
+TEST(PresetFiles, ListsHoldPresetsAlone)
+{
+    const ScratchFolder scratch;
+    const auto banks = scratch.child("Banks");
+    const auto folder = banks.getChildFile("B");
+    const juce::StringArray good{"a",   "Z",     ".b", utf8("\xd0\x9f\xd0\xb0\xd0\xb4"), utf8("\xe9\x9f\xb3"),
+                                 "x.y", "~tilde"};
+
+    for (const auto& name : good)
+        ASSERT_TRUE(replaceFile(childNamed(folder, name + ".qrl"), blockOf("x")));
+
+    for (const char* name : {"a.QRL", "a.qrl.bak", "qrl", "readme.txt", ".hidden.qrl"})
+        ASSERT_TRUE(replaceFile(childNamed(folder, name), blockOf("x")));
+
+    ASSERT_TRUE(folder.getChildFile("folder.qrl").createDirectory());
+    ASSERT_TRUE(banks.getChildFile("A").createDirectory());
+    ASSERT_TRUE(banks.getChildFile(".Trash-0").createDirectory());
+    ASSERT_TRUE(replaceFile(banks.getChildFile("stray.qrl"), blockOf("x")));
+    juce::StringArray folders{"A", "B"};
+#if !JUCE_WINDOWS
+    // Links that lead nowhere, or round in a circle; a pipe; a name that is no text.
+    ASSERT_EQ(symlink("loop.qrl", folder.getChildFile("loop.qrl").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ(symlink("nowhere", folder.getChildFile("lost.qrl").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ(symlink("..", folder.getChildFile("up").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ(symlink(".", banks.getChildFile("Self").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ(symlink("Ring", banks.getChildFile("Ring").getFullPathName().toRawUTF8()), 0);
+    ASSERT_EQ(mkfifo(folder.getChildFile("pipe.qrl").getFullPathName().toRawUTF8(), 0600), 0);
+    std::ofstream((folder.getFullPathName() + "/bad\xff.qrl").toStdString()) << "x";
+    folders.add("Self");
+#endif
+    EXPECT_EQ(listPresetFolders(banks).joinIntoString("|"), folders.joinIntoString("|"));
+    auto expected = good;
+    expected.removeString(".b");
+    expected.sort(false);
+    EXPECT_EQ(listPresets(folder).joinIntoString("|"), expected.joinIntoString("|"));
+
+    PresetIndex index;
+    index.build(banks);
+    EXPECT_EQ(index.getEntries().size(),
+              static_cast<size_t>(expected.size()) + (folders.size() > 2 ? 1u : 0u));
+
+    for (const auto& name : expected)
+    {
+        juce::MemoryBlock bytes;
+        EXPECT_TRUE(readWholeFile(findPresetFile(banks, "B", name), bytes)) << name;
+    }
+
+    for (const char* name : {"A", "a.QRL", "folder", "loop", "pipe", "../B/a"})
+        EXPECT_EQ(findPresetFile(banks, "B", name), juce::File()) << name;
+
+    EXPECT_TRUE(listPresetFolders({}).isEmpty());
+    EXPECT_TRUE(listPresets(banks.getChildFile("gone")).isEmpty());
+}
+
+TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
+{
+    const ScratchFolder scratch;
+    const auto banks = scratch.child("Banks");
+    // "Bass" and "Sub Bass" are bits 1 and 2 of the first value, "Dark" bit 0 of the fifth, "Legato" bit 2 of
+    // the fourth.
+    const auto value = [](int bits) { return (static_cast<float>(bits) + 0.5f) / 4096.0f; };
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    writePreset(banks.getChildFile("1/Deep.qrl"), {value(0b110), 0, 0, value(0b100), value(1), 0});
+    writePreset(banks.getChildFile("1/BASS one.qrl"), {value(0b010), 0, 0, 0, 0, value(1 << 10)});
+    writePreset(banks.getChildFile("2/short bass.qrl"),
+                {value(0b010), value(1), value(1), value(0b100), 0, 0}, 150);
+    writePreset(banks.getChildFile("2/empty.qrl"), {}, 0);
+    writePreset(banks.getChildFile("2/odd.qrl"), {nan, -3.0f, 1e30f, 1.0f, -0.0f, -nan});
+    writePreset(banks.getChildFile("2/-- Select Preset --.qrl"), {value(0b110), 0, 0, 0, 0, 0});
+    writePreset(banks.getChildFile(utf8("2/\xc3\x89T\xc3\x89 \xce\xa3\xce\x9f \xd0\x9f\xd0\x90\xd0\x94.qrl")),
+                {});
+
+    PresetIndex index;
+    index.build(banks);
+    ASSERT_EQ(index.getEntries().size(), 7u);
+    EXPECT_EQ(index.getEntries()[0].name, "BASS one");
+    EXPECT_EQ(index.getEntries()[0].folder, "1");
+    EXPECT_EQ(index.getEntries()[2].folderIndex, 1);
+
+    const auto found = [&](const char* text, int folder = -1)
+    { return namesOf(index, index.findText(utf8(text), folder)).joinIntoString("|"); };
+    EXPECT_EQ(found("bAsS"), "BASS one|short bass");
+    EXPECT_EQ(found("bass", 1), "short bass");
+    EXPECT_EQ(found("nothing"), "");
+    EXPECT_EQ(index.findText({}).size(), 6u) << "the placeholder is no preset";
+    EXPECT_EQ(index.findText(utf8("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd0\xb0\xd0\xb4")).size(), 1u);
+
+    const auto filtered = [&](std::initializer_list<const char*> words)
+    {
+        CategoryFlags wanted{};
+
+        for (const char* word : words)
+            wanted[static_cast<size_t>(*findCategory(word))] = 1;
+
+        return namesOf(index, index.findCategories(wanted)).joinIntoString("|");
+    };
+    EXPECT_EQ(filtered({"bass"}), "BASS one|Deep|short bass") << "six bytes of a value are enough for it";
+    EXPECT_EQ(filtered({"Bass", "Sub Bass"}), "Deep");
+    EXPECT_EQ(filtered({"Dark", "Legato", "Sub Bass"}), "Deep");
+    EXPECT_EQ(filtered({"Legato"}), "Deep") << "what a short file lacks is off";
+    EXPECT_EQ(filtered({"22"}), "");
+    EXPECT_EQ(index.findCategories({}).size(), 6u);
+    EXPECT_FALSE(findCategory("").has_value());
+}
+
+TEST(PresetFiles, EveryFlagKeepsToItself)
+{
+    std::array<float, 6> values{};
+
+    for (int flag = 0; flag < numCategories; ++flag)
+    {
+        auto& value = values[static_cast<size_t>(categoryParameter(flag) - firstCategoryParameter)];
+        value = withCategory(value, flag, true);
+        const auto flags = unpackCategories(values);
+
+        for (int other = 0; other < numCategories; ++other)
+            ASSERT_EQ(flags[static_cast<size_t>(other)] != 0, other <= flag) << flag << " " << other;
+    }
+
+    for (int flag = 0; flag < numCategories; ++flag)
+    {
+        auto& value = values[static_cast<size_t>(categoryParameter(flag) - firstCategoryParameter)];
+        value = withCategory(value, flag, false);
+        EXPECT_FALSE(hasCategory(value, flag));
+    }
+
+    EXPECT_EQ(unpackCategories(values), CategoryFlags{});
+    EXPECT_EQ(unpackCategories({1, 1, 1, 1, 1, 1}), CategoryFlags{})
+        << "a full value is the twelfth bit alone";
+}
+
+TEST(PresetFiles, WhatCannotBeReplacedStays)
+{
+    const ScratchFolder scratch;
+    const auto file = scratch.child("A/" + juce::String::repeatedString("n", 240) + ".qrl");
+    ASSERT_TRUE(replaceFile(file, blockOf("old"))) << "the temporary file's name must be shorter than this";
+    ASSERT_TRUE(scratch.child("A/folder.qrl").createDirectory());
+    EXPECT_FALSE(replaceFile(scratch.child("A/folder.qrl"), blockOf("x")));
+    EXPECT_FALSE(replaceFile({}, blockOf("x")));
+    scratch.write("file", "here");
+    EXPECT_FALSE(replaceFile(scratch.child("file/x.qrl"), blockOf("x")));
+    EXPECT_EQ(scratch.child("file").loadFileAsString(), "here");
+    juce::MemoryBlock bytes;
+    EXPECT_FALSE(readWholeFile(scratch.child("A"), bytes));
+    EXPECT_FALSE(readWholeFile(scratch.child("none"), bytes));
+
+    // Two gigabytes that take no room on the disk.
+    const auto huge = scratch.child("huge.qrl");
+    std::ofstream(huge.getFullPathName().toStdString()).put('x');
+    std::error_code error;
+    std::filesystem::resize_file(pathOf(huge), 2147483648u, error);
+
+    EXPECT_FALSE(readWholeFile(huge, bytes) && !error);
+
+#if !JUCE_WINDOWS
+    // A disk that is full after 4 KiB.
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{4096, unlimited.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_FALSE(replaceFile(file, juce::MemoryBlock(100000, true)));
+    EXPECT_TRUE(replaceFile(scratch.child("A/small.qrl"), blockOf("fits")));
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    std::signal(SIGXFSZ, oldHandler);
+#endif
+    EXPECT_EQ(file.loadFileAsString(), "old");
+    EXPECT_EQ(scratch.child("A").getNumberOfChildFiles(juce::File::findFiles, "*.tmp"), 0);
+}
+
+#if !JUCE_WINDOWS
+TEST(PresetFiles, AKilledSaveLeavesAWholeFile)
+{
+    const ScratchFolder scratch;
+    const auto file = scratch.child("A/x.qrl");
+    const juce::MemoryBlock zeros(200000, true);
+    juce::MemoryBlock ones(150000);
+    ones.fillWith(1);
+    ASSERT_TRUE(replaceFile(file, zeros));
+
+    for (int round = 0; round < 12; ++round)
+    {
+        const pid_t child = fork();
+
+        if (child == 0)
+        {
+            for (;;)
+            {
+                replaceFile(file, ones);
+                replaceFile(file, zeros);
+            }
+        }
+
+        ASSERT_GT(child, 0);
+        usleep(static_cast<useconds_t>(2000 + 1700 * round));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        juce::MemoryBlock bytes;
+        ASSERT_TRUE(readWholeFile(file, bytes));
+        ASSERT_TRUE(bytes == zeros || bytes == ones) << round;
+        ASSERT_EQ(listPresets(scratch.child("A")).joinIntoString("|"), "x")
+            << "remains must not look like presets";
+    }
+}
+
+TEST(PresetFiles, DiscardedFilesGoToTheTrashWithTheirPath)
+{
+    const ScratchFolder scratch;
+    const juce::String oldHome = std::getenv("XDG_DATA_HOME");
+    setenv("XDG_DATA_HOME", scratch.path().getFullPathName().toRawUTF8(), 1);
+    const auto folder = scratch.child(utf8("Banks/50% \xc3\xa9"));
+    ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf("first")));
+    EXPECT_TRUE(discardFile(folder.getChildFile("x.qrl")));
+    EXPECT_FALSE(folder.getChildFile("x.qrl").exists()) << "without a trash it is deleted";
+    EXPECT_FALSE(scratch.child("Trash").exists());
+
+    const auto trash = scratch.child("Trash");
+    ASSERT_TRUE(trash.createDirectory());
+
+    for (const char* content : {"second", "third"})
+    {
+        ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf(content)));
+        EXPECT_TRUE(discardFile(folder.getChildFile("x.qrl")));
+    }
+
+    EXPECT_EQ(trash.getChildFile("files/x.qrl").loadFileAsString(), "second");
+    EXPECT_EQ(trash.getChildFile("files/x.qrl.2").loadFileAsString(), "third");
+    const auto record = trash.getChildFile("info/x.qrl.2.trashinfo").loadFileAsString();
+    EXPECT_TRUE(record.startsWith("[Trash Info]\nPath=" + scratch.path().getFullPathName() +
+                                  "/Banks/50%25%20%C3%A9/x.qrl\nDeletionDate=20"))
+        << record;
+
+    // A link goes by itself; a folder with all it holds.
+    ASSERT_TRUE(replaceFile(scratch.child("kept/y.qrl"), blockOf("kept")));
+    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
+                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
+              0);
+    EXPECT_TRUE(discardFile(scratch.child("Banks/link")));
+    EXPECT_TRUE(discardFile(folder));
+    EXPECT_TRUE(trash.getChildFile("files").getChildFile(folder.getFileName()).isDirectory());
+    trash.deleteRecursively();
+    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
+                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
+              0);
+    EXPECT_TRUE(discardFile(scratch.child("Banks/link")));
+    EXPECT_EQ(scratch.child("kept/y.qrl").loadFileAsString(), "kept");
+    EXPECT_FALSE(discardFile(scratch.child("gone")));
+    setenv("XDG_DATA_HOME", oldHome.toRawUTF8(), 1);
+}
+#endif
+
+} // namespace quorel::test
