@@ -178,7 +178,7 @@ std::vector<Finding> checkPreset(const juce::File& file, bool isInBanks,
                                  const InstalledInstruments& installed)
 {
     Findings findings;
-    if (isInBanks)
+    if (isInBanks && !file.isDirectory())
         checkPlace(file, findings);
 
     juce::MemoryBlock bytes;

@@ -1,0 +1,359 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-presets as a user starts it, on real folders and real presets.
+#include "presets/PresetFiles.h"
+#include "presets/StateChunk.h"
+#include "support/ProcessorRig.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+
+namespace quorel
+{
+namespace
+{
+using test::ProcessorRig;
+
+/** A user with three presets in two folders: "A/One" with an instrument, "A/Two" and "B/Three" without. */
+struct PresetsCommand : testing::Test
+{
+    struct Outcome
+    {
+        int exitCode;
+        juce::String text;
+    };
+
+    PresetsCommand()
+    {
+        auto& processor = rig.processor;
+        EXPECT_TRUE(rig.load(1, "Tarn"));
+        rig.setLayer(1, layerSlot::pan, 0.25f);
+        rig.set(slot::fxOn + 2, 1.0f);
+        rig.set(slot::fxType + 2, 7.0f / 32.0f);
+        rig.set(slot::fxMix + 2, 0.3f);
+        rig.set(10, 2.5f / 4096.0f);
+        const auto save = [&](const char* folder, const char* name)
+        {
+            processor.setNames(name, folder);
+            processor.resetNames();
+            EXPECT_TRUE(replaceFile(file(folder, name), rig.state()));
+        };
+        save("A", "One");
+        processor.chooseInstrument(1, nullptr);
+        EXPECT_TRUE(pumpUntil([&] { return !processor.getLayer(1).hasInstance(); }, 3000));
+        save("A", "Two");
+        rig.set(10, 0.0f);
+        save("B", "Three");
+        rig.user.banksFolder().getChildFile(defaultFolderName).deleteRecursively();
+    }
+
+    Outcome run(const juce::StringArray& arguments) const
+    {
+        return runAs(rig.user.scratch.path(), arguments);
+    }
+
+    static Outcome runAs(const juce::File& prefix, const juce::StringArray& arguments)
+    {
+        juce::StringArray commandLine{QUOREL_TEST_PRESETS, "--prefix", prefix.getFullPathName()};
+        commandLine.addArray(arguments);
+        juce::ChildProcess process;
+        if (!process.start(commandLine))
+            return {-1, "cannot start"};
+        const auto text = process.readAllProcessOutput();
+        process.waitForProcessToFinish(30000);
+        return {static_cast<int>(process.getExitCode()), text};
+    }
+
+    juce::File file(const juce::String& folder, const juce::String& name) const
+    {
+        return rig.user.banksFolder().getChildFile(folder).getChildFile(name + presetFileEnding);
+    }
+
+    juce::File archive(const juce::String& name) const { return rig.user.scratch.child(name); }
+
+    /** Every file and folder below the user's, with contents. */
+    std::map<juce::String, std::string> snapshot() const
+    {
+        std::map<juce::String, std::string> files;
+        for (const auto& found :
+             rig.user.scratch.path().findChildFiles(juce::File::findFilesAndDirectories, true))
+            files[found.getFullPathName()] = found.isDirectory() ? "" : bytesOf(found);
+        return files;
+    }
+
+    static std::string bytesOf(const juce::File& f)
+    {
+        juce::MemoryBlock bytes;
+        f.loadFileAsData(bytes);
+        return {bytes.begin(), bytes.end()};
+    }
+
+    static void write(const juce::File& f, const std::string& bytes)
+    {
+        f.deleteFile();
+        f.create();
+        f.appendData(bytes.data(), bytes.size());
+    }
+
+    /** A zip file with these entries. */
+    juce::File zip(const char* name, const std::vector<std::pair<juce::String, std::string>>& entries) const
+    {
+        juce::ZipFile::Builder builder;
+        for (const auto& [path, bytes] : entries)
+            builder.addEntry(new juce::MemoryInputStream(bytes.data(), bytes.size(), true), 9, path,
+                             juce::Time());
+        juce::MemoryOutputStream out;
+        builder.writeToStream(out, nullptr);
+        write(archive(name), std::string(static_cast<const char*>(out.getData()), out.getDataSize()));
+        return archive(name);
+    }
+
+    static std::string integer(int number)
+    {
+        const auto bytes = static_cast<juce::uint32>(number);
+        std::string text;
+        for (int shift = 0; shift < 32; shift += 8)
+            text += static_cast<char>((bytes >> shift) & 0xff);
+        return text;
+    }
+
+    ProcessorRig rig;
+};
+
+TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
+{
+    const auto before = snapshot();
+    auto outcome = run({"list"});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.text, "A/  (2 presets)\nA/One  [Bass]\nA/Two  [Bass]\nB/  (1 preset)\nB/Three\n");
+    EXPECT_EQ(run({"search", "T"}).text, "A/Two  [Bass]\nB/Three\n");
+    EXPECT_EQ(run({"search", "tW", "-c", "bass"}).text, "A/Two  [Bass]\n");
+    EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).text, "");
+    EXPECT_TRUE(run({"show", "A/One"}).text.contains("\nlayer 2     Tarn, "));
+
+    // Just what was set, and read as the instrument reads it.
+    outcome = run({"show", "A/Two", "--json"});
+    const auto json = juce::JSON::parse(outcome.text);
+    EXPECT_EQ(json["name"], "Two");
+    EXPECT_EQ(json["categories"][0], "Bass");
+    std::set<int> indices;
+    for (const auto& parameter : *json["parameters"].getArray())
+    {
+        const int index = parameter["index"];
+        indices.insert(index);
+        EXPECT_EQ(parameter["name"].toString(), rig.processor.getParameterName(index));
+        EXPECT_EQ(parameter["text"].toString(), rig.processor.getParameterText(index));
+        EXPECT_EQ(static_cast<float>(static_cast<double>(parameter["value"])), rig.get(index));
+    }
+    const std::set<int> wanted{slot::fxOn + 2, slot::fxType + 2, slot::fxMix + 2};
+    EXPECT_TRUE(std::includes(indices.begin(), indices.end(), wanted.begin(), wanted.end())) << outcome.text;
+    EXPECT_EQ(indices.count(slot::masterVolume), 0u);
+    outcome = run({"verify"});
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
+    EXPECT_TRUE(outcome.text.contains("3 presets in 2 folders: 0 errors, 0 notes")) << outcome.text;
+    EXPECT_TRUE(snapshot() == before);
+
+    // Nobody has set this user up, and looking does not.
+    const auto nobody = rig.user.scratch.child("nobody");
+    for (const auto& command : {juce::StringArray{"list"}, juce::StringArray{"search"},
+                                juce::StringArray{"verify"}, juce::StringArray{"show", "A/One"}})
+    {
+        const auto refused = runAs(nobody, command);
+        EXPECT_EQ(refused.exitCode, 1);
+        EXPECT_TRUE(refused.text.contains("no banks folder is set")) << refused.text;
+    }
+    EXPECT_FALSE(nobody.exists());
+}
+
+TEST_F(PresetsCommand, VerifyNamesEachDamage)
+{
+    const auto whole = bytesOf(file("A", "One"));
+    const auto patched = [&whole](std::size_t offset, const std::string& bytes)
+    { return std::string(whole).replace(offset, bytes.size(), bytes); };
+    const std::size_t parameters = 104;
+    const std::size_t states = parameters + 4 * 1507;
+    const int stateSize = static_cast<int>(whole.size() - states);
+    const std::size_t nameOfLayer2 = parameters + 4 * 400;
+
+    struct Case
+    {
+        const char* name;
+        std::string bytes;
+        const char* expected;
+    };
+
+    const Case errors[] = {
+        {"Empty", {}, "the file is empty"},
+        {"Short", whole.substr(0, 10), "too short to be a preset: 10 bytes"},
+        {"Foreign", patched(0, "RIFF"), "another format"},
+        {"Version", patched(20, integer(2)), "version 2"},
+        {"Cut", whole.substr(0, states - 4), "cut off"},
+        {"Layers", patched(16, integer(3)), "has 3 layers"},
+        {"Parameters", patched(12, integer(1000)), "has 1000 parameters"},
+        {"Not a number", patched(parameters + 4 * 233, integer(0x7fc00000)), "233 is no number"},
+        {"Too large", patched(parameters + 4 * 233, integer(0x3fc00000)), "233 is 1.5"},
+        {"Negative", patched(92, integer(-1)), "layer 2 declares a state of -1"},
+        {"Past the end", patched(92, integer(stateSize + 1)), "layer 2's state is cut off"},
+        {"Trailing", whole + "more", "4 bytes lie behind the end"},
+        {"Nameless", patched(nameOfLayer2, integer(0)), "names no instrument"},
+        {"Stateless", patched(92, integer(0)).substr(0, states), "names Tarn but has no state"},
+    };
+    for (const auto& c : errors)
+    {
+        SCOPED_TRACE(c.name);
+        write(file("Damaged", c.name), c.bytes);
+        const auto outcome = run({"verify", "Damaged/" + juce::String(c.name)});
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_TRUE(outcome.text.contains("Damaged/" + juce::String(c.name) + ": error: ") &&
+                    outcome.text.contains(c.expected))
+            << outcome.text;
+    }
+
+    // 'T' of the name becomes 'X': c / 256.
+    write(file("B", "Renamed"), whole);
+    write(file("B", "Unknown"), patched(nameOfLayer2, integer(0x3eb00000)));
+    write(rig.user.banksFolder().getChildFile("Capitals/Loud.QRL"), whole);
+    file("Capitals", "Folder").createDirectory();
+    const auto outcome = run({"verify"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    for (const char* expected :
+         {"B/Renamed: note: the name inside is \"One\"",
+          "B/Unknown: note: layer 2 needs an unknown instrument, Xarn", "Capitals/Loud: error: isn't listed",
+          "Capitals/Folder: error: is a folder", ": 16 errors, "})
+        EXPECT_TRUE(outcome.text.contains(expected)) << expected << " in\n" << outcome.text;
+    EXPECT_EQ(run({"verify", "B/Renamed"}).exitCode, 0);
+    EXPECT_EQ(run({"verify", "B/Renamed", "--strict"}).exitCode, 1);
+    EXPECT_EQ(run({"verify", file("A", "One").getFullPathName()}).exitCode, 0);
+}
+
+TEST_F(PresetsCommand, CategoriesChangeAndNothingElse)
+{
+    // A file whose end the reader would drop must keep it.
+    const auto before = bytesOf(file("A", "One")) + "kept";
+    write(file("A", "One"), before);
+    EXPECT_EQ(run({"categories", "set", "A/One", "riser", "Pad", "Dark"}).text,
+              "A/One  [Pad, Riser, Dark]\n");
+    EXPECT_EQ(run({"categories", "add", "A/One", "Lead", "Pad"}).text, "A/One  [Lead, Pad, Riser, Dark]\n");
+    EXPECT_EQ(run({"categories", "remove", "A/One", "Pad"}).text, "A/One  [Lead, Riser, Dark]\n");
+    EXPECT_EQ(run({"search", "-c", "Riser"}).text, "A/One  [Lead, Riser, Dark]\n");
+    auto after = bytesOf(file("A", "One"));
+    EXPECT_NE(after.substr(144, 24), before.substr(144, 24));
+    EXPECT_EQ(after.replace(144, 24, before.substr(144, 24)), before);
+
+    EXPECT_EQ(run({"categories", "set", "A/One"}).text, "A/One  []\n");
+    const auto kept = snapshot();
+    EXPECT_EQ(run({"categories", "add", "A/One", "Sheep"}).exitCode, 2);
+    EXPECT_EQ(run({"categories", "add", "A/None", "Pad"}).exitCode, 1);
+    EXPECT_TRUE(snapshot() == kept);
+}
+
+TEST_F(PresetsCommand, CopiesAndRenamesWithoutLosingAnything)
+{
+    const auto namesOf = [](const juce::File& preset)
+    {
+        juce::MemoryBlock bytes;
+        StateChunk chunk;
+        preset.loadFileAsData(bytes);
+        readStateChunk(bytes.getData(), bytes.getSize(), chunk);
+        return chunk.folderName + "/" + chunk.presetName;
+    };
+
+    EXPECT_EQ(run({"copy", "A/One", "New/"}).exitCode, 0);
+    EXPECT_TRUE(file("A", "One").existsAsFile());
+    EXPECT_EQ(namesOf(file("New", "One")), "New/One");
+    EXPECT_EQ(run({"rename", "New/One", "Uno"}).exitCode, 0);
+    EXPECT_FALSE(file("New", "One").exists());
+    EXPECT_EQ(run({"rename", "New/Uno", "B/Uno"}).exitCode, 0);
+    EXPECT_EQ(namesOf(file("B", "Uno")), "B/Uno");
+    EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
+
+    const auto before = snapshot();
+    for (const juce::StringArray& refused :
+         {juce::StringArray{"copy", "A/One", "B/Three"}, juce::StringArray{"rename", "A/One", "Two"},
+          juce::StringArray{"copy", "A/One", "../Escaped"}, juce::StringArray{"copy", "A/One", "A/.."},
+          juce::StringArray{"copy", "A/One", "A/a:b"}, juce::StringArray{"rename", "A/One", "NUL"},
+          juce::StringArray{"copy", "A/One", "One"}, juce::StringArray{"copy", "A/Nothing", "B/Nothing"}})
+    {
+        const auto outcome = run(refused);
+        EXPECT_EQ(outcome.exitCode, 1) << refused.joinIntoString(" ");
+        EXPECT_EQ(juce::StringArray::fromLines(outcome.text.trim()).size(), 1) << outcome.text;
+    }
+    EXPECT_TRUE(snapshot() == before);
+    EXPECT_EQ(run({"copy", "A/One", "B/Three", "--replace"}).exitCode, 0);
+    EXPECT_EQ(namesOf(file("B", "Three")), "B/Three");
+}
+
+TEST_F(PresetsCommand, ExportsAndImportsAFolder)
+{
+    const auto path = archive("a.zip").getFullPathName();
+    ASSERT_EQ(run({"export", "A", "-o", path}).exitCode, 0);
+    EXPECT_EQ(run({"export", "A", "-o", path}).exitCode, 1) << "it exists";
+    EXPECT_EQ(run({"import", path}).exitCode, 1) << "the presets are there";
+    ASSERT_EQ(run({"import", path, "--folder", "Guest"}).exitCode, 0);
+    EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
+
+    // Back to where they came from, one of them changed meanwhile.
+    const auto one = bytesOf(file("A", "One"));
+    EXPECT_EQ(run({"categories", "set", "A/One", "Arp"}).exitCode, 0);
+    EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 0);
+    EXPECT_EQ(bytesOf(file("A", "One")), one);
+
+    // One of several files can't be written: what was replaced before it comes back.
+    EXPECT_EQ(run({"categories", "set", "A/One", "Arp"}).exitCode, 0);
+    ASSERT_TRUE(file("A", "Two").deleteFile() && file("A", "Two").createDirectory());
+    auto before = snapshot();
+    EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 1);
+    EXPECT_TRUE(snapshot() == before);
+}
+
+TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
+{
+    const auto good = bytesOf(file("A", "One"));
+    const std::pair<juce::String, std::string> fine("Z/Fine.qrl", good);
+    zip("slip.zip", {fine, {"../../Slip.qrl", good}});
+    zip("absolute.zip", {fine, {"/tmp/Slip.qrl", good}});
+    zip("backslash.zip", {fine, {"..\\Slip.qrl", good}});
+    zip("dots.zip", {fine, {"Z/../Slip.qrl", good}});
+    zip("deep.zip", {fine, {"Z/Y/Deep.qrl", good}});
+    zip("two.zip", {fine, {"Y/Other.qrl", good}});
+    zip("twice.zip", {fine, {"Z/fine.qrl", good}});
+    zip("damaged.zip", {fine, {"Z/Bad.qrl", good.substr(0, 3000)}});
+    zip("nothing.zip", {{"readme.txt", "hello"}});
+    write(archive("text.zip"), "this is no archive");
+
+    // The directory claims other sizes than the data has: 22 bytes of end record, the size 24 bytes into an
+    // entry.
+    const auto claiming = [&](const char* name, int size)
+    {
+        auto bytes = bytesOf(zip(name, {fine}));
+        const auto directory = bytes.rfind("PK\x01\x02");
+        write(archive(name), bytes.replace(directory + 24, 4, integer(size)));
+    };
+    claiming("huge.zip", -1);
+    claiming("longer.zip", static_cast<int>(good.size()) + 100);
+    claiming("shorter.zip", static_cast<int>(good.size()) - 100);
+    const auto cut = bytesOf(zip("cut.zip", {fine}));
+    write(archive("cut.zip"), std::string(cut).erase(40, 500));
+
+    const auto before = snapshot();
+    for (const char* name : {"slip", "absolute", "backslash", "dots", "deep", "two", "twice", "damaged",
+                             "nothing", "text", "huge", "longer", "shorter", "cut", "missing"})
+    {
+        const auto outcome = run({"import", archive(juce::String(name) + ".zip").getFullPathName()});
+        EXPECT_EQ(outcome.exitCode, 1) << name << ": " << outcome.text;
+        EXPECT_EQ(juce::StringArray::fromLines(outcome.text.trim()).size(), 1) << outcome.text;
+    }
+    EXPECT_TRUE(snapshot() == before);
+
+    // What systems add to archives is passed over; presets at the top take the archive's name.
+    const auto mixed =
+        zip("Mixed.zip", {{"Fine.qrl", good}, {"__MACOSX/._Fine.qrl", "x"}, {"notes.txt", "x"}});
+    EXPECT_EQ(run({"import", mixed.getFullPathName()}).exitCode, 0);
+    EXPECT_EQ(run({"search", "Fine"}).text, "Mixed/Fine  [Bass]\n");
+}
+
+} // namespace
+} // namespace quorel
