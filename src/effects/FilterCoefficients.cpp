@@ -32,98 +32,98 @@ void stabilise(float& a1, float& a2)
     }
 }
 
-void setOnePole(FilterCore& core)
+void setOnePole(const FilterCore& core, FilterCoefficients& c)
 {
     const float n = std::max((core.freqHz + 0.001f) * core.invSampleRate + fxTiny, core.minFreq);
-    core.opCoef = n > 0.2f ? 0.4f : 2.0f * n;
-    core.opInv = 1.0f - core.opCoef;
+    c.opCoef = n > 0.2f ? 0.4f : 2.0f * n;
+    c.opInv = 1.0f - c.opCoef;
 }
 
-void setStateVariable(FilterCore& core, float fn, float r)
+void setStateVariable(FilterCoefficients& c, float fn, float r)
 {
-    core.svfF = 2.0f * std::sin(fn * pi);
-    core.svfQ = 1.0f - r;
+    c.svfF = 2.0f * std::sin(fn * pi);
+    c.svfQ = 1.0f - r;
 }
 
-void setLowPassBiquad(FilterCore& core, float c, float k)
+void setLowPassBiquad(FilterCoefficients& c, float w, float k)
 {
-    const float g = 1.0f / (k + 1.001f + c * c);
-    core.b0 = core.b2 = g;
-    core.b1 = 2.0f * g;
-    core.a1 = (1.0f - c * c) * 2.0f * g;
-    core.a2 = (1.0f - k + c * c) * g;
-    stabilise(core.a1, core.a2);
+    const float g = 1.0f / (k + 1.001f + w * w);
+    c.b0 = c.b2 = g;
+    c.b1 = 2.0f * g;
+    c.a1 = (1.0f - w * w) * 2.0f * g;
+    c.a2 = (1.0f - k + w * w) * g;
+    stabilise(c.a1, c.a2);
 }
 
-void setHighPassBiquad(FilterCore& core, float c, float k)
+void setHighPassBiquad(FilterCoefficients& c, float w, float k)
 {
-    const float g = 1.0f / (k + 1.0001f + c * c);
-    core.b0 = core.b2 = g;
-    core.b1 = -2.0f * g;
-    core.a1 = (c * c - 1.0f) * 2.0f * g;
-    core.a2 = (1.0f - k + c * c) * g;
-    stabilise(core.a1, core.a2);
+    const float g = 1.0f / (k + 1.0001f + w * w);
+    c.b0 = c.b2 = g;
+    c.b1 = -2.0f * g;
+    c.a1 = (w * w - 1.0f) * 2.0f * g;
+    c.a2 = (1.0f - k + w * w) * g;
+    stabilise(c.a1, c.a2);
 }
 
-void setBandPassBiquad(FilterCore& core, float fn, float r)
+void setBandPassBiquad(FilterCoefficients& c, float fn, float r)
 {
     const float w = fn * twoPi;
     const float q = std::exp2(r * 3.98f + 1.0f);
     const float a = std::sin(w) / q;
-    core.b0 = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
-    core.b1 = 0.0f;
-    core.b2 = std::sqrt(q + 1.0f) * (-2.0f * a) / (1.0f + a);
-    core.a1 = -2.0f * std::cos(w) / (1.0f + a);
-    core.a2 = (1.0f - a) / (1.0f + a);
-    stabilise(core.a1, core.a2);
+    c.b0 = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
+    c.b1 = 0.0f;
+    c.b2 = std::sqrt(q + 1.0f) * (-2.0f * a) / (1.0f + a);
+    c.a1 = -2.0f * std::cos(w) / (1.0f + a);
+    c.a2 = (1.0f - a) / (1.0f + a);
+    stabilise(c.a1, c.a2);
 }
 
-void setNotchBiquad(FilterCore& core, float fn, float r)
+void setNotchBiquad(FilterCoefficients& c, float fn, float r)
 {
     const float w = fn * twoPi;
     const float r2 = r * 0.98f;
     const float a = std::sin(w) / ((1.0f - r2) * 1.96f);
-    core.a1 = -2.0f * std::cos(w) / (1.0f + a);
-    core.b0 = core.b2 = 1.0f / (1.0f + a);
-    core.a2 = (1.0f - a) / (1.0f + a);
-    stabilise(core.a1, core.a2);
-    core.b1 = core.a1;
+    c.a1 = -2.0f * std::cos(w) / (1.0f + a);
+    c.b0 = c.b2 = 1.0f / (1.0f + a);
+    c.a2 = (1.0f - a) / (1.0f + a);
+    stabilise(c.a1, c.a2);
+    c.b1 = c.a1;
 }
 
-void setSteepLowPassBiquad(FilterCore& core, float fn)
+void setSteepLowPassBiquad(FilterCoefficients& c, float fn)
 {
-    const float c = std::cos(fn * pi) / (std::sin(fn * pi) + 0.0015f);
-    setLowPassBiquad(core, c, sqrt8 * c);
+    const float w = std::cos(fn * pi) / (std::sin(fn * pi) + 0.0015f);
+    setLowPassBiquad(c, w, sqrt8 * w);
 }
 
-void setSteepHighPassBiquad(FilterCore& core, float fn)
+void setSteepHighPassBiquad(FilterCoefficients& c, float fn)
 {
-    const float c = std::sin(fn * pi) / std::abs(std::cos(fn * pi) + 0.0015f);
-    setHighPassBiquad(core, c, sqrt8 * c);
+    const float w = std::sin(fn * pi) / std::abs(std::cos(fn * pi) + 0.0015f);
+    setHighPassBiquad(c, w, sqrt8 * w);
 }
 
-void setLadder(FilterCore& core, float fn, float r)
+void setLadder(FilterCoefficients& c, float fn, float r)
 {
     const float f = fn * 2.0f;
     const float u = 1.0f - f;
     const float p = u * f + f;
-    core.ladderScale = 2.0f * p - 1.0f;
-    core.ladderP = p;
-    core.ladderFeedback = ((u * 5.6f * u + (1.0f - u)) * (u * 0.5f) + 1.0f) * r;
+    c.ladderScale = 2.0f * p - 1.0f;
+    c.ladderP = p;
+    c.ladderFeedback = ((u * 5.6f * u + (1.0f - u)) * (u * 0.5f) + 1.0f) * r;
 }
 
-void setComb(FilterCore& core)
+void setComb(const FilterCore& core, FilterCoefficients& c)
 {
-    core.combDelay = truncateTo(core.sampleRate * 256.0f / core.freqHz, 0, 0x1ffffe);
-    if (core.combDelay < 513)
-        core.combDelay = 514;
+    c.combDelay = truncateTo(core.sampleRate * 256.0f / core.freqHz, 0, 0x1ffffe);
+    if (c.combDelay < 513)
+        c.combDelay = 514;
 
-    core.combGain = std::sqrt(std::sqrt(core.resonance));
+    c.combGain = std::sqrt(std::sqrt(core.resonance));
     if (core.type == 24)
-        core.combGain = -core.combGain;
+        c.combGain = -c.combGain;
 }
 
-void setVowel(FilterCore& core, float r)
+void setVowel(const FilterCore& core, FilterCoefficients& c, float r)
 {
     const float q = (r * 0.399f + 0.1f) * pi;
     const float v = clampUnit(core.vowel) * 4.99f;
@@ -136,25 +136,25 @@ void setVowel(FilterCore& core, float r)
     {
         const float f =
             std::min(((1.0f - frac) * vowelTable[i][k] + frac * vowelTable[next][k]) * ratio, 0.4f);
-        const float c = 1.0f / (std::tan(f * q) + 0.001f);
-        const float a = 1.0f / (c + 1.0f);
-        core.formantB[k] = a;
-        core.formantA1[k] = -(2.0f * std::cos(f * 6.283180236816406f) * c * a);
-        core.formantA2[k] = (c - 1.0f) * a;
-        stabilise(core.formantA1[k], core.formantA2[k]);
+        const float cot = 1.0f / (std::tan(f * q) + 0.001f);
+        const float a = 1.0f / (cot + 1.0f);
+        c.formantB[k] = a;
+        c.formantA1[k] = -(2.0f * std::cos(f * 6.283180236816406f) * cot * a);
+        c.formantA2[k] = (cot - 1.0f) * a;
+        stabilise(c.formantA1[k], c.formantA2[k]);
     }
 }
 
-void setFormant(FilterCore& core, int k, float r, float multiple)
+void setFormant(const FilterCore& core, FilterCoefficients& c, int k, float r, float multiple)
 {
     const float q = std::exp2(r * 3.98f + 1.0f);
     const float f = std::min((core.freqHz + 0.001f) * multiple * core.invSampleRate + fxTiny, 0.4f);
     const float w = f * twoPi;
     const float a = std::sin(w) / q;
-    core.formantB[k] = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
-    core.formantA1[k] = -2.0f * std::cos(w) / (1.0f + a);
-    core.formantA2[k] = (1.0f - a) / (1.0f + a);
-    stabilise(core.formantA1[k], core.formantA2[k]);
+    c.formantB[k] = std::sqrt(q + 1.0f) * 2.0f * a / (1.0f + a);
+    c.formantA1[k] = -2.0f * std::cos(w) / (1.0f + a);
+    c.formantA2[k] = (1.0f - a) / (1.0f + a);
+    stabilise(c.formantA1[k], c.formantA2[k]);
 }
 
 float modulation(const FilterCore& core)
@@ -163,14 +163,16 @@ float modulation(const FilterCore& core)
 }
 } // namespace
 
-void filterCoefficients(FilterCore& core)
+bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients)
 {
     core.cutoffSmooth = core.cutoffTarget * 0.01f + core.cutoffSmooth * 0.99f;
     core.freqHz = std::exp2(10.0f * clampUnit(modulation(core) + core.cutoffSmooth)) * core.keyScale * 20.0f;
 
     if (core.freqHz == core.lastFreqHz && core.resonance == core.lastResonance &&
         core.vowel == core.lastVowel && core.type == core.lastType)
-        return;
+        return false;
+
+    FilterCoefficients& c = coefficients;
 
     core.lastFreqHz = core.freqHz;
     core.lastResonance = core.resonance;
@@ -186,92 +188,94 @@ void filterCoefficients(FilterCore& core)
     {
     case 1:
     case 2:
-        setOnePole(core);
+        setOnePole(core, c);
         break;
     case 3:
     case 4:
     case 5:
     case 6:
-        setStateVariable(core, fn, r);
+        setStateVariable(c, fn, r);
         break;
     case 7:
     {
-        const float c = std::cos(fn * pi) / (std::sin(fn * 3.143159f) + 0.0015f);
-        setLowPassBiquad(core, c, sqrt8 * std::abs(1.0f - r) * c);
+        const float w = std::cos(fn * pi) / (std::sin(fn * 3.143159f) + 0.0015f);
+        setLowPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
         break;
     }
     case 8:
     {
-        const float c = std::sin(fn * pi) / (std::cos(fn * pi) + 0.0015f);
-        setHighPassBiquad(core, c, sqrt8 * std::abs(1.0f - r) * c);
+        const float w = std::sin(fn * pi) / (std::cos(fn * pi) + 0.0015f);
+        setHighPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
         break;
     }
     case 9:
-        setBandPassBiquad(core, fn, r);
+        setBandPassBiquad(c, fn, r);
         break;
     case 10:
-        setNotchBiquad(core, fn, r);
+        setNotchBiquad(c, fn, r);
         break;
     case 11:
     case 12:
-        setOnePole(core);
-        setStateVariable(core, fn, r);
+        setOnePole(core, c);
+        setStateVariable(c, fn, r);
         break;
     case 13:
-        setSteepLowPassBiquad(core, fn);
-        setStateVariable(core, fn, r);
+        setSteepLowPassBiquad(c, fn);
+        setStateVariable(c, fn, r);
         break;
     case 14:
-        setSteepHighPassBiquad(core, fn);
-        setStateVariable(core, fn, r);
+        setSteepHighPassBiquad(c, fn);
+        setStateVariable(c, fn, r);
         break;
     case 15:
     case 16:
     case 17:
     case 18:
-        setLadder(core, fn, r);
+        setLadder(c, fn, r);
         break;
     case 19:
-        setBandPassBiquad(core, fn, r);
-        setStateVariable(core, fn, r);
+        setBandPassBiquad(c, fn, r);
+        setStateVariable(c, fn, r);
         break;
     case 20:
-        setNotchBiquad(core, fn, r);
-        setStateVariable(core, fn, r);
+        setNotchBiquad(c, fn, r);
+        setStateVariable(c, fn, r);
         break;
     case 21:
-        setSteepLowPassBiquad(core, fn);
-        setLadder(core, fn, r);
+        setSteepLowPassBiquad(c, fn);
+        setLadder(c, fn, r);
         break;
     case 22:
-        setSteepHighPassBiquad(core, fn);
-        setLadder(core, fn, r);
+        setSteepHighPassBiquad(c, fn);
+        setLadder(c, fn, r);
         break;
     case 23:
     case 24:
-        setComb(core);
+        setComb(core, c);
         break;
     case 25:
-        setVowel(core, r);
+        setVowel(core, c, r);
         break;
     case 26:
         for (int k = 0; k < 4; ++k)
-            setFormant(core, k, r, std::exp2((k < 2 ? -2.0f : 2.0f) * core.vowel));
+            setFormant(core, c, k, r, std::exp2((k < 2 ? -2.0f : 2.0f) * core.vowel));
         break;
     case 27:
         for (int k = 0; k < 4; ++k)
-            setFormant(core, k, r,
+            setFormant(core, c, k, r,
                        std::exp2((core.vowel * 0.6666667f * static_cast<float>(k) - core.vowel) * 2.0f));
         break;
     case 28:
     {
-        const float c = clampUnit(modulation(core) + core.cutoffTarget);
-        core.ringRate = std::exp2(10.0f * c) * core.keyScale * 20.0f * twoPi * core.invSampleRate;
-        core.ringDepth = r;
+        const float cut = clampUnit(modulation(core) + core.cutoffTarget);
+        c.ringRate = std::exp2(10.0f * cut) * core.keyScale * 20.0f * twoPi * core.invSampleRate;
+        c.ringDepth = r;
         break;
     }
     default:
         break;
     }
+
+    return true;
 }
 } // namespace quorel

@@ -4,6 +4,8 @@
 #include "effects/DriveCurve.h"
 #include "effects/Quad.h"
 
+#include <iterator>
+
 namespace quorel
 {
 namespace
@@ -21,11 +23,6 @@ class Biquad
 public:
     explicit Biquad(FilterCore& owner)
         : core(owner)
-        , b0(quadOf(owner.b0))
-        , b1(quadOf(owner.b1))
-        , b2(quadOf(owner.b2))
-        , a1(quadOf(owner.a1))
-        , a2(quadOf(owner.a2))
         , x1(loadQuad(owner.x1))
         , x2(loadQuad(owner.x2))
         , y1(loadQuad(owner.y1))
@@ -33,10 +30,21 @@ public:
     {
     }
 
-    Quad tick(Quad in)
+    void load(const FilterCoefficients& c)
     {
-        const Quad x = in + quadOf(fxTiny);
-        const Quad y = x * b0 + x1 * b1 + x2 * b2 - y1 * a1 - y2 * a2 + quadOf(fxTiny);
+        b0 = quadOf(c.b0);
+        b1 = quadOf(c.b1);
+        b2 = quadOf(c.b2);
+        a1 = quadOf(c.a1);
+        a2 = quadOf(c.a2);
+    }
+
+    // Guards against denormal numbers are added, here and below, to whichever operand is ready first. 1e-15
+    // only counts where all else is below 3e-8.
+    [[gnu::always_inline]] Quad tick(Quad in)
+    {
+        const Quad x = in + fxTiny;
+        const Quad y = x * b0 + x1 * b1 + x2 * b2 - y1 * a1 - y2 * a2 + fxTiny;
         x2 = x1;
         x1 = x;
         y2 = y1;
@@ -54,7 +62,7 @@ public:
 
 private:
     FilterCore& core;
-    const Quad b0, b1, b2, a1, a2;
+    Quad b0 = {}, b1 = {}, b2 = {}, a1 = {}, a2 = {};
     Quad x1, x2, y1, y2;
 };
 
@@ -64,27 +72,29 @@ class StateVariable
 public:
     explicit StateVariable(FilterCore& owner)
         : core(owner)
-        , f(quadOf(owner.svfF))
-        , q(quadOf(owner.svfQ))
         , band(loadQuad(owner.band))
         , high(loadQuad(owner.high))
         , low(loadQuad(owner.low))
     {
     }
 
-    void tick(Quad in)
+    void load(const FilterCoefficients& c)
     {
-        const Quad tiny = quadOf(fxTiny);
+        f = quadOf(c.svfF);
+        q = quadOf(c.svfQ);
+    }
 
+    [[gnu::always_inline]] void tick(Quad in)
+    {
         // Past a band state of 44.7 the cubic term gives back more than it takes.
-        if (!(std::abs(band[0]) <= 44.0f && std::abs(band[1]) <= 44.0f))
+        if (!bothTrue(magnitude(band) <= 44.0f))
             band = quorel::heldTo(band, 44.0f);
 
-        // The cube of a silent band would be a denormal number; the addition changes nothing else.
-        band = band - (band * band + tiny) * band * 0.001f + tiny;
-        high = in - low - band * q + tiny;
-        band = high * f + tiny + band;
-        low = band * f + tiny + low;
+        // The cube of a silent band would be a denormal number; the larger square changes nothing else.
+        const Quad damped = (band + fxTiny) - larger(band * band, quadOf(fxTiny)) * band * 0.001f;
+        high = (in - low + fxTiny) - damped * q;
+        band = high * f + (damped + fxTiny);
+        low = band * f + (low + fxTiny);
     }
 
     void clamp(float limit)
@@ -103,7 +113,7 @@ public:
 
 private:
     FilterCore& core;
-    const Quad f, q;
+    Quad f = {}, q = {};
 
 public:
     Quad band, high, low;
@@ -115,9 +125,6 @@ class Ladder
 public:
     explicit Ladder(FilterCore& owner)
         : core(owner)
-        , scale(quadOf(owner.ladderScale))
-        , feedback(quadOf(owner.ladderFeedback))
-        , p(quadOf(owner.ladderP))
         , inPrev(loadQuad(owner.inPrev))
         , s1(loadQuad(owner.s1))
         , s2(loadQuad(owner.s2))
@@ -126,29 +133,31 @@ public:
     {
     }
 
-    void tick(Quad in)
+    void load(const FilterCoefficients& c)
     {
-        const Quad tiny = quadOf(fxTiny);
-        const Quad x = in - feedback * s4 + tiny;
-        const Quad n1 = (x + inPrev) * p - scale * s1 + tiny;
-        const Quad n2 = (n1 + s1) * p - scale * s2 + tiny;
-        const Quad n3 = (n2 + s2) * p - scale * s3 + tiny;
-        const Quad v = (n3 + s3) * p - scale * s4 + tiny;
+        scale = quadOf(c.ladderScale);
+        feedback = quadOf(c.ladderFeedback);
+        p = quadOf(c.ladderP);
+    }
+
+    [[gnu::always_inline]] void tick(Quad in)
+    {
+        const Quad x = (in + fxTiny) - feedback * s4;
+        const Quad n1 = (x + inPrev) * p - (scale * s1 - fxTiny);
+        const Quad n2 = (n1 + s1) * p - (scale * s2 - fxTiny);
+        const Quad n3 = (n2 + s2) * p - (scale * s3 - fxTiny);
+        const Quad v = (n3 + s3) * p - (scale * s4 - fxTiny);
         const Quad square = v * v;
         s1 = n1;
         s2 = n2;
         s3 = n3;
         s4 = (1.0f - square * 0.166666f) * v;
-        inPrev = x + tiny;
+        inPrev = x + fxTiny;
 
         // Past the square root of 12 the cubic stage returns more than it was given, and would run off for
         // good.
-        if (!(square[0] <= 12.0f && square[1] <= 12.0f))
-        {
-            for (int c = 0; c < 2; ++c)
-                if (!(square[c] <= 12.0f))
-                    s4[c] = std::copysign(0.9428090f, v[c]);
-        }
+        if (!bothTrue(square <= 12.0f))
+            s4 = ladderHeld(s4, v);
     }
 
     void clamp()
@@ -169,8 +178,13 @@ public:
     }
 
 private:
+    [[gnu::noinline]] static Quad ladderHeld(Quad s4, Quad v)
+    {
+        return v * v <= 12.0f ? s4 : signedBy(quadOf(0.9428090f), v);
+    }
+
     FilterCore& core;
-    const Quad scale, feedback, p;
+    Quad scale = {}, feedback = {}, p = {};
     Quad inPrev, s1, s2;
 
 public:
@@ -183,15 +197,19 @@ class OnePole
 public:
     explicit OnePole(FilterCore& owner)
         : core(owner)
-        , coef(quadOf(owner.opCoef))
-        , inv(quadOf(owner.opInv))
         , state(loadQuad(owner.op))
     {
     }
 
-    Quad tick(Quad in)
+    void load(const FilterCoefficients& c)
     {
-        state = inv * state + coef * in + quadOf(fxTiny);
+        coef = quadOf(c.opCoef);
+        inv = quadOf(c.opInv);
+    }
+
+    [[gnu::always_inline]] Quad tick(Quad in)
+    {
+        state = inv * state + coef * in + fxTiny;
         return state;
     }
 
@@ -199,7 +217,7 @@ public:
 
 private:
     FilterCore& core;
-    const Quad coef, inv;
+    Quad coef = {}, inv = {};
     Quad state;
 };
 
@@ -210,30 +228,40 @@ struct Signal
     float* accL;
     float* accR;
     float preGain, postGain;
-    int num;
+    const FilterStep* steps;
+    int numSteps;
 };
 
-/** Runs a body, which makes an output pair of an input pair, between the input and the gain stage. */
-template <typename Body>
-void run(FilterCore& core, const Signal& s, Body body)
+/** Runs a body, which makes an output pair of an input pair, between the input and the gain stage; load()
+   takes over each step's coefficients. */
+template <typename Load, typename Body>
+[[gnu::always_inline]] inline void run(FilterCore& core, const Signal& s, Load load, Body body)
 {
     const bool vowels = core.type >= 25 && core.type <= 27;
     const bool driven = core.driveOn != 0 && core.drive >= 0.0001f && !(core.vowelGuard != 0 && vowels);
     const Quad target = {core.gainTargetL, core.gainTargetR, 0.0f, 0.0f};
     Quad gain = {core.gainL, core.gainR, 0.0f, 0.0f};
     std::uint32_t counter = core.blockCounter;
+    int t = 0;
 
-    for (int t = 0; t < s.num; ++t)
+    for (int step = 0; step < s.numSteps; ++step)
     {
-        Quad in = Quad{s.inL[t], s.inR[t], 0.0f, 0.0f} / s.preGain;
-        if (driven)
-            in = Quad{driveCurve(in[0], core.drive), driveCurve(in[1], core.drive), 0.0f, 0.0f};
+        load(*s.steps[step].coefficients);
 
-        gain = gain * 0.99f + target * 0.00999999f + fxTiny;
-        const Quad out = body(in, counter) * s.preGain * gain * s.postGain;
-        ++counter;
-        s.accL[t] += out[0];
-        s.accR[t] += out[1];
+        for (const int end = t + s.steps[step].num; t < end; ++t)
+        {
+            Quad in = Quad{s.inL[t], s.inR[t], 0.0f, 0.0f};
+            if (s.preGain != 1.0f)
+                in = in / s.preGain;
+            if (driven)
+                in = driveCurve(in, core.drive);
+
+            gain = gain * 0.99f + target * 0.00999999f + fxTiny;
+            const Quad out = body(in, counter) * s.preGain * gain * s.postGain;
+            ++counter;
+            s.accL[t] += out[0];
+            s.accR[t] += out[1];
+        }
     }
 
     core.gainL = gain[0];
@@ -241,18 +269,18 @@ void run(FilterCore& core, const Signal& s, Body body)
     core.blockCounter = counter;
 }
 
-/** Runs the state-variable filter twice a sample, each time on what `shape` makes of the input, and adds up
-   what `pick` takes of it. */
-template <typename Shape, typename Pick>
-void runStateVariable(FilterCore& core, const Signal& s, float scale, Shape shape, Pick pick)
+/** Runs the state-variable filter twice a sample and adds up what `pick` takes of it. */
+template <typename Pick>
+void runStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
     StateVariable svf(core);
-    run(core, s,
+    run(
+        core, s, [&](const FilterCoefficients& c) { svf.load(c); },
         [&](Quad in, std::uint32_t)
         {
-            svf.tick(shape(in));
+            svf.tick(in);
             const Quad first = pick(svf);
-            svf.tick(shape(in));
+            svf.tick(in);
             return (first + pick(svf)) * scale;
         });
     svf.store();
@@ -262,7 +290,8 @@ template <typename Pick>
 void runLadder(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
     Ladder ladder(core);
-    run(core, s,
+    run(
+        core, s, [&](const FilterCoefficients& c) { ladder.load(c); },
         [&](Quad in, std::uint32_t counter)
         {
             ladder.tick(in);
@@ -281,7 +310,13 @@ void runSteepLadder(FilterCore& core, const Signal& s)
     Biquad biquad(core);
     Ladder ladder(core);
     const bool highPass = core.type == 22;
-    run(core, s,
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            biquad.load(c);
+            ladder.load(c);
+        },
         [&](Quad in, std::uint32_t counter)
         {
             ladder.tick(biquad.tick(in));
@@ -300,9 +335,15 @@ void runSteepLadder(FilterCore& core, const Signal& s)
 void runComb(FilterCore& core, const Signal& s)
 {
     int pos = core.combPos;
-    const int delay = core.combDelay;
-    const float gain = core.combGain;
-    run(core, s,
+    int delay = 0;
+    float gain = 0.0f;
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            delay = c.combDelay;
+            gain = c.combGain;
+        },
         [&](Quad in, std::uint32_t)
         {
             pos = (pos + 256) & 0x1fffff;
@@ -321,10 +362,17 @@ void runComb(FilterCore& core, const Signal& s)
 // The bank is heard on both channels, and takes the right input alone.
 void runFormants(FilterCore& core, const Signal& s)
 {
-    const Quad b = loadQuad(core.formantB), a1 = loadQuad(core.formantA1), a2 = loadQuad(core.formantA2);
+    Quad b = {}, a1 = {}, a2 = {};
     Quad y1 = loadQuad(core.formantY1), y2 = loadQuad(core.formantY2);
     float x1 = core.formantX1, x2 = core.formantX2;
-    run(core, s,
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            b = loadQuad(c.formantB);
+            a1 = loadQuad(c.formantA1);
+            a2 = loadQuad(c.formantA2);
+        },
         [&](Quad in, std::uint32_t)
         {
             const Quad y = (in[1] - x2) * b - y1 * a1 - y2 * a2 + fxTiny;
@@ -343,11 +391,17 @@ void runFormants(FilterCore& core, const Signal& s)
 
 void runRing(FilterCore& core, const Signal& s)
 {
-    const float depth = core.ringDepth;
-    run(core, s,
+    float depth = 0.0f, rate = 0.0f;
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            depth = c.ringDepth;
+            rate = c.ringRate;
+        },
         [&](Quad in, std::uint32_t)
         {
-            const float sine = std::sin(static_cast<float>(core.ringCounter++) * core.ringRate);
+            const float sine = std::sin(static_cast<float>(core.ringCounter++) * rate);
             return quorel::heldTo((1.0f - depth + depth * sine) * in, 100.0f) + fxTiny;
         });
 }
@@ -355,7 +409,8 @@ void runRing(FilterCore& core, const Signal& s)
 void runBiquad(FilterCore& core, const Signal& s)
 {
     Biquad biquad(core);
-    run(core, s,
+    run(
+        core, s, [&](const FilterCoefficients& c) { biquad.load(c); },
         [&](Quad in, std::uint32_t)
         {
             const Quad first = biquad.tick(in);
@@ -368,9 +423,23 @@ template <typename Pick>
 void runBiquadAndStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
     Biquad biquad(core);
-    runStateVariable(
-        core, s, scale, [&](Quad in) { return biquad.tick(in); }, pick);
+    StateVariable svf(core);
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            biquad.load(c);
+            svf.load(c);
+        },
+        [&](Quad in, std::uint32_t)
+        {
+            svf.tick(biquad.tick(in));
+            const Quad first = pick(svf);
+            svf.tick(biquad.tick(in));
+            return (first + pick(svf)) * scale;
+        });
     biquad.store();
+    svf.store();
 }
 
 /** Types 5 and 6, whose outputs and states are limited. */
@@ -378,7 +447,8 @@ template <typename Pick>
 void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, float limit, Pick pick)
 {
     StateVariable svf(core);
-    run(core, s,
+    run(
+        core, s, [&](const FilterCoefficients& c) { svf.load(c); },
         [&](Quad in, std::uint32_t)
         {
             svf.tick(in);
@@ -395,7 +465,8 @@ void runOnePole(FilterCore& core, const Signal& s)
 {
     OnePole pole(core);
     const bool highPass = core.type == 2;
-    run(core, s,
+    run(
+        core, s, [&](const FilterCoefficients& c) { pole.load(c); },
         [&](Quad in, std::uint32_t)
         {
             const Quad low = pole.tick(in);
@@ -410,7 +481,13 @@ void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
     OnePole pole(core);
     StateVariable svf(core);
     const bool highPass = core.type == 12;
-    run(core, s,
+    run(
+        core, s,
+        [&](const FilterCoefficients& c)
+        {
+            pole.load(c);
+            svf.load(c);
+        },
         [&](Quad in, std::uint32_t)
         {
             const Quad pole1 = pole.tick(in);
@@ -427,6 +504,9 @@ void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
 
 void filterConstruct(FilterCore& core)
 {
+    static_cast<FilterCoefficients&>(core) = {};
+    std::fill(std::begin(core.stepCoefficients), std::end(core.stepCoefficients), FilterCoefficients{});
+
     for (float* buffer : {core.inL, core.outL, core.inR, core.outR})
         std::fill(buffer, buffer + combLength, 0.0f);
 }
@@ -459,13 +539,12 @@ void filterReset(FilterCore& core)
 }
 
 void filterProcess(FilterCore& core, const float* inL, const float* inR, float* accL, float* accR,
-                   float preGain, float postGain, int num)
+                   float preGain, float postGain, const FilterStep* steps, int numSteps)
 {
     if (preGain < 0.0001f)
         return;
 
-    const Signal s{inL, inR, accL, accR, preGain, postGain, num};
-    const auto same = [](Quad in) { return in; };
+    const Signal s{inL, inR, accL, accR, preGain, postGain, steps, numSteps};
     const auto low = [](const StateVariable& svf) { return svf.low; };
     const auto high = [](const StateVariable& svf) { return svf.high; };
     const auto band = [](const StateVariable& svf) { return svf.band; };
@@ -482,9 +561,9 @@ void filterProcess(FilterCore& core, const float* inL, const float* inR, float* 
     case 2:
         return runOnePole(core, s);
     case 3:
-        return runStateVariable(core, s, half, same, low);
+        return runStateVariable(core, s, half, low);
     case 4:
-        return runStateVariable(core, s, half, same, high);
+        return runStateVariable(core, s, half, high);
     case 5:
         return runLimitedStateVariable(core, s, 1.0f, 10.0f, band);
     case 6:
@@ -527,7 +606,8 @@ void filterProcess(FilterCore& core, const float* inL, const float* inR, float* 
     case 28:
         return runRing(core, s);
     default:
-        return run(core, s, [](Quad in, std::uint32_t) { return in; });
+        return run(
+            core, s, [](const FilterCoefficients&) {}, [](Quad in, std::uint32_t) { return in; });
     }
 }
 } // namespace quorel

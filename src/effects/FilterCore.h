@@ -9,9 +9,31 @@ namespace quorel
 {
 inline constexpr int filterTypeCount = 29;
 
+/** What a control step works out for the samples after it. */
+struct FilterCoefficients
+{
+    float b0, b1, b2, a1, a2; ///< biquad
+    float ladderScale, ladderFeedback, ladderP;
+    float opCoef, opInv; ///< one-pole
+    float svfF, svfQ;
+    float ringRate, ringDepth;
+    std::int32_t combDelay; ///< 1/256 sample
+    float combGain;
+
+    // A band-pass in each lane; only written and read by the types with vowels.
+    float formantB[4], formantA1[4], formantA2[4];
+};
+
+/** A run of samples with one set of coefficients. */
+struct FilterStep
+{
+    const FilterCoefficients* coefficients;
+    int num;
+};
+
 /** A stereo filter of 29 types, from one-pole to ladder, comb, vowel and ring. States hold left and right in
    their first two lanes. Audio thread only. */
-struct FilterCore
+struct FilterCore : FilterCoefficients
 {
     float sampleRate = 44100.0f, invSampleRate = 1.0f / 44100.0f;
     std::int32_t type = 0;
@@ -29,28 +51,22 @@ struct FilterCore
     float gainTargetL = 1.0f, gainTargetR = 1.0f, gainL = 1.0f, gainR = 1.0f;
     std::uint32_t blockCounter = 0;
 
-    float b0 = 0.0f, b1 = 0.0f, b2 = 0.0f, a1 = 0.0f, a2 = 0.0f;
     float x1[4] = {}, x2[4] = {}, y1[4] = {}, y2[4] = {};
 
-    float ladderScale = 0.0f, ladderFeedback = 0.0f, ladderP = 0.0f;
     float inPrev[4] = {}, s1[4] = {}, s2[4] = {}, s3[4] = {}, s4[4] = {};
 
-    float opCoef = 0.0f, opInv = 1.0f;
     float op[4] = {};
 
-    float svfF = 0.0f, svfQ = 1.0f;
     float band[4] = {}, high[4] = {}, low[4] = {};
 
-    float ringRate = 0.0f, ringDepth = 0.0f;
     std::uint32_t ringCounter = 0;
 
-    /** Four band-passes in the four lanes, fed from the right channel: the only bank that is heard. */
-    float formantB[4] = {}, formantA1[4] = {}, formantA2[4] = {};
+    /** Fed from the right channel: the only bank that is heard. */
     float formantY1[4] = {}, formantY2[4] = {};
     float formantX1 = 0.0f, formantX2 = 0.0f;
 
-    std::int32_t combDelay = 514, combPos = 0; ///< 1/256 sample
-    float combGain = 0.0f;
+    std::int32_t combPos = 0;                             ///< 1/256 sample
+    FilterCoefficients stepCoefficients[fxChunk / 4 + 1]; ///< of one block's control steps
     float inL[combLength], outL[combLength], inR[combLength], outR[combLength];
 };
 
@@ -63,11 +79,13 @@ void filterInit(FilterCore& core, float sampleRate);
 /** Zeroes the filter states at a change of type; keeps the smoothed cutoff. */
 void filterReset(FilterCore& core);
 
-/** Moves the cutoff a step of a hundredth and works out the coefficients if anything has changed; every 4
- * samples. */
-void filterCoefficients(FilterCore& core);
+/** Moves the cutoff a step of a hundredth; every 4 samples. If that or anything else has changed, works out
+   the type's coefficients and returns true. They don't go into the core, where the caller puts the last of a
+   block. */
+bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients);
 
-/** Adds the filtered input, at most fxChunk samples of it, to accL and accR. */
+/** Adds the filtered input, as many samples as the steps have together, to accL and accR. The type is the
+   same in all steps. */
 void filterProcess(FilterCore& core, const float* inL, const float* inR, float* accL, float* accR,
-                   float preGain, float postGain, int num);
+                   float preGain, float postGain, const FilterStep* steps, int numSteps);
 } // namespace quorel

@@ -15,7 +15,7 @@ namespace
 constexpr std::uint32_t lineMask = fxLineLength - 1;
 constexpr std::uint32_t ringMask = fxAuxRingLength - 1;
 
-void controlFilter(FxSlot& slot)
+bool controlFilter(FxSlot& slot, FilterCoefficients& coefficients)
 {
     const float v = slot.fltModWheel * 2.0f - 1.0f;
     const float w = v * v * (v > 0.0f ? 1.0f : (v < 0.0f ? -1.0f : 0.0f)) * slot.modWheel;
@@ -30,7 +30,7 @@ void controlFilter(FxSlot& slot)
     slot.filter.type = slot.filterType;
     slot.filter.cutoffTarget = clampUnit(w + slot.fltCutoff + o);
     slot.filter.resonance = clampUnit(slot.fltQ) * 0.95f;
-    filterCoefficients(slot.filter);
+    return filterCoefficients(slot.filter, coefficients);
 }
 
 /** Distorts the lows of a channel and leaves the rest alone. */
@@ -67,16 +67,42 @@ void filterEffectProcess(FxSlot& slot, const float* x, const float* y, float* we
     std::fill(wetLeft, wetLeft + num, 0.0f);
     std::fill(wetRight, wetRight + num, 0.0f);
 
+    FilterCoefficients* coefficients = slot.filter.stepCoefficients;
+    const FilterCoefficients* current = &slot.filter;
+    FilterStep steps[fxChunk / 4 + 2];
+    int numCoefficients = 0, numSteps = 0, done = 0;
+
+    const auto run = [&](int end)
+    {
+        if (numSteps == 0)
+            return;
+
+        filterProcess(slot.filter, l + done, r + done, wetLeft + done, wetRight + done, 1.0f, 1.0f, steps,
+                      numSteps);
+        numSteps = 0;
+        done = end;
+    };
+
     for (int t = 0; t < num;)
     {
-        const auto count = slot.sampleCount + 1 + static_cast<std::uint32_t>(t);
-        if ((count & 3) == 0)
-            controlFilter(slot);
+        const auto past = static_cast<int>((slot.sampleCount + 1 + static_cast<std::uint32_t>(t)) & 3);
+        if (past == 0)
+        {
+            if (slot.filterType != slot.filter.type) // which the step changes
+                run(t);
 
-        const int run = std::min(num - t, 4 - static_cast<int>(count & 3));
-        filterProcess(slot.filter, l + t, r + t, wetLeft + t, wetRight + t, 1.0f, 1.0f, run);
-        t += run;
+            if (controlFilter(slot, coefficients[numCoefficients]))
+                current = &coefficients[numCoefficients++];
+        }
+
+        const int length = std::min(num - t, 4 - past);
+        steps[numSteps++] = {current, length};
+        t += length;
     }
+
+    run(num);
+    if (current != &slot.filter)
+        static_cast<FilterCoefficients&>(slot.filter) = *current;
 }
 
 void bassUpdate(FxSlot& slot)
