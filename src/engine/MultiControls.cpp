@@ -41,6 +41,13 @@ int MultiControls::parameterOfListNumber(int listNumber) noexcept
     return layerParameter(layer, n);
 }
 
+void MultiControls::rebase(int parameter, float value) noexcept
+{
+    for (int t = 0; t < numMultiTargets; ++t)
+        if (targetParameter(t) == parameter)
+            targetValue[cell(t)].store(value, std::memory_order_relaxed);
+}
+
 bool MultiControls::isLive(int t) const noexcept
 {
     const int index = targetParameter(t);

@@ -30,6 +30,9 @@ public:
     /** Follows a write to slot 1330 to 1369, after the new value is stored. Runs on the writer's thread. */
     void changed(int index, float oldValue, float newValue);
 
+    /** The user has moved `parameter` by its own control: targets that move it go on from `value`. */
+    void rebase(int parameter, float value) noexcept;
+
     /** Forgets target `t`, 0 to 15, without touching the table. */
     void forget(int t) noexcept;
 

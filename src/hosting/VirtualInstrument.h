@@ -58,6 +58,8 @@ public:
     /** The owned window of the hosted instrument; null for none. */
     void setWindow(std::unique_ptr<InstrumentWindow> newWindow) { window = std::move(newWindow); }
 
+    InstrumentWindow* getWindow() const noexcept { return window.get(); }
+
     bool isWindowShowing() const { return window != nullptr && window->isShowing(); }
 
     void closeWindow() { window = nullptr; }

@@ -4,6 +4,13 @@
 namespace quorel
 {
 
+int viewPageOf(const PluginProcessor& processor)
+{
+    constexpr int numPages = 4;
+    const int page = static_cast<int>(processor.readParameter(slot::view) * 10.0f);
+    return page < numPages ? page : 0;
+}
+
 ControlPage::ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,
                          const EditorImages& editorImages)
     : processor(pluginProcessor)
@@ -17,6 +24,17 @@ int ControlPage::parameterOf(const juce::Component& component)
 {
     const int number = component.getComponentID().getIntValue();
     return number >= 1 && number < numParameterSlots ? number : 0;
+}
+
+void ControlPage::showToggle(juce::Button& toggle) const
+{
+    toggle.setToggleState(processor.readParameter(parameterOf(toggle)) != 0.0f, juce::dontSendNotification);
+}
+
+void ControlPage::showSlider(juce::Slider& slider) const
+{
+    slider.setValue(static_cast<double>(processor.readParameter(parameterOf(slider))),
+                    juce::dontSendNotification);
 }
 
 void ControlPage::sliderValueChanged(juce::Slider* slider)

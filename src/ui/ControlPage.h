@@ -10,6 +10,15 @@
 namespace quorel
 {
 
+/** The page that the view parameter asks for, 0 to 3: layers, effects, preset manager, multi-controls. */
+int viewPageOf(const PluginProcessor& processor);
+
+/** The view parameter's value for a page. */
+constexpr float viewOfPage(int page) noexcept
+{
+    return 0.1f * static_cast<float>(page);
+}
+
 /** What pages and strips ask of the editor around them. Message thread. */
 class EditorHost
 {
@@ -61,6 +70,13 @@ public:
     static int parameterOf(const juce::Component& component);
 
 protected:
+    /** A position alone: a control made there takes its image's size. */
+    static juce::Rectangle<int> at(juce::Point<int> position) { return {position.x, position.y, 0, 0}; }
+
+    /** Sets a control from its parameter, without telling anybody. */
+    void showToggle(juce::Button& toggle) const;
+    void showSlider(juce::Slider& slider) const;
+
     PluginProcessor& processor;
     EditorHost& host;
     const EditorImages& images;

@@ -12,7 +12,9 @@ namespace quorel
 int readEditorScale(const UserStore& store)
 {
     const auto text = store.read(pathSetting::key, pathSetting::editorScale);
-    const int wanted = text.isEmpty() ? defaultEditorScale : text.getIntValue();
+    const int wanted = text.isEmpty()
+                           ? defaultEditorScale
+                           : juce::jlimit(editorScales.front(), editorScales.back(), text.getIntValue());
     return *std::min_element(editorScales.begin(), editorScales.end(),
                              [wanted](int a, int b) { return std::abs(a - wanted) < std::abs(b - wanted); });
 }

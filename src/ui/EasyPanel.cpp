@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/EasyPanel.h"
+
+#include "engine/ParameterCodings.h"
+#include "hosting/HostedParameters.h"
+#include "ui/Geometry.h"
+
+namespace quorel
+{
+
+namespace
+{
+/** The film's name says 81, its height says this. */
+constexpr int numFaderFrames = 82;
+constexpr float valueWithoutInstrument = 0.5f;
+} // namespace
+
+EasyPanel::TargetMenu::TargetMenu(EasyPanel& easyPanel, int easyIndex)
+    : myBgMenu2(geometry::strip::easyMenu(easyIndex), &easyPanel,
+                easyPanel.id(layerSlot::easyMapping + easyIndex), {}, &easyPanel.images.readout30,
+                easyPanel.processor)
+    , panel(easyPanel)
+    , easy(easyIndex)
+{
+}
+
+void EasyPanel::TargetMenu::fill(const juce::StringArray& names, int from, int to)
+{
+    clear(juce::dontSendNotification);
+
+    for (int target = from; target < to; ++target)
+        addItem(names[target], target);
+
+    setSelectedId(decodeParamInt(panel.value(layerSlot::easyMapping + easy)), juce::dontSendNotification);
+}
+
+void EasyPanel::TargetMenu::showTarget()
+{
+    // Parameter 0 of an instrument can't be a target: 0 stands for none.
+    const int target = decodeParamInt(panel.value(layerSlot::easyMapping + easy));
+    const auto& names = panel.instrument().getParameterNames();
+    const bool valid = panel.plugin() != nullptr && target > 0 && target < names.size();
+    fill(names, valid ? target : 0, valid ? target + 1 : 0);
+}
+
+void EasyPanel::TargetMenu::showPopup()
+{
+    if (panel.plugin() == nullptr)
+        return;
+
+    const auto& names = panel.instrument().getParameterNames();
+    fill(names, 1, names.size());
+    myBgMenu2::showPopup();
+}
+
+EasyPanel::EasyPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                     const EditorImages& editorImages, int layerIndex)
+    : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex)
+{
+    for (int n = 0; n < numEasyParameters; ++n)
+    {
+        const auto i = static_cast<size_t>(n);
+        faders[i] =
+            std::make_unique<mySlider2>(at(geometry::strip::easyFader(n)), this, id(layerSlot::easyValue + n),
+                                        &images.easyFader, numFaderFrames, processor);
+        menus[i] = std::make_unique<TargetMenu>(*this, n);
+        menus[i]->setTitle("Layer " + juce::String(layer + 1) + " Easy " + juce::String(n + 1) + " target");
+        addAndMakeVisible(*faders[i]);
+        addAndMakeVisible(*menus[i]);
+    }
+}
+
+void EasyPanel::refresh()
+{
+    auto* hosted = plugin();
+
+    for (int n = 0; n < numEasyParameters; ++n)
+    {
+        const auto i = static_cast<size_t>(n);
+        const int target = decodeParamInt(value(layerSlot::easyMapping + n));
+        float shown = valueWithoutInstrument;
+
+        if (hosted != nullptr)
+            shown = target > 0 && target < numHostedParameters(*hosted) ? hostedParameter(*hosted, target)
+                                                                        : value(layerSlot::easyValue + n);
+
+        faders[i]->setValue(static_cast<double>(shown), juce::dontSendNotification);
+        faders[i]->setDoubleClickReturnValue(true, static_cast<double>(shown));
+        menus[i]->showTarget();
+    }
+}
+
+void EasyPanel::comboBoxChanged(juce::ComboBox* menu)
+{
+    if (menu->getSelectedId() > 0)
+        processor.setParameterFromUi(parameterOf(*menu), encodeParamInt(menu->getSelectedId()));
+}
+
+} // namespace quorel

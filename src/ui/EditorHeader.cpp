@@ -1,0 +1,371 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/EditorHeader.h"
+
+#include "presets/OriginalComparison.h"
+#include "presets/PresetCommands.h"
+#include "ui/Geometry.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr double unityVolume = 0.63;
+constexpr int pageRadioGroup = 10;
+constexpr int minimumBpm = 30;
+constexpr int maximumBpm = 500;
+/** One step of the tempo box, as part of its whole range. */
+constexpr double bpmStep = 0.00212766;
+constexpr float labelFontHeight = 13.0f;
+constexpr const char* loadingText = "LOADING PLEASE WAIT...";
+constexpr const char* userGuideFile = "quorel-user-guide.html";
+
+juce::PopupMenu popupMenuOf(const PresetMenu& content)
+{
+    juce::PopupMenu menu;
+
+    for (const auto& item : content.commands)
+        menu.addItem(item.id, item.text, true, item.ticked);
+
+    menu.addSeparator();
+
+    for (const auto& item : content.items)
+        menu.addItem(item.id, item.text, true, item.ticked);
+
+    for (const auto& subMenu : content.subMenus)
+    {
+        juce::PopupMenu rows;
+        bool holdsCurrent = false;
+
+        for (const auto& item : subMenu.items)
+        {
+            rows.addItem(item.id, item.text, true, item.ticked);
+            holdsCurrent = holdsCurrent || item.ticked;
+        }
+
+        menu.addSubMenu(subMenu.title, rows, true, nullptr, holdsCurrent);
+    }
+
+    return menu;
+}
+} // namespace
+
+EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                           const EditorImages& editorImages)
+    : ControlPage(pluginProcessor, editorHost, editorImages)
+    , masterVolume(juce::Rectangle<int>(geometry::knobSize, geometry::knobSize)
+                       .withCentre(geometry::header::masterVolumeCentre),
+                   this, slot::masterVolume, &images.masterVolume, processor)
+    , masterMute(at(geometry::header::masterMute), this, slot::masterMute, &images.iconMute, processor)
+    , userGuide(at(geometry::header::userGuide), this, &images.iconUserGuide, processor)
+    , previewNote(at(geometry::header::previewNote), this, &images.iconNote)
+    , editKey(at(geometry::header::editKey), this, &images.keyEdit, processor)
+    , origKey(at(geometry::header::origKey), this, &images.keyOrig, processor)
+    , tempoBox(geometry::header::tempo, this, &images.readout60, "BPM ", processor)
+    , tapButton(at(geometry::header::tap), this, &images.tap, processor)
+    , meter(geometry::header::meter)
+    , folderPrevious(at(geometry::header::folderPrevious), this, &images.arrowBigLeft, processor)
+    , folderNext(at(geometry::header::folderNext), this, &images.arrowBigRight, processor)
+    , folderLabel(geometry::header::folderMenu, "Folder", {}, juce::Colours::grey,
+                  juce::Colours::transparentBlack)
+    , presetPrevious(at(geometry::header::presetPrevious), this, &images.arrowBigLeft, processor)
+    , presetNext(at(geometry::header::presetNext), this, &images.arrowBigRight, processor)
+    , presetLabel(geometry::header::presetMenu, "Preset", {}, juce::Colours::grey,
+                  juce::Colours::transparentBlack)
+{
+    setSize(geometry::width, geometry::height);
+    backPanelButton.setBounds(geometry::header::backPanel);
+    backPanelButton.setComponentID("999999");
+    backPanelButton.setMouseClickGrabsKeyboardFocus(false);
+    backPanelButton.addListener(this);
+    addAndMakeVisible(backPanelButton);
+
+    masterVolume.setDoubleClickReturnValue(true, unityVolume);
+    tempoBox.minimum = minimumBpm;
+    tempoBox.maximum = maximumBpm;
+    meter.setInterceptsMouseClicks(false, false);
+
+    const juce::Point<int> keyPositions[] = {geometry::header::layersKey, geometry::header::fxKey,
+                                             geometry::header::managerKey, geometry::header::multiKey};
+    const CBitmap* keyImages[] = {&images.keyLayers, &images.keyFx, &images.keyManager, &images.keyMulti};
+    constexpr const char* pageTitles[] = {"Layers page", "Master FX/EQ page", "Preset Manager page",
+                                          "Multi-control page"};
+
+    for (int page = 0; page < numPages; ++page)
+    {
+        auto& key = pageKeys[static_cast<size_t>(page)];
+        key = std::make_unique<myOnOff>(at(keyPositions[page]), this, slot::view, keyImages[page], processor);
+        key->setRadioGroupId(pageRadioGroup);
+        key->setTitle(pageTitles[page]);
+        addAndMakeVisible(*key);
+    }
+
+    setUpLabel(hintLabel, geometry::header::hint);
+    setUpLabel(midiMonitorLabel, geometry::header::midiMonitor);
+    setUpLabel(cpuLabel, geometry::header::cpu);
+    setUpMenuButton(folderMenuButton, geometry::header::folderMenu, folderLabel, "Folder menu");
+    setUpMenuButton(presetMenuButton, geometry::header::presetMenu, presetLabel, "Preset menu");
+
+    const std::pair<juce::Component*, const char*> titled[] = {{&backPanelButton, "Back panel"},
+                                                               {&masterVolume, "Master volume"},
+                                                               {&masterMute, "Master mute"},
+                                                               {&userGuide, "User guide"},
+                                                               {&previewNote, "Preview note"},
+                                                               {&editKey, "Edited preset"},
+                                                               {&origKey, "Original preset"},
+                                                               {&tempoBox, "Tempo"},
+                                                               {&tapButton, "Tap tempo"},
+                                                               {&meter, "Output level"},
+                                                               {&folderPrevious, "Previous folder"},
+                                                               {&folderNext, "Next folder"},
+                                                               {&presetPrevious, "Previous preset"},
+                                                               {&presetNext, "Next preset"}};
+
+    for (const auto& [control, title] : titled)
+    {
+        control->setTitle(title);
+        addAndMakeVisible(control);
+    }
+
+    // Adding it again has brought it to the front.
+    backPanelButton.toBack();
+    cpuLabel.setText("CPU 0%", juce::dontSendNotification);
+}
+
+void EditorHeader::setUpLabel(juce::Label& label, juce::Rectangle<int> bounds)
+{
+    label.setBounds(bounds);
+    label.setFont(juce::Font(labelFontHeight, juce::Font::bold));
+    label.setBorderSize({});
+    label.setInterceptsMouseClicks(false, false);
+    addAndMakeVisible(label);
+}
+
+void EditorHeader::setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds,
+                                   juce::Label& caption, const juce::String& title)
+{
+    button.setBounds(bounds);
+    button.setComponentID("999999");
+    button.setTriggeredOnMouseDown(true);
+    button.setMouseClickGrabsKeyboardFocus(false);
+    button.setTitle(title);
+    button.addListener(this);
+    addAndMakeVisible(button);
+    caption.setInterceptsMouseClicks(false, false);
+    addAndMakeVisible(caption);
+}
+
+void EditorHeader::refresh()
+{
+    showSlider(masterVolume);
+    masterMute.setToggleState(static_cast<int>(processor.readParameter(slot::masterMute)) != 0,
+                              juce::dontSendNotification);
+    const int page = viewPageOf(processor);
+
+    for (int i = 0; i < numPages; ++i)
+        pageKeys[static_cast<size_t>(i)]->setToggleState(i == page, juce::dontSendNotification);
+
+    folderLabel.setText(processor.getFolderName(), juce::dontSendNotification);
+    presetLabel.setText(processor.getPresetName(), juce::dontSendNotification);
+    showComparison();
+    showTempo();
+}
+
+void EditorHeader::update()
+{
+    showComparison();
+    showMidi();
+    showTempo();
+    const auto& levels = processor.getMeter();
+    cpuLabel.setText("CPU " + juce::String(static_cast<int>(levels.cpuPercent())) + "%",
+                     juce::dontSendNotification);
+    meter.left = levels.peakLeft();
+    meter.right = levels.peakRight();
+}
+
+void EditorHeader::showComparison()
+{
+    const bool original = processor.getOriginalComparison().isShowingOriginal();
+    origKey.setToggleState(original, juce::dontSendNotification);
+    editKey.setToggleState(!original, juce::dontSendNotification);
+}
+
+void EditorHeader::showMidi()
+{
+    const auto& monitor = processor.getMidiMonitor();
+
+    if (monitor.lastNoteNumber() != shownNote || monitor.lastNoteVelocity() != shownVelocity)
+    {
+        shownNote = monitor.lastNoteNumber();
+        shownVelocity = monitor.lastNoteVelocity();
+        midiMonitorLabel.setText(shownVelocity > 0
+                                     ? "Midi " + noteName(shownNote) + ", Vel " + juce::String(shownVelocity)
+                                     : juce::String(),
+                                 juce::dontSendNotification);
+    }
+
+    if (monitor.lastControllerNumber() != shownController ||
+        monitor.lastControllerValue() != shownControllerValue)
+    {
+        shownController = monitor.lastControllerNumber();
+        shownControllerValue = monitor.lastControllerValue();
+        midiMonitorLabel.setText("Midi Controller " + juce::String(shownController) + " = " +
+                                     juce::String(shownControllerValue),
+                                 juce::dontSendNotification);
+    }
+}
+
+void EditorHeader::showTempo()
+{
+    // A playing host moves the tempo, too.
+    if (const double bpm = processor.getTempo().bpm(); bpm != shownBpm && !tempoBox.isMouseButtonDown())
+    {
+        shownBpm = bpm;
+        tempoBox.update(static_cast<float>((bpm - minimumBpm) * bpmStep));
+    }
+}
+
+void EditorHeader::showLoading(bool loading)
+{
+    if (loading)
+    {
+        hintLabel.setColour(juce::Label::textColourId, juce::Colours::orange);
+        hintLabel.setText(loadingText, juce::dontSendNotification);
+        hintLabel.setVisible(true);
+        return;
+    }
+
+    if (hintLabel.isColourSpecified(juce::Label::textColourId))
+        hintLabel.removeColour(juce::Label::textColourId);
+
+    if (hintLabel.getText() == loadingText)
+        hintLabel.setText({}, juce::dontSendNotification);
+}
+
+void EditorHeader::showHint(const juce::String& text)
+{
+    hintLabel.setText(text, juce::dontSendNotification);
+}
+
+void EditorHeader::sliderValueChanged(juce::Slider* slider)
+{
+    if (slider != &tempoBox)
+    {
+        ControlPage::sliderValueChanged(slider);
+        return;
+    }
+
+    const auto bpm = static_cast<float>(minimumBpm - static_cast<int>(slider->getValue() / -bpmStep));
+    shownBpm = static_cast<double>(bpm);
+    processor.getTempo().setBpm(bpm);
+}
+
+void EditorHeader::buttonClicked(juce::Button* button)
+{
+    for (int page = 0; page < numPages; ++page)
+    {
+        if (button != pageKeys[static_cast<size_t>(page)].get())
+            continue;
+
+        // The key that went out is told of as well.
+        if (button->getToggleState())
+            showPage(page);
+
+        return;
+    }
+
+    auto& commands = processor.getPresetCommands();
+
+    if (button == &backPanelButton)
+        host.showBackPanel();
+    else if (button == &userGuide)
+        openUserGuide();
+    else if (button == &previewNote)
+        (button->isDown() ? processor.auditionNoteOn : processor.auditionNoteOff).store(true);
+    else if (button == &editKey)
+        processor.getOriginalComparison().showEdited();
+    else if (button == &origKey)
+        processor.getOriginalComparison().showOriginal();
+    else if (button == &tapButton)
+        tap();
+    else if (button == &folderPrevious)
+        commands.previousFolder();
+    else if (button == &folderNext)
+        commands.nextFolder();
+    else if (button == &presetPrevious)
+        commands.previousPreset();
+    else if (button == &presetNext)
+        commands.nextPreset();
+    else if (button == &folderMenuButton)
+        showFolderMenu();
+    else if (button == &presetMenuButton)
+        showPresetMenu();
+    else
+        ControlPage::buttonClicked(button);
+
+    if (button == &editKey || button == &origKey || button == &presetPrevious || button == &presetNext ||
+        button == &folderPrevious || button == &folderNext)
+        host.fullRefresh();
+}
+
+void EditorHeader::showPage(int page)
+{
+    const float view = viewOfPage(page);
+    processor.setParameterFromUi(slot::view, view);
+    processor.setCurrentView(view);
+    host.fullRefresh();
+}
+
+void EditorHeader::tap()
+{
+    if (const auto bpm = processor.getTapTempo().tap(juce::Time::getMillisecondCounter()))
+    {
+        processor.getTempo().setBpm(*bpm);
+        showTempo();
+    }
+}
+
+void EditorHeader::openUserGuide()
+{
+    const auto guide = processor.getPaths().helpFolder.getChildFile(userGuideFile);
+
+    if (guide.existsAsFile())
+        guide.startAsProcess();
+}
+
+void EditorHeader::showFolderMenu()
+{
+    const juce::Component::SafePointer<EditorHeader> self(this);
+    popupMenuOf(processor.getPresetCommands().folderMenu())
+        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(folderMenuButton),
+                       [self](int chosen)
+                       {
+                           if (self == nullptr || chosen <= 0)
+                               return;
+
+                           self->processor.getPresetCommands().folderMenuChosen(chosen);
+
+                           // A command's questions may have outlived the editor.
+                           if (self != nullptr)
+                               self->host.fullRefresh();
+                       });
+}
+
+void EditorHeader::showPresetMenu()
+{
+    const juce::Component::SafePointer<EditorHeader> self(this);
+    popupMenuOf(processor.getPresetCommands().presetMenu())
+        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(presetMenuButton),
+                       [self](int chosen)
+                       {
+                           if (self == nullptr || chosen <= 0)
+                               return;
+
+                           self->processor.getPresetCommands().presetMenuChosen(chosen);
+
+                           if (self != nullptr)
+                               self->host.fullRefresh();
+                       });
+}
+
+} // namespace quorel

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/ControlPage.h"
+#include "ui/widgets/meterHorizontal.h"
+#include "ui/widgets/myButton.h"
+#include "ui/widgets/myButton1.h"
+#include "ui/widgets/myIntBox.h"
+#include "ui/widgets/myKnob.h"
+#include "ui/widgets/myLabel2.h"
+#include "ui/widgets/myOnOff.h"
+
+#include <array>
+#include <memory>
+
+namespace quorel
+{
+
+/** The controls along the top of every page: master volume, keys of the pages, folder and preset, Edit and
+    Orig, tempo, and the display with what is hovered, played and used. Message thread. */
+class EditorHeader : public ControlPage
+{
+public:
+    EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages);
+
+    void refresh() override;
+    void sliderValueChanged(juce::Slider* slider) override;
+    void buttonClicked(juce::Button* button) override;
+
+    /** Follows what moves by itself: last MIDI, load, levels, tempo, Edit and Orig. Each pass. */
+    void update();
+
+    /** Says that a preset is on its way, or takes that back. */
+    void showLoading(bool loading);
+
+    /** Text on the control under the mouse; an empty one for none. */
+    void showHint(const juce::String& text);
+
+private:
+    static constexpr int numPages = 4;
+
+    void setUpLabel(juce::Label& label, juce::Rectangle<int> bounds);
+    void setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds, juce::Label& caption,
+                         const juce::String& title);
+    void showPage(int page);
+    void showComparison();
+    void showMidi();
+    void showTempo();
+    void tap();
+    void openUserGuide();
+    void showFolderMenu();
+    void showPresetMenu();
+
+    /** Under everything else: the mute switch reaches into it. */
+    juce::DrawableButton backPanelButton{"to Back Screen", juce::DrawableButton::ImageStretched};
+    myKnob masterVolume;
+    myOnOff masterMute;
+    myButton userGuide;
+    myButton1 previewNote;
+    myButton editKey;
+    myButton origKey;
+    std::array<std::unique_ptr<myOnOff>, numPages> pageKeys;
+    juce::Label hintLabel{"hintLabel"};
+    juce::Label midiMonitorLabel{"midiMonitorLabel"};
+    juce::Label cpuLabel{"cpuLabel"};
+    myIntBox tempoBox;
+    myButton tapButton;
+    meterHorizontal meter;
+    myButton folderPrevious;
+    myButton folderNext;
+    juce::DrawableButton folderMenuButton{"folderMenuButton", juce::DrawableButton::ImageStretched};
+    myLabel2 folderLabel;
+    myButton presetPrevious;
+    myButton presetNext;
+    juce::DrawableButton presetMenuButton{"presetMenuButton", juce::DrawableButton::ImageStretched};
+    myLabel2 presetLabel;
+
+    int shownNote = 0;
+    int shownVelocity = 0;
+    int shownController = 0;
+    int shownControllerValue = 0;
+    double shownBpm = 0.0;
+};
+
+} // namespace quorel

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/KeyRangePanel.h"
+
+#include "engine/ParameterCodings.h"
+#include "ui/Geometry.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int transposeRange = 24;
+/** The arrows stand on the right end of the box. */
+constexpr int transposeTextAdjust = -16;
+} // namespace
+
+KeyRangePanel::KeyRangePanel(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                             const EditorImages& editorImages, int layerIndex)
+    : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex, &editorImages.panelSynth,
+                 geometry::strip::panelY[0])
+    , keyCaption(geometry::strip::keyRangeCaption, "KEYBOARD RANGE", &images.textStripA)
+    , keyMin(at(geometry::strip::keyMin), this, id(layerSlot::keyMin), &images.readout30, processor)
+    , keyMax(at(geometry::strip::keyMax), this, id(layerSlot::keyMax), &images.readout30, processor)
+    , velocityCaption(geometry::strip::velocityRangeCaption, "VELOCITY RANGE", &images.textStripA)
+    , velocityMin(at(geometry::strip::velocityMin), this, id(layerSlot::velocityMin), &images.readout30,
+                  processor)
+    , velocityMax(at(geometry::strip::velocityMax), this, id(layerSlot::velocityMax), &images.readout30,
+                  processor)
+    , transposeCaption(geometry::strip::transposeCaption, "TRANSPOSE", &images.textStripA)
+    , transpose(at(geometry::strip::transpose), this, id(layerSlot::transpose), &images.readout60, processor,
+                transposeTextAdjust)
+    , transposeDown(at(geometry::strip::transposeDown), this, &images.arrowMidLeft, processor)
+    , transposeUp(at(geometry::strip::transposeUp), this, &images.arrowMidRight, processor)
+{
+    keyMin.noteNames = true;
+    keyMax.noteNames = true;
+    transpose.minimum = -transposeRange;
+    transpose.maximum = transposeRange;
+    transposeDown.setTitle("Transpose down");
+    transposeUp.setTitle("Transpose up");
+
+    for (auto* control :
+         {static_cast<juce::Component*>(&keyCaption), static_cast<juce::Component*>(&keyMin),
+          static_cast<juce::Component*>(&keyMax), static_cast<juce::Component*>(&velocityCaption),
+          static_cast<juce::Component*>(&velocityMin), static_cast<juce::Component*>(&velocityMax),
+          static_cast<juce::Component*>(&transposeCaption), static_cast<juce::Component*>(&transpose),
+          static_cast<juce::Component*>(&transposeDown), static_cast<juce::Component*>(&transposeUp)})
+        addAndMakeVisible(control);
+}
+
+void KeyRangePanel::refresh()
+{
+    for (auto* box : {&keyMin, &keyMax, &velocityMin, &velocityMax, &transpose})
+        box->update(processor.readParameter(parameterOf(*box)));
+}
+
+void KeyRangePanel::buttonClicked(juce::Button* button)
+{
+    if (button == &transposeDown)
+        transposeBy(-1);
+    else if (button == &transposeUp)
+        transposeBy(1);
+}
+
+void KeyRangePanel::transposeBy(int semitones)
+{
+    const int now = paramToInt(value(layerSlot::transpose), -transposeRange, transposeRange);
+    const int wanted = juce::jlimit(-transposeRange, transposeRange, now + semitones);
+    processor.setParameterFromUi(id(layerSlot::transpose), static_cast<float>(wanted + transposeRange) /
+                                                               static_cast<float>(2 * transposeRange));
+}
+
+} // namespace quorel

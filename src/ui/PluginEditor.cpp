@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/PluginEditor.h"
+
+#include "ui/EditorScale.h"
+#include "ui/Geometry.h"
+
+namespace quorel
+{
+
+PluginEditor::PluginEditor(PluginProcessor& pluginProcessor)
+    : juce::AudioProcessorEditor(pluginProcessor)
+    , view(pluginProcessor, readEditorScale(pluginProcessor.userStore()),
+           [this](int percent) { applyScale(percent); })
+{
+    setOpaque(true);
+    addAndMakeVisible(view);
+    applyScale(view.getScalePercent());
+    view.grabKeyboardFocus();
+}
+
+PluginEditor::~PluginEditor() = default;
+
+void PluginEditor::applyScale(int percent)
+{
+    const float scale = static_cast<float>(percent) / 100.0f;
+    view.setTransform(juce::AffineTransform::scale(scale));
+    setSize(juce::roundToInt(static_cast<float>(geometry::width) * scale),
+            juce::roundToInt(static_cast<float>(geometry::height) * scale));
+}
+
+} // namespace quorel

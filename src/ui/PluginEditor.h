@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/PluginProcessor.h"
+#include "ui/SubhostView.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+namespace quorel
+{
+
+/** The editor as its host sees it: a shell around the one view, which it draws at the user's scale. A scale
+    that the host asks for comes on top of that. Message thread. */
+class PluginEditor : public juce::AudioProcessorEditor
+{
+public:
+    explicit PluginEditor(PluginProcessor& pluginProcessor);
+    ~PluginEditor() override;
+
+    SubhostView& getView() noexcept { return view; }
+
+private:
+    void applyScale(int percent);
+
+    SubhostView view;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginEditor)
+};
+
+} // namespace quorel

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/PluginWindow.h"
+
+namespace quorel
+{
+
+PluginWindow::PluginWindow(VirtualInstrument& owner, juce::AudioProcessorEditor* editor)
+    : juce::DocumentWindow(owner.getPluginName(), juce::Colours::black, juce::DocumentWindow::closeButton)
+    , layer(owner)
+{
+    setUsingNativeTitleBar(true);
+    setContentOwned(editor, true);
+    setResizable(editor->isResizable(), false);
+
+    if (const auto* display = juce::Desktop::getInstance().getDisplays().getPrimaryDisplay())
+        setBounds(getBounds().withCentre(display->userArea.getCentre()).constrainedWithin(display->userArea));
+
+    setVisible(true);
+}
+
+PluginWindow::~PluginWindow()
+{
+    // The editor tells its instrument that it goes, so it goes while the window still stands.
+    clearContentComponent();
+}
+
+void PluginWindow::open(VirtualInstrument& layer)
+{
+    if (auto* window = dynamic_cast<PluginWindow*>(layer.getWindow()))
+    {
+        window->setMinimised(false);
+        window->toFront(true);
+        return;
+    }
+
+    juce::AudioPluginInstance* plugin = nullptr;
+    {
+        const InstanceAccess::Use use(layer.instanceAccess());
+        plugin = use.get();
+    }
+
+    if (plugin == nullptr || layer.isUnloadPending())
+        return;
+
+    // Only this thread takes instruments down, so the pointer holds.
+    auto* editor = plugin->createEditorIfNeeded();
+
+    if (editor == nullptr && !plugin->hasEditor())
+        editor = new juce::GenericAudioProcessorEditor(*plugin);
+
+    if (editor != nullptr)
+        layer.setWindow(std::unique_ptr<InstrumentWindow>(new PluginWindow(layer, editor)));
+}
+
+void PluginWindow::closeButtonPressed()
+{
+    // Deletes this window.
+    layer.closeWindow();
+}
+
+} // namespace quorel

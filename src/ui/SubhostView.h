@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/ControlPage.h"
+#include "ui/ControlSync.h"
+#include "ui/EditorHeader.h"
+#include "ui/EditorLook.h"
+#include "ui/VirtualInstrumentUI.h"
+
+#include <array>
+#include <functional>
+#include <memory>
+
+namespace quorel
+{
+
+/** All that the editor shows, on a fixed layout of 1110 by 786: a header, the strips of the layers, and one
+   of four pages, or the back panel in front of them. Every 50 milliseconds it follows the processor, which
+   never calls it. Message thread. */
+class SubhostView : public juce::Component, public EditorHost, private juce::Timer
+{
+public:
+    /** `scale` is in percent; `scaleChosen` hears of another choice. */
+    SubhostView(PluginProcessor& pluginProcessor, int scale, std::function<void(int)> scaleChosen);
+    ~SubhostView() override;
+
+    void fullRefresh() override;
+    void controlsChanged() override;
+    void showBackPanel() override;
+
+    int getScalePercent() const override { return scalePercent; }
+
+    void setScalePercent(int percent) override;
+
+    /** One pass of the timer. */
+    void followProcessor();
+
+    void paint(juce::Graphics& g) override;
+    bool keyPressed(const juce::KeyPress& key) override;
+    void mouseEnter(const juce::MouseEvent& event) override;
+    void mouseExit(const juce::MouseEvent& event) override;
+    void mouseDown(const juce::MouseEvent& event) override;
+    void mouseDrag(const juce::MouseEvent& event) override;
+    void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
+
+private:
+    enum Page
+    {
+        layersPage,
+        fxPage,
+        managerPage,
+        multiPage,
+        numPages
+    };
+
+    void timerCallback() override { followProcessor(); }
+
+    bool isLoading() const;
+    void refreshPicture();
+    /** Adds and removes children so that these, from back to front, are there. */
+    void showChildren(const std::vector<juce::Component*>& wanted);
+    ControlPage& pageFor(int page);
+    void showHint(const juce::MouseEvent& event);
+
+    PluginProcessor& processor;
+    EditorLook look;
+    EditorImages images;
+    EditorHeader header;
+    std::array<std::unique_ptr<VirtualInstrumentUI>, numLayers> strips;
+    /** Made when they are first shown; the Layers page has nothing but the strips. */
+    std::array<std::unique_ptr<ControlPage>, numPages> pages;
+    std::unique_ptr<ControlPage> backPanel;
+    ControlSync controlSync;
+    bool controlsMoved = true;
+    bool onBackPanel = false;
+    bool inPass = false;
+    int viewPage = 0;
+    int scalePercent;
+    std::function<void(int)> onScaleChosen;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(SubhostView)
+};
+
+} // namespace quorel

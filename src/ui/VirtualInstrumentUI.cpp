@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/VirtualInstrumentUI.h"
+
+#include "presets/LayoutFiles.h"
+#include "ui/EasyPanel.h"
+#include "ui/Geometry.h"
+#include "ui/KeyRangePanel.h"
+#include "ui/LayerEqPanel.h"
+#include "ui/MidiPanel.h"
+#include "ui/PopupMenus.h"
+#include "ui/ZonePanel.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int timerMilliseconds = 100;
+constexpr float stepPerPanel = 0.1f;
+} // namespace
+
+VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                                         const EditorImages& editorImages, int layerIndex)
+    : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex)
+    , instrumentPanel(pluginProcessor, editorHost, editorImages, layerIndex)
+    , mixPanel(pluginProcessor, editorHost, editorImages, layerIndex)
+    , normalMode(at(geometry::strip::normalMode), this, id(layerSlot::drumMode), &images.smallOnOff,
+                 processor)
+    , zoneMode(at(geometry::strip::zoneMode), this, id(layerSlot::drumMode), &images.smallOnOff, processor)
+{
+    setName("Instrument " + juce::String(layer + 1));
+    const auto prefix = "Layer " + juce::String(layer + 1) + " ";
+    addAndMakeVisible(instrumentPanel);
+    addAndMakeVisible(mixPanel);
+
+    const juce::Point<int> keyPositions[] = {geometry::strip::easyKey, geometry::strip::filterKey,
+                                             geometry::strip::eqKey, geometry::strip::midiKey};
+    constexpr const char* keyTitles[] = {"Easy panel", "key range panel", "EQ panel", "MIDI panel"};
+
+    for (int i = 0; i < numKeys; ++i)
+    {
+        auto& key = keys[static_cast<size_t>(i)];
+        key = std::make_unique<myOnOff>(at(keyPositions[i]), this, id(layerSlot::drumPage), &images.onOff,
+                                        processor);
+        key->setTitle(prefix + keyTitles[i]);
+        addChildComponent(*key);
+    }
+
+    layoutMenuButton.setBounds(geometry::strip::layoutMenu);
+    layoutMenuButton.setComponentID("999999");
+    layoutMenuButton.setTriggeredOnMouseDown(true);
+    layoutMenuButton.setMouseClickGrabsKeyboardFocus(false);
+    layoutMenuButton.setTitle(prefix + "Easy layouts");
+    layoutMenuButton.addListener(this);
+    normalMode.setTitle(prefix + "key range mode");
+    zoneMode.setTitle(prefix + "zone mode");
+
+    for (auto* control :
+         {static_cast<juce::Component*>(&layoutMenuButton), static_cast<juce::Component*>(&normalMode),
+          static_cast<juce::Component*>(&zoneMode)})
+        addChildComponent(control);
+
+    instrument().addChangeListener(this);
+    startTimer(timerMilliseconds);
+}
+
+VirtualInstrumentUI::~VirtualInstrumentUI()
+{
+    instrument().removeChangeListener(this);
+}
+
+int VirtualInstrumentUI::chosenPanel() const
+{
+    return static_cast<int>(value(layerSlot::drumPage) * 10.0f);
+}
+
+void VirtualInstrumentUI::refresh()
+{
+    instrumentPanel.refresh();
+    mixPanel.refresh();
+
+    const bool onLayersPage = viewPageOf(processor) == 0;
+    showPanel(onLayersPage ? chosenPanel() : -1);
+
+    for (auto& key : keys)
+        key->setVisible(onLayersPage);
+
+    layoutMenuButton.setVisible(onLayersPage && plugin() != nullptr);
+    showPanelKeys();
+    host.controlsChanged();
+}
+
+void VirtualInstrumentUI::showPanel(int panel)
+{
+    if (panel >= 0 && panel < numPanels && panels[static_cast<size_t>(panel)] == nullptr)
+    {
+        auto& made = panels[static_cast<size_t>(panel)];
+        made = makePanel(panel);
+        addChildComponent(*made);
+        made->toBack();
+    }
+
+    for (int i = 0; i < numPanels; ++i)
+    {
+        auto& made = panels[static_cast<size_t>(i)];
+
+        if (made == nullptr)
+            continue;
+
+        if (i == panel)
+            made->refresh();
+
+        made->setVisible(i == panel);
+    }
+
+    normalMode.setVisible(panel == keyRange || panel == zones);
+    zoneMode.setVisible(panel == keyRange || panel == zones);
+}
+
+std::unique_ptr<ControlPage> VirtualInstrumentUI::makePanel(int panel)
+{
+    switch (panel)
+    {
+    case keyRange:
+        return std::make_unique<KeyRangePanel>(processor, host, images, layer);
+    case zones:
+        return std::make_unique<ZonePanel>(processor, host, images, layer);
+    case easy:
+        return std::make_unique<EasyPanel>(processor, host, images, layer);
+    case eq:
+        return std::make_unique<LayerEqPanel>(processor, host, images, layer);
+    default:
+        return std::make_unique<MidiPanel>(processor, host, images, layer);
+    }
+}
+
+void VirtualInstrumentUI::showPanelKeys()
+{
+    const int panel = chosenPanel();
+    const bool lit[] = {panel == easy, panel == keyRange || panel == zones, panel == eq, panel == midi};
+
+    for (int i = 0; i < numKeys; ++i)
+        keys[static_cast<size_t>(i)]->setToggleState(lit[i], juce::dontSendNotification);
+
+    const bool zoned = value(layerSlot::drumMode) != 0.0f;
+    normalMode.setToggleState(!zoned, juce::dontSendNotification);
+    zoneMode.setToggleState(zoned, juce::dontSendNotification);
+}
+
+void VirtualInstrumentUI::choosePanel(Panel panel)
+{
+    processor.setParameterFromUi(id(layerSlot::drumPage), stepPerPanel * static_cast<float>(panel));
+    refresh();
+}
+
+void VirtualInstrumentUI::buttonClicked(juce::Button* button)
+{
+    const bool takesZones = instrument().isDrumInstrument();
+
+    if (button == keys[easyKey].get())
+    {
+        choosePanel(easy);
+    }
+    else if (button == keys[filterKey].get())
+    {
+        const bool zoned = static_cast<int>(value(layerSlot::drumMode)) != 0;
+        choosePanel(zoned && takesZones ? zones : keyRange);
+    }
+    else if (button == keys[eqKey].get())
+    {
+        choosePanel(eq);
+    }
+    else if (button == keys[midiKey].get())
+    {
+        choosePanel(midi);
+    }
+    else if (button == &normalMode || (button == &zoneMode && takesZones))
+    {
+        const bool zoned = button == &zoneMode;
+        processor.setParameter(id(layerSlot::drumMode), zoned ? 1.0f : 0.0f);
+        processor.setParameter(id(layerSlot::drumPage), zoned ? stepPerPanel : 0.0f);
+        refresh();
+    }
+    else if (button == &zoneMode)
+    {
+        showPanelKeys();
+    }
+    else if (button == &layoutMenuButton)
+    {
+        showLayoutMenu();
+    }
+}
+
+void VirtualInstrumentUI::showLayoutMenu()
+{
+    const juce::Component::SafePointer<VirtualInstrumentUI> self(this);
+    popupMenuOf(layoutMenu(processor, layer))
+        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(layoutMenuButton),
+                       [self](int chosen)
+                       {
+                           if (self == nullptr || chosen <= 0)
+                               return;
+
+                           chooseLayout(self->processor, self->layer, chosen);
+
+                           // Questions of the menu may have outlived the editor.
+                           if (self != nullptr)
+                               self->refresh();
+                       });
+}
+
+void VirtualInstrumentUI::timerCallback()
+{
+    instrumentPanel.showWindowState();
+
+    if (instrument().needsDisplayUpdate.exchange(false) && plugin() != nullptr)
+        refresh();
+}
+
+void VirtualInstrumentUI::changeListenerCallback(juce::ChangeBroadcaster*)
+{
+    if (plugin() != nullptr)
+        refresh();
+}
+
+} // namespace quorel

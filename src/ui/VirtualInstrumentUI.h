@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/InstrumentPanel.h"
+#include "ui/MixPanel.h"
+
+#include <array>
+#include <memory>
+
+namespace quorel
+{
+
+/** The strip of one layer: instrument and mixer on the left, on all pages that show strips, and on the Layers
+    page one of five panels on the right, which keys choose. Message thread. */
+class VirtualInstrumentUI : public StripPanel, private juce::Timer, private juce::ChangeListener
+{
+public:
+    /** Panels by their number in the layer's panel parameter. */
+    enum Panel
+    {
+        keyRange,
+        zones,
+        easy,
+        eq,
+        midi,
+        numPanels
+    };
+
+    /** `layerIndex` is 0 to 3. */
+    VirtualInstrumentUI(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                        const EditorImages& editorImages, int layerIndex);
+    ~VirtualInstrumentUI() override;
+
+    void refresh() override;
+    void buttonClicked(juce::Button* button) override;
+
+    int getLayer() const noexcept { return layer; }
+
+    /** Lights the key of the chosen panel and the switch of the chosen mode; the panel itself follows at the
+        next refresh. */
+    void showPanelKeys();
+
+private:
+    enum Key
+    {
+        easyKey,
+        filterKey,
+        eqKey,
+        midiKey,
+        numKeys
+    };
+
+    void timerCallback() override;
+    void changeListenerCallback(juce::ChangeBroadcaster* source) override;
+    int chosenPanel() const;
+    void choosePanel(Panel panel);
+    std::unique_ptr<ControlPage> makePanel(int panel);
+    void showPanel(int panel);
+    void showLayoutMenu();
+
+    InstrumentPanel instrumentPanel;
+    MixPanel mixPanel;
+    /** Made when they are first shown. */
+    std::array<std::unique_ptr<ControlPage>, numPanels> panels;
+    std::array<std::unique_ptr<myOnOff>, numKeys> keys;
+    myOnOff normalMode;
+    myOnOff zoneMode;
+    juce::DrawableButton layoutMenuButton{"easyfilesmenu", juce::DrawableButton::ImageStretched};
+};
+
+} // namespace quorel
