@@ -7,6 +7,7 @@
 #include "ui/widgets/myOnOff.h"
 
 #include <array>
+#include <vector>
 
 namespace quorel
 {
@@ -26,7 +27,9 @@ private:
     struct Band
     {
         myOnOff on;
-        std::array<myKnob, 3> knobs;
+        myKnob frequency;
+        myKnob width;
+        myKnob gain;
     };
 
     struct Filter
@@ -35,13 +38,20 @@ private:
         myKnob frequency;
     };
 
-    PluginProcessor& processor;
+    Band makeBand(ControlPage& page, const EditorImages& images, int band);
+    void addToggle(ControlPage& page, myOnOff& toggle, const juce::String& name);
+    void addKnob(ControlPage& page, myKnob& knob, const juce::String& name, double doubleClickValue);
+
+    const bool isMaster;
     const int base;
+    PluginProcessor& processor;
     TEQScreen screen;
     myOnOff on;
     Filter lowPass;
     Filter highPass;
     std::array<Band, numEqBands> bands;
+    std::vector<myOnOff*> toggles;
+    std::vector<myKnob*> knobs;
 
     JUCE_DECLARE_NON_COPYABLE(EqControls)
 };

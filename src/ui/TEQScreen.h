@@ -15,7 +15,7 @@ namespace quorel
 /** The curves of an EQ's three bands: a drag moves the nearest band in frequency and gain, with Shift its
     bandwidth. Writes the parameters itself, and repaints when one of its unit's 17 changes. Message thread.
  */
-class TEQScreen : public juce::Slider, private juce::Timer
+class TEQScreen : public juce::Slider
 {
 public:
     /** `unit` is 0 to 3 for a layer or `masterEqUnit`. `bandFills`, the fills under the curves, outlive the
@@ -37,21 +37,23 @@ public:
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
     /** Gain of a band at a pixel column, in units of 20 dB. */
-    double responseAt(int band, int column) const;
+    double responseAt(int band, int column) const { return response(filterOf(band), column); }
 
 private:
+    /** A peaking section, normalised to a0 = 1. */
     struct BandFilter
     {
         bool flat;
         double b0, b1, b2, a1, a2;
     };
 
-    void timerCallback() override;
     BandFilter filterOf(int band) const;
     double response(const BandFilter& filter, int column) const;
+    int columnOf(double normalisedFrequency) const;
+    void paintBand(juce::Graphics& g, int band) const;
     float bandValue(int band, int offset) const;
     void writeBand(int band, int offset, float value);
-    int nearestBand(float u) const;
+    int nearestBand(double u) const;
 
     PluginProcessor& processor;
     const int base;
@@ -60,8 +62,8 @@ private:
     std::vector<double> cosW;
     std::vector<double> cos2W;
     int selectedBand = 0;
-    bool inGesture = false;
-    std::array<float, layerSlot::eqEnd - layerSlot::eq + 1> shown{};
+    /** Parameters of the selected band that the drag under way has touched, by offset. */
+    std::array<bool, eqSlot::slotsPerBand> inGesture{};
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(TEQScreen)
 };

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/EqControls.h"
+
+#include "ui/Geometry.h"
+#include "ui/widgets/WidgetTools.h"
+
+namespace quorel
+{
+namespace
+{
+/** What the knobs return to at a double click: the parameters' defaults. */
+constexpr double bandFrequencies[] = {0.25, 0.5, 0.75};
+constexpr double bandDefaultWidth = 0.2;
+constexpr double bandDefaultGain = 0.5;
+constexpr double lowPassOpen = 1.0;
+constexpr double highPassOpen = 0.0;
+} // namespace
+
+EqControls::EqControls(ControlPage& page, int unit, PluginProcessor& pluginProcessor,
+                       const EditorImages& images)
+    : isMaster(unit == masterEqUnit)
+    , base(eqBase(unit))
+    , processor(pluginProcessor)
+    , screen(isMaster ? geometry::eq::masterScreen : geometry::eq::screen, unit, images.eqLine, processor)
+    , on(positionOnly(isMaster ? geometry::eq::masterOn : geometry::eq::on), &page, base + eqSlot::on,
+         &images.onOff, processor)
+    , lowPass{{positionOnly(isMaster ? geometry::eq::masterLowPassOn : geometry::eq::lowPassOn), &page,
+               base + eqSlot::lowPassOn, &images.smallOnOff, processor},
+              {positionOnly(isMaster ? geometry::eq::masterLowPassFrequency : geometry::eq::lowPassFrequency),
+               &page, base + eqSlot::lowPassFreq, &images.knobVolume, processor}}
+    , highPass{{positionOnly(isMaster ? geometry::eq::masterHighPassOn : geometry::eq::highPassOn), &page,
+                base + eqSlot::highPassOn, &images.smallOnOff, processor},
+               {positionOnly(isMaster ? geometry::eq::masterHighPassFrequency
+                                      : geometry::eq::highPassFrequency),
+                &page, base + eqSlot::highPassFreq, &images.knobVolume, processor}}
+    , bands{makeBand(page, images, 0), makeBand(page, images, 1), makeBand(page, images, 2)}
+{
+    page.addAndMakeVisible(screen);
+    addToggle(page, on, "On");
+    addToggle(page, lowPass.on, "Low-pass on");
+    addToggle(page, highPass.on, "High-pass on");
+    addKnob(page, lowPass.frequency, "Low-pass frequency", lowPassOpen);
+    addKnob(page, highPass.frequency, "High-pass frequency", highPassOpen);
+
+    for (size_t i = 0; i < bands.size(); ++i)
+    {
+        const auto name = "Band " + juce::String(i + 1);
+        addToggle(page, bands[i].on, name + " on");
+        addKnob(page, bands[i].frequency, name + " frequency", bandFrequencies[i]);
+        addKnob(page, bands[i].width, name + " bandwidth", bandDefaultWidth);
+        addKnob(page, bands[i].gain, name + " gain", bandDefaultGain);
+    }
+}
+
+EqControls::Band EqControls::makeBand(ControlPage& page, const EditorImages& images, int band)
+{
+    const auto place = [&](juce::Point<int> inStrip)
+    { return positionOnly(isMaster ? geometry::eq::onMaster(inStrip) : inStrip); };
+    const int first = base + eqSlot::bands + eqSlot::slotsPerBand * band;
+    const auto i = static_cast<size_t>(band);
+    return {{place(geometry::eq::bandOn(band)), &page, first + eqSlot::bandOn, &images.eqOnOff[i], processor},
+            {place(geometry::eq::bandKnob(band, 0)), &page, first + eqSlot::bandFreq, &images.eqKnobVolume[i],
+             processor},
+            {place(geometry::eq::bandKnob(band, 1)), &page, first + eqSlot::bandWidth,
+             &images.eqKnobVolume[i], processor},
+            {place(geometry::eq::bandKnob(band, 2)), &page, first + eqSlot::bandGain, &images.eqKnobPan[i],
+             processor}};
+}
+
+void EqControls::addToggle(ControlPage& page, myOnOff& toggle, const juce::String& name)
+{
+    // A layer's parameters have names of their own, the master's none.
+    if (isMaster)
+        toggle.setTitle("Master EQ " + name);
+    page.addAndMakeVisible(toggle);
+    toggles.push_back(&toggle);
+}
+
+void EqControls::addKnob(ControlPage& page, myKnob& knob, const juce::String& name, double doubleClickValue)
+{
+    if (isMaster)
+        knob.setTitle("Master EQ " + name);
+    knob.setDoubleClickReturnValue(true, doubleClickValue);
+    page.addAndMakeVisible(knob);
+    knobs.push_back(&knob);
+}
+
+void EqControls::refresh()
+{
+    const auto valueOf = [this](const juce::Component& control)
+    { return processor.readParameter(ControlPage::parameterOf(control)); };
+    for (auto* toggle : toggles)
+        toggle->setToggleState(valueOf(*toggle) != 0.0f, juce::dontSendNotification);
+    for (auto* knob : knobs)
+        knob->setValue(static_cast<double>(valueOf(*knob)), juce::dontSendNotification);
+    screen.repaint();
+}
+
+} // namespace quorel

@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/FxPage.h"
+
+#include "effects/FxTypes.h"
+#include "ui/FxTypeDefaults.h"
+#include "ui/Geometry.h"
+#include "ui/widgets/WidgetTools.h"
+
+namespace quorel
+{
+namespace
+{
+constexpr int rhythmGateType = 26;
+/** The step masks of the rhythm gate travel in these parameters. */
+constexpr int firstStepParameter = 5;
+const juce::Colour captionColour{0xff969696};
+
+/** A slot has no such knob with this effect type. */
+bool isUnused(const juce::String& name)
+{
+    return name.isEmpty() || name == "-";
+}
+} // namespace
+
+FxPage::FxPage(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages)
+    : ControlPage(pluginProcessor, editorHost, editorImages)
+    , masterEq(*this, masterEqUnit, pluginProcessor, editorImages)
+{
+    setSize(geometry::width, geometry::height);
+    for (int block = 0; block < numFxBlocks; ++block)
+        buildSlot(block);
+}
+
+void FxPage::buildSlot(int block)
+{
+    auto& s = slots[static_cast<size_t>(block)];
+    const auto offset = geometry::fx::slotOffset(block);
+
+    s.on = std::make_unique<myOnOff>(positionOnly(geometry::fx::on + offset), this, slot::fxOn + block,
+                                     &images.onOff, processor);
+    addAndMakeVisible(*s.on);
+
+    const auto typePosition = geometry::fx::type + offset;
+    s.type = std::make_unique<myBgMenu>(
+        juce::Rectangle<int>(typePosition.x, typePosition.y, geometry::fx::typeWidth,
+                             geometry::fx::typeHeight),
+        this, slot::fxType + block, juce::Rectangle<int>(), &images.readout120, processor);
+    for (int type = 0; type < fxTypeCount; ++type)
+        s.type->addItem(fxTypes[static_cast<size_t>(type)].name, type + 1);
+    addAndMakeVisible(*s.type);
+
+    constexpr int mixParameters[] = {slot::fxVolume, slot::fxMix, slot::fxPan};
+    constexpr const char* mixNames[] = {"Vol", "Mix", "Pan"};
+    for (size_t n = 0; n < s.mix.size(); ++n)
+    {
+        const int number = static_cast<int>(n);
+        const auto* film = mixParameters[n] == slot::fxPan ? &images.knobPan : &images.knobVolume;
+        s.mix[n] = {std::make_unique<myKnob>(positionOnly(geometry::fx::mixKnob(number) + offset), this,
+                                             mixParameters[n] + block, film, processor),
+                    std::make_unique<myLabelFont>(geometry::fx::mixLabel(number) + offset, mixNames[n],
+                                                  &images.labelTextStrip, captionColour)};
+        addAndMakeVisible(*s.mix[n].knob);
+        addAndMakeVisible(*s.mix[n].label);
+    }
+
+    for (size_t j = 0; j < s.parameters.size(); ++j)
+    {
+        const int number = static_cast<int>(j);
+        s.parameters[j] = {std::make_unique<myKnob>(positionOnly(geometry::fx::knob(number) + offset), this,
+                                                    fxParameter(block, number), &images.knobVolume,
+                                                    processor),
+                           std::make_unique<myLabel>(geometry::fx::label(number) + offset, juce::String())};
+        addChildComponent(*s.parameters[j].knob);
+        addChildComponent(*s.parameters[j].label);
+    }
+
+    for (size_t row = 0; row < s.steps.size(); ++row)
+    {
+        const int number = static_cast<int>(row);
+        s.steps[row] =
+            std::make_unique<kappelDisplay>(geometry::fx::stepRow(number) + offset,
+                                            fxParameter(block, firstStepParameter + number), processor);
+        s.steps[row]->setTitle("FX" + juce::String(block + 1) + (row == 0 ? " left steps" : " right steps"));
+        addChildComponent(*s.steps[row]);
+    }
+}
+
+void FxPage::showKnob(myKnob& knob)
+{
+    const auto value = static_cast<double>(processor.readParameter(parameterOf(knob)));
+    knob.setDoubleClickReturnValue(true, value);
+    knob.setValue(value, juce::dontSendNotification);
+}
+
+void FxPage::refresh()
+{
+    for (int block = 0; block < numFxBlocks; ++block)
+        refreshSlot(block);
+    masterEq.refresh();
+}
+
+void FxPage::refreshSlot(int block)
+{
+    auto& s = slots[static_cast<size_t>(block)];
+    const int type = fxTypeFromParameter(processor.readParameter(slot::fxType + block));
+
+    s.on->setToggleState(processor.readParameter(slot::fxOn + block) != 0.0f, juce::dontSendNotification);
+    s.type->setSelectedItemIndex(type, juce::dontSendNotification);
+    for (auto& mix : s.mix)
+        showKnob(*mix.knob);
+
+    for (auto& row : s.steps)
+    {
+        row->setVisible(type == rhythmGateType);
+        row->repaint();
+    }
+
+    for (size_t j = 0; j < s.parameters.size(); ++j)
+    {
+        auto& [knob, label] = s.parameters[j];
+        const auto name = processor.getParameterName(parameterOf(*knob));
+        const bool used = type != 0 && !isUnused(name);
+        knob->setVisible(used);
+        label->setVisible(used);
+        if (!used)
+            continue;
+        label->setText(name, juce::dontSendNotification);
+        knob->setFilm(isBipolarFxParameter(type, static_cast<int>(j)) ? &images.knobPan : &images.knobVolume);
+        showKnob(*knob);
+    }
+}
+
+void FxPage::comboBoxChanged(juce::ComboBox* box)
+{
+    const int block = parameterOf(*box) - slot::fxType;
+    if (block >= 0 && block < numFxBlocks && box->getSelectedItemIndex() >= 0)
+        chooseType(block, box->getSelectedItemIndex());
+}
+
+void FxPage::chooseType(int block, int type)
+{
+    const float value = static_cast<float>(type) / static_cast<float>(fxTypeCount - 1);
+    processor.setParameterFromUi(slot::fxType + block, value);
+    processor.setParameterFromUi(slot::fxOn + block, 1.0f);
+    processor.setParameterFromUi(slot::fxType + block, value);
+
+    const auto& start = fxTypeDefaults(type);
+    processor.setParameterFromUi(slot::fxVolume + block, start.volume);
+    processor.setParameterFromUi(slot::fxMix + block, start.mix);
+    processor.setParameterFromUi(slot::fxPan + block, start.pan);
+    for (int j = 0; j < numFxParameters; ++j)
+        processor.setParameterFromUi(fxParameter(block, j), start.parameters[static_cast<size_t>(j)]);
+
+    host.fullRefresh();
+}
+
+} // namespace quorel

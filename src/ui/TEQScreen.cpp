@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/TEQScreen.h"
+
+#include "ui/widgets/ParameterAccessibility.h"
+#include "ui/widgets/WidgetTools.h"
+
+#include <cmath>
+
+namespace quorel
+{
+namespace
+{
+// The EQ runs twice per sample; the picture is that of one fixed rate, with the engine's own circle.
+constexpr double displayRate = 88100.0;
+constexpr double fullCircle = 6.28318;
+constexpr double lowestFrequency = 20.0;
+constexpr double octaves = 10.0;
+/** A gain closer to 0 dB than this draws a flat line. */
+constexpr double flatDecibels = 0.01;
+constexpr double smallestPower = 1e-30;
+constexpr double shiftWidthFactor = 3.0;
+constexpr float handleSize = 4.0f;
+
+const juce::Colour groundColour{0xff000000};
+const juce::Colour middleColour{0xff134108};
+const std::array<juce::Colour, numEqBands> bandColours{juce::Colour(0xff2bc900), juce::Colour(0xff0a6aa2),
+                                                       juce::Colour(0xffa40ac5)};
+
+double angleOf(double normalisedFrequency)
+{
+    return std::exp2(normalisedFrequency * octaves) * lowestFrequency / displayRate * fullCircle;
+}
+} // namespace
+
+TEQScreen::TEQScreen(juce::Rectangle<int> bounds, int unit, const std::array<CBitmap, numEqBands>& bandFills,
+                     PluginProcessor& pluginProcessor)
+    : juce::Slider(LinearVertical, NoTextBox)
+    , processor(pluginProcessor)
+    , base(eqBase(unit))
+    , fills(bandFills)
+{
+    setUpControl(*this, "EQlcd", noParameter);
+    setTitle(unit == masterEqUnit ? "Master EQ curve" : "Layer" + juce::String(unit + 1) + " EQ curve");
+    setWantsKeyboardFocus(true);
+    setOpaque(true);
+    setBounds(bounds);
+
+    for (int x = 0; x < getWidth(); ++x)
+    {
+        const double w = angleOf(static_cast<double>(x) / getWidth());
+        cosW.push_back(std::cos(w));
+        cos2W.push_back(std::cos(2.0 * w));
+    }
+}
+
+float TEQScreen::bandValue(int band, int offset) const
+{
+    return processor.readParameter(base + eqSlot::bands + eqSlot::slotsPerBand * band + offset);
+}
+
+TEQScreen::BandFilter TEQScreen::filterOf(int band) const
+{
+    const double decibels = static_cast<double>(bandValue(band, eqSlot::bandGain)) * 40.0 - 20.0;
+    const double q = std::exp2(4.0 - 10.0 * static_cast<double>(bandValue(band, eqSlot::bandWidth)));
+    const double w = angleOf(static_cast<double>(bandValue(band, eqSlot::bandFreq)));
+    const double amplitude = std::pow(10.0, decibels / 40.0);
+    const double alpha = std::sin(w) / (2.0 * q);
+    const double a0 = 1.0 + alpha / amplitude;
+    const double middle = -2.0 * std::cos(w) / a0;
+    return {std::abs(decibels) < flatDecibels,
+            (1.0 + alpha * amplitude) / a0,
+            middle,
+            (1.0 - alpha * amplitude) / a0,
+            middle,
+            (1.0 - alpha / amplitude) / a0};
+}
+
+double TEQScreen::response(const BandFilter& f, int column) const
+{
+    if (f.flat)
+        return 0.0;
+
+    // Squared magnitude of c0 + c1 z^-1 + c2 z^-2 on the unit circle.
+    const auto power = [&](double c0, double c1, double c2)
+    {
+        const auto x = static_cast<size_t>(column);
+        const double sum =
+            c0 * c0 + c1 * c1 + c2 * c2 + 2.0 * (c0 * c1 + c1 * c2) * cosW[x] + 2.0 * c0 * c2 * cos2W[x];
+        return juce::jmax(smallestPower, sum);
+    };
+    return 0.5 * std::log(power(f.b0, f.b1, f.b2) / power(1.0, f.a1, f.a2)) / std::log(10.0);
+}
+
+int TEQScreen::columnOf(double normalisedFrequency) const
+{
+    return juce::jlimit(0, getWidth() - 1, static_cast<int>(normalisedFrequency * getWidth()));
+}
+
+void TEQScreen::paintBand(juce::Graphics& g, int band) const
+{
+    const auto filter = filterOf(band);
+    const auto& fill = fills[static_cast<size_t>(band)];
+    const float middle = static_cast<float>(getHeight()) / 2.0f;
+    if (filter.flat)
+        return;
+
+    for (int x = 0; x < getWidth(); ++x)
+    {
+        const float y = (1.0f - static_cast<float>(response(filter, x))) * middle;
+        const float top = juce::jmin(y, middle);
+        fill.paint(g, {static_cast<float>(x), top, 1.0f, std::abs(middle - y)});
+    }
+}
+
+void TEQScreen::paint(juce::Graphics& g)
+{
+    g.fillAll(groundColour);
+    const float middle = static_cast<float>(getHeight()) / 2.0f;
+    g.setOpacity(1.0f);
+    for (int band = 0; band < numEqBands; ++band)
+        paintBand(g, band);
+
+    std::array<juce::Point<float>, numEqBands> handles;
+    for (int band = 0; band < numEqBands; ++band)
+    {
+        const auto filter = filterOf(band);
+        const auto heightOf = [&](int x)
+        { return (1.0f - static_cast<float>(response(filter, x))) * middle; };
+        juce::Path curve;
+        curve.startNewSubPath(0.0f, heightOf(0));
+        for (int x = 1; x < getWidth(); ++x)
+            curve.lineTo(static_cast<float>(x), heightOf(x));
+        g.setColour(bandColours[static_cast<size_t>(band)]);
+        g.strokePath(curve, juce::PathStrokeType(1.0f));
+
+        const double frequency = static_cast<double>(bandValue(band, eqSlot::bandFreq));
+        handles[static_cast<size_t>(band)] = {static_cast<float>(frequency * getWidth()),
+                                              heightOf(columnOf(frequency))};
+    }
+
+    g.setColour(middleColour);
+    g.fillRect(0.0f, middle - 0.5f, static_cast<float>(getWidth()), 1.0f);
+
+    for (size_t band = 0; band < handles.size(); ++band)
+    {
+        g.setColour(bandColours[band]);
+        g.drawEllipse(juce::Rectangle<float>(handleSize, handleSize).withCentre(handles[band]), 1.0f);
+    }
+}
+
+int TEQScreen::nearestBand(double u) const
+{
+    int nearest = 0;
+    double least = 1000.0;
+    for (int band = 0; band < numEqBands; ++band)
+    {
+        const double distance = std::abs(static_cast<double>(bandValue(band, eqSlot::bandFreq)) - u);
+        if (distance < least)
+        {
+            least = distance;
+            nearest = band;
+        }
+    }
+    return nearest;
+}
+
+void TEQScreen::writeBand(int band, int offset, float value)
+{
+    const int parameter = base + eqSlot::bands + eqSlot::slotsPerBand * band + offset;
+    if (isMouseButtonDown() && !inGesture[static_cast<size_t>(offset)])
+    {
+        inGesture[static_cast<size_t>(offset)] = true;
+        processor.beginParameterChangeGesture(parameter);
+    }
+    processor.setParameterFromUi(parameter, value);
+    repaint();
+}
+
+void TEQScreen::mouseDown(const juce::MouseEvent& event)
+{
+    selectedBand = nearestBand(event.position.x / static_cast<double>(getWidth()));
+    mouseDrag(event);
+}
+
+void TEQScreen::mouseDrag(const juce::MouseEvent& event)
+{
+    if (!event.mods.isLeftButtonDown())
+        return;
+
+    const float u = juce::jlimit(0.0f, 1.0f, event.position.x / static_cast<float>(getWidth()));
+    const float v = juce::jlimit(0.0f, 1.0f, event.position.y / static_cast<float>(getHeight()));
+    if (event.mods.isShiftDown())
+    {
+        const double distance = std::abs(static_cast<double>(u - bandValue(selectedBand, eqSlot::bandFreq)));
+        writeBand(selectedBand, eqSlot::bandWidth,
+                  static_cast<float>(juce::jmin(distance * shiftWidthFactor, 1.0)));
+        return;
+    }
+    writeBand(selectedBand, eqSlot::bandFreq, u);
+    writeBand(selectedBand, eqSlot::bandGain, 1.0f - v);
+}
+
+void TEQScreen::mouseUp(const juce::MouseEvent&)
+{
+    for (int offset = 0; offset < eqSlot::slotsPerBand; ++offset)
+        if (std::exchange(inGesture[static_cast<size_t>(offset)], false))
+            processor.endParameterChangeGesture(base + eqSlot::bands + eqSlot::slotsPerBand * selectedBand +
+                                                offset);
+}
+
+void TEQScreen::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
+{
+    // Not the slider's: it has no value of its own.
+    juce::Component::mouseWheelMove(event, wheel);
+}
+
+bool TEQScreen::keyPressed(const juce::KeyPress& key)
+{
+    const int code = key.getKeyCode();
+    if (code == juce::KeyPress::returnKey)
+    {
+        selectedBand = (selectedBand + 1) % numEqBands;
+        return true;
+    }
+
+    const bool sideways = code == juce::KeyPress::leftKey || code == juce::KeyPress::rightKey;
+    const bool upOrRight = code == juce::KeyPress::upKey || code == juce::KeyPress::rightKey;
+    if (!sideways && !upOrRight && code != juce::KeyPress::downKey)
+        return false;
+
+    const int offset = key.getModifiers().isShiftDown() ? eqSlot::bandWidth
+                       : sideways                       ? eqSlot::bandFreq
+                                                        : eqSlot::bandGain;
+    const float step = static_cast<float>(upOrRight ? keyboardStep : -keyboardStep);
+    writeBand(selectedBand, offset, juce::jlimit(0.0f, 1.0f, bandValue(selectedBand, offset) + step));
+    return true;
+}
+
+std::unique_ptr<juce::AccessibilityHandler> TEQScreen::createAccessibilityHandler()
+{
+    return std::make_unique<juce::AccessibilityHandler>(*this, juce::AccessibilityRole::image);
+}
+
+} // namespace quorel
