@@ -17,10 +17,10 @@ constexpr float trebleCut = 0.7643856f;
 
 constexpr int taps = 64;
 
-/** The last 63 samples, oldest first, and the chunk after them. */
+/** The last 63 samples, oldest first, the chunk after them, and some silence. */
 struct AmpInput
 {
-    float samples[taps - 1 + fxChunk];
+    float samples[taps - 1 + fxChunk + 3];
 
     AmpInput(float* history, std::uint32_t firstCount, const float* in, int num)
     {
@@ -32,39 +32,53 @@ struct AmpInput
             samples[taps - 1 + t] = in[t];
             history[(firstCount + static_cast<std::uint32_t>(t)) & 63] = in[t];
         }
+
+        std::fill(samples + taps - 1 + num, std::end(samples), 0.0f);
     }
 };
 
+/** Sums of `quads` times four outputs of each channel. */
+template <std::size_t quads>
+void ampSums(const float* row, const float* left, const float* right, float* outL, float* outR)
+{
+    Quad sumL[quads], sumR[quads];
+
+    for (std::size_t q = 0; q < quads; ++q)
+    {
+        sumL[q] = loadQuad(left + taps - 1 + 4 * q) * row[0] + fxTiny;
+        sumR[q] = loadQuad(right + taps - 1 + 4 * q) * row[0] + fxTiny;
+    }
+
+    for (int k = 1; k < taps; ++k)
+    {
+        const Quad weight = quadOf(row[k]);
+
+        for (std::size_t q = 0; q < quads; ++q)
+        {
+            sumL[q] = sumL[q] + loadQuad(left + k - 1 + 4 * q) * weight;
+            sumR[q] = sumR[q] + loadQuad(right + k - 1 + 4 * q) * weight;
+        }
+    }
+
+    for (std::size_t q = 0; q < quads; ++q)
+    {
+        storeQuad(outL + 4 * q, sumL[q]);
+        storeQuad(outR + 4 * q, sumR[q]);
+    }
+}
+
 /** The history is walked the wrong way round: tap 0 meets the newest sample, tap k the one 64 - k samples
-   old. That is the sound. Each output adds in the order of the taps. */
-void ampImpulse(const float* row, const AmpInput& in, float* out, int num)
+   old. That is the sound. Each output adds in the order of the taps; writes up to three samples past the end.
+ */
+void ampImpulse(const float* row, const AmpInput& left, const AmpInput& right, float* outL, float* outR,
+                int num)
 {
     int t = 0;
+    for (; t + 16 <= num; t += 16)
+        ampSums<4>(row, left.samples + t, right.samples + t, outL + t, outR + t);
 
-    for (; t + 8 <= num; t += 8)
-    {
-        const float* samples = in.samples + t;
-        Quad first = loadQuad(samples + taps - 1) * row[0] + fxTiny;
-        Quad second = loadQuad(samples + taps + 3) * row[0] + fxTiny;
-
-        for (int k = 1; k < taps; ++k)
-        {
-            first = first + loadQuad(samples + k - 1) * row[k];
-            second = second + loadQuad(samples + k + 3) * row[k];
-        }
-
-        storeQuad(out + t, first);
-        storeQuad(out + t + 4, second);
-    }
-
-    for (; t < num; ++t)
-    {
-        const float* samples = in.samples + t;
-        float sum = samples[taps - 1] * row[0] + fxTiny;
-        for (int k = 1; k < taps; ++k)
-            sum = sum + samples[k - 1] * row[k];
-        out[t] = sum;
-    }
+    for (; t < num; t += 4)
+        ampSums<1>(row, left.samples + t, right.samples + t, outL + t, outR + t);
 }
 
 void setToneStack(FxSlot& slot)
@@ -73,52 +87,111 @@ void setToneStack(FxSlot& slot)
     setSvfB(slot, trebleCut, 0.0f, slot.sampleRate);
 }
 
-/** Bass and treble of a block in place; pick() takes of the second filter what "Treble" works on. */
-template <typename Pick>
-void runToneStack(SvfBanks& banks, float bass, float treble, float boost, Pick pick, float* left,
-                  float* right, int num)
+/** A cabinet's taps by twos, for left and right. */
+struct CabinetWeights
+{
+    Quad feeds[16], backs[16];
+
+    explicit CabinetWeights(int type)
+    {
+        for (int pair = 0; pair < 16; ++pair)
+        {
+            const float* in = cabFeed[type] + 2 * pair;
+            const float* out = cabBack[type] + 2 * pair;
+            feeds[pair] = Quad{in[0], in[0], in[1], in[1]};
+            backs[pair] = Quad{out[0], out[0], out[1], out[1]};
+        }
+    }
+};
+
+const CabinetWeights cabinetWeights[8] = {CabinetWeights(0), CabinetWeights(1), CabinetWeights(2),
+                                          CabinetWeights(3), CabinetWeights(4), CabinetWeights(5),
+                                          CabinetWeights(6), CabinetWeights(7)};
+
+/** The 32 taps of a cabinet over a chunk. Its ring is laid out in a line first, newest sample first, left and
+   right in turn, so that nothing wraps and two taps come at a time. */
+class CabinetFilter
+{
+public:
+    explicit CabinetFilter(CabinetFields& owner)
+        : f(owner)
+        , weights(cabinetWeights[owner.cabType])
+        , feed0(quadOf(cabFeed[owner.cabType][0]))
+        , feed1(quadOf(cabFeed[owner.cabType][1]))
+        , back1(quadOf(cabBack[owner.cabType][1]))
+    {
+        for (int age = 0; age < length; ++age)
+        {
+            const Quad entry = loadQuad(f.cabHist[(f.cabPos - 1 - age) & 31]);
+            storeHalf(inputs + 2 * (fxChunk + age), entry);
+            storeHalf(outputs + 2 * (fxChunk + age), _mm_movehl_ps(entry, entry));
+        }
+
+        latest = loadQuad(outputs + 2 * fxChunk);
+    }
+
+    /** Adds in the order of the taps. As the second of them has the latest output, each sample waits for the
+       whole sum of the one before. */
+    [[gnu::always_inline]] FloatPair tick(int t, float x, float y)
+    {
+        float* in = inputs + 2 * (fxChunk - 1 - t);
+        float* out = outputs + 2 * (fxChunk - 1 - t);
+        const Quad newest = {x, y, 0.0f, 0.0f};
+        const Quad second = loadQuad(in + 2);
+        storeHalf(in, newest);
+        Quad sum = newest * feed0 + (second * feed1 + latest * back1);
+
+#pragma GCC unroll 2
+        for (int pair = 1; pair < length / 2; ++pair)
+        {
+            const Quad two = loadQuad(in + 4 * pair) * weights.feeds[pair] +
+                             loadQuad(out + 4 * pair) * weights.backs[pair];
+            sum = sum + two;
+            sum = sum + Quad(_mm_movehl_ps(two, two));
+        }
+
+        storeHalf(out, sum);
+        latest = sum;
+        return FloatPair{sum[0], sum[1]};
+    }
+
+    void store(int num)
+    {
+        f.cabPos = (f.cabPos + num) & 31;
+        for (int age = 0; age < length; ++age)
+        {
+            const float* in = inputs + 2 * (fxChunk - num + age);
+            const float* out = outputs + 2 * (fxChunk - num + age);
+            storeQuad(f.cabHist[(f.cabPos - 1 - age) & 31], Quad{in[0], in[1], out[0], out[1]});
+        }
+    }
+
+private:
+    static constexpr int length = 32;
+
+    static void storeHalf(float* p, Quad v)
+    {
+        _mm_storel_pi(reinterpret_cast<__m64*>(p), v);
+    }
+
+    CabinetFields& f;
+    const CabinetWeights& weights;
+    const Quad feed0, feed1, back1;
+    float inputs[2 * (length + fxChunk)], outputs[2 * (length + fxChunk)];
+    Quad latest;
+};
+
+/** Bass and treble of a block. source(t) gives sample t, which may come from left and right; pick() takes of
+   the second filter what "Treble" works on. */
+template <typename Source, typename Pick>
+void runToneStack(SvfBanks& banks, float bass, float treble, float boost, Source source, Pick pick,
+                  float* left, float* right, int num)
 {
     svfSeries(
-        banks, left, right, num,
+        banks, left, right, num, source,
         [=](FloatPair in, const SvfRun& low) { return in + (bass - 1.0f) * low.lowPass(); },
         [=](FloatPair in, const SvfRun& high)
         { return ((treble - 1.0f) * pick(high) + in) * boost + fxTiny; });
-}
-
-/** Runs a chunk through a cabinet; its ring is laid out in a line first, so that nothing wraps. Each entry
-   holds both inputs and both outputs, and each output adds in the order of the taps. */
-void cabinetFilter(CabinetFields& f, const float* x, const float* y, float* outL, float* outR, int num)
-{
-    constexpr int length = 32;
-    Quad line[length + fxChunk], weights[length];
-
-    for (int k = 0; k < length; ++k)
-    {
-        const float feed = cabFeed[f.cabType][k], back = cabBack[f.cabType][k];
-        weights[k] = Quad{feed, feed, back, back};
-        line[k] = loadQuad(f.cabHist[(f.cabPos + k) & 31]);
-    }
-
-    for (int t = 0; t < num; ++t)
-    {
-        const Quad* newest = line + length + t;
-        Quad sum = quadOf(0.0f);
-        line[length + t] = Quad{x[t], y[t], 0.0f, 0.0f};
-
-        for (int k = 0; k < length; ++k)
-        {
-            const Quad products = newest[-k] * weights[k];
-            sum = sum + (products + __builtin_shufflevector(products, products, 2, 3, 2, 3));
-        }
-
-        line[length + t] = Quad{x[t], y[t], sum[0], sum[1]};
-        outL[t] = sum[0];
-        outR[t] = sum[1];
-    }
-
-    f.cabPos = (f.cabPos + num) & 31;
-    for (int k = 0; k < length; ++k)
-        storeQuad(f.cabHist[(f.cabPos + k) & 31], line[num + k]);
 }
 } // namespace
 
@@ -135,28 +208,31 @@ void ampUpdate(FxSlot& slot)
 
 void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
+    float sumL[fxChunk + 3], sumR[fxChunk + 3];
+
     if (slot.ampType != 0)
     {
-        const float* row = ampTaps[slot.ampType];
         const AmpInput left(slot.ampHistL, slot.sampleCount + 1, x, num);
         const AmpInput right(slot.ampHistR, slot.sampleCount + 1, y, num);
-        ampImpulse(row, left, wetLeft, num);
-        ampImpulse(row, right, wetRight, num);
+        ampImpulse(ampTaps[slot.ampType], left, right, sumL, sumR, num);
     }
     else
     {
         for (int t = 0; t < num; ++t)
         {
-            wetLeft[t] = x[t] + fxTiny;
-            wetRight[t] = y[t] + fxTiny;
+            sumL[t] = x[t] + fxTiny;
+            sumR[t] = y[t] + fxTiny;
         }
     }
 
-    driveCurve(wetLeft, slot.ampDrive, wetLeft, num);
-    driveCurve(wetRight, slot.ampDrive, wetRight, num);
-
-    const auto treble = [](const SvfRun& svf) { return svf.highPass(); };
-    runToneStack(slot, slot.ampBass, slot.ampTreble, slot.ampBoost, treble, wetLeft, wetRight, num);
+    driveCurve(sumL, slot.ampDrive, sumL, num);
+    driveCurve(sumR, slot.ampDrive, sumR, num);
+    runToneStack(
+        slot, slot.ampBass, slot.ampTreble, slot.ampBoost,
+        [&](int t) {
+            return FloatPair{sumL[t], sumR[t]};
+        },
+        [](const SvfRun& svf) { return svf.highPass(); }, wetLeft, wetRight, num);
 }
 
 void cabinetUpdate(FxSlot& slot)
@@ -172,21 +248,37 @@ void cabinetUpdate(FxSlot& slot)
 
 void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    if (slot.cabType == 0 || slot.cabType == 4)
+    const float drive = slot.cabDrive;
+    const auto driven = [drive](FloatPair in)
     {
-        std::copy(x, x + num, wetLeft);
-        std::copy(y, y + num, wetRight);
-    }
-    else
-    {
-        cabinetFilter(slot, x, y, wetLeft, wetRight, num);
-    }
-
-    driveCurve(wetLeft, slot.cabDrive, wetLeft, num);
-    driveCurve(wetRight, slot.cabDrive, wetRight, num);
+        const Quad out = driveCurve(Quad{in[0], in[1], 0.0f, 0.0f}, drive);
+        return FloatPair{out[0], out[1]};
+    };
 
     // Here "Treble" works below 4 kHz, not above.
     const auto treble = [](const SvfRun& svf) { return svf.lowPass(); };
-    runToneStack(slot, slot.cabBass, slot.cabTreble, slot.cabBoost, treble, wetLeft, wetRight, num);
+
+    if (slot.cabType == 0 || slot.cabType == 4)
+        return runToneStack(
+            slot, slot.cabBass, slot.cabTreble, slot.cabBoost,
+            [&](int t) {
+                return driven(FloatPair{x[t], y[t]});
+            },
+            treble, wetLeft, wetRight, num);
+
+    // The tone stack takes the samples one by one, a little behind the filter, whose sums leave time for it.
+    CabinetFilter filter(slot);
+    FloatPair waiting = filter.tick(0, x[0], y[0]);
+    runToneStack(
+        slot, slot.cabBass, slot.cabTreble, slot.cabBoost,
+        [&](int t)
+        {
+            const FloatPair out = driven(waiting);
+            if (t + 1 < num)
+                waiting = filter.tick(t + 1, x[t + 1], y[t + 1]);
+            return out;
+        },
+        treble, wetLeft, wetRight, num);
+    filter.store(num);
 }
 } // namespace quorel

@@ -285,7 +285,11 @@ void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* we
     slot.mdEnvOutR = envelopes[3];
 
     svfSeries(
-        slot, wetLeft, wetRight, num, [](FloatPair, const SvfRun& low) { return low.lowPass(); },
+        slot, wetLeft, wetRight, num,
+        [=](int t) {
+            return FloatPair{wetLeft[t], wetRight[t]};
+        },
+        [](FloatPair, const SvfRun& low) { return low.lowPass(); },
         [](FloatPair, const SvfRun& high) { return high.highPass(); });
 
     const auto finished = [=](Quad v) { return heldTo(post * v, quadOf(-1.0f), quadOf(1.0f)); };

@@ -123,11 +123,12 @@ private:
 /** Low-pass of a block in place. */
 void svfLowPass(SvfState& state, const SvfSetting* settings, float* left, float* right, int num);
 
-/** Runs both banks one after the other over a block in place: between(in, low) makes the input of bank B,
-   after(its input, high) the output. Bank B works on the sample before, so that the two don't wait for each
-   other. */
-template <typename Between, typename After>
-void svfSeries(SvfBanks& banks, float* left, float* right, int num, Between between, After after)
+/** Runs both banks one after the other over a block: source(t) gives sample t, between(it, low) makes the
+   input of bank B of it, after(that, high) the output. Bank B works on the sample before, so that the two
+   don't wait for each other. The source may be left and right. */
+template <typename Source, typename Between, typename After>
+void svfSeries(SvfBanks& banks, float* left, float* right, int num, Source source, Between between,
+               After after)
 {
     const Pair frequencyA = pairOf(banks.svfF), frequencyB = pairOf(banks.svfBF),
                resonance = pairOf(banks.svfQ);
@@ -135,7 +136,7 @@ void svfSeries(SvfBanks& banks, float* left, float* right, int num, Between betw
 
     const auto first = [&](int t)
     {
-        const FloatPair in = {left[t], right[t]};
+        const FloatPair in = source(t);
         low.tick(__builtin_convertvector(in, Pair), frequencyA, resonance);
         return between(in, low);
     };
