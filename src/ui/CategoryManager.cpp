@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/CategoryManager.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int wordsTop = 21;
+constexpr int wordsBottom = 186;
+constexpr int wordHeight = 15;
+constexpr int maxRows = 11;
+constexpr float fontHeight = 12.0f;
+constexpr int gridTop = 204;
+constexpr int numColumns = 4;
+constexpr int numRows = 25;
+constexpr int columnWidth = 180;
+constexpr int rowHeight = 15;
+
+/** Left and right edges of the columns: two under each of the first two headings, one under the third. */
+constexpr std::array<std::pair<int, int>, categoryColumns.size()> columnEdges{
+    {{2, 132}, {132, 262}, {265, 390}, {390, 505}, {505, 735}}};
+
+const juce::Colour offColour = juce::Colours::grey;
+const juce::Colour onColour = juce::Colours::white;
+const juce::Colour onFill{0xff404040};
+const juce::Colour cursorColour{0xffc38a00};
+
+constexpr int numWords()
+{
+    int count = 0;
+
+    for (const auto& column : categoryColumns)
+        count += column.numItems;
+
+    return count;
+}
+
+/** Column and row of a word counted through all columns. */
+std::pair<int, int> placeOf(int word)
+{
+    int column = 0;
+
+    while (word >= categoryColumns[static_cast<size_t>(column)].numItems)
+    {
+        word -= categoryColumns[static_cast<size_t>(column)].numItems;
+        ++column;
+    }
+
+    return {column, word};
+}
+
+int flagAt(int column, int row)
+{
+    const auto& place = categoryColumns[static_cast<size_t>(column)];
+    return place.group * categoriesPerGroup + place.firstItem + row;
+}
+} // namespace
+
+/** What screen readers hear of the words. */
+class CategoryManager::WordText : public juce::AccessibilityTextValueInterface
+{
+public:
+    explicit WordText(const CategoryManager& categoryManager)
+        : words(categoryManager)
+    {
+    }
+
+    bool isReadOnly() const override { return true; }
+
+    juce::String getCurrentValueAsString() const override
+    {
+        const int flag = words.cursorFlag();
+        return juce::String(categoryName(flag)) +
+               (words.shownFlags()[static_cast<size_t>(flag)] != 0 ? " on" : " off");
+    }
+
+    void setValueAsString(const juce::String&) override {}
+
+private:
+    const CategoryManager& words;
+};
+
+CategoryManager::CategoryManager(juce::Rectangle<int> bounds, juce::ChangeListener* listener,
+                                 PluginProcessor& pluginProcessor)
+    : processor(pluginProcessor)
+    , grid(pluginProcessor, {numColumns, numRows, columnWidth, rowHeight, 0, numRows * rowHeight, numRows})
+{
+    setBounds(bounds);
+    setName("CategoryManager");
+    setTitle("Categories");
+    setWantsKeyboardFocus(true);
+    setMouseClickGrabsKeyboardFocus(false);
+    setHasFocusOutline(true);
+    addChangeListener(listener);
+    grid.setBounds(getLocalBounds().withTop(gridTop));
+    grid.onClick = [this] { sendChangeMessage(); };
+    addAndMakeVisible(grid);
+}
+
+void CategoryManager::setFilterMode(bool filter)
+{
+    filterMode = filter;
+    grid.showResults(filter);
+    repaint();
+}
+
+CategoryFlags CategoryManager::shownFlags() const
+{
+    return filterMode ? processor.getPresetLibrary().getCategoryFilter() : categoriesOf(processor);
+}
+
+std::optional<int> CategoryManager::categoryAt(juce::Point<int> position)
+{
+    if (position.y < 0 || position.y >= wordsBottom)
+        return {};
+
+    std::optional<int> flag;
+    const int row = juce::jlimit(0, maxRows - 1, (position.y - wordsTop) / wordHeight);
+
+    for (size_t column = 0; column < columnEdges.size(); ++column)
+        if (position.x >= columnEdges[column].first && position.x < columnEdges[column].second)
+            flag = flagAt(static_cast<int>(column), row);
+
+    return flag;
+}
+
+juce::Rectangle<int> CategoryManager::wordBounds(int column, int row)
+{
+    const auto [left, right] = columnEdges[static_cast<size_t>(column)];
+    return {left, wordsTop + wordHeight * row, right - left, wordHeight};
+}
+
+void CategoryManager::paint(juce::Graphics& g)
+{
+    const auto shown = shownFlags();
+    g.setFont(fontHeight);
+
+    for (int word = 0; word < numWords(); ++word)
+    {
+        const auto [column, row] = placeOf(word);
+        const int flag = flagAt(column, row);
+        const bool on = shown[static_cast<size_t>(flag)] != 0;
+        const auto box = wordBounds(column, row).reduced(3, 0);
+
+        if (on)
+        {
+            g.setColour(onFill);
+            g.fillRect(box);
+        }
+
+        g.setColour(on ? onColour : offColour);
+        g.drawText(categoryName(flag), box.withTrimmedLeft(3), juce::Justification::centredLeft);
+
+        if (hasKeyboardFocus(false) && word == cursor)
+        {
+            g.setColour(cursorColour);
+            g.drawRect(box);
+        }
+    }
+}
+
+void CategoryManager::toggle(int flag)
+{
+    auto& commands = processor.getPresetCommands();
+
+    if (filterMode)
+        commands.toggleFilterCategory(flag);
+    else
+        commands.toggleCategory(flag);
+
+    repaint();
+    sendChangeMessage();
+}
+
+void CategoryManager::mouseDown(const juce::MouseEvent& event)
+{
+    if (!event.mods.isLeftButtonDown() || processor.isSoundChanging())
+        return;
+
+    if (const auto flag = categoryAt(event.getPosition()))
+        toggle(*flag);
+}
+
+int CategoryManager::cursorFlag() const
+{
+    const auto [column, row] = placeOf(cursor);
+    return flagAt(column, row);
+}
+
+void CategoryManager::moveCursor(int place)
+{
+    cursor = juce::jlimit(0, numWords() - 1, place);
+    repaint();
+
+    if (auto* handler = getAccessibilityHandler())
+        handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);
+}
+
+bool CategoryManager::keyPressed(const juce::KeyPress& key)
+{
+    const std::pair<int, int> moves[] = {{juce::KeyPress::leftKey, cursor - 1},
+                                         {juce::KeyPress::rightKey, cursor + 1},
+                                         {juce::KeyPress::pageUpKey, cursor - maxRows},
+                                         {juce::KeyPress::pageDownKey, cursor + maxRows},
+                                         {juce::KeyPress::homeKey, 0},
+                                         {juce::KeyPress::endKey, numWords() - 1}};
+
+    for (const auto& [code, target] : moves)
+    {
+        if (key.getKeyCode() == code)
+        {
+            moveCursor(target);
+            return true;
+        }
+    }
+
+    if (key.getKeyCode() != juce::KeyPress::spaceKey && key.getKeyCode() != juce::KeyPress::returnKey)
+        return false;
+
+    if (!processor.isSoundChanging())
+        toggle(cursorFlag());
+
+    return true;
+}
+
+void CategoryManager::focusGained(FocusChangeType)
+{
+    repaint();
+}
+
+void CategoryManager::focusLost(FocusChangeType)
+{
+    repaint();
+}
+
+std::unique_ptr<juce::AccessibilityHandler> CategoryManager::createAccessibilityHandler()
+{
+    return std::make_unique<juce::AccessibilityHandler>(
+        *this, juce::AccessibilityRole::group, juce::AccessibilityActions(),
+        juce::AccessibilityHandler::Interfaces{std::make_unique<WordText>(*this)});
+}
+
+} // namespace quorel

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/PresetGrid.h"
+
+#include <optional>
+
+namespace quorel
+{
+
+/** The words of all categories, and below them presets: in filter mode the words asked for and what has them,
+   else the current preset's own words and its folder. Sends a change message after each click. Message
+   thread. */
+class CategoryManager : public juce::Component, public juce::ChangeBroadcaster
+{
+public:
+    CategoryManager(juce::Rectangle<int> bounds, juce::ChangeListener* listener,
+                    PluginProcessor& pluginProcessor);
+
+    void setFilterMode(bool filter);
+
+    /** The flag whose place this is, 0 to 65. The lower rows of a short column have places too, without
+     * words. */
+    static std::optional<int> categoryAt(juce::Point<int> position);
+    /** Place of word `row` of a column, 0 to 4. */
+    static juce::Rectangle<int> wordBounds(int column, int row);
+
+    PresetGrid& getGrid() noexcept { return grid; }
+
+    void paint(juce::Graphics& g) override;
+    void mouseDown(const juce::MouseEvent& event) override;
+    /** Left, Right, Page up and down, Home and End choose a word; the space bar and Return turn it. */
+    bool keyPressed(const juce::KeyPress& key) override;
+    void focusGained(FocusChangeType cause) override;
+    void focusLost(FocusChangeType cause) override;
+    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
+private:
+    class WordText;
+
+    CategoryFlags shownFlags() const;
+    void toggle(int flag);
+    void moveCursor(int place);
+    int cursorFlag() const;
+
+    PluginProcessor& processor;
+    PresetGrid grid;
+    bool filterMode = false;
+    /** Word that the keyboard is at, counted through all columns. */
+    int cursor = 0;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(CategoryManager)
+};
+
+} // namespace quorel

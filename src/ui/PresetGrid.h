@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/PluginProcessor.h"
+#include "ui/RowGrid.h"
+
+#include <functional>
+
+namespace quorel
+{
+
+/** Presets in columns: those of the current folder, or the results of a search. Message thread. */
+class PresetGrid : public RowGrid
+{
+public:
+    PresetGrid(PluginProcessor& pluginProcessor, RowGridLayout gridLayout);
+
+    /** True shows the results, false the folder. */
+    void showResults(bool results);
+
+    bool isShowingResults() const noexcept { return showingResults; }
+
+    /** A click has been carried out. */
+    std::function<void()> onClick;
+
+protected:
+    int numEntries() const override;
+    juce::String entryText(int index) const override;
+    int currentEntry() const override;
+    bool isCurrent(int index) const override;
+    bool isSelected(int index) const override;
+    void entryClicked(int index, const juce::ModifierKeys& modifiers) override;
+    bool isLocked() const override;
+
+private:
+    PluginProcessor& processor;
+    PresetLibrary& library;
+    bool showingResults = false;
+};
+
+} // namespace quorel

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/PresetManagerPage.h"
+
+#include "ui/Geometry.h"
+#include "ui/widgets/WidgetTools.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr const char* searchFieldName = "searchPresetLabelEntry";
+const juce::Colour headText{0xffc38a00};
+const juce::Colour headFill{0xff242426};
+const juce::Colour buttonText{0xffd3d3d3};
+const juce::Colour buttonFill{0xff404040};
+const juce::Colour fieldFill{0xff101011};
+} // namespace
+
+PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                                     const EditorImages& editorImages)
+    : ControlPage(pluginProcessor, editorHost, editorImages)
+    , commands(pluginProcessor.getPresetCommands())
+    , library(pluginProcessor.getPresetLibrary())
+    , bankList(geometry::manager::bankList, this, processor)
+    , presetGrid(geometry::manager::presetGrid, this, processor)
+    , categoryGrid(geometry::manager::presetGrid, this, processor)
+    , clearButton(geometry::manager::clearCategory, this, "CLEAR CATEGORY", &images.textStripA, buttonText,
+                  buttonFill)
+    , searchCaption(geometry::manager::searchCaption, "Search For: ")
+    , searchField(geometry::manager::searchText, searchFieldName, {})
+    , searchButton(geometry::manager::search, this, "SEARCH", &images.textStripA, buttonText, buttonFill)
+{
+    constexpr const char* modeTitles[] = {"Browse", "Search by name", "Search by category",
+                                          "Edit categories"};
+
+    for (int mode = 0; mode < numModes; ++mode)
+    {
+        auto& toggle = modeSwitches[static_cast<size_t>(mode)];
+        toggle = std::make_unique<myOnOff>(at(geometry::manager::mode(mode)), this, noParameter,
+                                           &images.onOff, processor);
+        toggle->setTitle(modeTitles[mode]);
+        addAndMakeVisible(*toggle);
+    }
+
+    addAndMakeVisible(bankList);
+    addChildComponent(presetGrid);
+    addChildComponent(categoryGrid);
+
+    for (int group = 0; group < numCategoryGroups; ++group)
+    {
+        auto& head = heads[static_cast<size_t>(group)];
+        head = std::make_unique<myLabelC>(geometry::manager::categoryHeads[group], categoryHeading(group),
+                                          &images.textStripA, headText, headFill);
+        addChildComponent(*head);
+    }
+
+    clearButton.setTitle("Clear categories");
+    searchField.setTitle("Search text");
+    searchField.setColour(juce::Label::backgroundColourId, fieldFill);
+    searchField.setColour(juce::Label::textColourId, juce::Colours::white);
+    searchField.setJustificationType(juce::Justification::centredLeft);
+    searchField.addListener(this);
+    searchButton.setTitle("Search");
+
+    for (auto* component :
+         {static_cast<juce::Component*>(&clearButton), static_cast<juce::Component*>(&searchCaption),
+          static_cast<juce::Component*>(&searchField), static_cast<juce::Component*>(&searchButton)})
+        addChildComponent(component);
+
+    constexpr std::pair<const char*, const char*> presetTexts[] = {
+        {presetCommand::newPreset, "NEW"},       {presetCommand::renamePreset, "RENAME"},
+        {presetCommand::deletePreset, "DELETE"}, {presetCommand::copyPreset, "COPY"},
+        {presetCommand::pastePreset, "PASTE"},   {presetCommand::loadPreset, "LOAD"},
+        {presetCommand::savePreset, "SAVE"}};
+    constexpr std::pair<const char*, const char*> folderTexts[] = {{presetCommand::newFolder, "NEW"},
+                                                                   {presetCommand::renameFolder, "RENAME"},
+                                                                   {presetCommand::deleteFolder, "DELETE"}};
+
+    for (const auto& [text, caption] : presetTexts)
+    {
+        const int n = static_cast<int>(presetCommands.size());
+        addCommand(presetCommands, text, caption, geometry::manager::presetCommand(n),
+                   geometry::manager::presetCommandLabel(n));
+    }
+
+    for (const auto& [text, caption] : folderTexts)
+    {
+        const int n = static_cast<int>(folderCommands.size());
+        addCommand(folderCommands, text, caption, geometry::manager::folderCommand(n),
+                   geometry::manager::folderCommandLabel(n));
+    }
+}
+
+void PresetManagerPage::addCommand(std::vector<Command>& list, const char* text, const char* caption,
+                                   juce::Point<int> position, juce::Rectangle<int> captionBounds)
+{
+    list.push_back({text, std::make_unique<myButton>(at(position), this, &images.onOff, processor),
+                    std::make_unique<myLabelB>(captionBounds, caption, &images.textStripA)});
+    auto& command = list.back();
+    command.button->setTitle(text);
+    addAndMakeVisible(*command.button);
+    addAndMakeVisible(*command.caption);
+}
+
+void PresetManagerPage::refresh()
+{
+    // Opening the page reads the disk; so does what has changed files since.
+    if (getParentComponent() == nullptr || library.isIndexStale())
+        commands.refreshIndex();
+
+    const bool categories = managerMode == searchByCategory || managerMode == editCategories;
+    const bool searching = managerMode == searchByText || managerMode == searchByCategory;
+
+    if (managerMode == searchByText)
+        library.searchPresets();
+    else if (managerMode == searchByCategory)
+        library.searchByCategory();
+
+    for (int mode = 0; mode < numModes; ++mode)
+        modeSwitches[static_cast<size_t>(mode)]->setToggleState(mode == managerMode,
+                                                                juce::dontSendNotification);
+
+    for (auto& head : heads)
+        head->setVisible(categories);
+
+    for (auto* component :
+         {static_cast<juce::Component*>(&searchCaption), static_cast<juce::Component*>(&searchField),
+          static_cast<juce::Component*>(&searchButton)})
+        component->setVisible(managerMode == searchByText);
+
+    for (auto& command : presetCommands)
+    {
+        const bool visible = managerMode == browse || managerMode == editCategories;
+        command.button->setVisible(visible);
+        command.caption->setVisible(visible);
+    }
+
+    // Text that is being typed is left alone.
+    if (!searchField.isBeingEdited())
+        searchField.setText(library.getSearchText(), juce::dontSendNotification);
+
+    clearButton.setVisible(categories);
+    presetGrid.setVisible(!categories);
+    categoryGrid.setVisible(categories);
+    bankList.setSearchMode(searching);
+    presetGrid.setSearchMode(managerMode == searchByText);
+    categoryGrid.setFilterMode(managerMode == searchByCategory);
+}
+
+void PresetManagerPage::setMode(Mode mode)
+{
+    if (mode != managerMode)
+    {
+        // Both go by positions in the list that was shown.
+        library.clearSelection();
+        library.setSelectedResultFolder(-1);
+    }
+
+    managerMode = mode;
+    host.fullRefresh();
+}
+
+void PresetManagerPage::changeListenerCallback(juce::ChangeBroadcaster*)
+{
+    host.fullRefresh();
+}
+
+void PresetManagerPage::search(const juce::String& text)
+{
+    library.setSearchText(text);
+    host.fullRefresh();
+}
+
+void PresetManagerPage::labelTextChanged(juce::Label* label)
+{
+    if (label->getName() == searchFieldName)
+        search(label->getText());
+}
+
+void PresetManagerPage::editorShown(juce::Label*, juce::TextEditor& editor)
+{
+    editor.onTextChange = [this, &editor]
+    {
+        library.setSearchText(editor.getText());
+        library.searchPresets();
+        presetGrid.entriesChanged();
+    };
+}
+
+void PresetManagerPage::editorHidden(juce::Label* label, juce::TextEditor&)
+{
+    // Escape has put the old text back.
+    if (label->getText() != library.getSearchText())
+        search(label->getText());
+}
+
+void PresetManagerPage::clearCategory()
+{
+    if (managerMode == editCategories)
+        commands.clearCategories();
+    else
+        commands.clearCategoryFilter();
+
+    host.fullRefresh();
+}
+
+void PresetManagerPage::runCommand(const char* text)
+{
+    // A question holds the caller up, and the host may close the editor behind it: not from within a button's
+    // click.
+    juce::MessageManager::callAsync(
+        [self = juce::Component::SafePointer<PresetManagerPage>(this), text]
+        {
+            if (self != nullptr)
+                self->commands.run(text);
+
+            if (self != nullptr)
+                self->host.fullRefresh();
+        });
+}
+
+void PresetManagerPage::buttonClicked(juce::Button* button)
+{
+    for (int mode = 0; mode < numModes; ++mode)
+        if (button == modeSwitches[static_cast<size_t>(mode)].get())
+            return setMode(static_cast<Mode>(mode));
+
+    if (button == &clearButton)
+        return clearCategory();
+
+    if (button == &searchButton)
+        return search(searchField.getText(true));
+
+    for (const auto* list : {&presetCommands, &folderCommands})
+        for (const auto& command : *list)
+            if (button == command.button.get())
+                return runCommand(command.text);
+}
+
+} // namespace quorel

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "ui/CategoryManager.h"
+#include "ui/ControlPage.h"
+#include "ui/tarnBankManager.h"
+#include "ui/tarnPresetManager.h"
+#include "ui/widgets/myButton.h"
+#include "ui/widgets/myKickTextButton.h"
+#include "ui/widgets/myLabel.h"
+#include "ui/widgets/myLabelB.h"
+#include "ui/widgets/myLabelC.h"
+#include "ui/widgets/myLabelEdit.h"
+#include "ui/widgets/myOnOff.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace quorel
+{
+
+/** The preset manager: folders on the right, and on the left presets or categories, in one of four modes. A
+   new page starts in the first. It acts through the processor's `PresetCommands`. Message thread. */
+class PresetManagerPage : public ControlPage, private juce::ChangeListener
+{
+public:
+    enum Mode
+    {
+        browse,
+        searchByText,
+        searchByCategory,
+        editCategories,
+        numModes
+    };
+
+    PresetManagerPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                      const EditorImages& editorImages);
+
+    void refresh() override;
+    void buttonClicked(juce::Button* button) override;
+    void labelTextChanged(juce::Label* label) override;
+    /** The results follow each key that is typed. */
+    void editorShown(juce::Label* label, juce::TextEditor& editor) override;
+    void editorHidden(juce::Label* label, juce::TextEditor& editor) override;
+
+    Mode getMode() const noexcept { return managerMode; }
+
+private:
+    /** A button and the caption beside it. */
+    struct Command
+    {
+        const char* text;
+        std::unique_ptr<myButton> button;
+        std::unique_ptr<myLabelB> caption;
+    };
+
+    void changeListenerCallback(juce::ChangeBroadcaster*) override;
+    void addCommand(std::vector<Command>& list, const char* text, const char* caption,
+                    juce::Point<int> position, juce::Rectangle<int> captionBounds);
+    void setMode(Mode mode);
+    void search(const juce::String& text);
+    void runCommand(const char* text);
+    void clearCategory();
+
+    PresetCommands& commands;
+    PresetLibrary& library;
+    Mode managerMode = browse;
+    std::array<std::unique_ptr<myOnOff>, numModes> modeSwitches;
+    tarnBankManager bankList;
+    tarnPresetManager presetGrid;
+    CategoryManager categoryGrid;
+    std::array<std::unique_ptr<myLabelC>, numCategoryGroups> heads;
+    myKickTextButton clearButton;
+    myLabel searchCaption;
+    myLabelEdit searchField;
+    myKickTextButton searchButton;
+    std::vector<Command> presetCommands;
+    std::vector<Command> folderCommands;
+
+    JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PresetManagerPage)
+};
+
+} // namespace quorel

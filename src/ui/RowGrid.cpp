@@ -1,0 +1,368 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/RowGrid.h"
+
+#include <cmath>
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int textInset = 5;
+constexpr float fontHeight = 12.0f;
+constexpr int barMargin = 5;
+constexpr float barThickness = 8.0f;
+constexpr double shortestThumb = 30.0;
+constexpr int rowsPerWheelStep = 3;
+
+const juce::Colour textColour = juce::Colours::grey;
+const juce::Colour hoverColour{0xffb0b0b0};
+const juce::Colour lastClickColour{0xffd3d3d3};
+const juce::Colour currentColour = juce::Colours::white;
+const juce::Colour selectedFill{0xff404040};
+const juce::Colour cursorColour{0xffc38a00};
+const juce::Colour trackColour{0x30ffffff};
+const juce::Colour thumbColour{0xff808080};
+} // namespace
+
+/** What screen readers hear: the entry under the keyboard's cursor, or the one in force. */
+class RowGrid::ListText : public juce::AccessibilityTextValueInterface
+{
+public:
+    explicit ListText(RowGrid& rowGrid)
+        : grid(rowGrid)
+    {
+    }
+
+    bool isReadOnly() const override { return true; }
+
+    juce::String getCurrentValueAsString() const override
+    {
+        const int index = grid.hasKeyboardFocus(false) ? grid.cursor : grid.currentEntry();
+        return index >= 0 && index < grid.numEntries() ? grid.entryText(index) : juce::String();
+    }
+
+    void setValueAsString(const juce::String&) override {}
+
+private:
+    RowGrid& grid;
+};
+
+RowGrid::RowGrid(RowGridLayout gridLayout)
+    : layout(gridLayout)
+{
+    setWantsKeyboardFocus(true);
+    setMouseClickGrabsKeyboardFocus(false);
+    setHasFocusOutline(true);
+}
+
+void RowGrid::setLayout(RowGridLayout gridLayout)
+{
+    const int step = currentStep();
+    layout = gridLayout;
+    setStep(step);
+    repaint();
+}
+
+void RowGrid::entriesChanged()
+{
+    const int count = numEntries();
+
+    if (count != shownCount)
+        setStep(currentStep());
+
+    cursor = juce::jlimit(0, juce::jmax(0, count - 1), cursor);
+    const int current = currentEntry();
+
+    if (current != shownCurrent || count != shownCount)
+    {
+        if (current >= 0)
+            bringIntoView(current);
+
+        if (!hasKeyboardFocus(false))
+            cursor = juce::jmax(0, current);
+    }
+
+    if (count != shownCount)
+        lastClick = -1;
+
+    shownCurrent = current;
+    shownCount = count;
+    repaint();
+}
+
+//==============================================================================================================
+// Scrolling
+
+int RowGrid::maxStep() const
+{
+    const int count = numEntries();
+
+    if (count <= visibleEntries())
+        return 0;
+
+    return layout.scrollUnit == 1 ? count - 1 : count / layout.scrollUnit;
+}
+
+double RowGrid::barWidth() const
+{
+    return juce::jmax(1, getWidth() - 2 * barMargin);
+}
+
+int RowGrid::currentStep() const
+{
+    const int step = static_cast<int>(maxStep() * scroll / barWidth());
+    // A list of whole columns ends with the last of them.
+    return juce::jlimit(0, juce::jmax(0, (numEntries() - 1) / layout.scrollUnit), step);
+}
+
+void RowGrid::setStep(int step)
+{
+    const int last = maxStep();
+    // The middle of the step's own part of the bar.
+    scroll = last == 0 ? 0.0 : juce::jmin(1.0, (juce::jlimit(0, last, step) + 0.5) / last) * barWidth();
+    repaint();
+}
+
+void RowGrid::scrollTo(int x)
+{
+    scroll = juce::jlimit(0.0, barWidth(), static_cast<double>(x - barMargin));
+    repaint();
+}
+
+int RowGrid::firstVisible() const
+{
+    return currentStep() * layout.scrollUnit;
+}
+
+void RowGrid::bringIntoView(int index)
+{
+    const int first = firstVisible();
+
+    if (index >= first && index < first + visibleEntries())
+        return;
+
+    const int unitsInView = visibleEntries() / layout.scrollUnit;
+    setStep(index / layout.scrollUnit - unitsInView / 2);
+}
+
+int RowGrid::entryAt(juce::Point<int> position) const
+{
+    if (position.y >= layout.barTop)
+        return -1;
+
+    const int column = juce::jlimit(0, layout.columns - 1, position.x / layout.columnWidth);
+    const int row = juce::jlimit(0, layout.rows - 1, (position.y - layout.top) / layout.rowHeight);
+    const int index = firstVisible() + layout.rows * column + row;
+    return index < numEntries() ? index : -1;
+}
+
+juce::Rectangle<int> RowGrid::boundsOf(int index) const
+{
+    const int place = index - firstVisible();
+
+    if (index < 0 || index >= numEntries() || place < 0 || place >= visibleEntries())
+        return {};
+
+    return {layout.columnWidth * (place / layout.rows) + textInset,
+            layout.top + layout.rowHeight * (place % layout.rows), layout.columnWidth - 2 * textInset,
+            layout.rowHeight};
+}
+
+//==============================================================================================================
+// Painting
+
+void RowGrid::paint(juce::Graphics& g)
+{
+    const int first = firstVisible();
+    const int end = juce::jmin(numEntries(), first + visibleEntries());
+    g.setFont(fontHeight);
+
+    for (int index = first; index < end; ++index)
+    {
+        const auto box = boundsOf(index);
+
+        if (!g.clipRegionIntersects(box))
+            continue;
+
+        if (isSelected(index))
+        {
+            g.setColour(selectedFill);
+            g.fillRect(box.withTrimmedLeft(-2));
+        }
+
+        g.setColour(isCurrent(index)     ? currentColour
+                    : index == lastClick ? lastClickColour
+                    : index == hovered   ? hoverColour
+                                         : textColour);
+        g.drawText(entryText(index), box, juce::Justification::centredLeft);
+
+        if (hasKeyboardFocus(false) && index == cursor)
+        {
+            g.setColour(cursorColour);
+            g.drawRect(box.withTrimmedLeft(-3));
+        }
+    }
+
+    const int last = maxStep();
+
+    if (last == 0)
+        return;
+
+    const double width = barWidth();
+    const double thumb = juce::jlimit(shortestThumb, width, width * visibleEntries() / numEntries());
+    const double left = juce::jlimit(0.0, width - thumb, scroll - thumb / 2);
+    const float y = static_cast<float>(layout.barTop + getHeight()) / 2.0f - barThickness / 2.0f;
+    g.setColour(trackColour);
+    g.fillRoundedRectangle(static_cast<float>(barMargin), y, static_cast<float>(width), barThickness,
+                           barThickness / 2.0f);
+    g.setColour(thumbColour);
+    g.fillRoundedRectangle(static_cast<float>(barMargin + left), y, static_cast<float>(thumb), barThickness,
+                           barThickness / 2.0f);
+}
+
+//==============================================================================================================
+// Mouse and keys
+
+void RowGrid::mouseDown(const juce::MouseEvent& event)
+{
+    if (isLocked() || event.mods.isPopupMenu())
+        return;
+
+    if (event.y >= layout.barTop)
+    {
+        dragging = maxStep() > 0;
+
+        if (dragging)
+            scrollTo(event.x);
+
+        return;
+    }
+
+    const int index = entryAt(event.getPosition());
+
+    if (index < 0)
+        return;
+
+    lastClick = index;
+    cursor = index;
+    repaint();
+    entryClicked(index, event.mods);
+}
+
+void RowGrid::mouseDrag(const juce::MouseEvent& event)
+{
+    if (dragging)
+        scrollTo(event.x);
+}
+
+void RowGrid::mouseUp(const juce::MouseEvent&)
+{
+    dragging = false;
+}
+
+void RowGrid::setHovered(int index)
+{
+    if (index == hovered)
+        return;
+
+    repaint(boundsOf(hovered));
+    hovered = index;
+    repaint(boundsOf(hovered));
+}
+
+void RowGrid::mouseMove(const juce::MouseEvent& event)
+{
+    setHovered(entryAt(event.getPosition()));
+}
+
+void RowGrid::mouseExit(const juce::MouseEvent&)
+{
+    setHovered(-1);
+}
+
+void RowGrid::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
+{
+    if (maxStep() == 0)
+        return;
+
+    // A notch is about a quarter; smooth wheels send many small parts of one.
+    constexpr float notch = 0.25f;
+    const float delta = std::abs(wheel.deltaY) >= std::abs(wheel.deltaX) ? wheel.deltaY : wheel.deltaX;
+    wheelRest += (wheel.isReversed ? -delta : delta) / notch;
+    int notches = static_cast<int>(wheelRest);
+
+    if (!wheel.isSmooth && notches == 0)
+        notches = delta > 0.0f ? 1 : -1;
+
+    if (notches == 0)
+        return;
+
+    wheelRest = wheel.isSmooth ? wheelRest - static_cast<float>(notches) : 0.0f;
+    const int perNotch = layout.scrollUnit == 1 ? rowsPerWheelStep : 1;
+    setStep(currentStep() - notches * perNotch);
+    setHovered(entryAt(event.getPosition()));
+}
+
+void RowGrid::moveCursor(int index)
+{
+    cursor = juce::jlimit(0, juce::jmax(0, numEntries() - 1), index);
+    bringIntoView(cursor);
+    repaint();
+
+    if (auto* handler = getAccessibilityHandler())
+        handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);
+}
+
+bool RowGrid::keyPressed(const juce::KeyPress& key)
+{
+    const std::pair<int, int> moves[] = {{juce::KeyPress::leftKey, cursor - 1},
+                                         {juce::KeyPress::rightKey, cursor + 1},
+                                         {juce::KeyPress::pageUpKey, cursor - layout.rows},
+                                         {juce::KeyPress::pageDownKey, cursor + layout.rows},
+                                         {juce::KeyPress::homeKey, 0},
+                                         {juce::KeyPress::endKey, numEntries() - 1}};
+
+    for (const auto& [code, target] : moves)
+    {
+        if (key.getKeyCode() == code)
+        {
+            moveCursor(target);
+            return true;
+        }
+    }
+
+    const bool toggles = key.getKeyCode() == juce::KeyPress::spaceKey;
+
+    if (!toggles && key.getKeyCode() != juce::KeyPress::returnKey)
+        return false;
+
+    if (!isLocked() && cursor < numEntries())
+    {
+        lastClick = cursor;
+        entryClicked(cursor,
+                     toggles ? juce::ModifierKeys(juce::ModifierKeys::ctrlModifier) : key.getModifiers());
+        repaint();
+    }
+
+    return true;
+}
+
+void RowGrid::focusGained(FocusChangeType)
+{
+    repaint();
+}
+
+void RowGrid::focusLost(FocusChangeType)
+{
+    repaint();
+}
+
+std::unique_ptr<juce::AccessibilityHandler> RowGrid::createAccessibilityHandler()
+{
+    return std::make_unique<juce::AccessibilityHandler>(
+        *this, juce::AccessibilityRole::list, juce::AccessibilityActions(),
+        juce::AccessibilityHandler::Interfaces{std::make_unique<ListText>(*this)});
+}
+
+} // namespace quorel
