@@ -8,9 +8,9 @@ namespace quorel
 {
 
 /** All images in one block. It starts with the word "QART" and three 32-bit little-endian numbers: images
-   (n), tiles of double-resolution images (t), and the block's size. Then follow 4 n numbers: offset and size
-   of the image's file, first tile, number of tiles; then 2 t numbers: offset and size of the tile's file.
-   Offsets count from the start of the block. */
+    (n), tiles (t), and the block's size. Then follow 6 n numbers: offset and size of the image's file, first
+    tile and number of tiles at single and at double resolution; then 2 t numbers: offset and size of the
+    tile's file. Offsets count from the start of the block. */
 BuiltInBytes imageBlock() noexcept;
 
 /** TrueType files of the editor's typeface. */

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "resources/CBitmap.h"
 
-#include "resources/ImageTable.h"
-
 #include <cstdio>
 
 namespace quorel
@@ -22,7 +20,15 @@ void drawPart(juce::Graphics& g, const juce::Image& image, juce::Rectangle<int> 
         juce::AffineTransform::scale(destination.getWidth() / static_cast<float>(source.getWidth()),
                                      destination.getHeight() / static_cast<float>(source.getHeight()))
             .translated(destination.getX(), destination.getY());
-    g.drawImageTransformed(image.getClippedImage(source), toDestination, asMask);
+    if (!asMask)
+    {
+        g.drawImageTransformed(image.getClippedImage(source), toDestination);
+        return;
+    }
+    // JUCE works a mask out over the whole clip.
+    const juce::Graphics::ScopedSaveState state(g);
+    if (g.reduceClipRegion(destination.getSmallestIntegerContainer()))
+        g.drawImageTransformed(image.getClippedImage(source), toDestination, true);
 }
 
 } // namespace
@@ -44,14 +50,14 @@ const juce::Image& ImageStore::image(int row)
     return images.emplace(row, decode(file.data, file.size)).first->second;
 }
 
-const juce::Image& ImageStore::doubleTile(int row, int tile)
+const juce::Image& ImageStore::tile(int row, Resolution resolution, int index)
 {
-    const auto key = std::make_pair(row, tile);
-    const auto found = doubleTiles.find(key);
-    if (found != doubleTiles.end())
+    const auto key = std::make_tuple(row, resolution, index);
+    const auto found = tiles.find(key);
+    if (found != tiles.end())
         return found->second;
-    const auto file = doubleTileFile(row, tile);
-    return doubleTiles.emplace(key, decode(file.data, file.size)).first->second;
+    const auto file = tileFile(row, resolution, index);
+    return tiles.emplace(key, decode(file.data, file.size)).first->second;
 }
 
 CBitmap::CBitmap(const juce::String& name)
@@ -76,7 +82,8 @@ int CBitmap::getHeight() const noexcept
 
 bool CBitmap::isValid() const
 {
-    return getImage().isValid();
+    const bool isFilm = imageList[static_cast<size_t>(row)].isFilm();
+    return isFilm ? store->tile(row, Resolution::single, 0).isValid() : getImage().isValid();
 }
 
 const juce::Image& CBitmap::getImage() const
@@ -91,20 +98,23 @@ void CBitmap::draw(juce::Graphics& g, juce::Rectangle<float> destination, juce::
     if (source.isEmpty())
         return;
 
-    const float scale = g.getInternalContext().getPhysicalPixelScaleFactor();
-    if (numDoubleTiles(row) == 0 || scale < doubleFromScale)
-    {
+    const bool closer = g.getInternalContext().getPhysicalPixelScaleFactor() >= doubleFromScale;
+    const auto resolution =
+        closer && numTiles(row, Resolution::doubled) > 0 ? Resolution::doubled : Resolution::single;
+    if (imageList[static_cast<size_t>(row)].isFilm())
+        drawFilm(g, destination, source, asMask, resolution);
+    else if (resolution == Resolution::doubled)
+        drawPart(g, store->tile(row, resolution, 0), source * 2, destination, asMask);
+    else
         drawPart(g, getImage(), source, destination, asMask);
-        return;
-    }
+}
 
+void CBitmap::drawFilm(juce::Graphics& g, juce::Rectangle<float> destination, juce::Rectangle<int> source,
+                       bool asMask, Resolution resolution) const
+{
     const auto& listing = imageList[static_cast<size_t>(row)];
-    if (!listing.isFilm())
-    {
-        drawPart(g, store->doubleTile(row, 0), source * 2, destination, asMask);
-        return;
-    }
     const int frameHeight = listing.frameHeight();
+    const int pixels = resolution == Resolution::doubled ? 2 : 1;
     const float stretch = destination.getHeight() / static_cast<float>(source.getHeight());
     for (int frame = source.getY() / frameHeight; frame <= (source.getBottom() - 1) / frameHeight; ++frame)
     {
@@ -112,9 +122,9 @@ void CBitmap::draw(juce::Graphics& g, juce::Rectangle<float> destination, juce::
         const auto partDestination =
             destination.withY(destination.getY() + static_cast<float>(part.getY() - source.getY()) * stretch)
                 .withHeight(static_cast<float>(part.getHeight()) * stretch);
-        const auto inTile =
-            part.translated(frame % framesPerDoubleTile * listing.width, -frame * frameHeight);
-        drawPart(g, store->doubleTile(row, frame / framesPerDoubleTile), inTile * 2, partDestination, asMask);
+        const auto inTile = part.translated(frame % framesPerTile * listing.width, -frame * frameHeight);
+        drawPart(g, store->tile(row, resolution, frame / framesPerTile), inTile * pixels, partDestination,
+                 asMask);
     }
 }
 

@@ -2,10 +2,11 @@
 // A built-in image, found by name.
 #pragma once
 
+#include "resources/ImageTable.h"
+
 #include <juce_graphics/juce_graphics.h>
 #include <map>
-#include <utility>
-#include <vector>
+#include <tuple>
 
 namespace quorel
 {
@@ -19,15 +20,15 @@ public:
     /** Image of a row of the image table. */
     const juce::Image& image(int row);
 
-    /** One tile of a row's double-resolution image. */
-    const juce::Image& doubleTile(int row, int tile);
+    /** One of the tiles that a row's image is drawn from. */
+    const juce::Image& tile(int row, Resolution resolution, int index);
 
     /** Bytes of all pixels held. */
     size_t numBytes() const noexcept { return bytesHeld; }
 
 private:
     std::map<int, juce::Image> images;
-    std::map<std::pair<int, int>, juce::Image> doubleTiles;
+    std::map<std::tuple<int, Resolution, int>, juce::Image> tiles;
     size_t bytesHeld = 0;
 
     juce::Image decode(const void* data, size_t size);
@@ -63,6 +64,9 @@ public:
 private:
     juce::SharedResourcePointer<ImageStore> store;
     int row = 0;
+
+    void drawFilm(juce::Graphics& g, juce::Rectangle<float> destination, juce::Rectangle<int> source,
+                  bool asMask, Resolution resolution) const;
 };
 
 } // namespace quorel

@@ -10,9 +10,9 @@ namespace quorel
 /** Rows of a bitmap font: one for each character of its set, the last of them blank. */
 constexpr int numGlyphRows = 40;
 
-/** Frames of a film's double-resolution tiles. They stand side by side there, which packs far better than one
-   under the other: what a frame shares with its neighbour is near it in each row. */
-constexpr int framesPerDoubleTile = 8;
+/** Frames in one of a film's tiles. They stand side by side there, which packs better than one under the
+    other: what a frame shares with its neighbour is near it in each row. */
+constexpr int framesPerTile = 8;
 
 /** One image. Sizes are layout pixels: those of the whole image, with all its frames one under the other. */
 struct ImageListing

@@ -3,6 +3,7 @@
 
 #include "resources/BuiltInData.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -12,7 +13,7 @@ namespace
 {
 
 constexpr size_t headerNumbers = 4;
-constexpr size_t rowNumbers = 4;
+constexpr size_t rowNumbers = 6;
 constexpr size_t tileNumbers = 2;
 
 /** The files of the image block, in the order of the names. */
@@ -28,7 +29,8 @@ struct ImageTable
         int count = 0;
     };
 
-    std::vector<TileRange> tileRanges;
+    /** By resolution and row. */
+    std::array<std::vector<TileRange>, 2> tileRanges;
 
     ImageTable();
 };
@@ -54,10 +56,10 @@ BuiltInBytes partAt(BuiltInBytes block, size_t index)
 ImageTable::ImageTable()
 {
     const auto block = imageBlock();
-    const size_t numTiles = numberAt(block, 2);
+    const size_t tileCount = numberAt(block, 2);
     jassert(numberAt(block, 1) == imageList.size() && numberAt(block, 3) == block.size);
     const size_t tilesStart = headerNumbers + rowNumbers * imageList.size();
-    for (size_t tile = 0; tile < numTiles; ++tile)
+    for (size_t tile = 0; tile < tileCount; ++tile)
         tiles.push_back(partAt(block, tilesStart + tileNumbers * tile));
 
     size_t index = headerNumbers;
@@ -65,10 +67,13 @@ ImageTable::ImageTable()
     {
         names.add(listing.name);
         files.push_back(partAt(block, index));
-        const size_t first = numberAt(block, index + 2);
-        const size_t count = numberAt(block, index + 3);
-        const bool there = first + count <= tiles.size();
-        tileRanges.push_back(there ? TileRange{first, static_cast<int>(count)} : TileRange{});
+        for (size_t resolution = 0; resolution < tileRanges.size(); ++resolution)
+        {
+            const size_t first = numberAt(block, index + 2 + 2 * resolution);
+            const size_t count = numberAt(block, index + 3 + 2 * resolution);
+            const bool there = first + count <= tiles.size();
+            tileRanges[resolution].push_back(there ? TileRange{first, static_cast<int>(count)} : TileRange{});
+        }
         index += rowNumbers;
     }
 }
@@ -105,16 +110,19 @@ BuiltInBytes imageFile(int row)
                                                     : BuiltInBytes{};
 }
 
-int numDoubleTiles(int row)
+int numTiles(int row, Resolution resolution)
 {
-    return juce::isPositiveAndBelow(row, numImages) ? table().tileRanges[static_cast<size_t>(row)].count : 0;
+    if (!juce::isPositiveAndBelow(row, numImages))
+        return 0;
+    return table().tileRanges[static_cast<size_t>(resolution)][static_cast<size_t>(row)].count;
 }
 
-BuiltInBytes doubleTileFile(int row, int tile)
+BuiltInBytes tileFile(int row, Resolution resolution, int tile)
 {
-    if (!juce::isPositiveAndBelow(tile, numDoubleTiles(row)))
+    if (!juce::isPositiveAndBelow(tile, numTiles(row, resolution)))
         return {};
-    return table().tiles[table().tileRanges[static_cast<size_t>(row)].first + static_cast<size_t>(tile)];
+    const auto& range = table().tileRanges[static_cast<size_t>(resolution)][static_cast<size_t>(row)];
+    return table().tiles[range.first + static_cast<size_t>(tile)];
 }
 
 } // namespace quorel

@@ -30,12 +30,20 @@ int imageRowOf(const juce::String& name);
 /** The PNG or JPEG file of a row, 0 to `numImages` - 1. */
 BuiltInBytes imageFile(int row);
 
-/** Number of PNG files that make up the double-resolution image of a row. A film has one for every
-    `framesPerDoubleTile` frames, side by side, so that only those near shown frames need decoding; any other
-   image is in one piece; an image that isn't drawn at double resolution has none. */
-int numDoubleTiles(int row);
+/** Pixels to a layout pixel. */
+enum class Resolution
+{
+    single,
+    doubled
+};
+
+/** Number of PNG files that hold a row's image piecewise, for drawing. A film has one for every
+   `framesPerTile` frames, side by side, so that only those near shown frames need decoding. Any other image
+   has itself at single resolution and one file at double resolution; an image that isn't drawn at double
+   resolution has none. */
+int numTiles(int row, Resolution resolution);
 
 /** One of these files. */
-BuiltInBytes doubleTileFile(int row, int tile);
+BuiltInBytes tileFile(int row, Resolution resolution, int tile);
 
 } // namespace quorel

@@ -26,7 +26,7 @@ struct Strip
 // take width - 3 columns from the first on, pressed to 8 pixels of 9, and step by 7.
 const Strip strips[] = {{"text_strip_a", firstSet, 1.0f, 7.0f, 6.0f, 8.0f},
                         {"text_strip_b", firstSet, 1.0f, 13.0f, 11.0f, 14.0f},
-                        {"label_text_strip", secondSet, 0.0f, 8.0f, 9.0f, 11.0f}};
+                        {"label_text_strip", secondSet, 0.0f, 8.0f, 8.0f, 10.667f}};
 
 } // namespace
 
@@ -39,7 +39,7 @@ bool paintBitmapFont(const Canvas& canvas)
         const auto text =
             juce::String::charToString(static_cast<juce::juce_wchar>(strip.characters[canvas.frame]));
         print(canvas.g, text, strip.left + strip.shownWidth / 2, strip.baseline,
-              {Face::condensed, strip.capHeight, juce::Colours::white, 0.0f},
+              {Face::bold, strip.capHeight, juce::Colours::white, 0.0f},
               juce::Justification::horizontallyCentred);
         return true;
     }

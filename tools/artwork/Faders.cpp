@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Films of the faders: a cap in a slot, one pixel of travel to a frame.
+// Films of the faders: a cap in a slot.
 #include "Faders.h"
 #include "Canvas.h"
 #include "Palette.h"
@@ -69,11 +69,13 @@ bool paintFader(const Canvas& canvas)
         return false;
 
     auto& g = canvas.g;
-    const auto travel = static_cast<float>(canvas.frames - 1);
+    // One pixel of travel to a frame of the big one. The small one's menu covers the last pixels of its
+    // frame.
+    const float travel = big ? 141.0f : 78.0f;
+    const float top = big ? 13.0f : 7.0f;
     const float centreX = static_cast<float>(canvas.width) / 2;
-    const float top = (static_cast<float>(canvas.height) - travel) / 2;
-    const auto capSize = big ? Rect(30, 24) : Rect(20, 14);
-    const float y = top + travel - static_cast<float>(canvas.frame);
+    const auto capSize = big ? Rect(30, 22) : Rect(20, 12);
+    const float y = top + travel * (1 - canvas.value());
 
     drawScale(g, centreX, top - 0.5f, travel, big ? 9.0f : 5.0f, big ? 9.0f : 5.0f);
     const auto slot = Rect(centreX - 2.0f, top - 4, 4.0f, travel + 8);

@@ -51,7 +51,11 @@ void drawKeyText(juce::Graphics& g, const juce::String& text, Rect face, bool li
           juce::Justification::horizontallyCentred);
 }
 
-/** The icon of a header button, centred on its frame. */
+/** Where the icon buttons are drawn on the page. */
+constexpr float iconFacesTop = 78.0f;
+constexpr float iconFaceHeight = 21.0f;
+
+/** The icon of a header button. */
 bool drawIcon(const Canvas& canvas)
 {
     const auto& name = canvas.name;
@@ -59,16 +63,18 @@ bool drawIcon(const Canvas& canvas)
         return false;
     auto& g = canvas.g;
     const bool wide = canvas.width > 100;
-    const float height = 24.0f;
-    const Rect face = wide ? canvas.bounds().reduced(1).withHeight(26)
-                           : Rect(canvas.bounds().getWidth() - 2, height)
-                                 .withCentre(canvas.bounds().getCentre().translated(0, 1));
     const bool mute = name.startsWith("icons_mute");
+    // The drawn buttons stand in one row, whatever their frames' tops.
+    const auto frame = mute ? geometry::header::masterMute : geometry::header::previewNote;
+    const Rect face = canvas.bounds()
+                          .reduced(1, 0)
+                          .withY(iconFacesTop - static_cast<float>(frame.y))
+                          .withHeight(iconFaceHeight);
     const bool lit = canvas.isDown();
     raisedPlate(g, face, 3.5f, lit ? (mute ? rgb(0x5c1d12) : rgb(0x5a4312)) : palette::keyTop,
                 lit ? (mute ? rgb(0x3c130c) : rgb(0x3a2b0c)) : palette::keyBottom);
     const auto colour = lit ? (mute ? rgb(0xff8a70) : palette::amberCore) : palette::print;
-    const auto area = Rect(16, 16).withCentre(face.getCentre().translated(wide ? -80.0f : 0.0f, 0));
+    const auto area = Rect(14, 14).withCentre(face.getCentre().translated(wide ? -80.0f : 0.0f, 0));
     if (mute)
         drawSpeaker(g, area, colour, lit);
     else if (name.startsWith("icons_note"))

@@ -71,7 +71,8 @@ void writeLoose(const juce::File& file, const juce::MemoryBlock& data)
 struct Files
 {
     std::array<juce::MemoryBlock, numImages> images;
-    std::array<std::vector<juce::MemoryBlock>, numImages> tiles;
+    std::array<std::vector<juce::MemoryBlock>, numImages> singleTiles;
+    std::array<std::vector<juce::MemoryBlock>, numImages> doubleTiles;
 };
 
 /** Images drawn ahead of their encoding: bounds the memory they take. */
@@ -81,6 +82,22 @@ void waitForJobs(const juce::ThreadPool& pool, int remaining)
 {
     while (pool.getNumJobs() > remaining)
         juce::Thread::sleep(2);
+}
+
+/** Draws an image's tiles and hands them to the pool. */
+void drawTiles(juce::ThreadPool& pool, const ImageListing& listing, int scale,
+               std::vector<juce::MemoryBlock>& tiles)
+{
+    const int tileFrames = listing.isFilm() ? framesPerTile : listing.frames;
+    tiles.resize(static_cast<size_t>((listing.frames + tileFrames - 1) / tileFrames));
+    for (size_t tile = 0; tile < tiles.size(); ++tile)
+    {
+        waitForJobs(pool, maxWaitingJobs);
+        const int first = static_cast<int>(tile) * tileFrames;
+        const int count = juce::jmin(tileFrames, listing.frames - first);
+        const auto image = draw(listing, first, count, scale, listing.isFilm());
+        pool.addJob([&tiles, tile, image] { tiles[tile] = pngOf(image); });
+    }
 }
 
 Files encodeAll()
@@ -96,19 +113,10 @@ Files encodeAll()
             files.images[i] = jpegOf(image);
         else
             pool.addJob([&files, i, image] { files.images[i] = pngOf(image); });
-        if (!listing.doubled)
-            continue;
-        const int tileFrames = listing.isFilm() ? framesPerDoubleTile : listing.frames;
-        for (int first = 0; first < listing.frames; first += tileFrames)
-            files.tiles[i].emplace_back();
-        for (size_t tile = 0; tile < files.tiles[i].size(); ++tile)
-        {
-            waitForJobs(pool, maxWaitingJobs);
-            const int first = static_cast<int>(tile) * tileFrames;
-            const int count = juce::jmin(tileFrames, listing.frames - first);
-            const auto doubled = draw(listing, first, count, 2, listing.isFilm());
-            pool.addJob([&files, i, tile, doubled] { files.tiles[i][tile] = pngOf(doubled); });
-        }
+        if (listing.isFilm())
+            drawTiles(pool, listing, 1, files.singleTiles[i]);
+        if (listing.doubled)
+            drawTiles(pool, listing, 2, files.doubleTiles[i]);
     }
     waitForJobs(pool, 0);
     return files;
@@ -120,13 +128,13 @@ juce::MemoryBlock drawImageBlock(const juce::File& looseFolder)
 {
     const auto files = encodeAll();
     size_t numTiles = 0;
-    for (const auto& tiles : files.tiles)
-        numTiles += tiles.size();
+    for (size_t i = 0; i < imageList.size(); ++i)
+        numTiles += files.singleTiles[i].size() + files.doubleTiles[i].size();
 
     juce::MemoryOutputStream index;
     juce::MemoryOutputStream tileIndex;
     juce::MemoryOutputStream data;
-    const size_t dataStart = sizeof(juce::uint32) * (4 + 4 * imageList.size() + 2 * numTiles);
+    const size_t dataStart = sizeof(juce::uint32) * (4 + 6 * imageList.size() + 2 * numTiles);
     const auto append = [&](juce::OutputStream& to, const juce::MemoryBlock& file)
     {
         to.writeInt(static_cast<int>(dataStart + data.getDataSize()));
@@ -138,21 +146,23 @@ juce::MemoryBlock drawImageBlock(const juce::File& looseFolder)
     for (size_t i = 0; i < imageList.size(); ++i)
     {
         append(index, files.images[i]);
-        index.writeInt(firstTile);
-        index.writeInt(static_cast<int>(files.tiles[i].size()));
-        firstTile += static_cast<int>(files.tiles[i].size());
-        for (const auto& tile : files.tiles[i])
-            append(tileIndex, tile);
-
+        for (const auto* tiles : {&files.singleTiles[i], &files.doubleTiles[i]})
+        {
+            index.writeInt(firstTile);
+            index.writeInt(static_cast<int>(tiles->size()));
+            firstTile += static_cast<int>(tiles->size());
+            for (const auto& tile : *tiles)
+                append(tileIndex, tile);
+        }
         if (looseFolder != juce::File())
         {
             const auto name = juce::String(imageList[i].name).replace("_png", ".png").replace("_jpg", ".jpg");
             writeLoose(looseFolder.getChildFile(name), files.images[i]);
-            for (size_t tile = 0; tile < files.tiles[i].size(); ++tile)
+            for (size_t tile = 0; tile < files.doubleTiles[i].size(); ++tile)
                 writeLoose(
                     looseFolder.getChildFile("2x").getChildFile(
-                        (files.tiles[i].size() > 1 ? juce::String(tile) + "-" : juce::String()) + name),
-                    files.tiles[i][tile]);
+                        (files.doubleTiles[i].size() > 1 ? juce::String(tile) + "-" : juce::String()) + name),
+                    files.doubleTiles[i][tile]);
         }
     }
 

@@ -13,8 +13,12 @@ namespace
 
 /** Ends of the travel, clockwise from the top. */
 constexpr float travel = 2.4f;
-/** The cap stands high in its frame: a caption follows close below. */
-constexpr juce::Point<float> centre{23.5f, 22.0f};
+/** The knob stands high in its frame: a caption follows close below. */
+constexpr juce::Point<float> centre{23.5f, 21.5f};
+constexpr float ringRadius = 16.8f;
+constexpr float capRadius = 12.4f;
+constexpr float bigRingRadius = 18.8f;
+constexpr float bigCapRadius = 14.4f;
 
 struct KnobStyle
 {
@@ -129,8 +133,8 @@ bool paintKnob(const Canvas& canvas)
         return false;
     const auto style = styleOf(canvas.name);
     const float angle = (canvas.value() * 2.0f - 1.0f) * travel;
-    drawRing(canvas.g, style, style.big ? 19.2f : 18.0f, angle);
-    drawCap(canvas.g, style, style.big ? 14.6f : 13.0f, angle);
+    drawRing(canvas.g, style, style.big ? bigRingRadius : ringRadius, angle);
+    drawCap(canvas.g, style, style.big ? bigCapRadius : capRadius, angle);
     return true;
 }
 

@@ -16,7 +16,7 @@ namespace
 constexpr float pageWidth = geometry::width;
 constexpr float pageHeight = geometry::height;
 constexpr float railWidth = 20.0f;
-constexpr float headerBottom = 101.0f;
+constexpr float headerBottom = 102.0f;
 constexpr float half = geometry::knobSize / 2.0f;
 
 void tiny(juce::Graphics& g, const juce::String& text, float x, float baseline, juce::Colour colour,
@@ -62,35 +62,25 @@ void drawHeader(juce::Graphics& g, bool standalone)
     // Sound: what is loaded.
     print(g, standalone ? "LAYERING INSTRUMENT   STANDALONE" : "LAYERING INSTRUMENT", 40, 22,
           {Face::condensed, capitals::tiny, palette::printDim, 0.25f});
-    glass(g, h::presetMenu.toFloat().reduced(0, 2).translated(0, 0.0f), 3);
-    glass(g, h::folderMenu.toFloat().reduced(0, 2).translated(0, 1.0f), 3);
+    glass(g, h::presetMenu.toFloat().reduced(0, 2), 3);
+    glass(g, h::folderMenu.toFloat().reduced(0, 2), 3);
     captionTo(g, "PRESET", static_cast<float>(h::presetMenu.getX()) - 5, 49);
     captionTo(g, "FOLDER", static_cast<float>(h::folderPrevious.x) - 5, 66);
-    captionFrom(g, "PREVIEW", static_cast<float>(h::previewNote.x) + 37, 91);
-    captionFrom(g, "USER GUIDE", static_cast<float>(h::userGuide.x) + 39, 91);
+    captionFrom(g, "PREVIEW", static_cast<float>(h::previewNote.x) + 37, 92);
+    captionFrom(g, "USER GUIDE", static_cast<float>(h::userGuide.x) + 39, 92);
 
     // Display: notes, hints, level; under it tempo and load.
     glass(g, Rect(281, 30, 212, 45), 3);
-    tiny(g, "OUT", static_cast<float>(h::meter.getX()) - 3, 46, palette::printFaint,
+    tiny(g, "OUT", static_cast<float>(h::meter.getX()) - 3, 46, palette::printDim,
          juce::Justification::right);
     glass(g, h::cpu.toFloat().expanded(1, 1), 2);
 
     // Keys.
     tiny(g, "SOUND", 531, 25, palette::printDim);
     tiny(g, "PAGES", 641, 25, palette::printDim);
-    for (const float x : {556.0f, 600.0f, 663.0f, 713.0f})
-        groove(g,
-               {x < 560   ? 499.0f
-                : x < 610 ? 570.0f
-                : x < 680 ? 660.0f
-                          : 713.0f,
-                22.0f},
-               {x < 560   ? 513.0f
-                : x < 610 ? 622.0f
-                : x < 680 ? 712.0f
-                          : 713.0f,
-                22.0f});
-    groove(g, {549, 22}, {563, 22});
+    for (const auto& [from, to] :
+         {std::pair{499.0f, 512.0f}, {550.0f, 563.0f}, {570.0f, 622.0f}, {661.0f, 713.0f}})
+        groove(g, {from, 22}, {to, 22});
     groove(g, {734, 16}, {734, 90});
 
     caption(g, "MASTER", static_cast<float>(h::masterVolumeCentre.x), 32);
@@ -183,7 +173,6 @@ void printFxSlots(juce::Graphics& g)
         g.addTransform(juce::AffineTransform::translation(offset.x, offset.y));
         inset(g, {440, 104.5f, 320, 252}, 5);
         print(g, "FX " + juce::String(slot + 1), 483, 122, {Face::bold, 8, palette::amberBright, 0.08f});
-        print(g, "EFFECT", 522, 122, {Face::condensed, capitals::tiny, palette::printDim, 0.15f});
         groove(g, {450, 134}, {750, 134});
         captionFrom(g, "TYPE", static_cast<float>(f::type.x), static_cast<float>(f::type.y) - 5);
         groove(g, {450, 203}, {750, 203});
@@ -215,6 +204,11 @@ void printManager(juce::Graphics& g)
     print(g, "FOLDERS", 772, 134, {Face::bold, capitals::caption, palette::amberBright, 0.1f});
     glass(g, m::presetGrid.toFloat().expanded(2), 3);
     glass(g, m::bankList.toFloat().expanded(2), 3);
+    // The commands' names are dim bitmap type: they stand on black.
+    for (int n = 0; n < 7; ++n)
+        glass(g, m::presetCommandLabel(n).toFloat().translated(-3, -2).withSizeKeepingCentre(59, 16), 2);
+    for (int n = 0; n < 3; ++n)
+        glass(g, m::folderCommandLabel(n).toFloat().translated(-3, -2).withSizeKeepingCentre(59, 16), 2);
 }
 
 void printMulti(juce::Graphics& g)

@@ -37,6 +37,8 @@ inline const juce::Colour printFaint = rgb(0x66645f);
 // Light.
 inline const juce::Colour amber = rgb(0xc38a00);
 inline const juce::Colour amberBright = rgb(0xf0b232);
+/** A lamp's own, deeper than print. */
+inline const juce::Colour amberLamp = rgb(0xf2a516);
 inline const juce::Colour amberCore = rgb(0xffe2a0);
 inline const juce::Colour amberDark = rgb(0x3a2c0e);
 inline const juce::Colour red = rgb(0xd8442c);

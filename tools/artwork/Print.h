@@ -17,7 +17,7 @@ void printEasyPanel(juce::Graphics& g);
 /** Baseline of the caption below a knob whose frame starts at `knobY`. */
 constexpr float belowKnob(int knobY) noexcept
 {
-    return static_cast<float>(knobY) + 47.0f;
+    return static_cast<float>(knobY) + 46.0f;
 }
 
 } // namespace quorel::artwork

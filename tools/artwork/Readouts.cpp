@@ -21,7 +21,7 @@ bool paintReadout(const Canvas& canvas)
     g.setGradientFill(juce::ColourGradient::vertical(palette::glassTop, palette::glassBottom, inner));
     g.fillRect(inner);
     // The lower edge catches the light.
-    g.setColour(rgb(0x4a4b4f));
+    g.setColour(rgb(0x3c3d41));
     g.fillRect(area.withTop(area.getBottom() - 1));
     if (twoLines)
     {

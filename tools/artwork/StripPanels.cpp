@@ -40,10 +40,8 @@ void printFrequencies(juce::Graphics& g, Rect screen, float baseline)
     }
 }
 
-Rect panelFrame()
-{
-    return {0.5f, 0.5f, 649, 139.5f};
-}
+/** All panels fill the same part of the strip, whatever their images' own tops. */
+const Rect panelFrame(438.5f, 26.0f, 649.0f, 138.0f);
 
 /** Captions of the two mode switches, which both key panels have. */
 void printModes(juce::Graphics& g)
@@ -67,9 +65,16 @@ void field(juce::Graphics& g, Rect area)
 void printKeyRange(juce::Graphics& g)
 {
     printModes(g);
-    field(g, {600, 44, 175, 50});
-    field(g, {600, 96, 175, 50});
-    field(g, {925, 58, 150, 56});
+    field(g, {606, 49, 140, 45});
+    field(g, {606, 96, 140, 45});
+    field(g, {931, 66, 100, 45});
+    // The captions are dim bitmap type: they stand on black.
+    namespace s = geometry::strip;
+    for (const auto& area : {s::keyRangeCaption, s::velocityRangeCaption, s::transposeCaption})
+    {
+        const auto box = area.toFloat();
+        glass(g, {box.getX() - 10, box.getY() - 2, box.getX() > 900 ? 88.0f : 128.0f, 14}, 2);
+    }
     for (const auto& [x, y] : {std::pair{geometry::strip::keyMin, geometry::strip::keyMax},
                                {geometry::strip::velocityMin, geometry::strip::velocityMax}})
     {
@@ -126,7 +131,7 @@ void printMidi(juce::Graphics& g)
 
 void printEasyPanel(juce::Graphics& g)
 {
-    inset(g, panelFrame().translated(438, 24), 5);
+    inset(g, panelFrame, 5);
     for (int n = 0; n < 12; ++n)
     {
         const auto at = geometry::strip::easyFader(n).toFloat();
@@ -144,7 +149,8 @@ void printEq(juce::Graphics& g, Rect frame, bool master)
 
     const auto screen = (master ? eq::masterScreen : eq::screen).toFloat();
     glass(g, screen.expanded(2), 2);
-    printFrequencies(g, screen, screen.getBottom() + (master ? 11.0f : 7.5f));
+    // A layer's has no room below.
+    printFrequencies(g, screen, master ? screen.getBottom() + 11.0f : screen.getY() - 3.0f);
 
     const auto switches = {std::pair{master ? eq::masterOn : eq::on, "EQ ON"},
                            {master ? eq::masterLowPassOn : eq::lowPassOn, "LP ON"},
@@ -154,7 +160,7 @@ void printEq(juce::Graphics& g, Rect frame, bool master)
              palette::print);
     for (const auto& [at, text] :
          {std::pair{eq::lowPassFrequency, "LOW PASS"}, {eq::highPassFrequency, "HIGH PASS"}})
-        tiny(g, text, static_cast<float>(at.x) + centred, belowKnob(at.y + dy) - 1, palette::print);
+        tiny(g, text, static_cast<float>(at.x) + centred, belowKnob(at.y + dy) - 2, palette::print);
 
     const juce::Colour hues[] = {palette::green, palette::blue, palette::rose};
     for (int band = 0; band < 3; ++band)
@@ -166,7 +172,7 @@ void printEq(juce::Graphics& g, Rect frame, bool master)
         for (int n = 0; n < 3; ++n)
         {
             const auto knob = eq::bandKnob(band, n).translated(0, dy);
-            tiny(g, names[n], static_cast<float>(knob.x) + centred, belowKnob(knob.y) - 1, palette::print);
+            tiny(g, names[n], static_cast<float>(knob.x) + centred, belowKnob(knob.y) - 2, palette::print);
         }
     }
 }
@@ -190,8 +196,6 @@ bool paintStripPanel(const Canvas& canvas)
         const int top = panel == 2 ? 24 : geometry::strip::panelY[panel];
         g.addTransform(juce::AffineTransform::translation(-static_cast<float>(geometry::strip::panelX),
                                                           -static_cast<float>(top)));
-        const auto frame =
-            panelFrame().translated(static_cast<float>(geometry::strip::panelX), static_cast<float>(top));
         if (panel == 2)
         {
             printEasyPanel(g);
@@ -199,10 +203,10 @@ bool paintStripPanel(const Canvas& canvas)
         }
         if (panel == 3)
         {
-            printEq(g, frame, false);
+            printEq(g, panelFrame, false);
             return true;
         }
-        inset(g, frame, 5);
+        inset(g, panelFrame, 5);
         if (panel == 0)
             printKeyRange(g);
         else if (panel == 1)

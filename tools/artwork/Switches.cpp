@@ -34,9 +34,9 @@ void drawButton(juce::Graphics& g, Rect area, float radius, juce::Colour light, 
         fillShaded(g, roundedRect(inner, capRadius), inner, light.brighter(0.1f), light.darker(0.25f));
         g.saveState();
         g.reduceClipRegion(roundedRect(inner, capRadius));
-        juce::ColourGradient core(light.interpolatedWith(juce::Colours::white, 0.75f), cap.getCentre(),
-                                  light.withAlpha(0.0f),
-                                  cap.getCentre().translated(cap.getWidth() * 0.55f, 0), true);
+        juce::ColourGradient core(light.interpolatedWith(juce::Colours::white, 0.5f), cap.getCentre(),
+                                  light.withAlpha(0.0f), cap.getCentre().translated(cap.getWidth() * 0.5f, 0),
+                                  true);
         g.setGradientFill(core);
         g.fillRect(inner);
         g.restoreState();
@@ -65,7 +65,7 @@ juce::Colour lightOf(const juce::String& name)
         return palette::blue;
     if (name.endsWith("_rose"))
         return palette::rose;
-    return palette::amberBright;
+    return palette::amberLamp;
 }
 
 void drawArrowButton(const Canvas& canvas)
