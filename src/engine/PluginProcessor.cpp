@@ -387,6 +387,8 @@ void PluginProcessor::restorePendingChunk()
     if (!std::exchange(pendingIsComparison, false))
     {
         restoreState(*this, chunk.getData(), chunk.getSize());
+        // A project brings names of its own.
+        presetCommands.refreshLists();
         return;
     }
 
