@@ -9,279 +9,244 @@
 #include <map>
 #include <string>
 
-namespace quorel {
+namespace quorel
+{
 
-namespace {
-constexpr const char *key = "SOFTWARE\\Ostrand\\Quorel";
+namespace
+{
+constexpr const char* key = "SOFTWARE\\Ostrand\\Quorel";
 
-struct Outcome {
-  int exitCode = -1;
-  juce::String text;
+struct Outcome
+{
+    int exitCode = -1;
+    juce::String text;
 };
 
-Outcome setup(juce::StringArray arguments) {
-  arguments.insert(0, QUOREL_TEST_SETUP);
-  juce::ChildProcess process;
-  if (!process.start(arguments))
-    return {};
-  Outcome outcome;
-  outcome.text = process.readAllProcessOutput();
-  process.waitForProcessToFinish(30000);
-  outcome.exitCode = static_cast<int>(process.getExitCode());
-  return outcome;
+Outcome setup(juce::StringArray arguments)
+{
+    arguments.insert(0, QUOREL_TEST_SETUP);
+    juce::ChildProcess process;
+    if (!process.start(arguments))
+        return {};
+    Outcome outcome;
+    outcome.text = process.readAllProcessOutput();
+    process.waitForProcessToFinish(30000);
+    outcome.exitCode = static_cast<int>(process.getExitCode());
+    return outcome;
 }
 
 /** Every file below a folder with its contents and the time of its last change.
  */
-std::map<juce::String, std::pair<std::string, juce::int64>>
-snapshot(const juce::File &folder) {
-  std::map<juce::String, std::pair<std::string, juce::int64>> files;
-  for (const auto &file : folder.findChildFiles(juce::File::findFiles, true)) {
-    juce::MemoryBlock contents;
-    file.loadFileAsData(contents);
-    files[file.getRelativePathFrom(folder)] = {
-        std::string(contents.begin(), contents.end()),
-        file.getLastModificationTime().toMilliseconds()};
-  }
-  return files;
+std::map<juce::String, std::pair<std::string, juce::int64>> snapshot(const juce::File& folder)
+{
+    std::map<juce::String, std::pair<std::string, juce::int64>> files;
+    for (const auto& file : folder.findChildFiles(juce::File::findFiles, true))
+    {
+        juce::MemoryBlock contents;
+        file.loadFileAsData(contents);
+        files[file.getRelativePathFrom(folder)] = {std::string(contents.begin(), contents.end()),
+                                                   file.getLastModificationTime().toMilliseconds()};
+    }
+    return files;
 }
 
-juce::String binary(const juce::String &name) {
-  return name + "/" + name + pluginFileEnding();
+juce::String binary(const juce::String& name)
+{
+    return name + "/" + name + pluginFileEnding();
 }
 } // namespace
 
-TEST(Setup, freshSetupIsCompleteAndTheNextOneChangesNothing) {
-  const test::ScratchFolder folder;
-  const auto prefix = folder.child("a new place");
-  const auto store = makeUserStore(userPlaces(prefix));
-  const juce::StringArray arguments{"--prefix", prefix.getFullPathName()};
+TEST(Setup, freshSetupIsCompleteAndTheNextOneChangesNothing)
+{
+    const test::ScratchFolder folder;
+    const auto prefix = folder.child("a new place");
+    const auto store = makeUserStore(userPlaces(prefix));
+    const juce::StringArray arguments{"--prefix", prefix.getFullPathName()};
 
-  const auto before = setup({"--prefix", prefix.getFullPathName(), "--show"});
-  EXPECT_EQ(before.exitCode, 0);
-  EXPECT_TRUE(
-      before.text.contains("SOFTWARE\\Ostrand\\Quorel\\x64 Path = (not set)"))
-      << before.text;
-  EXPECT_FALSE(prefix.exists()) << "showing changes nothing";
+    const auto before = setup({"--prefix", prefix.getFullPathName(), "--show"});
+    EXPECT_EQ(before.exitCode, 0);
+    EXPECT_TRUE(before.text.contains("SOFTWARE\\Ostrand\\Quorel\\x64 Path = (not set)")) << before.text;
+    EXPECT_FALSE(prefix.exists()) << "showing changes nothing";
 
-  const auto first = setup(arguments);
-  ASSERT_EQ(first.exitCode, 0) << first.text;
-  const auto paths = readPaths(*store);
-  for (const auto &made : {paths.banksFolder, paths.layoutsFolder,
-                           paths.helpFolder, paths.ecsFolder}) {
-    EXPECT_TRUE(made.isDirectory());
-    EXPECT_TRUE(made.isAChildOf(prefix.getChildFile("data/Ostrand/Quorel")));
-  }
-  EXPECT_TRUE(
-      paths.pluginListFile.isAChildOf(prefix.getChildFile("config/Ostrand")));
+    const auto first = setup(arguments);
+    ASSERT_EQ(first.exitCode, 0) << first.text;
+    const auto paths = readPaths(*store);
+    for (const auto& made : {paths.banksFolder, paths.layoutsFolder, paths.helpFolder, paths.ecsFolder})
+    {
+        EXPECT_TRUE(made.isDirectory());
+        EXPECT_TRUE(made.isAChildOf(prefix.getChildFile("data/Ostrand/Quorel")));
+    }
+    EXPECT_TRUE(paths.pluginListFile.isAChildOf(prefix.getChildFile("config/Ostrand")));
 
-  juce::KnownPluginList list;
-  test::RecordingInteraction user;
-  EXPECT_TRUE(PluginScanner(list).scanPlugins(
-      paths.pluginFolder, paths.pluginListFile, false, user));
-  EXPECT_EQ(list.getNumTypes(), 14);
-  EXPECT_GE(
-      paths.banksFolder.findChildFiles(juce::File::findFiles, true, "*.qrl")
-          .size(),
-      48);
-  const juce::File tarnBanks(store->read("SOFTWARE\\KTMD\\Tarn", "Bank"));
-  EXPECT_GE(
-      tarnBanks.findChildFiles(juce::File::findFiles, false, "*.fxb").size(),
-      1);
-  const juce::File fennBanks(
-      store->read("SOFTWARE\\Ostrand\\Fenn2", "BankFolderDir"));
-  EXPECT_GE(
-      fennBanks.findChildFiles(juce::File::findFiles, true, "*.fxp").size(), 8);
+    juce::KnownPluginList list;
+    test::RecordingInteraction user;
+    EXPECT_TRUE(PluginScanner(list).scanPlugins(paths.pluginFolder, paths.pluginListFile, false, user));
+    EXPECT_EQ(list.getNumTypes(), 14);
+    EXPECT_GE(paths.banksFolder.findChildFiles(juce::File::findFiles, true, "*.qrl").size(), 48);
+    const juce::File tarnBanks(store->read("SOFTWARE\\KTMD\\Tarn", "Bank"));
+    EXPECT_GE(tarnBanks.findChildFiles(juce::File::findFiles, false, "*.fxb").size(), 1);
+    const juce::File fennBanks(store->read("SOFTWARE\\Ostrand\\Fenn2", "BankFolderDir"));
+    EXPECT_GE(fennBanks.findChildFiles(juce::File::findFiles, true, "*.fxp").size(), 8);
 
-  const auto after = snapshot(prefix);
-  EXPECT_EQ(setup(arguments).exitCode, 0);
-  EXPECT_TRUE(snapshot(prefix) == after) << "a second run changed something";
-  const auto shown = setup({"--prefix", prefix.getFullPathName(), "--show"});
-  EXPECT_TRUE(
-      shown.text.contains("Tarn\\Bank = " + tarnBanks.getFullPathName()))
-      << shown.text;
-  EXPECT_FALSE(shown.text.contains("(not set)"));
+    const auto after = snapshot(prefix);
+    EXPECT_EQ(setup(arguments).exitCode, 0);
+    EXPECT_TRUE(snapshot(prefix) == after) << "a second run changed something";
+    const auto shown = setup({"--prefix", prefix.getFullPathName(), "--show"});
+    EXPECT_TRUE(shown.text.contains("Tarn\\Bank = " + tarnBanks.getFullPathName())) << shown.text;
+    EXPECT_FALSE(shown.text.contains("(not set)"));
 }
 
-TEST(Setup, whatTheUserChangedStaysAndTheRestIsUpdated) {
-  const test::ScratchFolder folder;
-  const auto prefix = folder.child("p");
-  const auto source = folder.child("source");
-  const auto store = makeUserStore(userPlaces(prefix));
-  ASSERT_TRUE(juce::File(QUOREL_TEST_DIST)
-                  .getChildFile("Ostrand")
-                  .copyDirectoryTo(source.getChildFile("Ostrand")));
-  ASSERT_TRUE(juce::File(QUOREL_TEST_DIST)
-                  .getChildFile("Banks")
-                  .copyDirectoryTo(source.getChildFile("Banks")));
-  juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
-                              source.getFullPathName()};
+TEST(Setup, whatTheUserChangedStaysAndTheRestIsUpdated)
+{
+    const test::ScratchFolder folder;
+    const auto prefix = folder.child("p");
+    const auto source = folder.child("source");
+    const auto store = makeUserStore(userPlaces(prefix));
+    ASSERT_TRUE(
+        juce::File(QUOREL_TEST_DIST).getChildFile("Ostrand").copyDirectoryTo(source.getChildFile("Ostrand")));
+    ASSERT_TRUE(
+        juce::File(QUOREL_TEST_DIST).getChildFile("Banks").copyDirectoryTo(source.getChildFile("Banks")));
+    juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from", source.getFullPathName()};
 
-  store->write(key, "Layouts Path",
-               folder.child("my layouts").getFullPathName());
-  store->write("SOFTWARE\\KTMD\\Orlen", "BankDir",
-               folder.child("my banks").getFullPathName());
-  const auto first = setup(arguments);
-  ASSERT_EQ(first.exitCode, 0) << first.text;
-  EXPECT_TRUE(folder.child("my layouts").isDirectory());
-  EXPECT_FALSE(folder.child("my banks").exists())
-      << "banks of the user's own are none of ours";
-  EXPECT_EQ(store->read(key, "Layouts Path"),
-            folder.child("my layouts").getFullPathName());
+    store->write(key, "Layouts Path", folder.child("my layouts").getFullPathName());
+    store->write("SOFTWARE\\KTMD\\Orlen", "BankDir", folder.child("my banks").getFullPathName());
+    const auto first = setup(arguments);
+    ASSERT_EQ(first.exitCode, 0) << first.text;
+    EXPECT_TRUE(folder.child("my layouts").isDirectory());
+    EXPECT_FALSE(folder.child("my banks").exists()) << "banks of the user's own are none of ours";
+    EXPECT_EQ(store->read(key, "Layouts Path"), folder.child("my layouts").getFullPathName());
 
-  const auto paths = readPaths(*store);
-  const auto installed = [&paths](const juce::String &name) {
-    return paths.pluginFolder.getChildFile(binary(name));
-  };
-  const juce::File banks(store->read("SOFTWARE\\Ostrand\\Zeph", "BankDir"));
-  const auto bank =
-      banks.findChildFiles(juce::File::findFiles, false).getFirst();
-  bank.replaceWithText("edited");
-  installed("Hexley").replaceWithText("the user's own build");
-  installed("Fenn2").deleteFile();
-  paths.pluginListFile.replaceWithText("a list from an earlier start");
-  source.getChildFile("Ostrand")
-      .getChildFile(binary("Orlen"))
-      .replaceWithText("a newer Orlen");
-  source.getChildFile("Ostrand")
-      .getChildFile(binary("Hexley"))
-      .replaceWithText("a newer Hexley");
+    const auto paths = readPaths(*store);
+    const auto installed = [&paths](const juce::String& name)
+    { return paths.pluginFolder.getChildFile(binary(name)); };
+    const juce::File banks(store->read("SOFTWARE\\Ostrand\\Zeph", "BankDir"));
+    const auto bank = banks.findChildFiles(juce::File::findFiles, false).getFirst();
+    bank.replaceWithText("edited");
+    installed("Hexley").replaceWithText("the user's own build");
+    installed("Fenn2").deleteFile();
+    paths.pluginListFile.replaceWithText("a list from an earlier start");
+    source.getChildFile("Ostrand").getChildFile(binary("Orlen")).replaceWithText("a newer Orlen");
+    source.getChildFile("Ostrand").getChildFile(binary("Hexley")).replaceWithText("a newer Hexley");
 
-  const auto second = setup(arguments);
-  EXPECT_EQ(second.exitCode, 0) << second.text;
-  EXPECT_EQ(bank.loadFileAsString(), "edited");
-  EXPECT_EQ(installed("Hexley").loadFileAsString(), "the user's own build");
-  EXPECT_TRUE(second.text.contains("Kept as you changed it: " +
-                                   installed("Hexley").getFullPathName()));
-  EXPECT_EQ(installed("Orlen").loadFileAsString(), "a newer Orlen");
-  EXPECT_FALSE(installed("Fenn2").exists());
-  EXPECT_TRUE(paths.pluginListFile.exists());
+    const auto second = setup(arguments);
+    EXPECT_EQ(second.exitCode, 0) << second.text;
+    EXPECT_EQ(bank.loadFileAsString(), "edited");
+    EXPECT_EQ(installed("Hexley").loadFileAsString(), "the user's own build");
+    EXPECT_TRUE(second.text.contains("Kept as you changed it: " + installed("Hexley").getFullPathName()));
+    EXPECT_EQ(installed("Orlen").loadFileAsString(), "a newer Orlen");
+    EXPECT_FALSE(installed("Fenn2").exists());
+    EXPECT_TRUE(paths.pluginListFile.exists());
 
-  arguments.add("--restore");
-  EXPECT_EQ(setup(arguments).exitCode, 0);
-  EXPECT_TRUE(installed("Fenn2").exists());
-  EXPECT_EQ(bank.loadFileAsString(), "edited");
-  EXPECT_FALSE(paths.pluginListFile.exists())
-      << "a new instrument has to be looked for";
+    arguments.add("--restore");
+    EXPECT_EQ(setup(arguments).exitCode, 0);
+    EXPECT_TRUE(installed("Fenn2").exists());
+    EXPECT_EQ(bank.loadFileAsString(), "edited");
+    EXPECT_FALSE(paths.pluginListFile.exists()) << "a new instrument has to be looked for";
 }
 
-TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone) {
-  const test::ScratchFolder folder;
-  const auto prefix = folder.child("p");
-  const auto banks = folder.child("my sounds");
-  const auto store = makeUserStore(userPlaces(prefix));
-  store->write(key, "Banks Path", banks.getFullPathName());
-  folder.child("source").createDirectory();
-  folder.write("source/presets/01 Keys/Plain.qrl", "plain");
-  folder.write("source/presets/01 Keys/Changed.qrl", "changed");
-  folder.write("source/presets/01 Keys/Removed.qrl", "removed");
-  folder.write("source/presets/02 Pads/Same Name.qrl", "ours");
-  folder.write("source/presets/02 Pads/notes.txt", "no preset");
-  folder.write("my sounds/02 Pads/Same Name.qrl", "the user's own");
-  folder.write("my sounds/Mine/Mine.qrl", "mine");
-  // The rest of the source is missing, so the run as a whole fails; the presets
-  // are installed all the same.
-  juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
-                              folder.child("source").getFullPathName()};
-  const auto text = [&banks](const char *path) {
-    return banks.getChildFile(path).loadFileAsString();
-  };
+TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
+{
+    const test::ScratchFolder folder;
+    const auto prefix = folder.child("p");
+    const auto banks = folder.child("my sounds");
+    const auto store = makeUserStore(userPlaces(prefix));
+    store->write(key, "Banks Path", banks.getFullPathName());
+    folder.child("source").createDirectory();
+    folder.write("source/presets/01 Keys/Plain.qrl", "plain");
+    folder.write("source/presets/01 Keys/Changed.qrl", "changed");
+    folder.write("source/presets/01 Keys/Removed.qrl", "removed");
+    folder.write("source/presets/02 Pads/Same Name.qrl", "ours");
+    folder.write("source/presets/02 Pads/notes.txt", "no preset");
+    folder.write("my sounds/02 Pads/Same Name.qrl", "the user's own");
+    folder.write("my sounds/Mine/Mine.qrl", "mine");
+    // The rest of the source is missing, so the run as a whole fails; the presets
+    // are installed all the same.
+    juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
+                                folder.child("source").getFullPathName()};
+    const auto text = [&banks](const char* path) { return banks.getChildFile(path).loadFileAsString(); };
 
-  const auto first = setup(arguments);
-  EXPECT_TRUE(first.text.contains("3 installed, 1 changed by you and kept"))
-      << first.text;
-  EXPECT_TRUE(first.text.contains(
-      "Kept as you changed it: " +
-      banks.getChildFile("02 Pads/Same Name.qrl").getFullPathName()));
-  EXPECT_EQ(text("01 Keys/Plain.qrl"), "plain");
-  EXPECT_EQ(text("02 Pads/Same Name.qrl"), "the user's own");
-  EXPECT_FALSE(banks.getChildFile("02 Pads/notes.txt").exists());
-  const auto after = snapshot(banks);
-  setup(arguments);
-  EXPECT_TRUE(snapshot(banks) == after) << "a second run changed something";
+    const auto first = setup(arguments);
+    EXPECT_TRUE(first.text.contains("3 installed, 1 changed by you and kept")) << first.text;
+    EXPECT_TRUE(first.text.contains("Kept as you changed it: " +
+                                    banks.getChildFile("02 Pads/Same Name.qrl").getFullPathName()));
+    EXPECT_EQ(text("01 Keys/Plain.qrl"), "plain");
+    EXPECT_EQ(text("02 Pads/Same Name.qrl"), "the user's own");
+    EXPECT_FALSE(banks.getChildFile("02 Pads/notes.txt").exists());
+    const auto after = snapshot(banks);
+    setup(arguments);
+    EXPECT_TRUE(snapshot(banks) == after) << "a second run changed something";
 
-  banks.getChildFile("01 Keys/Changed.qrl").replaceWithText("tweaked");
-  banks.getChildFile("01 Keys/Removed.qrl").deleteFile();
-  folder.write("source/presets/01 Keys/Plain.qrl", "plain, improved");
-  folder.write("source/presets/01 Keys/Changed.qrl", "changed, improved");
-  const auto second = setup(arguments);
-  EXPECT_TRUE(second.text.contains(
-      "1 updated, 2 changed by you and kept, 1 removed by you and left out"))
-      << second.text;
-  EXPECT_EQ(text("01 Keys/Plain.qrl"), "plain, improved");
-  EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
-  EXPECT_FALSE(banks.getChildFile("01 Keys/Removed.qrl").exists());
-  EXPECT_EQ(text("Mine/Mine.qrl"), "mine");
+    banks.getChildFile("01 Keys/Changed.qrl").replaceWithText("tweaked");
+    banks.getChildFile("01 Keys/Removed.qrl").deleteFile();
+    folder.write("source/presets/01 Keys/Plain.qrl", "plain, improved");
+    folder.write("source/presets/01 Keys/Changed.qrl", "changed, improved");
+    const auto second = setup(arguments);
+    EXPECT_TRUE(second.text.contains("1 updated, 2 changed by you and kept, 1 removed by you and left out"))
+        << second.text;
+    EXPECT_EQ(text("01 Keys/Plain.qrl"), "plain, improved");
+    EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
+    EXPECT_FALSE(banks.getChildFile("01 Keys/Removed.qrl").exists());
+    EXPECT_EQ(text("Mine/Mine.qrl"), "mine");
 
-  arguments.add("--restore");
-  setup(arguments);
-  EXPECT_EQ(text("01 Keys/Removed.qrl"), "removed");
-  EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
+    arguments.add("--restore");
+    setup(arguments);
+    EXPECT_EQ(text("01 Keys/Removed.qrl"), "removed");
+    EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
 }
 
-TEST(Setup, errorsAreOneLineAndAnExitCode) {
-  const test::ScratchFolder folder;
-  folder.write("file", "not a folder");
-  folder.child("empty").createDirectory();
-  const auto prefix = folder.child("p").getFullPathName();
+TEST(Setup, errorsAreOneLineAndAnExitCode)
+{
+    const test::ScratchFolder folder;
+    folder.write("file", "not a folder");
+    folder.child("empty").createDirectory();
+    const auto prefix = folder.child("p").getFullPathName();
 
-  struct Case {
-    juce::StringArray arguments;
-    int exitCode;
-    juce::String text;
-  };
+    struct Case
+    {
+        juce::StringArray arguments;
+        int exitCode;
+        juce::String text;
+    };
 
-  const Case cases[] = {
-      {{"--nonsense"}, 2, "--nonsense"},
-      {{"--prefix", ""}, 2, "--prefix"},
-      {{"--prefix", prefix, "--from",
-        folder.child("nowhere").getFullPathName()},
-       2,
-       "nowhere"},
-      {{"--prefix", prefix, "--from", folder.child("empty").getFullPathName()},
-       1,
-       "no starter instruments in "},
-  };
-  for (const auto &c : cases) {
-    const auto outcome = setup(c.arguments);
-    EXPECT_EQ(outcome.exitCode, c.exitCode) << outcome.text;
-    juce::StringArray errors = juce::StringArray::fromLines(outcome.text);
-    for (int i = errors.size(); --i >= 0;)
-      if (!errors[i].startsWith("quorel-setup: "))
-        errors.remove(i);
-    ASSERT_EQ(errors.size(), 1) << outcome.text;
-    EXPECT_TRUE(errors[0].contains(c.text)) << outcome.text;
-  }
+    const Case cases[] = {
+        {{"--nonsense"}, 2, "--nonsense"},
+        {{"--prefix", ""}, 2, "--prefix"},
+        {{"--prefix", prefix, "--from", folder.child("nowhere").getFullPathName()}, 2, "nowhere"},
+        {{"--prefix", prefix, "--from", folder.child("empty").getFullPathName()},
+         1,
+         "no starter instruments in "},
+    };
+    for (const auto& c : cases)
+    {
+        const auto outcome = setup(c.arguments);
+        EXPECT_EQ(outcome.exitCode, c.exitCode) << outcome.text;
+        juce::StringArray errors = juce::StringArray::fromLines(outcome.text);
+        for (int i = errors.size(); --i >= 0;)
+            if (!errors[i].startsWith("quorel-setup: "))
+                errors.remove(i);
+        ASSERT_EQ(errors.size(), 1) << outcome.text;
+        EXPECT_TRUE(errors[0].contains(c.text)) << outcome.text;
+    }
 
-  const auto blocked =
-      setup({"--prefix", folder.child("file").getFullPathName()});
-  EXPECT_EQ(blocked.exitCode, 1);
-  EXPECT_TRUE(blocked.text.contains(
-      "cannot write the setting SOFTWARE\\Ostrand\\Quorel\\Banks Path"));
-  EXPECT_EQ(folder.child("file").loadFileAsString(), "not a folder");
+    const auto blocked = setup({"--prefix", folder.child("file").getFullPathName()});
+    EXPECT_EQ(blocked.exitCode, 1);
+    EXPECT_TRUE(blocked.text.contains("cannot write the setting SOFTWARE\\Ostrand\\Quorel\\Banks Path"));
+    EXPECT_EQ(folder.child("file").loadFileAsString(), "not a folder");
 
-  // Settings of the user's that can't work are named and left alone.
-  const auto store = makeUserStore(userPlaces(folder.child("q")));
-  store->write(key, "ECS Path", "somewhere");
-  store->write(key, "Plug64 List", "list.xml");
-  const auto relative =
-      setup({"--prefix", folder.child("q").getFullPathName()});
-  EXPECT_EQ(relative.exitCode, 1);
-  EXPECT_TRUE(
-      relative.text.contains("the setting ECS Path is not an absolute path"))
-      << relative.text;
-  EXPECT_TRUE(
-      relative.text.contains("the setting Plug64 List is not an absolute path"))
-      << relative.text;
-  EXPECT_EQ(store->read(key, "ECS Path"), "somewhere");
+    // Settings of the user's that can't work are named and left alone.
+    const auto store = makeUserStore(userPlaces(folder.child("q")));
+    store->write(key, "ECS Path", "somewhere");
+    store->write(key, "Plug64 List", "list.xml");
+    const auto relative = setup({"--prefix", folder.child("q").getFullPathName()});
+    EXPECT_EQ(relative.exitCode, 1);
+    EXPECT_TRUE(relative.text.contains("the setting ECS Path is not an absolute path")) << relative.text;
+    EXPECT_TRUE(relative.text.contains("the setting Plug64 List is not an absolute path")) << relative.text;
+    EXPECT_EQ(store->read(key, "ECS Path"), "somewhere");
 
-  // A settings file that isn't XML is kept aside.
-  folder.write("r/config/Ostrand/Registry.xml", "precious notes");
-  EXPECT_EQ(setup({"--prefix", folder.child("r").getFullPathName()}).exitCode,
-            0);
-  EXPECT_EQ(
-      folder.child("r/config/Ostrand/Registry.xml.broken").loadFileAsString(),
-      "precious notes");
+    // A settings file that isn't XML is kept aside.
+    folder.write("r/config/Ostrand/Registry.xml", "precious notes");
+    EXPECT_EQ(setup({"--prefix", folder.child("r").getFullPathName()}).exitCode, 0);
+    EXPECT_EQ(folder.child("r/config/Ostrand/Registry.xml.broken").loadFileAsString(), "precious notes");
 }
 
 } // namespace quorel

@@ -7,55 +7,55 @@
 #include <array>
 #include <vector>
 
-namespace quorel {
+namespace quorel
+{
 
 /** Sets a user up to play: settings, folders, starter instruments, their banks
    and the factory presets. Running it again completes what is missing and
    leaves alone what the user changed. */
-class Installer {
+class Installer
+{
 public:
-  /** `source` holds the instruments in "Ostrand", their banks in "Banks" and
-   * the factory presets in "presets".
-   */
-  Installer(UserStore &store, const UserPlaces &places,
-            const juce::File &source);
+    /** `source` holds the instruments in "Ostrand", their banks in "Banks" and
+     * the factory presets in "presets".
+     */
+    Installer(UserStore& store, const UserPlaces& places, const juce::File& source);
 
-  /** Does everything and says so on the standard output; errors go to the
-     standard error stream, a line each. False where anything failed; the rest
-     is done all the same. */
-  bool run(bool restoreRemoved);
+    /** Does everything and says so on the standard output; errors go to the
+       standard error stream, a line each. False where anything failed; the rest
+       is done all the same. */
+    bool run(bool restoreRemoved);
 
-  /** Every setting and its value, for the standard output. */
-  juce::String describeSettings() const;
+    /** Every setting and its value, for the standard output. */
+    juce::String describeSettings() const;
 
 private:
-  struct Setting {
-    juce::String key;
-    juce::String name;
-    juce::File standard;
-  };
+    struct Setting
+    {
+        juce::String key;
+        juce::String name;
+        juce::File standard;
+    };
 
-  using Counts = std::array<int, 6>;
+    using Counts = std::array<int, 6>;
 
-  std::vector<Setting> ownSettings() const;
-  void writeSetting(const Setting &setting);
-  void createFolders();
-  void installInstruments(bool restoreRemoved);
-  /** Without a list the next start looks for instruments again, and finds the
-   * new ones. */
-  void forgetPluginList();
-  void installBanks(const juce::String &instrument, bool restoreRemoved,
-                    Counts &counts);
-  void installPresets(bool restoreRemoved);
-  void installFile(const juce::File &from, const juce::File &to,
-                   bool restoreRemoved, Counts &counts);
-  void fail(const juce::String &text);
+    std::vector<Setting> ownSettings() const;
+    void writeSetting(const Setting& setting);
+    void createFolders();
+    void installInstruments(bool restoreRemoved);
+    /** Without a list the next start looks for instruments again, and finds the
+     * new ones. */
+    void forgetPluginList();
+    void installBanks(const juce::String& instrument, bool restoreRemoved, Counts& counts);
+    void installPresets(bool restoreRemoved);
+    void installFile(const juce::File& from, const juce::File& to, bool restoreRemoved, Counts& counts);
+    void fail(const juce::String& text);
 
-  UserStore &store;
-  UserPlaces places;
-  juce::File source;
-  InstalledFiles files;
-  bool succeeded = true;
+    UserStore& store;
+    UserPlaces places;
+    juce::File source;
+    InstalledFiles files;
+    bool succeeded = true;
 };
 
 } // namespace quorel

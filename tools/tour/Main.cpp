@@ -13,119 +13,125 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
-namespace quorel {
-namespace {
-constexpr const char *toolName = "quorel-tour";
+namespace quorel
+{
+namespace
+{
+constexpr const char* toolName = "quorel-tour";
 constexpr int exitFailed = 1;
 constexpr int exitUsage = 2;
 constexpr double rate = 48000.0;
 constexpr int blockSize = 512;
 constexpr int bits = 24;
 
-juce::String timeText(double seconds) {
-  const int whole = static_cast<int>(seconds);
-  return juce::String(whole / 60).paddedLeft(' ', 2) + ":" +
-         juce::String(whole % 60).paddedLeft('0', 2);
+juce::String timeText(double seconds)
+{
+    const int whole = static_cast<int>(seconds);
+    return juce::String(whole / 60).paddedLeft(' ', 2) + ":" + juce::String(whole % 60).paddedLeft('0', 2);
 }
 
 /** A preset doesn't touch these bindings. */
-void bindControllers(PluginProcessor &processor) {
-  for (int group = 0; group < numMultiFaders; ++group)
-    processor.setParameter(slot::controllerMap + firstTourController + group,
-                           encodeParamInt(slot::multiFader + group));
-  processor.setParameter(slot::controllerMap + fadeController,
-                         encodeParamInt(slot::masterVolume));
+void bindControllers(PluginProcessor& processor)
+{
+    for (int group = 0; group < numMultiFaders; ++group)
+        processor.setParameter(slot::controllerMap + firstTourController + group,
+                               encodeParamInt(slot::multiFader + group));
+    processor.setParameter(slot::controllerMap + fadeController, encodeParamInt(slot::masterVolume));
 }
 
 /** On the road that a player's choice takes, with all its fades. */
-juce::Result choosePreset(PluginProcessor &processor,
-                          const PresetChoice &preset) {
-  const auto silence = MidiSong::silence({});
-  OfflineRender offline(processor, silence, nullptr, rate, blockSize);
-  RenderOptions options;
-  options.preset = preset;
-  return setUpSound(processor, offline, options);
+juce::Result choosePreset(PluginProcessor& processor, const PresetChoice& preset)
+{
+    const auto silence = MidiSong::silence({});
+    OfflineRender offline(processor, silence, nullptr, rate, blockSize);
+    RenderOptions options;
+    options.preset = preset;
+    return setUpSound(processor, offline, options);
 }
 
-juce::Result play(const std::vector<TourStation> &stations,
-                  const juce::File &prefix, SoundFile &file) {
-  adoptUserPlaces(prefix);
-  ConsoleInteraction interaction(toolName);
-  const auto processor = std::make_unique<PluginProcessor>(
-      makeUserStore(userPlaces(prefix)), interaction);
-  bindControllers(*processor);
-  double seconds = 0.0;
-  for (const auto &station : stations) {
-    if (const auto result = choosePreset(*processor, station.preset);
-        result.failed())
-      return result;
-    const auto song = station.song(processor->getParameter(slot::masterVolume));
-    OfflineRender offline(*processor, song, nullptr, rate, blockSize);
-    offline.settle();
-    std::cout << timeText(seconds) << "  " << station.preset.folder << "/"
-              << station.preset.name << std::endl;
+juce::Result play(const std::vector<TourStation>& stations, const juce::File& prefix, SoundFile& file)
+{
+    adoptUserPlaces(prefix);
+    ConsoleInteraction interaction(toolName);
+    const auto processor = std::make_unique<PluginProcessor>(makeUserStore(userPlaces(prefix)), interaction);
+    bindControllers(*processor);
+    double seconds = 0.0;
+    for (const auto& station : stations)
+    {
+        if (const auto result = choosePreset(*processor, station.preset); result.failed())
+            return result;
+        const auto song = station.song(processor->getParameter(slot::masterVolume));
+        OfflineRender offline(*processor, song, nullptr, rate, blockSize);
+        offline.settle();
+        std::cout << timeText(seconds) << "  " << station.preset.folder << "/" << station.preset.name
+                  << std::endl;
 
-    RenderReport report;
-    if (const auto result = offline.run(
-            file, 0.0, [](double) {}, report);
-        result.failed())
-      return result;
-    if (report.hadBadSamples || report.peak > 1.0f)
-      std::cerr << toolName << ": " << station.preset.name << " is clipped"
-                << std::endl;
-    seconds += report.seconds;
-  }
-  std::cout << timeText(seconds) << "  end" << std::endl;
-  return file.finish();
+        RenderReport report;
+        if (const auto result = offline.run(
+                file, 0.0, [](double) {}, report);
+            result.failed())
+            return result;
+        if (report.hadBadSamples || report.peak > 1.0f)
+            std::cerr << toolName << ": " << station.preset.name << " is clipped" << std::endl;
+        seconds += report.seconds;
+    }
+    std::cout << timeText(seconds) << "  end" << std::endl;
+    return file.finish();
 }
 
-int run(int argc, char **argv) {
-  std::string score, output, prefix;
-  CLI::App app("Plays a tour through presets: a score names them and what is "
-               "played on each.",
-               toolName);
-  app.add_option("score", score, "Text with a section for each preset")
-      ->required()
-      ->check(CLI::ExistingFile);
-  app.add_option("-o,--output", output, "Sound file to write, .wav or .flac")
-      ->required();
-  app.add_option("--prefix", prefix, "A place that quorel-setup has set up")
-      ->required()
-      ->type_name("DIR");
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::Success &answer) {
-    return app.exit(answer);
-  } catch (const CLI::ParseError &error) {
-    std::cerr << toolName << ": " << error.what() << " (see --help)"
-              << std::endl;
-    return exitUsage;
-  }
+int run(int argc, char** argv)
+{
+    std::string score, output, prefix;
+    CLI::App app("Plays a tour through presets: a score names them and what is "
+                 "played on each.",
+                 toolName);
+    app.add_option("score", score, "Text with a section for each preset")
+        ->required()
+        ->check(CLI::ExistingFile);
+    app.add_option("-o,--output", output, "Sound file to write, .wav or .flac")->required();
+    app.add_option("--prefix", prefix, "A place that quorel-setup has set up")->required()->type_name("DIR");
+    try
+    {
+        app.parse(argc, argv);
+    }
+    catch (const CLI::Success& answer)
+    {
+        return app.exit(answer);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        std::cerr << toolName << ": " << error.what() << " (see --help)" << std::endl;
+        return exitUsage;
+    }
 
-  const auto here = juce::File::getCurrentWorkingDirectory();
-  const auto fileOf = [&here](const std::string &path) {
-    return here.getChildFile(juce::String::fromUTF8(path.c_str()));
-  };
-  std::vector<TourStation> stations;
-  try {
-    stations = readTour(fileOf(score));
-  } catch (const TextError &error) {
-    std::cerr << toolName << ": " << score << ":" << error.line << ": "
-              << error.what() << std::endl;
-    return exitFailed;
-  }
+    const auto here = juce::File::getCurrentWorkingDirectory();
+    const auto fileOf = [&here](const std::string& path)
+    { return here.getChildFile(juce::String::fromUTF8(path.c_str())); };
+    std::vector<TourStation> stations;
+    try
+    {
+        stations = readTour(fileOf(score));
+    }
+    catch (const TextError& error)
+    {
+        std::cerr << toolName << ": " << score << ":" << error.line << ": " << error.what() << std::endl;
+        return exitFailed;
+    }
 
-  std::unique_ptr<SoundFile> file;
-  auto result = SoundFile::create(fileOf(output), rate, 2, bits, file);
-  const QuietLogger quietLogger;
-  const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-  if (result.wasOk())
-    result = play(stations, fileOf(prefix), *file);
-  if (result.failed())
-    std::cerr << toolName << ": " << result.getErrorMessage() << std::endl;
-  return result.wasOk() ? 0 : exitFailed;
+    std::unique_ptr<SoundFile> file;
+    auto result = SoundFile::create(fileOf(output), rate, 2, bits, file);
+    const QuietLogger quietLogger;
+    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+    if (result.wasOk())
+        result = play(stations, fileOf(prefix), *file);
+    if (result.failed())
+        std::cerr << toolName << ": " << result.getErrorMessage() << std::endl;
+    return result.wasOk() ? 0 : exitFailed;
 }
 } // namespace
 } // namespace quorel
 
-int main(int argc, char **argv) { return quorel::run(argc, argv); }
+int main(int argc, char** argv)
+{
+    return quorel::run(argc, argv);
+}

@@ -6,7 +6,8 @@
 #include "PresetText.h"
 #include "RenderOptions.h"
 
-namespace quorel {
+namespace quorel
+{
 
 /** Controllers that the score moves: the four multi-controls from this one on,
  * then the master's fade. */
@@ -14,16 +15,17 @@ constexpr int firstTourController = 20;
 constexpr int fadeController = firstTourController + 4;
 
 /** A preset and what is played on it. */
-struct TourStation {
-  PresetChoice preset;
-  juce::MidiMessageSequence events;
-  double tempo = 0.0;
-  double lastBeat = 0.0;
-  double tailSeconds = 0.0;
+struct TourStation
+{
+    PresetChoice preset;
+    juce::MidiMessageSequence events;
+    double tempo = 0.0;
+    double lastBeat = 0.0;
+    double tailSeconds = 0.0;
 
-  /** The phrase, its tail, and a fade at its end from the master volume that
-   * the preset has, 0 to 1. */
-  MidiSong song(float masterVolume) const;
+    /** The phrase, its tail, and a fade at its end from the master volume that
+     * the preset has, 0 to 1. */
+    MidiSong song(float masterVolume) const;
 };
 
 /** Reads a score: a section "[Folder/Name]" for each preset, with the lines
@@ -35,6 +37,6 @@ struct TourStation {
    from 0 to 100 %
 
     Throws a TextError. */
-std::vector<TourStation> readTour(const juce::File &file);
+std::vector<TourStation> readTour(const juce::File& file);
 
 } // namespace quorel

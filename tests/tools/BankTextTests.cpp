@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The readable form of presets: what its words come to in the engine, and what
+// its errors say.
+#include "ParameterWords.h"
+#include "PresetText.h"
+#include "SoundBuilder.h"
+
+#include "common/QuietLogger.h"
+#include "engine/ParameterCodings.h"
+#include "presets/Categories.h"
+#include "support/ProcessorRig.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace quorel
+{
+namespace
+{
+
+TEST(BankText, WordsComeToTheValuesThatTheEngineReadsBack)
+{
+    struct Case
+    {
+        const char* text;
+        std::optional<int> key;
+    };
+
+    for (const auto& c :
+         {Case{"C3", 60}, Case{"C-2", 0}, Case{"G8", 127}, Case{"f#1", 42}, Case{"60", 60}, Case{"G#8", {}},
+          Case{"H3", {}}, Case{"C-3", {}}, Case{"", {}}, Case{"C3.5", {}}, Case{"128", {}}, Case{"#3", {}}})
+        EXPECT_EQ(keyNumber(c.text), c.key) << c.text;
+
+    for (const int number : {0, 1, 42, 60, 126, 127})
+        EXPECT_EQ(paramToInt(stepValue(number, 0, 127), 0, 127), number);
+    for (const int semitones : {-24, -12, 0, 7, 24})
+        EXPECT_EQ(paramToInt(stepValue(semitones, -24, 24), -24, 24), semitones);
+
+    EXPECT_NEAR(static_cast<double>(cubicGain(*faderValue("-6.0206 dB"))), 0.5, 1.0e-4);
+    EXPECT_NEAR(static_cast<double>(cubicGain(*faderValue("+12.04 db"))), 4.0, 2.0e-3);
+    EXPECT_EQ(faderValue("off"), 0.0f);
+    EXPECT_FALSE(faderValue("+13 db").has_value());
+    EXPECT_FALSE(faderValue("-6 hz").has_value());
+    EXPECT_EQ(centredValue("-50 %"), 0.25f);
+    EXPECT_FALSE(percentValue("101 %").has_value());
+
+    const auto dash = rangeOf("C-1 - B2", keyNumber);
+    ASSERT_TRUE(dash.has_value());
+    EXPECT_EQ(*dash, std::pair(12, 59));
+    EXPECT_FALSE(rangeOf("B2 - C1", keyNumber).has_value());
+
+    // A scale of whole hertz, and one of three words.
+    const auto hertz = [](float v) { return juce::String(juce::roundToInt(v * 20000.0f)) + " Hz"; };
+    EXPECT_NEAR(static_cast<double>(*valueShowing("5 kHz", hertz)), 0.25, 1.0e-4);
+    EXPECT_EQ(valueShowing("0 Hz", hertz), 0.0f);
+    EXPECT_FALSE(valueShowing("5 db", hertz).has_value());
+    EXPECT_FALSE(valueShowing("25000 Hz", hertz).has_value());
+    const auto words = [](float v) { return juce::String(v < 0.4f ? "Low" : v < 0.6f ? "Mid" : "High"); };
+    EXPECT_EQ(valueShowing("low", words), 0.0f);
+    EXPECT_EQ(valueShowing("mid", words), 0.5f);
+    EXPECT_EQ(valueShowing("High", words), 1.0f);
+}
+
+TEST(BankText, ASoundIsWhatItsTextSays)
+{
+    const QuietLogger quietLogger;
+    test::ProcessorRig rig;
+    SoundBuilder(rig.processor).build(parsePresetText(R"(
+Categories: Lead, Kappel FX, Dark
+
+[Layer 2]
+Instrument: Tarn
+Program: Low End / Rubber Bass
+Keys: C1 - B2
+Velocity: 20 - 100
+Volume: -6.0206 db
+Transpose: -12
+Midi Channel: 3
+Send 1: -12 db
+Send 2: 40 % pre
+Block: ModWheel, Sustain Pedal
+EQ Band 2: 640 hz, +5 db, 30 %
+EQ High-pass: 40 hz
+Parameter Resonance: 25 %
+Easy 12: Vibrato
+Solo: On
+
+[Effect 3]
+Type: Kappel
+Speed: 1/16
+Left Steps: x--- ---- ---- ---x
+
+[Effect 1]
+Type: Stereo Delay
+Left Delay: 1/8*
+Sync: On
+
+[Multi-control 2]
+Name: Sweep
+Position: 50 %
+Knob 3: Layer 2 Easy 3, +40 %
+Knob 4: Layer 2 Pan, -100 %
+)"));
+
+    constexpr int layer = 1;
+    const auto text = [&rig](int index) { return rig.processor.getParameterText(index); };
+    const auto layerText = [&](int n) { return text(layerParameter(layer, n)); };
+    const auto range = [&rig](int n) { return paramToInt(rig.getLayer(layer, n), 0, 127); };
+    EXPECT_EQ(rig.processor.getLayer(layer).getPluginName(), "Tarn");
+    EXPECT_EQ(range(layerSlot::keyMin), 36);
+    EXPECT_EQ(range(layerSlot::keyMax), 59);
+    EXPECT_EQ(range(layerSlot::velocityMin), 20);
+    EXPECT_EQ(range(layerSlot::velocityMax), 100);
+    EXPECT_NEAR(static_cast<double>(rig.processor.getGains().layerGain(0, layer)), 0.5, 1.0e-3);
+    EXPECT_EQ(layerText(layerSlot::transpose), "-12");
+    EXPECT_EQ(layerText(layerSlot::midiChannel), "3");
+    EXPECT_EQ(layerText(layerSlot::sendLevel), "-12 db");
+    EXPECT_EQ(rig.getLayer(layer, layerSlot::sendPreFader), 0.0f);
+    EXPECT_EQ(rig.getLayer(layer, layerSlot::sendPreFader + 1), 1.0f);
+    EXPECT_FLOAT_EQ(rig.getLayer(layer, layerSlot::sendLevel + 1), 0.4f);
+    EXPECT_EQ(layerText(245) + layerText(246) + layerText(247) + layerText(248), "OffOnOffOn");
+    EXPECT_EQ(layerText(layerSlot::solo), "On");
+    EXPECT_EQ(layerText(386) + ", " + layerText(388) + ", " + layerText(387), "640 hz, 5 db, 30 %");
+    EXPECT_EQ(layerText(395) + layerText(layerSlot::eq), "OnOn");
+
+    // Easy 4 shows the resonance that the text sets; Easy 12 moves another parameter than Tarn's own.
+    EXPECT_FLOAT_EQ(rig.getLayer(layer, layerSlot::easyValue + 3), 0.25f);
+    EXPECT_EQ(rig.processor.getLayer(layer).easyName(11), "Vibrato");
+
+    EXPECT_EQ(text(slot::fxType), "Stereo Delay");
+    EXPECT_EQ(text(fxParameter(0, 0)), "1/8*");
+    EXPECT_EQ(text(fxParameter(0, 3)) + text(fxParameter(0, 6)), "+0 %20.5 kHz") << "not given, so neutral";
+    EXPECT_EQ(static_cast<int>(rig.get(fxParameter(2, 5)) * 65535.9f), 0x8001);
+    EXPECT_EQ(rig.get(slot::fxOn + 1), 0.0f);
+
+    const auto flags = categoriesOf(rig.processor);
+    EXPECT_EQ(std::count(flags.begin(), flags.end(), 1), 3);
+    EXPECT_EQ(flags[0] + flags[22 + 15] + flags[44], 3);
+
+    // Rubber Bass has its cutoff at 30 %: half the fader adds half of the depth.
+    EXPECT_NEAR(static_cast<double>(rig.getLayer(layer, layerSlot::easyValue + 2)), 0.3 + 0.2, 1.0e-3);
+    EXPECT_NEAR(static_cast<double>(rig.getLayer(layer, layerSlot::pan)), 0.5 - 0.5, 1.0e-3);
+    EXPECT_EQ(rig.get(slot::multiName + slot::multiNameLength), encodeParamChar('S'));
+}
+
+TEST(BankText, ErrorsNameTheirLine)
+{
+    const QuietLogger quietLogger;
+
+    struct Case
+    {
+        juce::String text;
+        int line;
+        const char* words;
+    };
+
+    const juce::String tarn = "[Layer 1]\nInstrument: Tarn\n";
+    const juce::String delay = "[Effect 1]\nType: Mono Delay\n";
+    const Case cases[] = {
+        {"[Multi-control 1]\nKnob 1: Layer 1 Volume, +20 %", 2, "has no instrument"},
+        {"just words", 1, "Key: Value"},
+        {"# fine\n[Layer 1", 2, "ends with"},
+        {"[Master]\nVolume: 0 db\n\n[master]", 4, "line 1 already"},
+        {"[Layer 5]\nInstrument: Tarn", 1, "unknown section"},
+        {"Categories: Lead, Nonsense", 1, "Nonsense"},
+        {"[Layer 1]\nVolume: 0 db", 1, "starts with its Instrument"},
+        {"[Layer 1]\nInstrument: Piano", 2, "no instrument \"Piano\""},
+        {tarn + "Program: Attic / Round Bass", 3, "has no bank \"Attic\""},
+        {tarn + "Program: Low End / Bassoon", 3, "there are Round Bass"},
+        {tarn + "Parameter Sparkle: 20 %", 3, "no parameter \"Sparkle\""},
+        {tarn + "Easy 13: Cutoff", 3, "unknown"},
+        {tarn + "Keys: C3 - H9", 3, "keys such as"},
+        {tarn + "Volume: +20 db", 3, "dB up to"},
+        {tarn + "Zone 1: C1, 1 - 90, 3", 3, "velocities behind a comma"},
+        {tarn + "Block: Everything", 3, "Everything"},
+        {tarn + "EQ Band 1: 250 hz", 3, "gain and width"},
+        {tarn + "On/Off: Perhaps", 3, "never \"Perhaps\""},
+        {"[Effect 1]\nType: Blender", 2, "no effect"},
+        {delay + "Feedback: +200 %", 3, "from \"-100 %\" to \"+100 %\""},
+        {delay + "Wobble: 10 %", 3, "Mono Delay has no"},
+        {"[Effect 1]\nType: Kappel\nLeft Steps: x-x", 3, "sixteen steps"},
+        {tarn + "[Multi-control 1]\nKnob 1: Layer 1 Colour, +20 %", 4, "a target and a depth"},
+        {tarn + "[Multi-control 1]\nName: A name of more than 23 letters", 4, "at most 23"},
+    };
+    test::ProcessorRig rig;
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.text);
+        try
+        {
+            SoundBuilder(rig.processor).build(parsePresetText(c.text));
+            ADD_FAILURE() << "accepted";
+        }
+        catch (const TextError& error)
+        {
+            EXPECT_EQ(error.line, c.line);
+            EXPECT_TRUE(juce::String(error.what()).contains(c.words)) << error.what();
+        }
+    }
+}
+
+} // namespace
+} // namespace quorel
