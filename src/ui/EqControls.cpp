@@ -2,7 +2,6 @@
 #include "ui/EqControls.h"
 
 #include "ui/Geometry.h"
-#include "ui/widgets/WidgetTools.h"
 
 namespace quorel
 {
@@ -14,6 +13,11 @@ constexpr double bandDefaultWidth = 0.2;
 constexpr double bandDefaultGain = 0.5;
 constexpr double lowPassOpen = 1.0;
 constexpr double highPassOpen = 0.0;
+
+juce::Rectangle<int> at(juce::Point<int> position)
+{
+    return {position.x, position.y, 0, 0};
+}
 } // namespace
 
 EqControls::EqControls(ControlPage& page, int unit, PluginProcessor& pluginProcessor,
@@ -22,17 +26,16 @@ EqControls::EqControls(ControlPage& page, int unit, PluginProcessor& pluginProce
     , base(eqBase(unit))
     , processor(pluginProcessor)
     , screen(isMaster ? geometry::eq::masterScreen : geometry::eq::screen, unit, images.eqLine, processor)
-    , on(positionOnly(isMaster ? geometry::eq::masterOn : geometry::eq::on), &page, base + eqSlot::on,
-         &images.onOff, processor)
-    , lowPass{{positionOnly(isMaster ? geometry::eq::masterLowPassOn : geometry::eq::lowPassOn), &page,
+    , on(at(isMaster ? geometry::eq::masterOn : geometry::eq::on), &page, base + eqSlot::on, &images.onOff,
+         processor)
+    , lowPass{{at(isMaster ? geometry::eq::masterLowPassOn : geometry::eq::lowPassOn), &page,
                base + eqSlot::lowPassOn, &images.smallOnOff, processor},
-              {positionOnly(isMaster ? geometry::eq::masterLowPassFrequency : geometry::eq::lowPassFrequency),
-               &page, base + eqSlot::lowPassFreq, &images.knobVolume, processor}}
-    , highPass{{positionOnly(isMaster ? geometry::eq::masterHighPassOn : geometry::eq::highPassOn), &page,
+              {at(isMaster ? geometry::eq::masterLowPassFrequency : geometry::eq::lowPassFrequency), &page,
+               base + eqSlot::lowPassFreq, &images.knobVolume, processor}}
+    , highPass{{at(isMaster ? geometry::eq::masterHighPassOn : geometry::eq::highPassOn), &page,
                 base + eqSlot::highPassOn, &images.smallOnOff, processor},
-               {positionOnly(isMaster ? geometry::eq::masterHighPassFrequency
-                                      : geometry::eq::highPassFrequency),
-                &page, base + eqSlot::highPassFreq, &images.knobVolume, processor}}
+               {at(isMaster ? geometry::eq::masterHighPassFrequency : geometry::eq::highPassFrequency), &page,
+                base + eqSlot::highPassFreq, &images.knobVolume, processor}}
     , bands{makeBand(page, images, 0), makeBand(page, images, 1), makeBand(page, images, 2)}
 {
     page.addAndMakeVisible(screen);
@@ -55,7 +58,7 @@ EqControls::EqControls(ControlPage& page, int unit, PluginProcessor& pluginProce
 EqControls::Band EqControls::makeBand(ControlPage& page, const EditorImages& images, int band)
 {
     const auto place = [&](juce::Point<int> inStrip)
-    { return positionOnly(isMaster ? geometry::eq::onMaster(inStrip) : inStrip); };
+    { return at(isMaster ? geometry::eq::onMaster(inStrip) : inStrip); };
     const int first = base + eqSlot::bands + eqSlot::slotsPerBand * band;
     const auto i = static_cast<size_t>(band);
     return {{place(geometry::eq::bandOn(band)), &page, first + eqSlot::bandOn, &images.eqOnOff[i], processor},

@@ -4,7 +4,6 @@
 #include "effects/FxTypes.h"
 #include "ui/FxTypeDefaults.h"
 #include "ui/Geometry.h"
-#include "ui/widgets/WidgetTools.h"
 
 namespace quorel
 {
@@ -36,8 +35,8 @@ void FxPage::buildSlot(int block)
     auto& s = slots[static_cast<size_t>(block)];
     const auto offset = geometry::fx::slotOffset(block);
 
-    s.on = std::make_unique<myOnOff>(positionOnly(geometry::fx::on + offset), this, slot::fxOn + block,
-                                     &images.onOff, processor);
+    s.on = std::make_unique<myOnOff>(at(geometry::fx::on + offset), this, slot::fxOn + block, &images.onOff,
+                                     processor);
     addAndMakeVisible(*s.on);
 
     const auto typePosition = geometry::fx::type + offset;
@@ -55,7 +54,7 @@ void FxPage::buildSlot(int block)
     {
         const int number = static_cast<int>(n);
         const auto* film = mixParameters[n] == slot::fxPan ? &images.knobPan : &images.knobVolume;
-        s.mix[n] = {std::make_unique<myKnob>(positionOnly(geometry::fx::mixKnob(number) + offset), this,
+        s.mix[n] = {std::make_unique<myKnob>(at(geometry::fx::mixKnob(number) + offset), this,
                                              mixParameters[n] + block, film, processor),
                     std::make_unique<myLabelFont>(geometry::fx::mixLabel(number) + offset, mixNames[n],
                                                   &images.labelTextStrip, captionColour)};
@@ -66,7 +65,7 @@ void FxPage::buildSlot(int block)
     for (size_t j = 0; j < s.parameters.size(); ++j)
     {
         const int number = static_cast<int>(j);
-        s.parameters[j] = {std::make_unique<myKnob>(positionOnly(geometry::fx::knob(number) + offset), this,
+        s.parameters[j] = {std::make_unique<myKnob>(at(geometry::fx::knob(number) + offset), this,
                                                     fxParameter(block, number), &images.knobVolume,
                                                     processor),
                            std::make_unique<myLabel>(geometry::fx::label(number) + offset, juce::String())};

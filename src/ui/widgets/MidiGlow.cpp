@@ -20,7 +20,7 @@ MidiGlow::MidiGlow(juce::Component& glowingControl, int parameterNumber, PluginP
     , parameter(parameterNumber)
     , processor(pluginProcessor)
 {
-    if (ParameterTable::isSlot(parameter))
+    if (parameter > 0 && ParameterTable::isSlot(parameter))
         clock->add(*this);
 }
 

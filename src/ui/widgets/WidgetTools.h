@@ -12,12 +12,6 @@ namespace quorel
 /** Component ID of a control that stands for no parameter. */
 inline constexpr int noParameter = 999999;
 
-/** Bounds of a control that takes its size from its image. */
-inline juce::Rectangle<int> positionOnly(juce::Point<int> position)
-{
-    return {position.x, position.y, 0, 0};
-}
-
 /** `bounds`, with a width or height of 0 taken from the image, which has `frames` from top to bottom. */
 inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBitmap* image, int frames)
 {
