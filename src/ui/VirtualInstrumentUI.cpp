@@ -90,12 +90,23 @@ void VirtualInstrumentUI::refresh()
     host.controlsChanged();
 }
 
+void VirtualInstrumentUI::paint(juce::Graphics& g)
+{
+    // The other panels draw theirs.
+    if (panels[eq] != nullptr && panels[eq]->isVisible())
+        images.panelEq.paint(g, {static_cast<float>(geometry::strip::panelX),
+                                 static_cast<float>(geometry::strip::panelY[eq]),
+                                 static_cast<float>(images.panelEq.getWidth()),
+                                 static_cast<float>(images.panelEq.getHeight())});
+}
+
 void VirtualInstrumentUI::showPanel(int panel)
 {
     if (panel >= 0 && panel < numPanels && panels[static_cast<size_t>(panel)] == nullptr)
     {
         auto& made = panels[static_cast<size_t>(panel)];
         made = makePanel(panel);
+        made->setBounds(getLocalBounds());
         addChildComponent(*made);
         made->toBack();
     }

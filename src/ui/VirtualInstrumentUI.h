@@ -32,6 +32,7 @@ public:
     ~VirtualInstrumentUI() override;
 
     void refresh() override;
+    void paint(juce::Graphics& g) override;
     void buttonClicked(juce::Button* button) override;
 
     int getLayer() const noexcept { return layer; }
