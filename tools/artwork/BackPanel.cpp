@@ -40,15 +40,83 @@ void group(juce::Graphics& g, Rect area, const juce::String& title)
     print(g, title, from + 6, area.getY() + 3, style);
 }
 
+/** Two columns of cooling slots. */
 void vents(juce::Graphics& g, Rect area)
 {
-    for (float y = area.getY(); y < area.getBottom(); y += 11)
+    constexpr float gap = 22;
+    constexpr float pitch = 13;
+    const float width = (area.getWidth() - gap) / 2;
+    for (const float x : {area.getX(), area.getRight() - width})
+        for (float y = area.getY(); y + 6 <= area.getBottom(); y += pitch)
+        {
+            const Rect slit(x, y, width, 6);
+            g.setColour(juce::Colours::white.withAlpha(0.6f));
+            g.fillPath(roundedRect(slit.translated(0, 1), 3));
+            fillShaded(g, roundedRect(slit, 3), slit, rgb(0x08080a), rgb(0x38383c));
+        }
+}
+
+void ring(juce::Graphics& g, juce::Point<float> centre, float radius, juce::Colour top, juce::Colour bottom)
+{
+    const auto area = Rect(2 * radius, 2 * radius).withCentre(centre);
+    juce::Path path;
+    path.addEllipse(area);
+    fillShaded(g, path, area, top, bottom);
+}
+
+void printBelow(juce::Graphics& g, const juce::String& text, juce::Point<float> socket, float distance)
+{
+    print(g, text, socket.x, socket.y + distance, {Face::bold, capitals::caption, ink, 0.08f},
+          juce::Justification::horizontallyCentred);
+}
+
+void jack(juce::Graphics& g, juce::Point<float> centre, const juce::String& text)
+{
+    ring(g, centre.translated(0, 1.5f), 18, juce::Colours::black.withAlpha(0.3f),
+         juce::Colours::black.withAlpha(0.1f));
+    juce::Path nut;
+    nut.addPolygon(centre, 6, 18, 0.0f);
+    fillShaded(g, nut, Rect(36, 36).withCentre(centre), rgb(0xf0f0f2), rgb(0x7c7c80));
+    ring(g, centre, 13, rgb(0x88888c), rgb(0xe2e2e4));
+    ring(g, centre, 11.5f, rgb(0x3a3a3d), rgb(0x1c1c1e));
+    ring(g, centre, 7, rgb(0x050506), rgb(0x1a1a1c));
+    printBelow(g, text, centre, 33);
+}
+
+/** A five-pole socket. */
+void midiSocket(juce::Graphics& g, juce::Point<float> centre, const juce::String& text)
+{
+    ring(g, centre.translated(0, 1.5f), 22, juce::Colours::white.withAlpha(0.4f),
+         juce::Colours::white.withAlpha(0.6f));
+    ring(g, centre, 22, rgb(0x88888c), rgb(0xececee));
+    ring(g, centre, 20, rgb(0x161618), rgb(0x2e2e31));
+    for (int pole = -2; pole <= 2; ++pole)
     {
-        const Rect slit(area.getX(), y, area.getWidth(), 5);
-        g.setColour(juce::Colours::white.withAlpha(0.6f));
-        g.fillPath(roundedRect(slit.translated(0, 1), 2.5f));
-        fillShaded(g, roundedRect(slit, 2.5f), slit, rgb(0x0b0b0c), rgb(0x323236));
+        const auto at = centre.getPointOnCircumference(12, static_cast<float>(pole) * 0.785f);
+        ring(g, at, 2.8f, rgb(0x9a9a9e), rgb(0x56565a));
+        ring(g, at, 1.9f, rgb(0x000000), rgb(0x0c0c0d));
     }
+    const Rect key(centre.x - 3, centre.y + 15, 6, 5);
+    g.setColour(rgb(0x060607));
+    g.fillRect(key);
+    printBelow(g, text, centre, 33);
+}
+
+/** The type plate, black with bright print. */
+void plate(juce::Graphics& g, Rect area)
+{
+    g.setColour(juce::Colours::white.withAlpha(0.6f));
+    g.fillPath(roundedRect(area.translated(0, 1), 4));
+    fillShaded(g, roundedRect(area, 4), area, rgb(0x101011), rgb(0x242427));
+    for (const float x : {area.getX() + 9, area.getRight() - 9})
+        screw(g, {x, area.getCentreY()}, 3);
+    drawLogo(g, {area.getX() + 26, area.getY() + 17}, 19, rgb(0xe6e2d8), rgb(0xb0aca2), palette::amberBright);
+    const float textX = area.getX() + 176;
+    print(g, "OSTRAND", textX, area.getY() + 24, {Face::bold, capitals::caption, rgb(0xd8d4ca), 0.2f});
+    print(g, "LAYERING INSTRUMENT", textX, area.getY() + 36,
+          {Face::condensed, capitals::tiny, rgb(0x9c988e), 0.12f});
+    print(g, "FOUR INSTRUMENTS   FOUR EFFECTS   ONE SOUND", area.getX() + 26, area.getY() + 56,
+          {Face::condensed, capitals::tiny, palette::amberBright, 0.14f});
 }
 
 } // namespace
@@ -79,7 +147,15 @@ bool paintBackPanel(const Canvas& canvas)
     group(g, around(b::scale, 50), "WINDOW SIZE");
     group(g, around(b::block(0), 157), "MIDI");
 
-    vents(g, {730, 120, 300, 480});
+    vents(g, {720, 74, 320, 538});
+
+    group(g, {left, 660, width, 90}, "CONNECTIONS");
+    midiSocket(g, {140, 694}, "MIDI IN");
+    jack(g, {270, 694}, "LEFT");
+    jack(g, {350, 694}, "RIGHT");
+    print(g, "OUTPUT", 310, 678, {Face::condensed, capitals::tiny, inkDim, 0.1f},
+          juce::Justification::horizontallyCentred);
+    plate(g, {720, 665, 320, 72});
     return true;
 }
 

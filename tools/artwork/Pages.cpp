@@ -171,7 +171,7 @@ void printFxSlots(juce::Graphics& g)
         const juce::Graphics::ScopedSaveState state(g);
         const auto offset = f::slotOffset(slot).toFloat();
         g.addTransform(juce::AffineTransform::translation(offset.x, offset.y));
-        inset(g, {440, 104.5f, 320, 252}, 5);
+        inset(g, {440, 104.5f, 322, 252}, 5);
         print(g, "FX " + juce::String(slot + 1), 483, 122, {Face::bold, 8, palette::amberBright, 0.08f});
         groove(g, {450, 134}, {750, 134});
         captionFrom(g, "TYPE", static_cast<float>(f::type.x), static_cast<float>(f::type.y) - 5);
@@ -186,7 +186,7 @@ void printFxSlots(juce::Graphics& g)
             g.fillRect(slit.translated(1.5f, 0).withWidth(0.5f));
         }
     }
-    printEq(g, {440, 615.5f, 648, 168}, true);
+    printEq(g, {440, 615.5f, 646, 168}, true);
     print(g, "MASTER", 447, 632, {Face::bold, capitals::caption, palette::amberBright, 0.06f});
     print(g, "EQ", 447, 643, {Face::bold, capitals::caption, palette::amberBright, 0.06f});
 }

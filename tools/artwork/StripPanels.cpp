@@ -75,11 +75,10 @@ void printKeyRange(juce::Graphics& g)
         const auto box = area.toFloat();
         glass(g, {box.getX() - 10, box.getY() - 2, box.getX() > 900 ? 88.0f : 128.0f, 14}, 2);
     }
-    for (const auto& [x, y] : {std::pair{geometry::strip::keyMin, geometry::strip::keyMax},
-                               {geometry::strip::velocityMin, geometry::strip::velocityMax}})
+    for (const auto& [from, to] : {std::pair{s::keyMin, s::keyMax}, {s::velocityMin, s::velocityMax}})
     {
-        tiny(g, "FROM", static_cast<float>(x.x) - 14, static_cast<float>(x.y) + 11, palette::printDim);
-        tiny(g, "TO", static_cast<float>(y.x) + 49, static_cast<float>(y.y) + 11, palette::printDim);
+        tiny(g, "LOW", static_cast<float>(from.x) - 13, static_cast<float>(from.y) + 11, palette::print);
+        tiny(g, "HIGH", static_cast<float>(to.x) + 45, static_cast<float>(to.y) + 11, palette::print);
     }
 }
 
