@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The readable form of presets: what its words come to in the engine, and what
-// its errors say.
+// The readable form of presets: what its words come to in the engine, and what its errors say.
 #include "ParameterWords.h"
 #include "PresetText.h"
 #include "SoundBuilder.h"

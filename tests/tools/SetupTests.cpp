@@ -35,8 +35,7 @@ Outcome setup(juce::StringArray arguments)
     return outcome;
 }
 
-/** Every file below a folder with its contents and the time of its last change.
- */
+/** Every file below a folder with its contents and the time of its last change. */
 std::map<juce::String, std::pair<std::string, juce::int64>> snapshot(const juce::File& folder)
 {
     std::map<juce::String, std::pair<std::string, juce::int64>> files;
@@ -159,8 +158,7 @@ TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
     folder.write("source/presets/02 Pads/notes.txt", "no preset");
     folder.write("my sounds/02 Pads/Same Name.qrl", "the user's own");
     folder.write("my sounds/Mine/Mine.qrl", "mine");
-    // The rest of the source is missing, so the run as a whole fails; the presets
-    // are installed all the same.
+    // The rest of the source is missing, so the run as a whole fails; the presets are installed all the same.
     juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
                                 folder.child("source").getFullPathName()};
     const auto text = [&banks](const char* path) { return banks.getChildFile(path).loadFileAsString(); };

@@ -18,9 +18,8 @@ int run(int argc, char** argv)
     using namespace quorel;
 
     std::string distribution, source, output;
-    CLI::App app("Builds presets from texts: SOURCE/<folder>/<name>.txt into "
-                 "OUTPUT/<folder>/<name>.qrl. The user's own "
-                 "settings and files stay out of it.",
+    CLI::App app("Builds presets from texts: SOURCE/<folder>/<name>.txt into OUTPUT/<folder>/<name>.qrl. "
+                 "The user's own settings and files stay out of it.",
                  "quorel-bank");
     app.add_option("--from", distribution,
                    "Where the folders Ostrand and Banks of the starter instruments lie")
@@ -48,8 +47,7 @@ int run(int argc, char** argv)
     const auto file = [&here](const std::string& path)
     { return here.getChildFile(juce::String::fromUTF8(path.c_str())); };
     const QuietLogger quietLogger;
-    // Before JUCE's first thread: the builder takes other places for the user's
-    // own.
+    // Before JUCE's first thread: the builder takes other places for the user's own.
     const BankBuilder builder(file(distribution));
     const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     const auto report = [](const juce::String& error) { std::cerr << error << std::endl; };

@@ -90,8 +90,7 @@ std::optional<std::pair<int, int>> rangeOf(const juce::String& text,
 {
     if (const auto both = read(text.trim()))
         return std::pair{*both, *both};
-    // A minus sign may belong to an octave: the range's own dash has blanks
-    // around it.
+    // A minus sign may belong to an octave: the range's own dash has blanks around it.
     const auto low = read(text.upToFirstOccurrenceOf(" - ", false, false).trim());
     const auto high = read(text.fromFirstOccurrenceOf(" - ", false, false).trim());
     if (!low || !high || *low > *high)

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The readable form of a preset: sections of "Key: Value" lines. What they mean
-// is the SoundBuilder's.
+// The readable form of a preset: sections of "Key: Value" lines. What they mean is the SoundBuilder's.
 #pragma once
 
 #include <juce_core/juce_core.h>
@@ -40,12 +39,11 @@ struct TextSection
     std::vector<TextLine> lines;
 };
 
-/** Reads a text: "[Section]", "Key: Value", comments that start with "#", blank
-   lines. No section comes twice. Throws a TextError. */
+/** Reads a text: "[Section]", "Key: Value", comments that start with "#", blank lines. No section comes
+    twice. Throws a TextError. */
 std::vector<TextSection> parsePresetText(const juce::String& text);
 
-/** Reads a file of at most 64 KiB of UTF-8. Throws a TextError, with line 0 for
- * the file as a whole. */
+/** Reads a file of at most 64 KiB of UTF-8. Throws a TextError, with line 0 for the file as a whole. */
 std::vector<TextSection> readPresetText(const juce::File& file);
 
 } // namespace quorel

@@ -79,8 +79,8 @@ std::optional<float> channelValue(const juce::String& text)
     return static_cast<float>(*number / 16.0);
 }
 
-/** Sixteen steps, "x" for open and "-" for shut, as the Kappel keeps them: the
- * first step in the lowest bit. */
+/** Sixteen steps, "x" for open and "-" for shut, as the Kappel keeps them: the first step in the lowest bit.
+ */
 std::optional<float> stepPattern(const juce::String& text)
 {
     const auto steps = text.removeCharacters(" ");
@@ -185,8 +185,7 @@ void SoundBuilder::loadInstruments(const std::vector<Section>& text)
 
 void SoundBuilder::chooseSounds(int layer, const Section& section)
 {
-    // In this order, whatever the text's: a program replaces all parameters, and
-    // a mapping reads one.
+    // In this order, whatever the text's: a program replaces all parameters, and a mapping reads one.
     for (const auto& line : section.lines)
     {
         if (!is(line, "Program"))
@@ -456,8 +455,7 @@ void SoundBuilder::setEffect(int block, const Section& section)
         set(index, isLowPass ? 1.0f : restingValue([&](float v) { return shownAt(index, v); }));
     }
 
-    // A length or speed reads as notes where the block is synced, and AutoPan
-    // takes its amount for that.
+    // A length or speed reads as notes where the block is synced, and AutoPan takes its amount for that.
     const auto decides = [](const TextLine& line) { return is(line, "Sync") || is(line, "Amount"); };
     for (const bool deciding : {true, false})
         for (std::size_t i = 1; i < section.lines.size(); ++i)
@@ -542,8 +540,7 @@ void SoundBuilder::setKnob(int target, const TextLine& line)
                                                   : 0;
     const auto depth = parts.size() == 2 ? centredValue(parts[1]) : std::nullopt;
     if (layer < 0 || n == 0 || !depth)
-        fail(line, line.key + " takes a target and a depth, such as Layer 1 "
-                              "Volume, -40 % or Layer 2 Easy 3, +50 %");
+        fail(line, line.key + " takes a target and a depth, such as Layer 2 Easy 3, +50 %");
     if (!processor.getLayer(layer).hasInstance())
         fail(line, "layer " + juce::String(layer + 1) + " has no instrument");
 

@@ -8,16 +8,14 @@
 namespace quorel
 {
 
-/** Brings a processor to the sound that a text describes. The processor is new,
-   prepared, and used for nothing else; its message loop and blocks run
-   meanwhile. Message thread. */
+/** Brings a processor to the sound that a text describes. The processor is new, prepared, and used for
+    nothing else; its message loop and blocks run meanwhile. Message thread. */
 class SoundBuilder
 {
 public:
     explicit SoundBuilder(PluginProcessor& processor);
 
-    /** Throws a TextError for what the text says wrong, or names that isn't
-     * there. */
+    /** Throws a TextError for what the text says wrong, or names that isn't there. */
     void build(const std::vector<TextSection>& text);
 
 private:
@@ -49,8 +47,7 @@ private:
 
     void setShowing(int index, const juce::String& wanted, const TextLine& line);
     juce::String shownAt(int index, float value);
-    /** Blocks and message loop for long enough that what was sent has arrived and
-     * was answered. */
+    /** Blocks and message loop for long enough that what was sent has arrived and was answered. */
     void settle();
 
     PluginProcessor& processor;

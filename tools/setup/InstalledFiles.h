@@ -6,9 +6,8 @@
 namespace quorel
 {
 
-/** Copies files into place and remembers what they held, so that a later run
-   can tell a file of ours from one that the user changed. The memory is a file
-   of its own that is written by `save`. */
+/** Copies files into place and remembers what they held, so that a later run can tell a file of ours
+    from one that the user changed. The memory is a file of its own that is written by `save`. */
 class InstalledFiles
 {
 public:
@@ -29,9 +28,8 @@ public:
         failed
     };
 
-    /** Brings `target` to what `source` holds, replaced as a whole, unless the
-       user changed or removed it. With `restoreRemoved` a removed file comes
-       back. */
+    /** Brings `target` to what `source` holds, replaced as a whole, unless the user changed or removed
+        it. With `restoreRemoved` a removed file comes back. */
     Result install(const juce::File& source, const juce::File& target, bool restoreRemoved);
 
     /** False where the memory can't be written. */

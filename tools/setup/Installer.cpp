@@ -91,8 +91,7 @@ std::vector<Installer::Setting> Installer::ownSettings() const
             own(pathSetting::help, data.getChildFile("Help")),
             own(pathSetting::ecs, data.getChildFile("ECS")),
             own(pathSetting::pluginList, places.settingsFolder.getChildFile("PluginList.xml")),
-            // Paths of the plug-in folder are cut at the maker's name, so the
-            // folder has to bear it.
+            // Paths of the plug-in folder are cut at the maker's name, so the folder has to bear it.
             own(pathSetting::pluginFolder, data.getChildFile("Plugins").getChildFile("Ostrand"))};
 }
 

@@ -10,20 +10,17 @@
 namespace quorel
 {
 
-/** Sets a user up to play: settings, folders, starter instruments, their banks
-   and the factory presets. Running it again completes what is missing and
-   leaves alone what the user changed. */
+/** Sets a user up to play: settings, folders, starter instruments, their banks and the factory presets.
+    Running it again completes what is missing and leaves alone what the user changed. */
 class Installer
 {
 public:
-    /** `source` holds the instruments in "Ostrand", their banks in "Banks" and
-     * the factory presets in "presets".
-     */
+    /** `source` holds the instruments in "Ostrand", their banks in "Banks" and the factory presets in
+        "presets". */
     Installer(UserStore& store, const UserPlaces& places, const juce::File& source);
 
-    /** Does everything and says so on the standard output; errors go to the
-       standard error stream, a line each. False where anything failed; the rest
-       is done all the same. */
+    /** Does everything and says so on the standard output; errors go to the standard error stream, a
+        line each. False where anything failed; the rest is done all the same. */
     bool run(bool restoreRemoved);
 
     /** Every setting and its value, for the standard output. */
@@ -43,8 +40,7 @@ private:
     void writeSetting(const Setting& setting);
     void createFolders();
     void installInstruments(bool restoreRemoved);
-    /** Without a list the next start looks for instruments again, and finds the
-     * new ones. */
+    /** Without a list the next start looks for instruments again, and finds the new ones. */
     void forgetPluginList();
     void installBanks(const juce::String& instrument, bool restoreRemoved, Counts& counts);
     void installPresets(bool restoreRemoved);

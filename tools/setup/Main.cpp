@@ -19,18 +19,16 @@ int run(int argc, char** argv)
     bool show = false;
     bool restoreRemoved = false;
 
-    CLI::App app("Writes the per-user settings of Quorel, creates its folders and "
-                 "installs the starter instruments and the "
-                 "factory presets. "
-                 "Settings that have a value and files that you changed stay as they are.",
-                 "quorel-setup");
-    app.add_option("--prefix", prefix,
-                   "Set up in DIR/config and DIR/data; start programs with "
-                   "XDG_CONFIG_HOME and XDG_DATA_HOME there")
+    CLI::App app(
+        "Writes the per-user settings of Quorel, creates its folders and installs the starter instruments "
+        "and the factory presets. Settings that have a value and files that you changed stay as they are.",
+        "quorel-setup");
+    app.add_option(
+           "--prefix", prefix,
+           "Set up in DIR/config and DIR/data; start programs with XDG_CONFIG_HOME and XDG_DATA_HOME there")
         ->type_name("DIR");
     app.add_option("--from", source,
-                   "Where the folders Ostrand, Banks and presets lie (default: "
-                   "beside this program)")
+                   "Where the folders Ostrand, Banks and presets lie (default: beside this program)")
         ->check(CLI::ExistingDirectory)
         ->type_name("DIR");
     app.add_flag("--show", show, "Print all settings and change nothing");

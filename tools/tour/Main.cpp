@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// quorel-tour: plays one preset after the other, as a player would choose them,
-// into one sound file.
+// quorel-tour: plays one preset after the other, as a player would choose them, into one sound file.
 #include "OfflineRender.h"
 #include "SoundSetup.h"
 #include "TourScore.h"
@@ -82,9 +81,7 @@ juce::Result play(const std::vector<TourStation>& stations, const juce::File& pr
 int run(int argc, char** argv)
 {
     std::string score, output, prefix;
-    CLI::App app("Plays a tour through presets: a score names them and what is "
-                 "played on each.",
-                 toolName);
+    CLI::App app("Plays a tour through presets: a score names them and what is played on each.", toolName);
     app.add_option("score", score, "Text with a section for each preset")
         ->required()
         ->check(CLI::ExistingFile);

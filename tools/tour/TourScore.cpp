@@ -28,8 +28,7 @@ double numberAtLeast(const juce::String& text, double least, const TextLine& lin
     return *number;
 }
 
-/** A controller's way from one value to another, in steps that can't be heard.
- */
+/** A controller's way from one value to another, in steps that can't be heard. */
 void addRamp(juce::MidiMessageSequence& events, int controller, double fromBeat, double toBeat, int from,
              int to)
 {

@@ -9,8 +9,7 @@
 namespace quorel
 {
 
-/** Controllers that the score moves: the four multi-controls from this one on,
- * then the master's fade. */
+/** Controllers that the score moves: the four multi-controls from this one on, then the master's fade. */
 constexpr int firstTourController = 20;
 constexpr int fadeController = firstTourController + 4;
 
@@ -23,8 +22,7 @@ struct TourStation
     double lastBeat = 0.0;
     double tailSeconds = 0.0;
 
-    /** The phrase, its tail, and a fade at its end from the master volume that
-     * the preset has, 0 to 1. */
+    /** The phrase, its tail, and a fade at its end from the master volume that the preset has, 0 to 1. */
     MidiSong song(float masterVolume) const;
 };
 
