@@ -20,7 +20,9 @@ function finish(   place) {
         place = 16 * field["family_index"] + field["per_family_instance_index"]
         lastPlace = place > lastPlace ? place : lastPlace
         name[place] = field["run_name"]
-        time[place] = field["cpu_time"] * (field["time_unit"] == "ns" ? 0.001 : field["time_unit"] == "ms" ? 1000 : 1)
+        scale = field["time_unit"] == "ns" ? 0.001 : field["time_unit"] == "ms" ? 1000 : 1
+        wall[place] = field["real_time"] * scale
+        time[place] = field["cpu_time"] * scale
         ns[place] = field["ns"]
         percent[place] = field["percent"]
         ratio[place] = field["ratio"]
@@ -42,6 +44,9 @@ function addRow(i,   group, last) {
         hosting = hosting sprintf("| %s | %s | %s |\n", last, digits(ns[i]), digits(ratio[i]))
     else if (name[i] == "readAll")
         calls = calls sprintf("| `getParameter` | %s |\n", digits(ns[i] / 1000))
+    else if (group in preset)
+        presets = presets sprintf("| %s, %s | %s | %s |\n", preset[group], last, digits(time[i] / 1000),
+                                  digits(wall[i] / 1000))
     else if (group in call)
         calls = calls sprintf("| %s, %s | %s |\n", call[group], last, digits(time[i]))
     else if (last ~ /^(middle|full|silence|four slots)$/ && group != "EQ") {
@@ -59,7 +64,15 @@ BEGIN {
     call["write"] = "`setParameter`"
     call["saveState"] = "`getStateInformation`"
     call["restoreState"] = "`setStateInformation`"
+    call["moveMultiFader"] = "`setParameter`, multi fader"
     call["create"] = "creation of a processor"
+    preset["buildIndex"] = "index of all presets"
+    preset["searchText"] = "text search"
+    preset["filterCategories"] = "category filter"
+    preset["refreshLists"] = "list and menu of a folder"
+    preset["savePreset"] = "save of a preset"
+    preset["loadPreset"] = "load of a preset without its fades"
+    preset["allTexts"] = "texts of all 1507 parameters"
 }
 /^    {/ { finish() }
 /^      "/ {
@@ -85,6 +98,9 @@ END {
     print "### Calls outside the block\n"
     print "| call | µs |\n|---|--:|"
     print calls
+    print "### Presets\n"
+    print "| work | ms of the processor | ms in all |\n|---|--:|--:|"
+    print presets
     print "### Effects at 48 kHz, ns a sample\n"
     print "| effect | middle | full | silence | four slots |\n|---|--:|--:|--:|--:|"
     for (i = 1; i <= numEffects; ++i)
