@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/BackScreenView.h"
+
+#include "presets/EcsFiles.h"
+#include "presets/PlatformSeam.h"
+#include "ui/EditorScale.h"
+#include "ui/Geometry.h"
+#include "ui/PopupMenus.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int timerMilliseconds = 50;
+constexpr float labelFontHeight = 13.0f;
+constexpr const char* productText = "Ostrand QUOREL   ";
+constexpr const char* versionNumber = "1.0.2";
+} // namespace
+
+BackScreenView::Caption::Caption(juce::Rectangle<int> bounds, const juce::String& text,
+                                 juce::Button& captioned)
+    : juce::Label({}, text)
+    , button(captioned)
+{
+    setBounds(bounds);
+    // The control speaks for both.
+    setAccessible(false);
+}
+
+void BackScreenView::Caption::mouseDown(const juce::MouseEvent& event)
+{
+    if (event.mods.isLeftButtonDown())
+        button.triggerClick();
+}
+
+BackScreenView::BackScreenView(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                               const EditorImages& editorImages)
+    : ControlPage(pluginProcessor, editorHost, editorImages)
+    , ecsButton(at(geometry::back::ecsMenu), this, &images.onOff, processor)
+    , rescanButton(at(geometry::back::rescan), this, &images.onOff, processor)
+    , folderButton(at(geometry::back::folder), this, &images.onOff, processor)
+    , scaleButton(at(geometry::back::scale), this, &images.onOff, processor)
+{
+    setName("Back Panel View");
+    setSize(images.back.getWidth(), images.back.getHeight());
+
+    toFront.setBounds(geometry::back::toFront);
+    toFront.setComponentID("999999");
+    toFront.setTitle("Back to the front");
+    toFront.setMouseClickGrabsKeyboardFocus(false);
+    toFront.addListener(this);
+    addAndMakeVisible(toFront);
+
+    setUpLabel(version, geometry::back::version, "Version", juce::Colours::black);
+    version.setText(productText + versionText() + " " + versionNumber, juce::dontSendNotification);
+    setUpLabel(scanStatus, geometry::back::rescanStatus, "Scan status", juce::Colours::black);
+    setUpLabel(folderPath, geometry::back::folderPath, "Plug-in folder", juce::Colours::grey);
+    folderPath.setColour(juce::Label::backgroundColourId, juce::Colours::black);
+
+    addWithCaption(ecsButton, geometry::back::ecsLabel, "ECS Menu");
+    addWithCaption(rescanButton, geometry::back::rescanLabel, "Re-scan Plug-Ins");
+    addWithCaption(folderButton, geometry::back::folderLabel, "Set VST Plug-Ins Folder");
+    addWithCaption(scaleButton, geometry::back::scaleLabel, "Window Size");
+
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        auto& block = blocks[static_cast<size_t>(layer)];
+        block = std::make_unique<myOnOff>(at(geometry::back::block(layer)), this,
+                                          slot::freeControllerBlock + layer, &images.onOff, processor);
+        addWithCaption(*block, geometry::back::blockLabel(layer),
+                       "Block free midi controllers layer " + juce::String(layer + 1));
+    }
+}
+
+BackScreenView::~BackScreenView()
+{
+    stopTimer();
+}
+
+void BackScreenView::setUpLabel(juce::Label& label, juce::Rectangle<int> bounds, const juce::String& title,
+                                juce::Colour textColour)
+{
+    label.setBounds(bounds);
+    label.setTitle(title);
+    label.setFont(juce::Font(labelFontHeight));
+    label.setBorderSize({});
+    label.setColour(juce::Label::textColourId, textColour);
+    label.setColour(juce::Label::backgroundColourId, juce::Colours::transparentBlack);
+    label.setInterceptsMouseClicks(false, false);
+    addAndMakeVisible(label);
+}
+
+void BackScreenView::addWithCaption(juce::Button& button, juce::Rectangle<int> captionBounds,
+                                    const juce::String& text)
+{
+    button.setTitle(text);
+    addAndMakeVisible(button);
+    captions.push_back(std::make_unique<Caption>(captionBounds, text, button));
+    setUpLabel(*captions.back(), captionBounds, text, juce::Colours::black);
+    captions.back()->setInterceptsMouseClicks(true, false);
+}
+
+void BackScreenView::refresh()
+{
+    for (auto& block : blocks)
+        showToggle(*block);
+
+    showPluginFolder();
+    scaleButton.setDescription(juce::String(host.getScalePercent()) + " %");
+    startTimer(timerMilliseconds);
+    repaint();
+}
+
+void BackScreenView::showPluginFolder()
+{
+    // Read afresh: an installer may have written it in the meantime.
+    folderPath.setText(processor.userStore().read(pathSetting::key, pathSetting::pluginFolder),
+                       juce::dontSendNotification);
+}
+
+void BackScreenView::timerCallback()
+{
+    if (!isShowing())
+    {
+        stopTimer();
+        return;
+    }
+
+    if (scanRequested)
+    {
+        scanRequested = false;
+
+        // The scan holds the message thread: what the status says must be on the screen before.
+        if (auto* peer = getPeer())
+            peer->performAnyPendingRepaintsNow();
+
+        processor.scanPlugins(true);
+        refresh();
+    }
+
+    if (scanStatus.getText() != processor.getScanStatus())
+        scanStatus.setText(processor.getScanStatus(), juce::dontSendNotification);
+}
+
+void BackScreenView::chooseFolder()
+{
+    const juce::Component::SafePointer<BackScreenView> self(this);
+    const auto folder = processor.userInteraction().chooseFolder("Please select new VST folder",
+                                                                 processor.getPaths().pluginFolder);
+
+    // The editor may be gone when the chooser is answered.
+    if (self == nullptr || folder == juce::File())
+        return;
+
+    processor.changePluginFolder(folder);
+    refresh();
+}
+
+void BackScreenView::showEcsMenu()
+{
+    const juce::Component::SafePointer<BackScreenView> self(this);
+    popupMenuOf(ecsMenu(processor))
+        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(ecsButton),
+                       [self](int chosen)
+                       {
+                           if (self != nullptr && chosen > 0)
+                               chooseEcs(self->processor, chosen);
+                       });
+}
+
+void BackScreenView::showScaleMenu()
+{
+    const juce::Component::SafePointer<BackScreenView> self(this);
+    MenuEntries scales;
+
+    for (const int percent : editorScales)
+        scales.push_back(
+            MenuEntry::command(percent, juce::String(percent) + " %", percent == host.getScalePercent()));
+
+    popupMenuOf(scales).showMenuAsync(juce::PopupMenu::Options().withTargetComponent(scaleButton),
+                                      [self](int chosen)
+                                      {
+                                          if (self == nullptr || chosen <= 0)
+                                              return;
+
+                                          self->host.setScalePercent(chosen);
+
+                                          if (self != nullptr)
+                                              self->refresh();
+                                      });
+}
+
+void BackScreenView::buttonClicked(juce::Button* button)
+{
+    if (button == &toFront)
+    {
+        host.fullRefresh();
+    }
+    else if (button == &ecsButton)
+    {
+        showEcsMenu();
+    }
+    else if (button == &rescanButton)
+    {
+        scanStatus.setText("Scanning plug-ins", juce::dontSendNotification);
+        refresh();
+        scanRequested = true;
+    }
+    else if (button == &folderButton)
+    {
+        chooseFolder();
+    }
+    else if (button == &scaleButton)
+    {
+        showScaleMenu();
+    }
+    else
+    {
+        ControlPage::buttonClicked(button);
+    }
+}
+
+} // namespace quorel

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MultiControlPage.h"
+
+#include "engine/HoldSwitches.h"
+#include "engine/MultiControlMenu.h"
+#include "ui/Geometry.h"
+#include "ui/PopupMenus.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int numBigFaderFrames = 142;
+constexpr double faderDefault = 0.0;
+constexpr double knobCentre = 0.5;
+constexpr int rowsPerColumn = numMultiTargets / numMultiFaders;
+constexpr int nameCharacters = slot::multiNameLength - 2;
+constexpr const char* nameLabel = "multiLabel";
+constexpr const char* targetButtonName = "multimenubutton";
+const juce::Colour targetText{0xff969696};
+const juce::Colour targetGround{0xff111112};
+
+/** "1/3": as the parameters of the knobs are called. */
+juce::String knobNumber(int t)
+{
+    return juce::String(t / rowsPerColumn + 1) + "/" + juce::String(t % rowsPerColumn + 1);
+}
+
+/** A name's editor takes no more than is kept. */
+class NameLabel : public myLabelEdit
+{
+public:
+    using myLabelEdit::myLabelEdit;
+
+private:
+    juce::TextEditor* createEditorComponent() override
+    {
+        auto* typed = myLabelEdit::createEditorComponent();
+        typed->setInputRestrictions(nameCharacters);
+        return typed;
+    }
+};
+} // namespace
+
+//==============================================================================================================
+
+MultiControlPage::TargetButton::TargetButton(const juce::String& name, const CBitmap& frameImage)
+    : juce::DrawableButton(name, juce::DrawableButton::ImageStretched)
+    , frame(frameImage)
+{
+}
+
+void MultiControlPage::TargetButton::paintButton(juce::Graphics& g, bool, bool)
+{
+    frame.paint(g, getLocalBounds().toFloat());
+}
+
+MultiControlPage::HoldSwitch::HoldSwitch(juce::Rectangle<int> bounds, MultiControlPage& page, int t,
+                                         juce::Component& heldKnob)
+    : myOnOff(bounds, &page, slot::multiHold + t, &page.images.holdOnOff, page.processor)
+    , knob(heldKnob)
+{
+}
+
+void MultiControlPage::HoldSwitch::buttonStateChanged()
+{
+    myOnOff::buttonStateChanged();
+    knob.setEnabled(!getToggleState());
+}
+
+//==============================================================================================================
+
+MultiControlPage::MultiControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,
+                                   const EditorImages& editorImages)
+    : ControlPage(pluginProcessor, editorHost, editorImages)
+{
+    setSize(geometry::width, geometry::height);
+
+    for (int column = 0; column < numMultiFaders; ++column)
+    {
+        addColumn(column);
+
+        for (int row = 0; row < rowsPerColumn; ++row)
+            addTarget(column, row);
+    }
+}
+
+void MultiControlPage::addColumn(int column)
+{
+    auto& fader = faders[static_cast<size_t>(column)];
+    fader = std::make_unique<mySlider2>(at(geometry::multi::fader(column)), this, slot::multiFader + column,
+                                        &images.bigFader, numBigFaderFrames, processor);
+    fader->setDoubleClickReturnValue(true, faderDefault);
+    addAndMakeVisible(*fader);
+
+    auto& name = names[static_cast<size_t>(column)];
+    name = std::make_unique<NameLabel>(geometry::multi::name(column), nameLabel, juce::String());
+    name->setComponentID(juce::String(column));
+    name->setTitle("Name of multi fader " + juce::String(column + 1));
+    name->addListener(this);
+    addAndMakeVisible(*name);
+}
+
+void MultiControlPage::addTarget(int column, int row)
+{
+    const int t = rowsPerColumn * column + row;
+    const auto box = geometry::multi::target(column, row);
+    const auto title = "Multi knob " + knobNumber(t);
+    auto& target = targets[static_cast<size_t>(t)];
+
+    target.knob = std::make_unique<myKnob>(at(geometry::multi::knob(column, row)), this, slot::multiKnob + t,
+                                           &images.knobPan, processor);
+    target.knob->setDoubleClickReturnValue(true, knobCentre);
+    target.hold =
+        std::make_unique<HoldSwitch>(at(geometry::multi::hold(column, row)), *this, t, *target.knob);
+    target.hold->setTitle(title + " hold");
+
+    target.button = std::make_unique<TargetButton>(targetButtonName + juce::String(t), images.multiTarget);
+    target.button->setBounds(box);
+    target.button->setComponentID("999999");
+    target.button->setTitle(title + " target");
+    target.button->setTriggeredOnMouseDown(true);
+    target.button->setMouseClickGrabsKeyboardFocus(false);
+    target.button->addListener(this);
+
+    const auto line = box.withHeight(geometry::multi::targetLineHeight);
+    target.layerLine = std::make_unique<myLabel2>(line, title + " layer and target", juce::String(),
+                                                  targetText, targetGround);
+    target.nameLine =
+        std::make_unique<myLabel2>(line.translated(0, geometry::multi::targetLineStep),
+                                   title + " hosted parameter", juce::String(), targetText, targetGround);
+
+    for (juce::Component* shown :
+         {static_cast<juce::Component*>(target.knob.get()), static_cast<juce::Component*>(target.hold.get()),
+          static_cast<juce::Component*>(target.button.get()),
+          static_cast<juce::Component*>(target.layerLine.get()),
+          static_cast<juce::Component*>(target.nameLine.get())})
+        addAndMakeVisible(shown);
+
+    // The lines lie over the button.
+    target.layerLine->setInterceptsMouseClicks(false, false);
+    target.nameLine->setInterceptsMouseClicks(false, false);
+}
+
+void MultiControlPage::refresh()
+{
+    for (int column = 0; column < numMultiFaders; ++column)
+    {
+        showSlider(*faders[static_cast<size_t>(column)]);
+        auto& name = *names[static_cast<size_t>(column)];
+
+        // What is being typed stays.
+        if (!name.isBeingEdited())
+            name.setText(multiControlName(processor, column), juce::dontSendNotification);
+    }
+
+    for (int t = 0; t < numMultiTargets; ++t)
+        showTarget(t);
+}
+
+void MultiControlPage::showTarget(int t)
+{
+    auto& target = targets[static_cast<size_t>(t)];
+    const auto text = multiTargetText(processor, t);
+    showSlider(*target.knob);
+    showToggle(*target.hold);
+    target.layerLine->setText(text.layerLine, juce::dontSendNotification);
+    target.nameLine->setText(text.nameLine, juce::dontSendNotification);
+    target.button->setDescription(text.layerLine + " " + text.nameLine);
+}
+
+void MultiControlPage::showTargetMenu(int t)
+{
+    const juce::Component::SafePointer<MultiControlPage> self(this);
+    popupMenuOf(multiTargetMenu(processor, t))
+        .showMenuAsync(
+            juce::PopupMenu::Options().withTargetComponent(targets[static_cast<size_t>(t)].button.get()),
+            [self, t](int chosen)
+            {
+                auto* page = self.getComponent();
+
+                if (page == nullptr || chosen <= 0)
+                    return;
+
+                chooseMultiTarget(page->processor, t, chosen);
+                page->host.fullRefresh();
+            });
+}
+
+void MultiControlPage::buttonClicked(juce::Button* button)
+{
+    if (button->getName().startsWith(targetButtonName))
+    {
+        showTargetMenu(button->getName().getTrailingIntValue());
+        return;
+    }
+
+    const int t = parameterOf(*button) - slot::multiHold;
+    setHold(processor, t, button->getToggleState());
+    showTarget(t);
+}
+
+void MultiControlPage::labelTextChanged(juce::Label* label)
+{
+    const int column = label->getComponentID().getIntValue();
+    setMultiControlName(processor, column, label->getText());
+    label->setText(multiControlName(processor, column), juce::dontSendNotification);
+}
+
+} // namespace quorel
