@@ -293,7 +293,7 @@ void PluginProcessor::scanPlugins(bool showProgress)
 
 void PluginProcessor::changePluginFolder(const juce::File& folder)
 {
-    const auto path = cutAtOstrand(folder.getFullPathName());
+    const auto path = juce::File::addTrailingSeparator(cutAtOstrand(folder.getFullPathName()));
 
     if (!writePluginFolder(*store, path))
         user.alert("Error", "The plug-in folder could not be stored: " + path);
