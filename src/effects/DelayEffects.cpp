@@ -6,6 +6,7 @@
 #include "effects/FxSlot.h"
 #include "effects/Lfo.h"
 #include "effects/SyncTables.h"
+#include "effects/TapeRun.h"
 
 namespace quorel
 {
@@ -63,6 +64,32 @@ float advanceModulation(DelayFields& f, const float* sineUnipolar)
 {
     f.modPhase = lfoAdvance(f.modPhase, f.modRate);
     return f.modDepth * 0.125f * sineUnipolar[f.modPhase >> 8] + 1.0f;
+}
+
+template <bool plain>
+void runTapeDelay(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft, float* wetRight,
+                  int num)
+{
+    const bool runs = slot.tape.guard == 0;
+    Pair speed = tape.speed();
+
+    for (int t = 0; t < num; ++t)
+    {
+        const std::uint32_t sampleCount = slot.sampleCount + 1 + static_cast<std::uint32_t>(t);
+
+        if ((sampleCount & 15) == 0)
+        {
+            const float mod = advanceModulation(slot, slot.sineUnipolar);
+            tapeSetLengths(slot.tape, slot.tapeParamL, slot.tapeParamR, 0.0f, slot.tapeWiden, mod);
+            speed = tape.speed();
+        }
+
+        const Quad out = runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, speed) : Quad{};
+        wetLeft[t] = out[0];
+        wetRight[t] = out[1];
+    }
+
+    tape.store();
 }
 } // namespace
 
@@ -197,19 +224,10 @@ void stereoTapeDelayUpdate(FxSlot& slot)
 
 void tapeDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    for (int t = 0; t < num; ++t)
-    {
-        const std::uint32_t sampleCount = slot.sampleCount + 1 + static_cast<std::uint32_t>(t);
-
-        if ((sampleCount & 15) == 0)
-        {
-            const float mod = advanceModulation(slot, slot.sineUnipolar);
-            tapeSetLengths(slot.tape, slot.tapeParamL, slot.tapeParamR, 0.0f, slot.tapeWiden, mod);
-        }
-
-        wetLeft[t] = wetRight[t] = 0.0f;
-        if (slot.tape.guard == 0)
-            tapeProcess(slot.tape, x[t], y[t], wetLeft[t], wetRight[t]);
-    }
+    const TapeRun tape(slot.tape);
+    if (tape.isPlain())
+        runTapeDelay<true>(slot, tape, x, y, wetLeft, wetRight, num);
+    else
+        runTapeDelay<false>(slot, tape, x, y, wetLeft, wetRight, num);
 }
 } // namespace quorel

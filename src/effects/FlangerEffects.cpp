@@ -6,6 +6,7 @@
 #include "effects/FxSlot.h"
 #include "effects/Lfo.h"
 #include "effects/ModLine.h"
+#include "effects/TapeRun.h"
 
 namespace quorel
 {
@@ -27,6 +28,35 @@ void panFlanger(FlangerFields& f, const float* sineBipolar, std::uint32_t sample
     const float q = sineBipolar[f.flangePhase >> 8] * f.flangePanDepth + 0.5f;
     f.flangeGainL = clampUnit(2.0f - 2.0f * q);
     f.flangeGainR = clampUnit(2.0f * q);
+}
+
+template <bool plain>
+void runTapeFlanger(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
+{
+    FlangerFields f = slot;
+    ToneRun tone(slot);
+    const bool runs = slot.tape.guard == 0;
+    std::uint32_t count = slot.sampleCount;
+    float distance = 0.0f;
+
+    for (int t = 0; t < num; ++t)
+    {
+        ++count;
+        distance = flangerDistance(f, slot.sineUnipolar);
+        const Quad read =
+            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::speedFor(distance, distance))
+                 : Quad{};
+        panFlanger(f, slot.sineBipolar, count);
+        const Quad out = tone.tick(read);
+        wetLeft[t] = heldForLine(out[0] * f.flangeGainL);
+        wetRight[t] = heldForLine(out[1] * f.flangeGainR);
+    }
+
+    static_cast<FlangerFields&>(slot) = f;
+    tone.store();
+    tape.store();
+    tapeSetDistances(slot.tape, distance, distance);
 }
 } // namespace
 
@@ -78,28 +108,10 @@ void tapeFlangerUpdate(FxSlot& slot)
 void tapeFlangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
                         int num)
 {
-    FlangerFields f = slot;
-    ToneFilter tone = slot;
-    std::uint32_t count = slot.sampleCount;
-
-    for (int t = 0; t < num; ++t)
-    {
-        ++count;
-        const float d = flangerDistance(f, slot.sineUnipolar);
-        float l = 0.0f, r = 0.0f;
-        tapeSetDistances(slot.tape, d, d);
-
-        if (slot.tape.guard == 0)
-            tapeProcess(slot.tape, x[t], y[t], l, r);
-
-        panFlanger(f, slot.sineBipolar, count);
-        toneLowPass(tone, l, r);
-        toneHighPass(tone, l, r);
-        wetLeft[t] = heldForLine(l * f.flangeGainL);
-        wetRight[t] = heldForLine(r * f.flangeGainR);
-    }
-
-    static_cast<FlangerFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    const TapeRun tape(slot.tape);
+    if (tape.isPlain())
+        runTapeFlanger<true>(slot, tape, x, y, wetLeft, wetRight, num);
+    else
+        runTapeFlanger<false>(slot, tape, x, y, wetLeft, wetRight, num);
 }
 } // namespace quorel

@@ -4,16 +4,13 @@
 #include "effects/DelayLine.h"
 #include "effects/EffectMath.h"
 #include "effects/SyncTables.h"
+#include "effects/TapeRun.h"
 
 namespace quorel
 {
 namespace
 {
 constexpr double headDistance = 100.0;
-
-// Positions lose precision as they grow, until a slow tape would stand still; winding them back costs nothing
-// in sound.
-constexpr double rewindDistance = 1073741824.0;
 
 float signOf(float x)
 {
@@ -29,40 +26,6 @@ float limitedLength(float samples)
 {
     return std::min(std::max(samples, 1.0f), 262143.0f);
 }
-
-double readTrack(TapeQueue& queue, double pos, bool primed, float in)
-{
-    if (!primed)
-    {
-        queue.push(pos, static_cast<double>(in));
-        return 0.0;
-    }
-
-    const double t = pos - headDistance;
-
-    while (true)
-    {
-        if (queue.count < 3)
-            return 0.0;
-
-        if (t < queue[1].time)
-            break;
-
-        queue.pop();
-    }
-
-    const TapeQueue::Entry a = queue[0], b = queue[1];
-    return (b.value - a.value) * (t - a.time) / (b.time - a.time) + a.value;
-}
-
-void rewindIfFar(double& pos, TapeQueue& queue)
-{
-    if (pos > rewindDistance + 1024.0)
-    {
-        pos -= rewindDistance;
-        queue.moveBack(rewindDistance);
-    }
-}
 } // namespace
 
 void TapeQueue::reset()
@@ -70,23 +33,6 @@ void TapeQueue::reset()
     front = 0;
     count = 1;
     entries[0] = {0.0, 0.0};
-}
-
-void TapeQueue::push(double time, double value)
-{
-    if (count == capacity)
-        pop();
-
-    const int i = front + count;
-    entries[i < capacity ? i : i - capacity] = {time, value};
-    ++count;
-}
-
-void TapeQueue::pop()
-{
-    if (++front == capacity)
-        front = 0;
-    --count;
 }
 
 void TapeQueue::moveBack(double distance)
@@ -185,35 +131,10 @@ void tapeSetFilter(TapeLine& tape, float pLow, float pHigh)
 
 void tapeProcess(TapeLine& tape, float inL, float inR, float& outL, float& outR)
 {
-    outL = outR = 0.0f;
-    if (tape.queueL.count == 0 || tape.queueR.count == 0)
-        return;
-
-    tape.posL += tape.speedL;
-    tape.posR += tape.speedR;
-    rewindIfFar(tape.posL, tape.queueL);
-    rewindIfFar(tape.posR, tape.queueR);
-    tape.primedL = tape.posL >= headDistance ? 1 : 0;
-    tape.primedR = tape.posR >= headDistance ? 1 : 0;
-    const auto readL = static_cast<float>(readTrack(tape.queueL, tape.posL, tape.primedL != 0, inL));
-    const auto readR = static_cast<float>(readTrack(tape.queueR, tape.posR, tape.primedR != 0, inR));
-
-    float wL = heldForLine(inL + readL * tape.feedbackL + readR * tape.crossL + fxTiny);
-    float wR = heldForLine(inR + readR * tape.feedbackR + readL * tape.crossR + fxTiny);
-
-    if (tape.filterOn)
-    {
-        tape.lpL = (1.0f - tape.lpCoef) * tape.lpL + tape.lpCoef * wL + fxTiny;
-        tape.lpR = (1.0f - tape.lpCoef) * tape.lpR + tape.lpCoef * wR + fxTiny;
-        tape.hpL = (1.0f - tape.hpCoef) * tape.hpL + tape.hpCoef * tape.lpL + fxTiny;
-        tape.hpR = (1.0f - tape.hpCoef) * tape.hpR + tape.hpCoef * tape.lpR + fxTiny;
-        wL = tape.lpL - tape.hpL;
-        wR = tape.lpR - tape.hpR;
-    }
-
-    tape.queueL.push(tape.posL, static_cast<double>(wL));
-    tape.queueR.push(tape.posR, static_cast<double>(wR));
-    outL = readL;
-    outR = readR;
+    TapeRun run(tape);
+    const Quad out = run.process<false>(Quad{inL, inR, 0.0f, 0.0f}, run.speed());
+    run.store();
+    outL = out[0];
+    outR = out[1];
 }
 } // namespace quorel

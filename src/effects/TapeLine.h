@@ -22,15 +22,7 @@ struct TapeQueue
     int front = 0;
     int count = 0;
 
-    const Entry& operator[](int index) const
-    {
-        const int i = front + index;
-        return entries[i < capacity ? i : i - capacity];
-    }
-
     void reset();
-    void push(double time, double value);
-    void pop();
     void moveBack(double distance);
 };
 
