@@ -7,6 +7,7 @@
 #include "effects/Lfo.h"
 #include "effects/ModLine.h"
 #include "effects/SyncTables.h"
+#include "effects/TapeRun.h"
 
 namespace quorel
 {
@@ -38,6 +39,110 @@ void chorusDistances(ChorusFields& f, const float* sineUnipolar, float& left, fl
     left = (a * sineUnipolar[f.chorusPhaseL >> 8] + 1.0f - a) * f.chorusLength;
     right = (a * sineUnipolar[f.chorusPhaseR >> 8] + 1.0f - a) * f.chorusLength + f.chorusOffset;
 }
+
+template <bool plain>
+void runTapeChorus(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft,
+                   float* wetRight, int num)
+{
+    ChorusFields f = slot;
+    ToneRun tone(slot);
+    const bool runs = slot.tape.guard == 0;
+    float left = 0.0f, right = 0.0f;
+
+    for (int t = 0; t < num; ++t)
+    {
+        chorusDistances(f, slot.sineUnipolar, left, right);
+        const Quad read =
+            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::speedFor(left, right)) : Quad{};
+        const Quad out = tone.tick(read);
+        wetLeft[t] = out[0];
+        wetRight[t] = out[1];
+    }
+
+    static_cast<ChorusFields&>(slot) = f;
+    tone.store();
+    tape.store();
+    tapeSetDistances(slot.tape, left, right);
+}
+
+/** One voice of the ensemble over a block. */
+class EnsembleVoice
+{
+public:
+    EnsembleVoice(FxSlot& slot, int i)
+        : phase(slot.ensPhase[i])
+        , inc(slot.ensInc[i])
+        , count(slot.writeCount)
+        , line(slot.ensLines + i * EnsembleLines::stride)
+        , depth(slot.ensDepthSamples[i])
+        , base(slot.ensBaseSamples[i])
+        , feedback(quadOf(slot.ensFeedback))
+        , gains(Quad{slot.ensGainL[i], slot.ensGainR[i], slot.ensGainL[i], slot.ensGainR[i]})
+    {
+    }
+
+    /** True if two samples don't depend on each other, and the line is full. */
+    bool readsOldSamples() const { return base >= 4.0f && depth >= 0.0f && count > fxModLineLength; }
+
+    [[gnu::always_inline]] void two(const float* sineUnipolar, const float* in, float* sums)
+    {
+        const float first = distance(sineUnipolar), second = distance(sineUnipolar);
+        const Quad d = {first, first, second, second};
+        const QuadIndex whole = __builtin_convertvector(d, QuadIndex);
+        const Quad f = d - __builtin_convertvector(whole, Quad) + fxTiny;
+        const Quad a = entries(count + 1 - static_cast<std::uint32_t>(whole[0]));
+        const Quad b = entries(count + 2 - static_cast<std::uint32_t>(whole[2]));
+        const Quad older = _mm_movelh_ps(a, b), newer = _mm_movehl_ps(b, a);
+        const Quad read = (older - newer) * f + newer + fxTiny;
+        const Quad written = held(loadQuad(in) - read * feedback);
+        write(written);
+        write(_mm_movehl_ps(written, written));
+        storeQuad(sums, loadQuad(sums) + read * gains);
+    }
+
+    void one(const float* sineUnipolar, const float* in, float* sums)
+    {
+        const float d = distance(sineUnipolar);
+        const int whole = static_cast<int>(d);
+        const int n = static_cast<int>(count + 1) - whole;
+        const float f = d - static_cast<float>(whole) + fxTiny;
+        const Quad pair = entries(static_cast<std::uint32_t>(n)), none = quadOf(0.0f);
+        const Quad newer = n >= 0 ? Quad{pair[2], pair[3], 0.0f, 0.0f} : none;
+        const Quad older = n - 1 >= 0 ? pair : none;
+        const Quad read = (older - newer) * f + newer + fxTiny;
+        write(held(Quad{in[0], in[1], 0.0f, 0.0f} - read * feedback));
+        sums[0] = sums[0] + read[0] * gains[0];
+        sums[1] = sums[1] + read[1] * gains[1];
+    }
+
+    std::uint32_t phase;
+
+private:
+    float distance(const float* sineUnipolar)
+    {
+        phase = lfoAdvance(phase, inc);
+        return sineUnipolar[phase >> 8] * depth + base;
+    }
+
+    /** The pair before position n, and the one there. */
+    Quad entries(std::uint32_t n) const { return loadQuad(line + 2 * ((n - 1) & modLineMask)); }
+
+    static Quad held(Quad x) { return heldTo(x, quadOf(-fxLineLimit), quadOf(fxLineLimit)); }
+
+    void write(Quad pair)
+    {
+        const std::uint32_t at = ++count & modLineMask;
+        _mm_storel_pi(reinterpret_cast<__m64*>(line + 2 * at), pair);
+        if (at == 0)
+            _mm_storel_pi(reinterpret_cast<__m64*>(line + 2 * fxModLineLength), pair);
+    }
+
+    const std::uint32_t inc;
+    std::uint32_t count;
+    float* const line;
+    const float depth, base;
+    const Quad feedback, gains;
+};
 } // namespace
 
 void modLineClear(FxSlot& slot)
@@ -89,26 +194,11 @@ void tapeChorusUpdate(FxSlot& slot)
 
 void tapeChorusProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    ChorusFields f = slot;
-    ToneFilter tone = slot;
-
-    for (int t = 0; t < num; ++t)
-    {
-        float left, right, l = 0.0f, r = 0.0f;
-        chorusDistances(f, slot.sineUnipolar, left, right);
-        tapeSetDistances(slot.tape, left, right);
-
-        if (slot.tape.guard == 0)
-            tapeProcess(slot.tape, x[t], y[t], l, r);
-
-        toneLowPass(tone, l, r);
-        toneHighPass(tone, l, r);
-        wetLeft[t] = l;
-        wetRight[t] = r;
-    }
-
-    static_cast<ChorusFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    const TapeRun tape(slot.tape);
+    if (tape.isPlain())
+        runTapeChorus<true>(slot, tape, x, y, wetLeft, wetRight, num);
+    else
+        runTapeChorus<false>(slot, tape, x, y, wetLeft, wetRight, num);
 }
 
 void chorusDelayUpdate(FxSlot& slot)
@@ -163,8 +253,7 @@ void ensembleInit(FxSlot& slot)
 
 void ensembleClear(FxSlot& slot)
 {
-    std::fill(std::begin(slot.ensLineL), std::end(slot.ensLineL), 0.0f);
-    std::fill(std::begin(slot.ensLineR), std::end(slot.ensLineR), 0.0f);
+    std::fill(std::begin(slot.ensLines), std::end(slot.ensLines), 0.0f);
 }
 
 void ensembleUpdate(FxSlot& slot)
@@ -205,47 +294,41 @@ void ensembleUpdate(FxSlot& slot)
 
 void ensembleProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    std::fill(wetLeft, wetLeft + num, 0.0f);
-    std::fill(wetRight, wetRight + num, 0.0f);
+    // Left and right in turn.
+    float in[2 * fxChunk], sums[2 * fxChunk] = {};
+
+    for (int t = 0; t < num; ++t)
+    {
+        in[2 * t] = x[t];
+        in[2 * t + 1] = y[t];
+    }
 
     for (int i = 0; i < 6; ++i)
     {
-        float* lineL = slot.ensLineL + i * EnsembleLines::stride;
-        float* lineR = slot.ensLineR + i * EnsembleLines::stride;
-        const float depth = slot.ensDepthSamples[i], base = slot.ensBaseSamples[i],
-                    feedback = slot.ensFeedback;
-        const float gainL = slot.ensGainL[i], gainR = slot.ensGainR[i];
-        const std::uint32_t inc = slot.ensInc[i];
-        std::uint32_t phase = slot.ensPhase[i], count = slot.writeCount;
+        EnsembleVoice voice(slot, i);
+        int t = 0;
 
-        for (int t = 0; t < num; ++t)
-        {
-            ++count;
-            phase = lfoAdvance(phase, inc);
-            const float d = slot.sineUnipolar[phase >> 8] * depth + base;
-            const float l = lineRead(lineL, modLineMask, count, d);
-            const float r = lineRead(lineR, modLineMask, count, d);
-            lineL[count & modLineMask] = heldForLine(x[t] - l * feedback);
-            lineR[count & modLineMask] = heldForLine(y[t] - r * feedback);
-            wetLeft[t] = wetLeft[t] + l * gainL;
-            wetRight[t] = wetRight[t] + r * gainR;
-        }
+        if (voice.readsOldSamples())
+            for (; t + 2 <= num; t += 2)
+                voice.two(slot.sineUnipolar, in + 2 * t, sums + 2 * t);
 
-        slot.ensPhase[i] = phase;
+        for (; t < num; ++t)
+            voice.one(slot.sineUnipolar, in + 2 * t, sums + 2 * t);
+
+        slot.ensPhase[i] = voice.phase;
     }
 
-    ToneFilter tone = slot;
+    ToneRun tone(slot);
     const float outGain = slot.ensOutGain;
 
     for (int t = 0; t < num; ++t)
     {
-        float l = wetLeft[t], r = wetRight[t];
-        toneLowPass(tone, l, r);
-        toneHighPass(tone, l, r);
-        wetLeft[t] = heldForLine(l * outGain);
-        wetRight[t] = heldForLine(r * outGain);
+        const Quad out = tone.tick(Quad{sums[2 * t], sums[2 * t + 1], 0.0f, 0.0f}) * outGain;
+        const Quad held = heldTo(out, quadOf(-fxLineLimit), quadOf(fxLineLimit));
+        wetLeft[t] = held[0];
+        wetRight[t] = held[1];
     }
 
-    static_cast<ToneFilter&>(slot) = tone;
+    tone.store();
 }
 } // namespace quorel

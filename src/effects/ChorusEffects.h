@@ -28,10 +28,11 @@ struct EnsembleFields
 
 struct EnsembleLines
 {
-    /** A line, and 64 bytes more so that the write positions of all lines don't share a cache set. */
-    static constexpr int stride = fxModLineLength + 16;
+    /** A voice's line, left and right in turn, its first entry again at the end, and some bytes more so that
+       the write positions of all lines don't share a cache set. */
+    static constexpr int stride = 2 * (fxModLineLength + 1) + 30;
 
-    float ensLineL[6 * stride], ensLineR[6 * stride];
+    float ensLines[6 * stride];
 };
 
 void modLineClear(FxSlot& slot);

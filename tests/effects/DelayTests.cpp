@@ -149,7 +149,7 @@ TEST(Delays, AChangeOfTypeClearsOnlyTheMemoryThatTheTypeReads)
         {slot->lineL, slot->lineL + 16384, {1, 2}},
         {slot->lineR + 16384, slot->lineR + fxLineLength, {}},
         {slot->modLineR, slot->modLineR + fxModLineLength, {7, 11}},
-        {slot->ensLineR, std::end(slot->ensLineR), {10}},
+        {slot->ensLines, std::end(slot->ensLines), {10}},
         {slot->auxRing, slot->auxRing + fxAuxRingLength, {6, 13, 14, 23}},
         {slot->combOutR, slot->combOutR + combLength, {5}},
         {slot->reverb[2].bank.cells, std::end(slot->reverb[2].bank.cells), {6}},
@@ -159,7 +159,7 @@ TEST(Delays, AChangeOfTypeClearsOnlyTheMemoryThatTheTypeReads)
     {
         for (const Memory& m : memories)
             std::fill(m.begin, m.end, 0.5f);
-        slot->tape.queueR.push(1.0, 0.5);
+        slot->tape.queueR.count = 2;
 
         changeType(*slot, type);
         for (std::size_t i = 0; i < memories.size(); ++i)
