@@ -38,9 +38,10 @@ bool paintBitmapFont(const Canvas& canvas)
             continue;
         const auto text =
             juce::String::charToString(static_cast<juce::juce_wchar>(strip.characters[canvas.frame]));
-        print(canvas.g, text, strip.left + strip.shownWidth / 2, strip.baseline,
-              {Face::bold, strip.capHeight, juce::Colours::white, 0.0f},
-              juce::Justification::horizontallyCentred);
+        // As outlines: text would be moved to whole pixels.
+        canvas.g.setColour(juce::Colours::white);
+        canvas.g.fillPath(outlineOf(text, strip.left + strip.shownWidth / 2, strip.baseline,
+                                    {Face::bold, strip.capHeight, juce::Colours::white, 0.0f}));
         return true;
     }
     return false;

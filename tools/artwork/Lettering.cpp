@@ -49,6 +49,16 @@ float widthOf(const juce::String& text, const Lettering& style)
     return font.getStringWidthFloat(text) - font.getHeight() * style.spacing;
 }
 
+juce::Path outlineOf(const juce::String& text, float x, float baseline, const Lettering& style)
+{
+    juce::GlyphArrangement glyphs;
+    glyphs.addLineOfText(fontFor(style.face, style.capHeight, style.spacing), text,
+                         x - widthOf(text, style) / 2, baseline);
+    juce::Path path;
+    glyphs.createPath(path);
+    return path;
+}
+
 void print(juce::Graphics& g, const juce::String& text, float x, float baseline, const Lettering& style,
            juce::Justification justification)
 {

@@ -41,6 +41,9 @@ juce::Font fontFor(Face face, float capHeight, float spacing = 0.0f);
 /** Width of a line, from the first letter's origin to the last one's advance without its extra space. */
 float widthOf(const juce::String& text, const Lettering& style);
 
+/** Outlines of one line, at exact positions. `x` is its middle. */
+juce::Path outlineOf(const juce::String& text, float x, float baseline, const Lettering& style);
+
 /** One line. `x` is its left end, its middle or its right end by `justification`. */
 void print(juce::Graphics& g, const juce::String& text, float x, float baseline, const Lettering& style,
            juce::Justification justification = juce::Justification::left);
