@@ -3,6 +3,8 @@
 #include "adapters/BoxInteraction.h"
 #include "engine/PluginProcessor.h"
 #include "presets/PlatformSeam.h"
+#include "resources/CBitmap.h"
+#include "ui/PluginEditor.h"
 
 namespace
 {
@@ -14,8 +16,12 @@ public:
         : quorel::PluginProcessor(quorel::makeUserStore(), static_cast<quorel::BoxInteraction&>(*this))
     {
         editorFactory = [](quorel::PluginProcessor& processor) -> juce::AudioProcessorEditor*
-        { return new juce::GenericAudioProcessorEditor(processor); };
+        { return new quorel::PluginEditor(processor); };
     }
+
+private:
+    /** What one editor has decoded is there for the next. */
+    juce::SharedResourcePointer<quorel::ImageStore> images;
 };
 } // namespace
 

@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/SubhostView.h"
+
+#include "presets/PresetCommands.h"
+#include "ui/BackScreenView.h"
+#include "ui/FxPage.h"
+#include "ui/Geometry.h"
+#include "ui/MultiControlPage.h"
+#include "ui/PresetManagerPage.h"
+
+#include <algorithm>
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int passMilliseconds = 50;
+} // namespace
+
+SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::function<void(int)> scaleChosen)
+    : processor(pluginProcessor)
+    , header(pluginProcessor, *this, images)
+    , controlSync(pluginProcessor)
+    , scalePercent(scale)
+    , onScaleChosen(std::move(scaleChosen))
+{
+    setOpaque(true);
+    setSize(geometry::width, geometry::height);
+    setTitle("Quorel");
+
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        auto& strip = strips[static_cast<size_t>(layer)];
+        strip = std::make_unique<VirtualInstrumentUI>(processor, *this, images, layer);
+        strip->setBounds(geometry::strip::bounds(layer));
+    }
+
+    addMouseListener(this, true);
+    setWantsKeyboardFocus(true);
+    processor.getPresetCommands().refreshLists();
+    fullRefresh();
+    startTimer(passMilliseconds);
+}
+
+SubhostView::~SubhostView()
+{
+    stopTimer();
+    removeMouseListener(this);
+}
+
+//==============================================================================================================
+// The picture
+
+ControlPage& SubhostView::pageFor(int page)
+{
+    auto& made = pages[static_cast<size_t>(page)];
+
+    if (made == nullptr)
+    {
+        if (page == fxPage)
+            made = std::make_unique<FxPage>(processor, *this, images);
+        else if (page == managerPage)
+            made = std::make_unique<PresetManagerPage>(processor, *this, images);
+        else
+            made = std::make_unique<MultiControlPage>(processor, *this, images);
+
+        made->setBounds(getLocalBounds());
+    }
+
+    return *made;
+}
+
+void SubhostView::fullRefresh()
+{
+    onBackPanel = false;
+    refreshPicture();
+}
+
+void SubhostView::showBackPanel()
+{
+    onBackPanel = true;
+    refreshPicture();
+}
+
+void SubhostView::refreshPicture()
+{
+    if (onBackPanel)
+    {
+        if (backPanel == nullptr)
+        {
+            backPanel = std::make_unique<BackScreenView>(processor, *this, images);
+            backPanel->setBounds(getLocalBounds());
+        }
+
+        backPanel->refresh();
+        showChildren({backPanel.get()});
+        controlsChanged();
+        repaint();
+        return;
+    }
+
+    viewPage = viewPageOf(processor);
+    std::vector<juce::Component*> wanted{&header};
+    header.refresh();
+
+    if (viewPage != managerPage)
+    {
+        for (auto& strip : strips)
+        {
+            strip->refresh();
+            wanted.push_back(strip.get());
+        }
+    }
+
+    if (viewPage != layersPage)
+    {
+        auto& page = pageFor(viewPage);
+        page.refresh();
+        wanted.push_back(&page);
+    }
+
+    showChildren(wanted);
+    controlsChanged();
+    repaint();
+}
+
+void SubhostView::showChildren(const std::vector<juce::Component*>& wanted)
+{
+    // What stays is left alone: a drag or a text being typed goes on across a refresh.
+    for (int i = getNumChildComponents(); --i >= 0;)
+        if (auto* child = getChildComponent(i);
+            std::find(wanted.begin(), wanted.end(), child) == wanted.end())
+            removeChildComponent(child);
+
+    for (auto* child : wanted)
+        addAndMakeVisible(child);
+}
+
+void SubhostView::controlsChanged()
+{
+    controlsMoved = true;
+}
+
+void SubhostView::paint(juce::Graphics& g)
+{
+    const auto& background = onBackPanel ? images.back : images.pages[static_cast<size_t>(viewPage)];
+    background.paint(g, getLocalBounds().toFloat());
+}
+
+void SubhostView::setScalePercent(int percent)
+{
+    if (percent == scalePercent)
+        return;
+
+    scalePercent = percent;
+    writeEditorScale(processor.userStore(), percent);
+    onScaleChosen(percent);
+}
+
+//==============================================================================================================
+// The pass
+
+bool SubhostView::isLoading() const
+{
+    return processor.getTransition().displayHold.load();
+}
+
+void SubhostView::followProcessor()
+{
+    if (isLoading())
+    {
+        header.showLoading(true);
+        return;
+    }
+
+    header.showLoading(false);
+
+    if (processor.refreshEditor.exchange(false))
+    {
+        refreshPicture();
+        return;
+    }
+
+    if (inPass)
+        return;
+
+    const juce::ScopedValueSetter<bool> passGuard(inPass, true);
+
+    if (controlsMoved)
+    {
+        controlsMoved = false;
+        controlSync.rebuild(*this);
+    }
+
+    controlSync.run();
+
+    if (!onBackPanel)
+        header.update();
+}
+
+//==============================================================================================================
+// Mouse and keys
+
+void SubhostView::showHint(const juce::MouseEvent& event)
+{
+    if (isLoading())
+        return;
+
+    // A control's own parts, such as a menu's text, have no ID.
+    auto* component = event.eventComponent;
+
+    while (component != nullptr && component != this && component->getComponentID().isEmpty())
+        component = component->getParentComponent();
+
+    const int parameter = component != nullptr ? ControlPage::parameterOf(*component) : 0;
+    header.showHint(parameter > 0 ? processor.getParameterName(parameter) + " = " +
+                                        processor.getParameterText(parameter)
+                                  : juce::String());
+}
+
+void SubhostView::mouseEnter(const juce::MouseEvent& event)
+{
+    showHint(event);
+}
+
+void SubhostView::mouseDown(const juce::MouseEvent& event)
+{
+    showHint(event);
+}
+
+void SubhostView::mouseDrag(const juce::MouseEvent& event)
+{
+    showHint(event);
+}
+
+void SubhostView::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails&)
+{
+    showHint(event);
+}
+
+void SubhostView::mouseExit(const juce::MouseEvent&)
+{
+    if (!isLoading())
+        header.showHint({});
+}
+
+bool SubhostView::keyPressed(const juce::KeyPress& key)
+{
+    const bool up = key == juce::KeyPress::upKey;
+
+    if (!up && key != juce::KeyPress::downKey)
+        return false;
+
+    if (processor.getPresetLibrary().getPresetCount() == 0)
+        return false;
+
+    if (!isLoading())
+    {
+        processor.getPresetCommands().stepPreset(up ? -1 : 1);
+        fullRefresh();
+    }
+
+    return true;
+}
+
+} // namespace quorel
