@@ -122,63 +122,104 @@ float flushed(float x)
     return std::abs(x) < floorLevel ? 0.0f : x;
 }
 
-// Ends a tail before it turns into denormal numbers. An offset on the input would do that as well, but in a
-// narrow low band it also moves the rounding of what is heard.
-void settle(EqHistory& h)
+/** A band while it runs over a block; channels in the first two lanes. */
+struct BandRun
 {
-    if (std::abs(h.y1) < floorLevel && std::abs(h.y2) < floorLevel)
-        h.y1 = h.y2 = 0.0f;
-}
+    Quad b0, b1, b2, a2;
+    Quad x1, x2, y1, y2;
 
-void runBand(LayerEq& eq, int band, float* l1, float* l2, float* r1, float* r2, int num)
-{
-    const float b0 = eq.b0[band], b1 = eq.b1[band], b2 = eq.b2[band], a2 = eq.a2[band];
-
-    const auto tick = [=](EqHistory& h, float in)
+    void load(const LayerEq& eq, int band)
     {
-        const float y = (h.x1 - h.y1) * b1 + in * b0 + h.x2 * b2 - h.y2 * a2;
-        h.x2 = h.x1;
-        h.x1 = in;
-        h.y2 = h.y1;
-        h.y1 = y;
-        return y;
-    };
-
-    EqHistory left = eq.bandL[band], right = eq.bandR[band];
-
-    for (int i = 0; i < num; ++i)
-    {
-        l1[i] = tick(left, l1[i]);
-        r1[i] = tick(right, r1[i]);
-        l2[i] = tick(left, l2[i]);
-        r2[i] = tick(right, r2[i]);
-        settle(left);
-        settle(right);
+        const EqHistory &l = eq.bandL[band], &r = eq.bandR[band];
+        b0 = quadOf(eq.b0[band]);
+        b1 = quadOf(eq.b1[band]);
+        b2 = quadOf(eq.b2[band]);
+        a2 = quadOf(eq.a2[band]);
+        x1 = Quad{l.x1, r.x1, 0.0f, 0.0f};
+        x2 = Quad{l.x2, r.x2, 0.0f, 0.0f};
+        y1 = Quad{l.y1, r.y1, 0.0f, 0.0f};
+        y2 = Quad{l.y2, r.y2, 0.0f, 0.0f};
     }
 
-    eq.bandL[band] = left;
-    eq.bandR[band] = right;
+    void store(LayerEq& eq, int band) const
+    {
+        eq.bandL[band] = {x1[0], x2[0], y1[0], y2[0]};
+        eq.bandR[band] = {x1[1], x2[1], y1[1], y2[1]};
+    }
+
+    [[gnu::always_inline]] Quad tick(Quad in)
+    {
+        const Quad y = (x1 - y1) * b1 + in * b0 + x2 * b2 - y2 * a2;
+        x2 = x1;
+        x1 = in;
+        y2 = y1;
+        y1 = y;
+        return y;
+    }
+
+    // Ends a tail before it turns into denormal numbers. An offset on the input would do that as well, but in
+    // a narrow low band it also moves the rounding of what is heard.
+    [[gnu::always_inline]] void settle()
+    {
+        const Quad louder = larger(magnitude(y1), magnitude(y2));
+        const QuadIndex fades = (louder < floorLevel) & (louder > 0.0f);
+
+        if (anyTrue(fades))
+        {
+            y1 = fades ? quadOf(0.0f) : y1;
+            y2 = fades ? quadOf(0.0f) : y2;
+        }
+    }
+};
+
+/** Runs bands one after the other over a block, twice a sample with the input held, and takes the mean. All
+   in one loop: each waits for itself alone, so that they overlap. */
+template <std::size_t count>
+void runBands(LayerEq& eq, const int* bands, float* left, float* right, int num)
+{
+    BandRun runs[count];
+    for (std::size_t i = 0; i < count; ++i)
+        runs[i].load(eq, bands[i]);
+
+    for (int t = 0; t < num; ++t)
+    {
+        Quad first = {left[t], right[t], 0.0f, 0.0f}, second = first;
+
+        for (std::size_t i = 0; i < count; ++i)
+        {
+            first = runs[i].tick(first);
+            second = runs[i].tick(second);
+            runs[i].settle();
+        }
+
+        const Quad mean = (first + second) * 0.5f;
+        left[t] = mean[0];
+        right[t] = mean[1];
+    }
+
+    for (std::size_t i = 0; i < count; ++i)
+        runs[i].store(eq, bands[i]);
 }
 
 void processChunk(LayerEq& eq, float* left, float* right, int num)
 {
-    float l1[fxChunk], l2[fxChunk], r1[fxChunk], r2[fxChunk];
-
     for (int i = 0; i < num; ++i)
     {
-        l1[i] = l2[i] = flushed(audible(left[i]));
-        r1[i] = r2[i] = flushed(audible(right[i]));
+        left[i] = flushed(audible(left[i]));
+        right[i] = flushed(audible(right[i]));
     }
 
+    int bands[3], count = 0;
     for (int band = 0; band < 3; ++band)
         if (eq.bandOn[band])
-            runBand(eq, band, l1, l2, r1, r2, num);
+            bands[count++] = band;
 
-    for (int i = 0; i < num; ++i)
-    {
-        left[i] = (l1[i] + l2[i]) * 0.5f;
-        right[i] = (r1[i] + r2[i]) * 0.5f;
-    }
+    if (count == 1)
+        runBands<1>(eq, bands, left, right, num);
+    else if (count == 2)
+        runBands<2>(eq, bands, left, right, num);
+    else if (count == 3)
+        runBands<3>(eq, bands, left, right, num);
 
     if (eq.lowPassOn)
     {
