@@ -32,15 +32,6 @@ bool controlFilter(FxSlot& slot, FilterCoefficients& coefficients)
     slot.filter.resonance = clampUnit(slot.fltQ) * 0.95f;
     return filterCoefficients(slot.filter, coefficients);
 }
-
-/** Distorts the lows of a channel and leaves the rest alone. */
-float bassSample(float in, const ToneFilter& tone, const FilterFields& f, float& first, float& second)
-{
-    first = tone.toneLp * in + tone.toneLpInv * first + fxTiny;
-    const float d = driveCurve(std::min(std::max(f.bassPre * first, -1.0f), 1.0f), f.bassDrive);
-    second = d * tone.toneLp + tone.toneLpInv * second + fxTiny;
-    return second * f.bassPost + (in - first);
-}
 } // namespace
 
 void filterUpdate(FxSlot& slot)
@@ -117,17 +108,35 @@ void bassUpdate(FxSlot& slot)
 
 void bassProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    FilterFields f = slot;
-    ToneFilter tone = slot;
+    // Distorts the lows and leaves the rest alone; low and driven hold left and right in turn.
+    alignas(16) float lows[2 * fxChunk + 2], driven[2 * fxChunk + 2];
+    const Quad lp = quadOf(slot.toneLp), lpInv = quadOf(slot.toneLpInv);
+    Quad first = {slot.toneLpStateL, slot.toneLpStateR, 0.0f, 0.0f};
+    Quad second = {slot.bassLpStateL, slot.bassLpStateR, 0.0f, 0.0f};
 
     for (int t = 0; t < num; ++t)
     {
-        wetLeft[t] = bassSample(x[t], tone, f, tone.toneLpStateL, f.bassLpStateL);
-        wetRight[t] = bassSample(y[t], tone, f, tone.toneLpStateR, f.bassLpStateR);
+        first = lp * Quad{x[t], y[t], 0.0f, 0.0f} + lpInv * first + fxTiny;
+        storeQuad(lows + 2 * t, first);
     }
 
-    static_cast<FilterFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    for (int i = 0; i < 2 * num; i += 4)
+    {
+        const Quad boosted = heldTo(slot.bassPre * loadQuad(lows + i), quadOf(-1.0f), quadOf(1.0f));
+        storeQuad(driven + i, driveCurve(boosted, slot.bassDrive) * lp);
+    }
+
+    for (int t = 0; t < num; ++t)
+    {
+        second = Quad{driven[2 * t], driven[2 * t + 1], 0.0f, 0.0f} + lpInv * second + fxTiny;
+        wetLeft[t] = second[0] * slot.bassPost + (x[t] - lows[2 * t]);
+        wetRight[t] = second[1] * slot.bassPost + (y[t] - lows[2 * t + 1]);
+    }
+
+    slot.toneLpStateL = first[0];
+    slot.toneLpStateR = first[1];
+    slot.bassLpStateL = second[0];
+    slot.bassLpStateR = second[1];
 }
 
 void wahWahDelayUpdate(FxSlot& slot)
