@@ -8,6 +8,7 @@
 #include "engine/ParameterCodings.h"
 #include "presets/Categories.h"
 #include "support/ProcessorRig.h"
+#include "support/ScratchFolder.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -196,6 +197,34 @@ TEST(BankText, ErrorsNameTheirLine)
             EXPECT_TRUE(juce::String(error.what()).contains(c.words)) << error.what();
         }
     }
+}
+
+TEST(BankCommand, BuildsTheSameBytesAgainAndNamesWhatIsWrong)
+{
+    const test::ScratchFolder folder;
+    const juce::String good = "02 Velocity Layers/Nylon to Steel";
+    const auto text = juce::File(QUOREL_TEST_PRESET_TEXTS).getChildFile(good + ".txt");
+    folder.write("texts/" + good + ".txt", text.loadFileAsString());
+    const auto broken =
+        folder.write("texts/02 Velocity Layers/Broken.txt", "[Layer 1]\nInstrument: Tarn\nKeys: H\n");
+    folder.write("texts/02 Velocity Layers/Much too long a name for any preset.txt", "");
+
+    juce::ChildProcess process;
+    ASSERT_TRUE(process.start(juce::StringArray{QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
+                                                folder.child("texts").getFullPathName(),
+                                                folder.child("built").getFullPathName()}));
+    const auto output = process.readAllProcessOutput();
+    process.waitForProcessToFinish(60000);
+    EXPECT_EQ(process.getExitCode(), 1u);
+    const auto lines = juce::StringArray::fromLines(output.trimEnd());
+    ASSERT_EQ(lines.size(), 2) << output;
+    EXPECT_TRUE(lines[0].startsWith(broken.getFullPathName() + ":3: Keys takes")) << lines[0];
+    EXPECT_TRUE(lines[1].contains("Much too long a name for any preset.txt: a name has at most 24"))
+        << lines[1];
+    EXPECT_TRUE(
+        folder.child("built/" + good + ".qrl")
+            .hasIdenticalContentTo(juce::File(QUOREL_TEST_DIST).getChildFile("presets/" + good + ".qrl")));
+    EXPECT_EQ(folder.child("built").findChildFiles(juce::File::findFiles, true).size(), 1);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every factory preset as it comes out of the build, played: its level, and
-// what the bank as a whole has to show.
+// Every factory preset as it comes out of the build, played: its level, and what the bank as a whole has to
+// show.
 #include "common/QuietLogger.h"
 #include "support/ProcessorRig.h"
 
@@ -10,6 +10,7 @@
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <iostream>
 #include <set>
@@ -23,11 +24,18 @@ constexpr juce::uint8 piano = 45;
 constexpr double quietestRms = -34.0;
 constexpr double loudestRms = -14.0;
 
-juce::Array<juce::File> factoryPresets()
+juce::Array<juce::File> factoryFolders()
 {
-    auto files = juce::File(QUOREL_TEST_DIST)
-                     .getChildFile("presets")
-                     .findChildFiles(juce::File::findFiles, true, juce::String("*") + presetFileEnding);
+    auto folders = juce::File(QUOREL_TEST_DIST)
+                       .getChildFile("presets")
+                       .findChildFiles(juce::File::findDirectories, false);
+    folders.sort();
+    return folders;
+}
+
+juce::Array<juce::File> presetsIn(const juce::File& folder)
+{
+    auto files = folder.findChildFiles(juce::File::findFiles, false, juce::String("*") + presetFileEnding);
     files.sort();
     return files;
 }
@@ -111,8 +119,7 @@ std::vector<int> drumKeys(test::ProcessorRig& rig)
     return {keys.begin(), keys.end()};
 }
 
-/** Four-note chords low, in the middle and high, both hands, a soft one, and
- * the drums. */
+/** Four-note chords low, in the middle and high, both hands, a soft one, and the drums. */
 void playPhrase(test::ProcessorRig& rig, LevelMeter& meter)
 {
     playChord(rig, meter, {36, 43, 48, 52}, forte, 1.2);
@@ -128,60 +135,67 @@ void playPhrase(test::ProcessorRig& rig, LevelMeter& meter)
     meter.add(rig.playSeconds(0.5).samples);
 }
 
-struct PresetTraits
+/** What a preset shows of the instrument, read from its parameters alone. */
+struct Traits
 {
     std::set<juce::String> effects;
-    bool split = false, velocityLayer = false, zones = false, multi = false, eq = false, categories = false,
-         easyMapping = false;
+    bool split = false, velocityLayer = false, zones = false, multi = false, eq = false, easyMapping = false;
 };
 
-PresetTraits traitsOf(test::ProcessorRig& rig)
+void addLayerTraits(const StateChunk& chunk, int layer, Traits& traits)
 {
-    PresetTraits traits;
+    const auto get = [&](int n)
+    { return chunk.parameters[static_cast<std::size_t>(layerParameter(layer, n))]; };
+    juce::String name;
+    for (int i = 0; get(layerSlot::pluginNameText + i) > 0.0f; ++i)
+        name += decodeParamChar(get(layerSlot::pluginNameText + i));
+    const auto* row = findInstrument(name);
+    if (row == nullptr)
+        return;
+
+    constexpr float topOfSplit = 0.75f;
+    traits.zones = traits.zones || get(layerSlot::drumMode) == 1.0f;
+    traits.split = traits.split || get(layerSlot::keyMax) < topOfSplit;
+    traits.velocityLayer = traits.velocityLayer || get(layerSlot::velocityMax) < 1.0f;
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+        if (decodeParamInt(get(layerSlot::easyMapping + easy)) !=
+            row->easyMapping[static_cast<std::size_t>(easy)])
+            traits.easyMapping = true;
+}
+
+Traits traitsOf(const StateChunk& chunk)
+{
+    Traits traits;
+    const auto get = [&](int index) { return chunk.parameters[static_cast<std::size_t>(index)]; };
     for (int k = 0; k < numFxBlocks; ++k)
-        if (rig.get(slot::fxOn + k) != 0.0f)
+        if (get(slot::fxOn + k) != 0.0f)
             traits.effects.insert(
-                fxTypes[static_cast<std::size_t>(fxTypeFromParameter(rig.get(slot::fxType + k)))].name);
+                fxTypes[static_cast<std::size_t>(fxTypeFromParameter(get(slot::fxType + k)))].name);
     for (int t = 0; t < numMultiTargets; ++t)
-        traits.multi =
-            traits.multi || (rig.processor.multiControls().targetParameter(t) != MultiControls::noTarget &&
-                             rig.get(slot::multiKnob + t) != 0.5f);
+        if (decodeParamInt(get(slot::multiAssignment + t)) > 0 && get(slot::multiKnob + t) != 0.5f)
+            traits.multi = true;
     for (int unit = 0; unit < numEqUnits; ++unit)
-        traits.eq = traits.eq || rig.get(eqBase(unit)) != 0.0f;
-    for (const auto flag : categoriesOf(rig.processor))
-        traits.categories = traits.categories || flag != 0;
+        traits.eq = traits.eq || get(eqBase(unit)) != 0.0f;
     for (int layer = 0; layer < numLayers; ++layer)
-    {
-        auto& instrument = rig.processor.getLayer(layer);
-        const auto* row = findInstrument(instrument.getPluginName());
-        if (row == nullptr)
-            continue;
-        traits.zones = traits.zones || rig.getLayer(layer, layerSlot::drumMode) == 1.0f;
-        traits.split = traits.split || rig.getLayer(layer, layerSlot::keyMax) < 0.75f;
-        traits.velocityLayer = traits.velocityLayer || rig.getLayer(layer, layerSlot::velocityMax) < 1.0f;
-        for (int easy = 0; easy < numEasyParameters; ++easy)
-            traits.easyMapping =
-                traits.easyMapping || decodeParamInt(rig.getLayer(layer, layerSlot::easyMapping + easy)) !=
-                                          row->easyMapping[static_cast<std::size_t>(easy)];
-    }
+        addLayerTraits(chunk, layer, traits);
     return traits;
 }
+
+class FactoryFolder : public testing::TestWithParam<int>
+{
+};
 } // namespace
 
-TEST(FactoryBank, EveryPresetLoadsWholeAndPlaysAtASaneLevel)
+TEST_P(FactoryFolder, everyPresetLoadsWholeAndPlaysAtASaneLevel)
 {
-    std::set<juce::String> folders, effects;
-    int count = 0, splits = 0, velocityLayers = 0, zones = 0, multis = 0, eqs = 0, mappings = 0;
-    for (const auto& file : factoryPresets())
+    const QuietLogger quietLogger;
+    const auto folders = factoryFolders();
+    ASSERT_LT(GetParam(), folders.size());
+    for (const auto& file : presetsIn(folders[GetParam()]))
     {
-        const auto name = file.getParentDirectory().getFileName() + "/" + file.getFileNameWithoutExtension();
-        SCOPED_TRACE(name);
+        SCOPED_TRACE(file.getFileName());
         juce::MemoryBlock bytes;
         ASSERT_TRUE(readWholeFile(file, bytes));
-        StateChunk chunk;
-        ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
-        EXPECT_EQ(chunk.presetName, file.getFileNameWithoutExtension());
-        EXPECT_EQ(chunk.folderName, file.getParentDirectory().getFileName());
 
         test::ProcessorRig rig;
         rig.restore(bytes);
@@ -197,23 +211,47 @@ TEST(FactoryBank, EveryPresetLoadsWholeAndPlaysAtASaneLevel)
         EXPECT_GT(meter.rms(), quietestRms);
         EXPECT_LT(meter.rms(), loudestRms);
         std::cout << juce::String(meter.peak(), 1).paddedLeft(' ', 6)
-                  << juce::String(meter.rms(), 1).paddedLeft(' ', 7) << "  " << name << std::endl;
+                  << juce::String(meter.rms(), 1).paddedLeft(' ', 7) << "  "
+                  << file.getFileNameWithoutExtension() << std::endl;
+    }
+}
 
-        const auto traits = traitsOf(rig);
-        EXPECT_TRUE(traits.categories);
-        folders.insert(chunk.folderName);
-        effects.insert(traits.effects.begin(), traits.effects.end());
-        splits += traits.split ? 1 : 0;
-        velocityLayers += traits.velocityLayer ? 1 : 0;
-        zones += traits.zones ? 1 : 0;
-        multis += traits.multi ? 1 : 0;
-        eqs += traits.eq ? 1 : 0;
-        mappings += traits.easyMapping ? 1 : 0;
-        ++count;
+INSTANTIATE_TEST_SUITE_P(FactoryBank, FactoryFolder, testing::Range(0, 6));
+
+TEST(FactoryBank, showsWhatTheInstrumentCanDo)
+{
+    std::set<juce::String> effects;
+    int count = 0, splits = 0, velocityLayers = 0, zones = 0, multis = 0, eqs = 0, mappings = 0;
+    for (const auto& folder : factoryFolders())
+    {
+        for (const auto& file : presetsIn(folder))
+        {
+            SCOPED_TRACE(file.getFullPathName());
+            juce::MemoryBlock bytes;
+            ASSERT_TRUE(readWholeFile(file, bytes));
+            StateChunk chunk;
+            ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
+            EXPECT_EQ(chunk.presetName, file.getFileNameWithoutExtension());
+            EXPECT_EQ(chunk.folderName, folder.getFileName());
+            EXPECT_TRUE(std::any_of(chunk.parameters.begin() + firstCategoryParameter,
+                                    chunk.parameters.begin() + firstCategoryParameter + numCategoryParameters,
+                                    [](float value) { return value > 0.0f; }))
+                << "no category";
+
+            const auto traits = traitsOf(chunk);
+            effects.insert(traits.effects.begin(), traits.effects.end());
+            splits += traits.split ? 1 : 0;
+            velocityLayers += traits.velocityLayer ? 1 : 0;
+            zones += traits.zones ? 1 : 0;
+            multis += traits.multi ? 1 : 0;
+            eqs += traits.eq ? 1 : 0;
+            mappings += traits.easyMapping ? 1 : 0;
+            ++count;
+        }
     }
 
     EXPECT_GE(count, 48);
-    EXPECT_GE(folders.size(), 6u);
+    EXPECT_EQ(factoryFolders().size(), 6);
     for (int type = 1; type < fxTypeCount; ++type)
         EXPECT_EQ(effects.count(fxTypes[static_cast<std::size_t>(type)].name), 1u)
             << fxTypes[static_cast<std::size_t>(type)].name << " is in no preset";
