@@ -58,7 +58,7 @@ void hqReverbUpdate(FxSlot& slot)
 
 void hqReverbProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
 {
-    float inL[fxChunk], inR[fxChunk], outL[fxChunk], outR[fxChunk];
+    float inL[fxChunk] = {}, inR[fxChunk] = {};
     const auto first = slot.writeCount + 1;
 
     for (int t = 0; t < num; ++t)
@@ -72,18 +72,7 @@ void hqReverbProcess(FxSlot& slot, const float* x, const float* y, float* wetLef
         inR[t] = n >= 0 ? slot.lineR[from] : 0.0f;
     }
 
-    std::fill(wetLeft, wetLeft + num, 0.0f);
-    std::fill(wetRight, wetRight + num, 0.0f);
-
-    for (ReverbUnit& unit : slot.reverb)
-    {
-        reverbProcess(unit, inL, inR, outL, outR, num);
-        for (int t = 0; t < num; ++t)
-        {
-            wetLeft[t] = wetLeft[t] + outL[t];
-            wetRight[t] = wetRight[t] + outR[t];
-        }
-    }
+    reverbProcess(slot.reverb, 3, inL, inR, wetLeft, wetRight, num);
 
     for (int t = 0; t < num; ++t)
     {

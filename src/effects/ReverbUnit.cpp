@@ -69,128 +69,203 @@ void transpose(Quad& a, Quad& b, Quad& c, Quad& d)
     d = __builtin_shufflevector(ab1, cd1, 2, 3, 6, 7);
 }
 
-/** Turns four combs' taps (rows of fxChunk samples) into the cells that they write, four samples at a time.
- */
-void runFourCombs(const CombBank& bank, float* store, float* taps, const Quad* inputs, int num)
+/** Where the combs of a run read and write: straight in their rings but where these wrap. */
+struct CombRun
+{
+    const float* from[combCount];
+    float* to[combCount];
+    alignas(16) float wrapped[combCount][fxChunk];
+};
+
+/** Four combs over four samples: adds their taps to the sums, in order, and writes their cells. */
+template <bool crossesOver>
+[[gnu::always_inline]] inline void runFourCombs(const CombBank& bank, CombRun& run, int group, int t,
+                                                Quad& state, const Quad* inputs, Quad& sum, Quad& nextSum)
 {
     const Quad damp1 = quadOf(bank.damp1), damp2 = quadOf(bank.damp2), feedback = quadOf(bank.combFeedback);
-    const Quad tiny = quadOf(reverbTiny);
-    Quad state = loadQuad(store);
+    Quad rows[4];
+    for (int i = 0; i < 4; ++i)
+        rows[i] = loadQuad(run.from[group + i] + t);
+
+    if (crossesOver) // from the left combs to the right ones
+    {
+        sum = sum + rows[0] + rows[1];
+        nextSum = rows[2] + rows[3];
+    }
+    else
+    {
+        sum = sum + rows[0] + rows[1] + rows[2] + rows[3];
+    }
+
+    transpose(rows[0], rows[1], rows[2], rows[3]);
+
+    for (int i = 0; i < 4; ++i)
+    {
+        state = rows[i] * damp2 + state * damp1 + reverbTiny;
+        rows[i] = state * feedback + inputs[i] + reverbTiny;
+    }
+
+    transpose(rows[0], rows[1], rows[2], rows[3]);
+
+    for (int i = 0; i < 4; ++i)
+        storeQuad(run.to[group + i] + t, rows[i]);
+}
+
+/** All combs, four samples at a time. The groups follow each other within a step, so that they overlap: each
+   waits for its own states alone. */
+void runFours(CombBank& bank, CombRun& run, const float* l, const float* r, float* sumL, float* sumR, int num)
+{
+    Quad state[combCount / 4];
+    for (int group = 0; group < combCount / 4; ++group)
+        state[group] = loadQuad(bank.store + 4 * group);
 
     for (int t = 0; t + 4 <= num; t += 4)
     {
-        Quad rows[4];
-        for (int i = 0; i < 4; ++i)
-            rows[i] = loadQuad(taps + i * fxChunk + t);
-
-        transpose(rows[0], rows[1], rows[2], rows[3]);
+        Quad left[4], third[4], fourth[4], fifth[4];
 
         for (int i = 0; i < 4; ++i)
         {
-            state = rows[i] * damp2 + state * damp1 + tiny;
-            rows[i] = state * feedback + inputs[t + i] + tiny;
+            const Quad both = {l[t + i], r[t + i], 0.0f, 0.0f};
+            left[i] = __builtin_shufflevector(both, both, 0, 0, 0, 0);
+            third[i] = __builtin_shufflevector(both, both, 0, 0, 0, 1);
+            fourth[i] = __builtin_shufflevector(both, both, 0, 1, 0, 1);
+            fifth[i] = __builtin_shufflevector(both, both, 0, 1, 0, 0);
         }
 
-        transpose(rows[0], rows[1], rows[2], rows[3]);
-
-        for (int i = 0; i < 4; ++i)
-            storeQuad(taps + i * fxChunk + t, rows[i]);
+        Quad sum = quadOf(0.0f), nextSum = quadOf(0.0f);
+        runFourCombs<false>(bank, run, 0, t, state[0], left, sum, nextSum);
+        runFourCombs<false>(bank, run, 4, t, state[1], left, sum, nextSum);
+        runFourCombs<true>(bank, run, 8, t, state[2], third, sum, nextSum);
+        runFourCombs<false>(bank, run, 12, t, state[3], fourth, nextSum, nextSum);
+        runFourCombs<false>(bank, run, 16, t, state[4], fifth, nextSum, nextSum);
+        storeQuad(sumL + t, sum + reverbTiny);
+        storeQuad(sumR + t, nextSum + reverbTiny);
     }
 
-    storeQuad(store, state);
+    for (int group = 0; group < combCount / 4; ++group)
+        storeQuad(bank.store + 4 * group, state[group]);
 }
 
-void runRest(CombBank& bank, float (*taps)[fxChunk], const float* l, const float* r, int from, int num)
+void runRest(CombBank& bank, CombRun& run, const float* l, const float* r, float* sumL, float* sumR, int from,
+             int num)
 {
-    for (int comb = 0; comb < combCount; ++comb)
+    for (int t = from; t < num; ++t)
     {
-        const float* in = fedFromRight(comb) ? r : l;
+        float sums[2] = {0.0f, 0.0f};
 
-        for (int t = from; t < num; ++t)
+        for (int comb = 0; comb < combCount; ++comb)
         {
-            bank.store[comb] = taps[comb][t] * bank.damp2 + bank.store[comb] * bank.damp1 + reverbTiny;
-            taps[comb][t] = bank.store[comb] * bank.combFeedback + in[t] + reverbTiny;
+            const float tap = run.from[comb][t];
+            sums[comb / 10] = sums[comb / 10] + tap;
+            bank.store[comb] = tap * bank.damp2 + bank.store[comb] * bank.damp1 + reverbTiny;
+            run.to[comb][t] =
+                bank.store[comb] * bank.combFeedback + (fedFromRight(comb) ? r : l)[t] + reverbTiny;
         }
+
+        sumL[t] = sums[0] + reverbTiny;
+        sumR[t] = sums[1] + reverbTiny;
     }
 }
 
-void sumCombs(float (*taps)[fxChunk], float* sum, int num)
-{
-    for (int t = 0; t < num; ++t)
-    {
-        float total = taps[0][t];
-        for (int i = 1; i < 10; ++i)
-            total = total + taps[i][t];
-        sum[t] = total + reverbTiny;
-    }
-}
-
-/** At most as many samples as the shortest comb is long, so that no tap reads what the same run writes. */
+/** At most as many samples as the shortest comb is long, so that no tap reads what the same run writes. A
+   comb nearly as long as its ring does read cells of the same run, but always ahead of the writing. */
 void runCombs(CombBank& bank, const float* l, const float* r, float* sumL, float* sumR, int num)
 {
-    alignas(16) float taps[combCount][fxChunk];
+    CombRun run;
     constexpr std::uint32_t mask = CombBank::length - 1;
+    const std::uint32_t writeStart = (bank.position + 1) & mask;
+    const bool writesWrap = writeStart + static_cast<std::uint32_t>(num) > CombBank::length;
 
     for (int comb = 0; comb < combCount; ++comb)
-        readRing(bank.cells + comb * CombBank::stride, (bank.position - bank.delay[comb]) & mask, taps[comb],
-                 num);
-
-    sumCombs(taps, sumL, num);
-    sumCombs(taps + 10, sumR, num);
-
-    const int whole = num & ~3;
-
-    if (whole > 0)
     {
-        Quad fromLeft[fxChunk], fromRight[fxChunk], mixed[fxChunk];
+        float* ring = bank.cells + comb * CombBank::stride;
+        const std::uint32_t readStart = (writeStart - bank.delay[comb]) & mask;
+        run.from[comb] = ring + readStart;
+        run.to[comb] = writesWrap ? run.wrapped[comb] : ring + writeStart;
 
-        for (int t = 0; t < whole; ++t)
+        if (readStart + static_cast<std::uint32_t>(num) > CombBank::length)
         {
-            fromLeft[t] = quadOf(l[t]);
-            fromRight[t] = quadOf(r[t]);
-        }
-
-        for (int group = 0; group < combCount; group += 4)
-        {
-            QuadIndex right{};
-            for (int i = 0; i < 4; ++i)
-                right[i] = fedFromRight(group + i) ? -1 : 0;
-
-            const bool mixes = group >= 8;
-            for (int t = 0; mixes && t < whole; ++t)
-                mixed[t] = right ? fromRight[t] : fromLeft[t];
-
-            runFourCombs(bank, bank.store + group, taps[group], mixes ? mixed : fromLeft, whole);
+            readRing(ring, readStart - 1, run.wrapped[comb], num);
+            run.from[comb] = run.wrapped[comb];
         }
     }
 
-    runRest(bank, taps, l, r, whole, num);
+    runFours(bank, run, l, r, sumL, sumR, num);
+    runRest(bank, run, l, r, sumL, sumR, num & ~3, num);
 
-    for (int comb = 0; comb < combCount; ++comb)
-        writeRing(bank.cells + comb * CombBank::stride, bank.position, taps[comb], num);
+    for (int comb = 0; writesWrap && comb < combCount; ++comb)
+        writeRing(bank.cells + comb * CombBank::stride, bank.position, run.wrapped[comb], num);
 
     bank.position = (bank.position + static_cast<std::uint32_t>(num)) & mask;
 }
 
-void runTone(CombBank& bank, float* left, float* right, int num)
+/** Tone filters of up to four units in the lanes, one channel each. */
+struct ToneLanes
 {
-    const float lp = bank.lp, lpInv = bank.lpInv, hp = bank.hp, hpInv = bank.hpInv;
-    float lpL = bank.lpStateL, hpL = bank.hpStateL, lpR = bank.lpStateR, hpR = bank.hpStateR;
+    Quad lp{}, lpInv{}, hp{}, hpInv{}, low{}, high{};
 
-    for (int t = 0; t < num; ++t)
+    [[gnu::always_inline]] Quad tick(Quad x)
     {
-        lpL = left[t] * lp + lpInv * lpL + reverbTiny;
-        lpR = right[t] * lp + lpInv * lpR + reverbTiny;
-        hpL = lpL * hp + hpInv * hpL + reverbTiny;
-        hpR = lpR * hp + hpInv * hpR + reverbTiny;
-        left[t] = lpL - hpL;
-        right[t] = lpR - hpR;
+        low = x * lp + lpInv * low + reverbTiny;
+        high = low * hp + hpInv * high + reverbTiny;
+        return low - high;
+    }
+};
+
+/** Tone filters of some units in place; together, as each waits for itself from sample to sample. */
+void runTones(ReverbUnit* units, int numUnits, float (*left)[fxChunk], float (*right)[fxChunk], int num)
+{
+    ToneLanes l, r;
+
+    for (int u = 0; u < numUnits; ++u)
+    {
+        const CombBank& bank = units[u].bank;
+        l.lp[u] = r.lp[u] = bank.lp;
+        l.lpInv[u] = r.lpInv[u] = bank.lpInv;
+        l.hp[u] = r.hp[u] = bank.hp;
+        l.hpInv[u] = r.hpInv[u] = bank.hpInv;
+        l.low[u] = bank.lpStateL;
+        l.high[u] = bank.hpStateL;
+        r.low[u] = bank.lpStateR;
+        r.high[u] = bank.hpStateR;
     }
 
-    bank.lpStateL = lpL;
-    bank.hpStateL = hpL;
-    bank.lpStateR = lpR;
-    bank.hpStateR = hpR;
+    for (int t = 0; t < num; t += 4) // what lies past the end stays out of the states
+    {
+        Quad rowsL[4], rowsR[4];
+        for (int u = 0; u < 4; ++u)
+        {
+            rowsL[u] = u < numUnits ? loadQuad(left[u] + t) : quadOf(0.0f);
+            rowsR[u] = u < numUnits ? loadQuad(right[u] + t) : quadOf(0.0f);
+        }
+
+        transpose(rowsL[0], rowsL[1], rowsL[2], rowsL[3]);
+        transpose(rowsR[0], rowsR[1], rowsR[2], rowsR[3]);
+
+        for (int i = 0; i < std::min(4, num - t); ++i)
+        {
+            rowsL[i] = l.tick(rowsL[i]);
+            rowsR[i] = r.tick(rowsR[i]);
+        }
+
+        transpose(rowsL[0], rowsL[1], rowsL[2], rowsL[3]);
+        transpose(rowsR[0], rowsR[1], rowsR[2], rowsR[3]);
+
+        for (int u = 0; u < numUnits; ++u)
+        {
+            storeQuad(left[u] + t, rowsL[u]);
+            storeQuad(right[u] + t, rowsR[u]);
+        }
+    }
+
+    for (int u = 0; u < numUnits; ++u)
+    {
+        CombBank& bank = units[u].bank;
+        bank.lpStateL = l.low[u];
+        bank.hpStateL = l.high[u];
+        bank.lpStateR = r.low[u];
+        bank.hpStateR = r.high[u];
+    }
 }
 
 void runAllPass(AllPass& unit, float* signal, int num)
@@ -279,30 +354,45 @@ void reverbSetLength(ReverbUnit& unit, float scale)
     setCombDelays(unit, scale * unit.sampleRate / 44100.0f);
 }
 
-void reverbProcess(ReverbUnit& unit, const float* l, const float* r, float* outL, float* outR, int num)
+void reverbProcess(ReverbUnit* units, int numUnits, const float* l, const float* r, float* outL, float* outR,
+                   int num)
 {
-    const auto shortest =
-        static_cast<int>(*std::min_element(std::begin(unit.bank.delay), std::end(unit.bank.delay)));
+    float left[4][fxChunk], right[4][fxChunk];
 
-    for (int start = 0; start < num;)
+    for (int u = 0; u < numUnits; ++u)
     {
-        const int run = std::min(num - start, shortest);
-        runCombs(unit.bank, l + start, r + start, outL + start, outR + start, run);
-        start += run;
+        CombBank& bank = units[u].bank;
+        const auto shortest =
+            static_cast<int>(*std::min_element(std::begin(bank.delay), std::end(bank.delay)));
+
+        for (int start = 0; start < num;)
+        {
+            const int run = std::min(num - start, shortest);
+            runCombs(bank, l + start, r + start, left[u] + start, right[u] + start, run);
+            start += run;
+        }
+
+        std::fill(left[u] + num, std::end(left[u]), 0.0f);
+        std::fill(right[u] + num, std::end(right[u]), 0.0f);
     }
 
-    runTone(unit.bank, outL, outR, num);
+    runTones(units, numUnits, left, right, num);
+    std::fill(outL, outL + num, 0.0f);
+    std::fill(outR, outR + num, 0.0f);
 
-    for (int i = 0; i < 4; ++i)
+    for (int u = 0; u < numUnits; ++u)
     {
-        runAllPass(unit.allPass[i], outL, num);
-        runAllPass(unit.allPass[4 + i], outR, num);
-    }
+        for (int i = 0; i < 4; ++i)
+        {
+            runAllPass(units[u].allPass[i], left[u], num);
+            runAllPass(units[u].allPass[4 + i], right[u], num);
+        }
 
-    for (int t = 0; t < num; ++t)
-    {
-        outL[t] = outL[t] * 0.025f;
-        outR[t] = outR[t] * 0.025f;
+        for (int t = 0; t < num; ++t)
+        {
+            outL[t] = outL[t] + left[u][t] * 0.025f;
+            outR[t] = outR[t] + right[u][t] * 0.025f;
+        }
     }
 }
 } // namespace quorel

@@ -63,6 +63,7 @@ void reverbSetTone(ReverbUnit& unit, float pLow, float pHigh);
 /** Scales the combs' lengths; what they hold stays. */
 void reverbSetLength(ReverbUnit& unit, float scale);
 
-/** Processes up to fxChunk samples. */
-void reverbProcess(ReverbUnit& unit, const float* l, const float* r, float* outL, float* outR, int num);
+/** Processes up to fxChunk samples and adds up what one to four units in parallel give. */
+void reverbProcess(ReverbUnit* units, int numUnits, const float* l, const float* r, float* outL, float* outR,
+                   int num);
 } // namespace quorel

@@ -5,6 +5,7 @@
 #include "effects/AmpTables.h"
 #include "effects/EffectMath.h"
 #include "effects/LayerEq.h"
+#include "effects/QuadMath.h"
 
 #include <cmath>
 #include <deque>
@@ -130,7 +131,7 @@ TEST(LiteralForms, ReverbUnit)
         const Stereo in = noise(tenSeconds);
         Stereo got = in, expected = in;
         for (std::size_t i = 0; i < in.left.size(); i += 60)
-            reverbProcess(*unit, &in.left[i], &in.right[i], &got.left[i], &got.right[i], 60);
+            reverbProcess(unit.get(), 1, &in.left[i], &in.right[i], &got.left[i], &got.right[i], 60);
         for (std::size_t i = 0; i < in.left.size(); ++i)
             literal->process(in.left[i], in.right[i], expected.left[i], expected.right[i]);
 
@@ -243,6 +244,121 @@ TEST(LiteralForms, EqLadder)
     }
 
     EXPECT_LE(deviation(got.left, expected), fullScaleLimit);
+}
+
+TEST(LiteralForms, StateVariableFilter)
+{
+    SvfBanks banks;
+    setSvf(banks, 0.6f, 0.9f, 0.0f, 48000.0f);
+    SvfRun svf(banks.svfA);
+    const double tiny = static_cast<double>(fxTiny);
+    double low = 0.0, band = 0.0, most = 0.0;
+    const Stereo in = noise(tenSeconds);
+
+    for (std::size_t n = 0; n < in.left.size(); ++n)
+    {
+        svf.tick(pairOf(in.left[n], in.right[n]), SvfSetting{banks.svfF, banks.svfQ});
+        band = band - band * band * band * 0.0010000000474974513 + tiny;
+        const double high = static_cast<double>(in.left[n]) - low - band * banks.svfQ + tiny;
+        band = high * banks.svfF + tiny + band;
+        low = band * banks.svfF + tiny + low;
+        most = std::max(
+            {most, std::abs(low - svf.low[0]), std::abs(band - svf.band[0]), std::abs(high - svf.high[0])});
+    }
+
+    EXPECT_LE(most, fullScaleLimit);
+}
+
+TEST(LiteralForms, FilterCoreLadderAndStateVariable)
+{
+    for (const int type : {3, 17})
+    {
+        for (const float cutoff : {0.2f, 0.5f, 0.8f})
+        {
+            auto core = std::make_unique<FilterCore>();
+            FilterCoefficients c{};
+            filterConstruct(*core);
+            filterInit(*core, 48000.0f);
+            core->type = type;
+            core->cutoffTarget = core->cutoffSmooth = cutoff;
+            core->resonance = 0.8f;
+            filterCoefficients(*core, c);
+
+            const Stereo in = noise(tenSeconds);
+            std::vector<float> left(in.left.size()), right(in.left.size()), expected(in.left.size());
+            const FilterStep step{&c, tenSeconds};
+            filterProcess(*core, in.left.data(), in.right.data(), left.data(), right.data(), 1.0f, 1.0f,
+                          &step, 1);
+
+            float s1 = 0.0f, s2 = 0.0f, s3 = 0.0f, s4 = 0.0f, prev = 0.0f, band = 0.0f, low = 0.0f;
+            for (std::size_t n = 0; n < in.left.size(); ++n)
+            {
+                for (int pass = 0; pass < 2; ++pass)
+                {
+                    const float x = in.left[n] - c.ladderFeedback * s4 + fxTiny;
+                    const float n1 = (x + prev) * c.ladderP - c.ladderScale * s1 + fxTiny;
+                    const float n2 = (n1 + s1) * c.ladderP - c.ladderScale * s2 + fxTiny;
+                    const float n3 = (n2 + s2) * c.ladderP - c.ladderScale * s3 + fxTiny;
+                    const float v = (n3 + s3) * c.ladderP - c.ladderScale * s4 + fxTiny;
+                    s1 = n1;
+                    s2 = n2;
+                    s3 = n3;
+                    s4 = (1.0f - v * v * 0.166666f) * v;
+                    prev = x + fxTiny;
+
+                    band = band - band * band * band * 0.001f + fxTiny;
+                    const float high = in.left[n] - low - band * c.svfQ + fxTiny;
+                    band = high * c.svfF + fxTiny + band;
+                    low = band * c.svfF + fxTiny + low;
+                    expected[n] += type == 17 ? s4 : low * 0.70710678f;
+                }
+            }
+
+            EXPECT_LE(deviation(left, expected), fullScaleLimit) << type << ' ' << cutoff;
+        }
+    }
+}
+
+TEST(LiteralForms, CompressorGain)
+{
+    for (const float threshold : {0.2f, 0.6f})
+    {
+        auto slot = makeSlot(27);
+        const Stereo in = noise(tenSeconds, 0.9f);
+        Stereo out = in;
+        run(*slot, {threshold, 0.9f, 0.1f, 0.4f, 0.5f}, out);
+
+        float envelope = 0.0f, peak = 0.0f, gain = 1.0f, look[256] = {};
+        std::vector<float> expected(in.left.size());
+        for (std::size_t n = 0; n < in.left.size(); ++n)
+        {
+            const float delayed = look[n & 255], level = std::abs(in.left[n]);
+            look[n & 255] = in.left[n];
+            const float c = peak > envelope ? slot->compAttack : slot->compRelease;
+            envelope = (1.0f - c) * peak + c * envelope;
+            peak = level > peak ? level : level * 0.001f + peak * 0.999f + fxTiny;
+            const float target =
+                envelope > slot->compThresholdLin
+                    ? std::pow(10.0f, (slot->compThresholdDb - 20.0f * std::log10(envelope)) *
+                                          slot->compSlope * 0.05f)
+                    : 1.0f;
+            gain = (1.0f - slot->compAttack) * target + slot->compAttack * gain;
+            expected[n] = slot->compPost * gain * delayed;
+        }
+
+        EXPECT_LE(deviation(out.left, expected), fullScaleLimit) << threshold;
+    }
+}
+
+TEST(LiteralForms, FunctionsOfTheCurves)
+{
+    for (float x = -100.0f; x < 100.0f; x += 0.00137f)
+    {
+        const Quad v = quadOf(x);
+        ASSERT_NEAR(quorel::sine(v)[0], std::sin(static_cast<double>(x)), 1e-7) << x;
+        ASSERT_NEAR(quorel::cosine(v)[1], std::cos(static_cast<double>(x)), 1e-7) << x;
+        ASSERT_NEAR(quorel::arctangent(v)[2], std::atan(static_cast<double>(x)), 2e-7) << x;
+    }
 }
 
 TEST(LiteralForms, SampleBySampleEqualsAnyBlock)
