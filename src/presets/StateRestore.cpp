@@ -161,7 +161,10 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
         }
         else if (!plugin)
         {
-            state = processor.getLayer(layer).getMissingState();
+            // Copying an empty block hands memcpy a null pointer.
+            if (const auto& missing = processor.getLayer(layer).getMissingState(); !missing.isEmpty())
+                state = missing;
+
             declaredSize = static_cast<int>(state.getSize());
         }
     }
