@@ -13,13 +13,13 @@ OriginalComparison::OriginalComparison(PluginProcessor& pluginProcessor)
 
 void OriginalComparison::presetLoaded(const juce::MemoryBlock& bytes)
 {
-    originalState = bytes;
+    originalState.replaceAll(bytes.getData(), bytes.getSize());
     editedState.reset();
 }
 
 void OriginalComparison::presetSaved(const juce::MemoryBlock& bytes)
 {
-    originalState = bytes;
+    originalState.replaceAll(bytes.getData(), bytes.getSize());
 }
 
 bool OriginalComparison::showOriginal()
