@@ -60,6 +60,7 @@ void FxPage::buildSlot(int block)
                                                   &images.labelTextStrip, captionColour)};
         addAndMakeVisible(*s.mix[n].knob);
         addAndMakeVisible(*s.mix[n].label);
+        s.mix[n].label->setInterceptsMouseClicks(false, false);
     }
 
     for (size_t j = 0; j < s.parameters.size(); ++j)
@@ -71,6 +72,8 @@ void FxPage::buildSlot(int block)
                            std::make_unique<myLabel>(geometry::fx::label(number) + offset, juce::String())};
         addChildComponent(*s.parameters[j].knob);
         addChildComponent(*s.parameters[j].label);
+        // Labels reach into the knobs above them.
+        s.parameters[j].label->setInterceptsMouseClicks(false, false);
     }
 
     for (size_t row = 0; row < s.steps.size(); ++row)

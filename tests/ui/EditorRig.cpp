@@ -8,7 +8,7 @@ namespace
 constexpr int patienceMillis = 3000;
 /** More than the double-click time, so that separate clicks stay separate. */
 constexpr int betweenClicksMillis = 1000;
-constexpr int pointerArrivesMillis = 10;
+constexpr int pointerArrivesMillis = 200;
 constexpr int dragSteps = 8;
 constexpr auto mouse = juce::MouseInputSource::InputSourceType::mouse;
 constexpr float pressure = 1.0f;
@@ -58,6 +58,36 @@ std::vector<juce::AccessibilityHandler*> menuRows()
 }
 } // namespace
 
+void TestWindow::movePointer(Point onScreen)
+{
+    if (juce::Desktop::getMousePosition() == onScreen)
+        return;
+
+    // The window system tells of the move by and by: that must not come between the press and the release.
+    // Painting keeps its connection talking.
+    struct Listener : juce::MouseListener
+    {
+        void mouseMove(const juce::MouseEvent& event) override { last = event.getScreenPosition(); }
+
+        void mouseEnter(const juce::MouseEvent& event) override { last = event.getScreenPosition(); }
+
+        Point last{-1, -1};
+    };
+
+    Listener listener;
+    auto& desktop = juce::Desktop::getInstance();
+    desktop.addGlobalMouseListener(&listener);
+    juce::Desktop::setMousePosition(onScreen);
+    pumpUntil(
+        [&]
+        {
+            content.repaint(0, 0, 1, 1);
+            return listener.last == onScreen;
+        },
+        pointerArrivesMillis);
+    desktop.removeGlobalMouseListener(&listener);
+}
+
 TestWindow::TestWindow(juce::Component& shown)
     : content(shown)
     , clock(juce::Time::currentTimeMillis())
@@ -69,8 +99,7 @@ TestWindow::TestWindow(juce::Component& shown)
     content.toFront(true);
     pumpUntil([&] { return peerOf(content).isFocused(); }, patienceMillis);
     // The pointer stays away from the controls until a test moves it.
-    juce::Desktop::setMousePosition({0, 0});
-    pump();
+    movePointer({0, 0});
 }
 
 TestWindow::~TestWindow()
@@ -100,8 +129,7 @@ void TestWindow::moveTo(juce::Component& target, Point at, int buttonAndKeys)
 void TestWindow::press(juce::Component& target, Point at, int buttonAndKeys)
 {
     // Menus look for the pointer itself: it goes along.
-    juce::Desktop::setMousePosition(target.localPointToGlobal(at));
-    pump(pointerArrivesMillis);
+    movePointer(target.localPointToGlobal(at));
     const int keys = buttonAndKeys & ~juce::ModifierKeys::allMouseButtonModifiers;
     send(target, at, keys);
     send(target, at, buttonAndKeys);
@@ -203,15 +231,17 @@ bool TestWindow::chooseFromMenu(const juce::String& text)
 
         // A menu follows the pointer itself, and takes no click in its first moments.
         constexpr int menuSettlesMillis = 300;
-        auto& item = const_cast<juce::Component&>(row->getComponent());
-        const auto middle = item.getLocalBounds().getCentre();
-        juce::Desktop::setMousePosition(item.localPointToGlobal(middle));
+        const juce::Component::SafePointer<juce::Component> item(
+            const_cast<juce::Component*>(&row->getComponent()));
+        const auto middle = item->getLocalBounds().getCentre();
+        movePointer(item->localPointToGlobal(middle));
         pump(menuSettlesMillis);
-        press(item, middle);
+        if (item != nullptr)
+            press(*item, middle);
         pump(menuSettlesMillis);
         juce::ModifierKeys::currentModifiers = {};
-        if (menuIsOpen())
-            release(item, middle);
+        if (item != nullptr)
+            release(*item, middle);
         return pumpUntil([] { return !menuIsOpen(); }, patienceMillis);
     }
     return false;

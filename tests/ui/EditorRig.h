@@ -74,6 +74,7 @@ public:
 
 private:
     void send(juce::Component& target, Point at, int buttonAndKeys);
+    void movePointer(Point onScreen);
 
     juce::Component& content;
     juce::int64 clock;

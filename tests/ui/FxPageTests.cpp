@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The effects page and the EQ panels, under the mouse, on a real processor.
+#include "EditorRig.h"
+
+#include "effects/FxTypes.h"
+#include "engine/ParameterCodings.h"
+#include "ui/FxPage.h"
+#include "ui/Geometry.h"
+#include "ui/LayerEqPanel.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace quorel::test
+{
+
+namespace
+{
+constexpr float tolerance = 1e-5f;
+constexpr int kappel = 26;
+
+/** Type parameter of an effect type. */
+float typeValue(int type)
+{
+    return static_cast<float>(type) / 32.0f;
+}
+
+class FxPageTest : public testing::Test
+{
+protected:
+    FxPageTest()
+    {
+        rig.host.onRefresh = [this] { page.refresh(); };
+        page.refresh();
+    }
+
+    void setType(int block, int type)
+    {
+        rig.set(slot::fxType + block, typeValue(type));
+        page.refresh();
+    }
+
+    bool isShown(int parameter) const
+    {
+        auto* control = window.find(parameter);
+        return control != nullptr && control->isShowing();
+    }
+
+    EditorRig rig;
+    FxPage page{rig.processor, rig.host, rig.images};
+    TestWindow window{page};
+};
+
+} // namespace
+
+TEST_F(FxPageTest, ChoosingATypeStartsTheEffect)
+{
+    constexpr int block = 2;
+    rig.set(slot::fxMix + block, 0.1f);
+    rig.set(slot::fxVolume + block, 0.0f);
+    for (int j = 0; j < numFxParameters; ++j)
+        rig.set(fxParameter(block, j), 0.123f);
+
+    window.click(*window.find(slot::fxType + block));
+    const auto types = window.menuTexts();
+    ASSERT_EQ(types.size(), fxTypeCount);
+    EXPECT_EQ(types[0], "None");
+    EXPECT_EQ(types[fxTypeCount - 1], "AutoWah");
+    ASSERT_TRUE(window.chooseFromMenu("HQ Reverb"));
+    TestWindow::pump();
+
+    EXPECT_EQ(rig.host.refreshes, 1);
+    EXPECT_FLOAT_EQ(rig.get(slot::fxType + block), typeValue(6));
+    EXPECT_EQ(rig.get(slot::fxOn + block), 1.0f);
+    // Audible at once: full mix, in the middle, at the volume that every slot starts with.
+    EXPECT_EQ(rig.get(slot::fxMix + block), 1.0f);
+    EXPECT_EQ(rig.get(slot::fxPan + block), 0.5f);
+    EXPECT_EQ(rig.get(slot::fxVolume + block), 0.75f);
+    const float expected[] = {0.69f, 0.79f, 0.75f, 0.09f, 0.0f, 0.97f, 0.06f, 0.0f, 0.0f, 0.0f};
+    for (int j = 0; j < numFxParameters; ++j)
+        EXPECT_FLOAT_EQ(rig.get(fxParameter(block, j)), expected[j]) << j;
+    EXPECT_TRUE(rig.processor.edited.load());
+}
+
+TEST_F(FxPageTest, EverySlotShowsWhatItsTypeHas)
+{
+    for (int type = 0; type < fxTypeCount; ++type)
+    {
+        const int block = type % numFxBlocks;
+        setType(block, type);
+        for (int j = 0; j < numFxParameters; ++j)
+        {
+            const auto name = rig.processor.getParameterName(fxParameter(block, j));
+            const bool isStepRow = type == kappel && (j == 5 || j == 6);
+            EXPECT_EQ(isShown(fxParameter(block, j)), isStepRow || name.isNotEmpty()) << type << " " << j;
+        }
+        for (const int first : {slot::fxOn, slot::fxType, slot::fxVolume, slot::fxMix, slot::fxPan})
+            EXPECT_TRUE(isShown(first + block)) << type;
+        EXPECT_EQ(window.find<juce::ComboBox>(slot::fxType + block)->getText(),
+                  juce::String(fxTypes[static_cast<size_t>(type)].name));
+    }
+}
+
+TEST_F(FxPageTest, KnobsShowNamesFilmsAndReturnToWhatWasSet)
+{
+    rig.set(fxParameter(0, 2), 0.31f);
+    setType(0, 1);
+    const auto onePage = TestWindow::picture(page);
+    auto& feedback = *window.find<myKnob>(fxParameter(0, 2));
+    EXPECT_NEAR(feedback.getValue(), 0.31, 1e-6);
+    window.drag(feedback, {23, 23}, {23, 3});
+    EXPECT_NEAR(rig.get(fxParameter(0, 2)), 0.39f, tolerance);
+    window.doubleClick(feedback, {23, 23});
+    EXPECT_NEAR(rig.get(fxParameter(0, 2)), 0.31f, tolerance);
+
+    // "Feedback" has its zero in the middle, the same knob of the reverb has not: other films.
+    const auto bipolar = TestWindow::picture(feedback);
+    setType(0, 6);
+    const auto unipolar = TestWindow::picture(feedback);
+    bool differs = false;
+    for (int y = 0; y < bipolar.getHeight(); ++y)
+        for (int x = 0; x < bipolar.getWidth(); ++x)
+            differs |= bipolar.getPixelAt(x, y) != unipolar.getPixelAt(x, y);
+    EXPECT_TRUE(differs);
+}
+
+TEST_F(FxPageTest, StepsOfTheRhythmGate)
+{
+    constexpr int block = 3;
+    setType(block, kappel);
+    const int left = fxParameter(block, 5);
+    auto& row = *window.find<kappelDisplay>(left);
+    ASSERT_EQ(row.getBounds(), juce::Rectangle<int>(490 + 324, 295 + 256, 164, 14));
+
+    window.click(row, {5, 7});
+    window.click(row, {155, 7});
+    window.click(row, {42, 7});
+    // Past the last step.
+    window.click(row, {162, 7});
+    EXPECT_EQ(row.pattern(), 1 << 0 | 1 << 15 | 1 << 4);
+    EXPECT_EQ(rig.get(fxParameter(block, 6)), 0.0f);
+    const auto pixel = [&](int step) { return TestWindow::picture(row).getPixelAt(step * 10 + 4, 6); };
+    EXPECT_EQ(pixel(4), juce::Colour(0xffb58308));
+    EXPECT_EQ(pixel(5), juce::Colours::black);
+
+    const float before = rig.get(left);
+    window.click(row, {42, 7});
+    window.click(row, {42, 7});
+    EXPECT_NEAR(rig.get(left), before, 1.0f / 65536.0f);
+
+    // Every step on and off again, in any order, keeps the others.
+    int expected = row.pattern();
+    for (int step = 0; step < 16; ++step)
+    {
+        window.click(row, {step * 10 + 4, 7});
+        expected ^= 1 << step;
+        EXPECT_EQ(row.pattern(), expected) << step;
+    }
+}
+
+TEST_F(FxPageTest, DragOnTheCurveMovesTheNearestBand)
+{
+    auto& screen = *window.find("EQlcd");
+    const auto frequency = [](int band)
+    { return slot::masterEq + eqSlot::bands + 4 * band + eqSlot::bandFreq; };
+    const auto width = [&](int band) { return frequency(band) + 1; };
+    const auto gain = [&](int band) { return frequency(band) + 2; };
+    ASSERT_EQ(screen.getBounds(), juce::Rectangle<int>(736, 632, 346, 122));
+
+    // Band 1 stands in the middle; towards the top is louder.
+    window.drag(screen, {180, 61}, {346 * 6 / 10, 122 / 4});
+    EXPECT_NEAR(rig.get(frequency(1)), 0.6f, 0.004f);
+    EXPECT_NEAR(rig.get(gain(1)), 0.75f, 0.01f);
+    EXPECT_FLOAT_EQ(rig.get(frequency(0)), 0.25f);
+    EXPECT_FLOAT_EQ(rig.get(frequency(2)), 0.75f);
+
+    const float before = rig.get(frequency(1));
+    const float gainBefore = rig.get(gain(1));
+    window.drag(screen, {205, 30}, {207 + 35, 90}, TestWindow::leftButton + TestWindow::shift);
+    EXPECT_NEAR(rig.get(width(1)), 0.3f, 0.02f);
+    EXPECT_EQ(rig.get(frequency(1)), before);
+    EXPECT_EQ(rig.get(gain(1)), gainBefore);
+
+    // Outside it stays at the ends; the right button does nothing.
+    window.drag(screen, {300, 60}, {500, -50});
+    EXPECT_EQ(rig.get(frequency(2)), 1.0f);
+    EXPECT_EQ(rig.get(gain(2)), 1.0f);
+    window.drag(screen, {80, 60}, {20, 10}, TestWindow::rightButton);
+    EXPECT_FLOAT_EQ(rig.get(frequency(0)), 0.25f);
+}
+
+TEST_F(FxPageTest, CurveShowsTheGainAtItsFrequency)
+{
+    auto& screen = dynamic_cast<TEQScreen&>(*window.find("EQlcd"));
+    const auto set = [&](int band, float f, float bw, float g)
+    {
+        const int first = slot::masterEq + eqSlot::bands + 4 * band + eqSlot::bandFreq;
+        rig.set(first, f);
+        rig.set(first + 1, bw);
+        rig.set(first + 2, g);
+    };
+
+    // The peak has the gain itself, far from it there is none; 1.0 stands for 20 dB.
+    for (const float g : {0.0f, 0.25f, 0.75f, 1.0f})
+    {
+        set(0, 0.5f, 0.2f, g);
+        EXPECT_NEAR(screen.responseAt(0, 173), 2.0 * static_cast<double>(g) - 1.0, 0.01) << g;
+        EXPECT_NEAR(screen.responseAt(0, 10), 0.0, 0.01) << g;
+    }
+    // Flat at 0 dB, whatever the width; wider bands reach further.
+    set(1, 0.5f, 0.9f, 0.5f);
+    for (const int x : {0, 173, 345})
+        EXPECT_EQ(screen.responseAt(1, x), 0.0);
+    set(1, 0.5f, 0.2f, 1.0f);
+    set(2, 0.5f, 0.6f, 1.0f);
+    EXPECT_GT(screen.responseAt(2, 120), screen.responseAt(1, 120));
+
+    // The picture: the fill of a boosted band stands above the middle line, not below.
+    for (int band = 0; band < numEqBands; ++band)
+        set(band, 0.5f, 0.4f, band == 0 ? 1.0f : 0.5f);
+    const auto picture = TestWindow::picture(screen);
+    EXPECT_NE(picture.getPixelAt(173, 30), juce::Colours::black);
+    EXPECT_EQ(picture.getPixelAt(173, 100), juce::Colours::black);
+}
+
+TEST_F(FxPageTest, MasterEqControlsStandAndWork)
+{
+    std::set<int> missing;
+    for (int parameter = slot::masterEq; parameter <= slot::masterEqEnd; ++parameter)
+        if (!isShown(parameter))
+            missing.insert(parameter);
+    EXPECT_TRUE(missing.empty());
+    EXPECT_EQ(window.find(slot::masterEq + eqSlot::lowPassOn)->getPosition(), juce::Point<int>(493, 678));
+    EXPECT_EQ(window.find(slot::masterEq + eqSlot::bands + 9)->getPosition(), juce::Point<int>(569, 708));
+
+    window.click(*window.find(slot::masterEq));
+    EXPECT_EQ(rig.get(slot::masterEq), 1.0f);
+    window.drag(*window.find(slot::masterEq + eqSlot::highPassFreq), {23, 23}, {23, -2});
+    EXPECT_NEAR(rig.get(slot::masterEq + eqSlot::highPassFreq), 0.1f, tolerance);
+    EXPECT_EQ(window.find(slot::masterEq)->getAccessibilityHandler()->getTitle(), "Master EQ On");
+}
+
+TEST(LayerEqPanelTest, IsTheEqOfItsLayer)
+{
+    EditorRig rig;
+    LayerEqPanel panel(rig.processor, rig.host, rig.images, 2);
+    panel.refresh();
+    TestWindow window(panel);
+
+    for (int n = layerSlot::eq; n <= layerSlot::eqEnd; ++n)
+        EXPECT_NE(window.find(layerParameter(2, n)), nullptr) << n;
+    EXPECT_EQ(window.find(layerParameter(2, 394))->getPosition(), juce::Point<int>(442, 65));
+    EXPECT_EQ(window.find("EQlcd")->getBounds(), juce::Rectangle<int>(736, 35, 346, 122));
+    window.click(*window.find(layerParameter(2, 393)));
+    EXPECT_EQ(rig.get(layerParameter(2, 393)), 1.0f);
+    window.drag(*window.find("EQlcd"), {86, 61}, {86, 0});
+    EXPECT_EQ(rig.get(layerParameter(2, layerSlot::eq + eqSlot::bands + eqSlot::bandGain)), 1.0f);
+}
+
+} // namespace quorel::test

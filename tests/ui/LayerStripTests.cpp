@@ -1,0 +1,349 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The strips of the layers with real instruments in them.
+#include "EditorRig.h"
+
+#include "engine/ParameterCodings.h"
+#include "engine/ParameterText.h"
+#include "hosting/HostedParameters.h"
+#include "presets/PresetFiles.h"
+#include "ui/PluginEditor.h"
+#include "ui/PluginWindow.h"
+#include "ui/widgets/myIntBox2.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+namespace
+{
+class LayerStripTest : public testing::Test
+{
+protected:
+    LayerStripTest()
+    {
+        engine.set(slot::view, 0.0f);
+        editor = std::make_unique<PluginEditor>(engine.processor);
+        window = std::make_unique<TestWindow>(*editor);
+    }
+
+    ~LayerStripTest() override { closeEditor(); }
+
+    void closeEditor()
+    {
+        window = nullptr;
+        editor = nullptr;
+    }
+
+    VirtualInstrument& layer(int i) { return engine.processor.getLayer(i); }
+
+    juce::Component* titled(const juce::String& title) { return titledIn(editor->getView(), title); }
+
+    static juce::Component* titledIn(juce::Component& parent, const juce::String& title)
+    {
+        for (auto* child : parent.getChildren())
+        {
+            if (child->getTitle() == title)
+                return child;
+
+            if (auto* found = titledIn(*child, title))
+                return found;
+        }
+
+        return nullptr;
+    }
+
+    juce::ComboBox& menu(const juce::String& title) { return *dynamic_cast<juce::ComboBox*>(titled(title)); }
+
+    juce::Button& button(const juce::String& title) { return *dynamic_cast<juce::Button*>(titled(title)); }
+
+    /** Opens a menu with the mouse and clicks a row. */
+    void choose(const juce::String& title, const juce::String& row)
+    {
+        window->click(menu(title));
+        ASSERT_TRUE(window->chooseFromMenu(row)) << title << ": " << row;
+        TestWindow::pump(50);
+    }
+
+    bool waitForInstrument(int i, const juce::String& name)
+    {
+        return pumpUntil([&] { return layer(i).hasInstance() && layer(i).getPluginName() == name; }, 5000);
+    }
+
+    static void passes() { TestWindow::pump(250); }
+
+    ProcessorRig engine;
+    std::unique_ptr<PluginEditor> editor;
+    std::unique_ptr<TestWindow> window;
+};
+} // namespace
+
+TEST_F(LayerStripTest, InstrumentsComeAndGoThroughTheMenu)
+{
+    window->click(menu("Layer 1 instrument"));
+    const auto rows = window->menuTexts();
+    ASSERT_EQ(rows[0], "no plugin");
+    EXPECT_EQ(rows.size(), engine.processor.getKnownPlugins().getNumTypes() + 1);
+    ASSERT_TRUE(window->chooseFromMenu("Orlen"));
+    ASSERT_TRUE(waitForInstrument(0, "Orlen"));
+    passes();
+    EXPECT_EQ(menu("Layer 1 instrument").getText(), "Orlen");
+    EXPECT_GT(menu("Layer 1 program").getNumItems(), 1);
+    EXPECT_TRUE(window->find("toEditorIcon")->isShowing());
+    EXPECT_FALSE(engine.processor.edited.load() && engine.processor.getFolderName().isEmpty());
+
+    // Another in its place, then the same again, which keeps what it plays.
+    choose("Layer 1 instrument", "Hexley2");
+    ASSERT_TRUE(waitForInstrument(0, "Hexley2"));
+    passes();
+    EXPECT_EQ(menu("Layer 1 instrument").getText(), "Hexley2");
+    choose("Layer 1 instrument", "no plugin");
+    EXPECT_TRUE(pumpUntil([this] { return !layer(0).hasInstance(); }, 2000));
+    passes();
+    EXPECT_EQ(menu("Layer 1 instrument").getText(), "no plugin");
+    EXPECT_EQ(menu("Layer 1 program").getNumItems(), 0);
+    EXPECT_FALSE(window->find("toEditorIcon")->isShowing());
+}
+
+TEST_F(LayerStripTest, ProgramArrowsWrapAroundAndBanksAreSent)
+{
+    ASSERT_TRUE(engine.load(1, "Orlen"));
+    passes();
+    auto& programs = menu("Layer 2 program");
+    ASSERT_GT(programs.getNumItems(), 2);
+    programs.setSelectedItemIndex(0, juce::sendNotificationSync);
+    window->click(button("Layer 2 previous program"));
+    passes();
+    EXPECT_EQ(programs.getSelectedItemIndex(), programs.getNumItems() - 1);
+
+    const auto current = [this]
+    {
+        const InstanceAccess::Use use(layer(1).instanceAccess());
+        return use->getCurrentProgram();
+    };
+    EXPECT_EQ(current(), programs.getNumItems() - 1);
+    window->click(button("Layer 2 next program"));
+    passes();
+    EXPECT_EQ(programs.getSelectedItemIndex(), 0);
+    EXPECT_EQ(current(), 0);
+
+    // Another program takes multi-controls off this layer's Easy values.
+    engine.set(slot::multiAssignment, encodeParamInt(18 + 7));
+    window->click(button("Layer 2 next program"));
+    passes();
+    EXPECT_EQ(decodeParamInt(engine.get(slot::multiAssignment)), 0);
+
+    // An empty layer's arrows do nothing.
+    window->click(button("Layer 1 next program"));
+    passes();
+    EXPECT_EQ(menu("Layer 1 program").getSelectedId(), 0);
+}
+
+TEST_F(LayerStripTest, AMissingInstrumentIsNamedUntilItIsGivenUp)
+{
+    layer(2).setMissing("Glasson");
+    engine.processor.requestEditorRefresh();
+    passes();
+    EXPECT_EQ(menu("Layer 3 instrument").getText(), "Plug-In Glasson is missing");
+    EXPECT_EQ(menu("Layer 3 instrument").findColour(juce::ComboBox::textColourId), juce::Colours::orange);
+    EXPECT_TRUE(titled("Layer 3 maker's web site")->isShowing());
+    EXPECT_EQ(button("Layer 3 maker's web site").getName(), "missingPluginIcon");
+    layer(2).setMissing("Nothing like it");
+    editor->getView().fullRefresh();
+    EXPECT_FALSE(titled("Layer 3 maker's web site")->isShowing());
+    layer(2).clearMissing();
+    editor->getView().fullRefresh();
+    EXPECT_EQ(menu("Layer 3 instrument").getText(), "no plugin");
+}
+
+TEST_F(LayerStripTest, PanelKeysChooseThePanel)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    passes();
+    const auto panel = [this](int i) { return engine.getLayer(i, layerSlot::drumPage); };
+    const std::pair<const char*, float> keys[] = {
+        {"EQ panel", 0.3f}, {"MIDI panel", 0.4f}, {"Easy panel", 0.2f}, {"key range panel", 0.0f}};
+
+    for (const auto& [key, value] : keys)
+    {
+        window->click(button("Layer 1 " + juce::String(key)));
+        EXPECT_FLOAT_EQ(panel(0), value) << key;
+        EXPECT_TRUE(button("Layer 1 " + juce::String(key)).getToggleState());
+    }
+
+    // Only an instrument with zones shows them.
+    window->click(button("Layer 1 zone mode"));
+    EXPECT_FLOAT_EQ(engine.getLayer(0, layerSlot::drumMode), 0.0f);
+    EXPECT_FALSE(button("Layer 1 zone mode").getToggleState());
+    engine.setLayer(0, layerSlot::drumMode, 1.0f);
+    window->click(button("Layer 1 key range panel"));
+    EXPECT_FLOAT_EQ(panel(0), 0.0f);
+}
+
+TEST_F(LayerStripTest, DrumModeSwitchesBetweenRangeAndZones)
+{
+    ASSERT_TRUE(engine.load(1, "Dorvik"));
+    passes();
+    ASSERT_NE(window->find(layerParameter(1, layerSlot::zoneOn)), nullptr)
+        << "Drums come up with their zones";
+    window->click(button("Layer 2 key range mode"));
+    EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumMode), 0.0f);
+    EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumPage), 0.0f);
+    EXPECT_TRUE(window->find(layerParameter(1, layerSlot::keyMin))->isShowing());
+    window->click(button("Layer 2 zone mode"));
+    EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumMode), 1.0f);
+    EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumPage), 0.1f);
+    EXPECT_TRUE(button("Layer 2 key range panel").getToggleState());
+}
+
+TEST_F(LayerStripTest, TransposeArrowsStepBySemitonesWithinTheRange)
+{
+    passes();
+    const auto semitones = [this] { return paramToInt(engine.getLayer(0, layerSlot::transpose), -24, 24); };
+    window->click(button("Transpose up"));
+    EXPECT_EQ(semitones(), 1);
+
+    for (int i = 0; i < 30; ++i)
+        button("Transpose down").triggerClick();
+
+    passes();
+    EXPECT_EQ(semitones(), -24);
+    auto* box = window->find<myIntBox2>(layerParameter(0, layerSlot::transpose));
+    EXPECT_EQ(box->numberOf(static_cast<float>(box->getValue())), -24);
+}
+
+TEST_F(LayerStripTest, EasyMenusOfferTheInstrumentsParameters)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    window->click(button("Layer 1 Easy panel"));
+    passes();
+    const auto& names = layer(0).getParameterNames();
+    auto& target = menu("Layer 1 Easy 1 target");
+    const int mapped = decodeParamInt(engine.getLayer(0, layerSlot::easyMapping));
+    EXPECT_EQ(target.getText(), names[mapped]);
+    EXPECT_EQ(target.getNumItems(), 1) << "The rest of the list waits until the menu opens";
+
+    target.showPopup();
+    TestWindow::pump(50);
+    EXPECT_EQ(target.getNumItems(), names.size() - 1);
+    TestWindow::closeMenus();
+    target.setSelectedId(7, juce::sendNotificationSync);
+    EXPECT_EQ(decodeParamInt(engine.getLayer(0, layerSlot::easyMapping)), 7);
+    const InstanceAccess::Use use(layer(0).instanceAccess());
+    EXPECT_FLOAT_EQ(engine.getLayer(0, layerSlot::easyValue), hostedParameter(*use.get(), 7));
+    passes();
+
+    // The fader moves the instrument.
+    auto* fader = window->find<juce::Slider>(layerParameter(0, layerSlot::easyValue));
+    fader->setValue(0.3, juce::sendNotificationSync);
+    EXPECT_NEAR(hostedParameter(*use.get(), 7), 0.3f, 1e-5f);
+}
+
+TEST_F(LayerStripTest, AMovedControlIsTheNewBaseOfItsMultiControl)
+{
+    // Fader 1 at rest, its first knob fully up, aimed at layer 1's pan.
+    engine.set(slot::multiAssignment, encodeParamInt(2));
+    engine.set(slot::multiKnob, 1.0f);
+    auto* pan = window->find<juce::Slider>(layerParameter(0, layerSlot::pan));
+    pan->setValue(0.1, juce::sendNotificationSync);
+    engine.set(slot::multiFader, 0.5f);
+    EXPECT_NEAR(engine.getLayer(0, layerSlot::pan), 0.6f, 1e-5f);
+}
+
+TEST_F(LayerStripTest, SwitchingALayerOffSilencesIt)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    passes();
+    engine.noteOn(60);
+    ASSERT_GT(engine.play(40).peak(), 0.001f);
+    auto& on = *window->find<juce::Button>(layerParameter(0, layerSlot::on));
+    window->click(on);
+    EXPECT_FLOAT_EQ(engine.getLayer(0, layerSlot::on), 0.0f);
+    window->click(on);
+    engine.playSeconds(3.0);
+    EXPECT_LT(engine.play(40).peak(), 0.001f) << "The note ended with the layer";
+}
+
+TEST_F(LayerStripTest, UserControllerMenusAndMidiChannel)
+{
+    window->click(button("Layer 1 MIDI panel"));
+    auto* controller = window->find<juce::ComboBox>(layerParameter(0, layerSlot::userController1));
+    ASSERT_NE(controller, nullptr);
+    EXPECT_TRUE(controller->getText().startsWith("39"));
+    controller->setSelectedId(75, juce::sendNotificationSync);
+    EXPECT_EQ(static_cast<int>(engine.getLayer(0, layerSlot::userController1) * 128.0f), 74);
+    auto* channel = window->find<juce::ComboBox>(layerParameter(0, layerSlot::midiChannel));
+
+    for (int i = 0; i <= 16; ++i)
+    {
+        channel->setSelectedItemIndex(i == 0 ? 5 : i - 1, juce::sendNotificationSync);
+        channel->setSelectedItemIndex(i, juce::sendNotificationSync);
+        EXPECT_EQ(static_cast<int>(engine.getLayer(0, layerSlot::midiChannel) * 16.0f), i);
+        editor->getView().fullRefresh();
+        EXPECT_EQ(channel->getSelectedItemIndex(), i);
+    }
+}
+
+TEST_F(LayerStripTest, TheInstrumentsWindowGoesWithTheInstrumentAndStaysWithoutTheEditor)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    ASSERT_TRUE(engine.load(1, "Tarn"));
+    passes();
+
+    for (int i = 0; i < 2; ++i)
+    {
+        window->click(button("Layer " + juce::String(i + 1) + " instrument's window"));
+        EXPECT_TRUE(layer(i).isWindowShowing());
+    }
+
+    const auto* first = dynamic_cast<juce::DocumentWindow*>(layer(0).getWindow());
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->getName(), "Orlen");
+    EXPECT_GT(first->getContentComponent()->getWidth(), 50);
+    passes();
+    auto* lamp = dynamic_cast<juce::Button*>(titled("Layer 1 instrument's window"));
+    EXPECT_TRUE(lamp->getToggleState());
+    PluginWindow::open(layer(0));
+    EXPECT_EQ(layer(0).getWindow(), dynamic_cast<const InstrumentWindow*>(first)) << "One window for each";
+
+    closeEditor();
+    TestWindow::pump(100);
+    EXPECT_TRUE(layer(0).isWindowShowing());
+    engine.processor.chooseInstrument(0, nullptr);
+    EXPECT_FALSE(layer(0).isWindowShowing());
+    EXPECT_TRUE(pumpUntil([this] { return !layer(0).hasInstance(); }, 3000));
+
+    // Its own close button; then once more, to go with the processor.
+    dynamic_cast<juce::DocumentWindow*>(layer(1).getWindow())->closeButtonPressed();
+    EXPECT_FALSE(layer(1).isWindowShowing());
+    PluginWindow::open(layer(1));
+    EXPECT_TRUE(layer(1).isWindowShowing());
+    TestWindow::pump(50);
+}
+
+TEST_F(LayerStripTest, LayoutsAreSavedAndChosenFromTheMenu)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    window->click(button("Layer 1 Easy panel"));
+    passes();
+    engine.setLayer(0, layerSlot::easyMapping, encodeParamInt(5));
+    engine.interaction.chosenFile = engine.processor.getPaths().layoutsFolder.getChildFile("Mine.orlen");
+    engine.interaction.chosenFile.getParentDirectory().createDirectory();
+    auto& layouts = *window->find("easyfilesmenu");
+    window->click(layouts);
+    EXPECT_EQ(window->menuTexts().joinIntoString(","), "Default Layout,Save Layout,Delete Layout");
+    ASSERT_TRUE(window->chooseFromMenu("Save Layout"));
+    TestWindow::pump(50);
+    window->click(layouts);
+    ASSERT_TRUE(window->chooseFromMenu("Default Layout"));
+    passes();
+    EXPECT_EQ(decodeParamInt(engine.getLayer(0, layerSlot::easyMapping)), 946);
+    EXPECT_EQ(menu("Layer 1 Easy 1 target").getText(), layer(0).getParameterNames()[946]);
+    window->click(layouts);
+    ASSERT_TRUE(window->chooseFromMenu("Mine"));
+    passes();
+    EXPECT_EQ(decodeParamInt(engine.getLayer(0, layerSlot::easyMapping)), 5);
+    EXPECT_EQ(menu("Layer 1 Easy 1 target").getText(), layer(0).getParameterNames()[5]);
+}
+
+} // namespace quorel::test

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The preset manager under mouse and keyboard, on real files and a real processor.
+#include "EditorRig.h"
+
+#include "presets/PresetFiles.h"
+#include "presets/PresetNames.h"
+#include "presets/StateChunk.h"
+#include "ui/Geometry.h"
+#include "ui/PresetManagerPage.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+namespace
+{
+constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
+
+/** The page where the editor has it. */
+class Surroundings : public juce::Component
+{
+public:
+    explicit Surroundings(EditorRig& editorRig)
+        : rig(editorRig)
+        , page(rig.processor, rig.host, rig.images)
+    {
+        setSize(geometry::width, geometry::height);
+        page.setBounds(getLocalBounds());
+        page.refresh();
+        addAndMakeVisible(page);
+        rig.host.onRefresh = [this] { page.refresh(); };
+    }
+
+    void paint(juce::Graphics& g) override { rig.images.pages[2].paint(g, getLocalBounds().toFloat()); }
+
+    EditorRig& rig;
+    PresetManagerPage page;
+};
+
+class PresetManagerTest : public testing::Test
+{
+protected:
+    PresetManagerTest()
+    {
+        for (int i = 0; i < 200; ++i)
+            addPreset("Alpha", "A" + juce::String(i).paddedLeft('0', 3), i % 2 == 0 ? 2 : 6);
+
+        addPreset("Beta", "Warm Bass", 2);
+        addPreset("Beta", "warm pad", 0);
+
+        for (int i = 0; i < 60; ++i)
+            childNamed(banks, "Folder " + juce::String(i).paddedLeft('0', 2)).createDirectory();
+
+        rig.processor.setNames("A000", "Alpha");
+        surroundings = std::make_unique<Surroundings>(rig);
+        window = std::make_unique<TestWindow>(*surroundings);
+    }
+
+    ~PresetManagerTest() override
+    {
+        window = nullptr;
+        surroundings = nullptr;
+    }
+
+    /** A preset with these bits of the first category parameter. */
+    void addPreset(const juce::String& folder, const juce::String& name, int bits)
+    {
+        StateChunk chunk;
+        chunk.parameters.assign(numHostParameters, 0.5f);
+        chunk.parameters[firstCategoryParameter] = (static_cast<float>(bits) + 0.5f) / 4096.0f;
+
+        for (int i = 1; i < numCategoryParameters; ++i)
+            chunk.parameters[static_cast<size_t>(firstCategoryParameter + i)] = 0.0f;
+
+        juce::MemoryBlock bytes;
+        writeStateChunk(chunk, bytes);
+        const auto file = presetFileFor(banks, folder, name);
+        file.getParentDirectory().createDirectory();
+        file.replaceWithData(bytes.getData(), bytes.getSize());
+    }
+
+    PresetManagerPage& page() { return surroundings->page; }
+
+    template <typename Type>
+    Type& shown()
+    {
+        Type* found = nullptr;
+
+        for (auto* child : page().getChildren())
+            if (auto* match = dynamic_cast<Type*>(child); match != nullptr && match->isVisible())
+                found = match;
+
+        EXPECT_NE(found, nullptr);
+        return *found;
+    }
+
+    juce::Component& titled(const juce::String& title)
+    {
+        for (auto* child : page().getChildren())
+            if (child->getTitle() == title && child->isVisible())
+                return *child;
+
+        ADD_FAILURE() << "no " << title;
+        return page();
+    }
+
+    void clickTitled(const char* title)
+    {
+        window->click(titled(title));
+        TestWindow::pump(60);
+    }
+
+    void waitForPreset()
+    {
+        EXPECT_TRUE(
+            rig.engine.playUntil([this] { return !rig.processor.getTransition().presetBusy.load(); }, 30000));
+        page().refresh();
+    }
+
+    void clickEntry(RowGrid& grid, int index, int keys = 0)
+    {
+        ASSERT_FALSE(grid.boundsOf(index).isEmpty()) << index << " is out of view";
+        window->click(grid, grid.boundsOf(index).getCentre(), TestWindow::leftButton + keys);
+        TestWindow::pump(30);
+    }
+
+    juce::String names() { return rig.processor.getFolderName() + "/" + rig.processor.getPresetName(); }
+
+    EditorRig rig;
+    const juce::File banks = rig.engine.user.banksFolder();
+    PresetLibrary& library = rig.processor.getPresetLibrary();
+    std::unique_ptr<Surroundings> surroundings;
+    std::unique_ptr<TestWindow> window;
+};
+
+} // namespace
+
+TEST_F(PresetManagerTest, ClicksChooseAndSelect)
+{
+    auto& grid = shown<tarnPresetManager>();
+    // Column by column, 38 rows of 15 pixels, 180 pixels apart.
+    window->click(grid, {180 + 20, 15 * 3 + 7});
+    TestWindow::pump(30);
+    EXPECT_EQ(names(), "Alpha/A041");
+    clickEntry(grid, 7);
+    EXPECT_EQ(names(), "Alpha/A041") << "a preset is on its way";
+    waitForPreset();
+
+    clickEntry(grid, 10, TestWindow::shift);
+    clickEntry(grid, 8, TestWindow::shift);
+    clickEntry(grid, 60, ctrl);
+    clickEntry(grid, 9, ctrl);
+    EXPECT_EQ(library.getSelectedPresets(), (juce::Array<int>{10, 8, 60}));
+    EXPECT_EQ(names(), "Alpha/A041");
+    clickEntry(grid, 8);
+    EXPECT_TRUE(library.getSelectedPresets().isEmpty());
+    EXPECT_EQ(names(), "Alpha/A008");
+    waitForPreset();
+    EXPECT_TRUE(rig.interaction.alerts.isEmpty());
+
+    auto& folders = shown<tarnBankManager>();
+    clickEntry(folders, 2);
+    EXPECT_EQ(names(), "Beta/Warm Bass");
+    waitForPreset();
+    window->click(grid, {20, 15 * 20});
+    EXPECT_EQ(names(), "Beta/Warm Bass") << "there is no entry";
+}
+
+TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
+{
+    auto& grid = shown<tarnPresetManager>();
+    EXPECT_EQ(grid.firstVisible(), 0);
+    // 200 presets are five columns and ten.
+    window->click(grid, {grid.getWidth() - 2, 590});
+    EXPECT_EQ(grid.firstVisible(), 5 * 38);
+    window->wheel(grid, {100, 100}, 0.25f);
+    EXPECT_EQ(grid.firstVisible(), 4 * 38);
+    window->drag(grid, {grid.getWidth() - 10, 590}, {3, 590});
+    EXPECT_EQ(grid.firstVisible(), 0);
+    window->wheel(grid, {100, 100}, -0.25f);
+    EXPECT_EQ(grid.firstVisible(), 38);
+    window->click(grid, {20, 7});
+    EXPECT_EQ(names(), "Alpha/A038");
+    waitForPreset();
+
+    grid.grabKeyboardFocus();
+    window->key(juce::KeyPress(juce::KeyPress::endKey));
+    EXPECT_FALSE(grid.boundsOf(199).isEmpty());
+    window->key(juce::KeyPress(juce::KeyPress::leftKey));
+    window->key(juce::KeyPress(juce::KeyPress::spaceKey));
+    EXPECT_EQ(library.getSelectedPresets(), (juce::Array<int>{198}));
+    window->key(juce::KeyPress(juce::KeyPress::returnKey));
+    EXPECT_EQ(names(), "Alpha/A198");
+    waitForPreset();
+
+    auto& folders = shown<tarnBankManager>();
+    EXPECT_TRUE(folders.boundsOf(62).isEmpty());
+
+    for (int i = 0; i < 40; ++i)
+        window->wheel(folders, {100, 100}, -0.25f);
+
+    EXPECT_FALSE(folders.boundsOf(62).isEmpty());
+    clickEntry(folders, 62);
+    EXPECT_EQ(names(), "Folder 59/A198") << "an empty folder loads nothing";
+    EXPECT_EQ(grid.firstVisible(), 0);
+}
+
+TEST_F(PresetManagerTest, SearchFollowsWhatIsTyped)
+{
+    clickTitled("Search by name");
+    EXPECT_EQ(page().getMode(), PresetManagerPage::searchByText);
+    auto& grid = shown<tarnPresetManager>();
+    EXPECT_EQ(library.getFilteredCount(), 203) << "an empty text finds all";
+    window->click(titled("Search text"));
+
+    for (const char letter : {'W', 'a', 'r', 'M'})
+        window->key(juce::KeyPress(letter, {}, static_cast<juce::juce_wchar>(letter)));
+
+    EXPECT_EQ(library.getFilteredCount(), 2) << "while it is typed";
+    window->key(juce::KeyPress(juce::KeyPress::returnKey));
+    TestWindow::pump(30);
+    EXPECT_EQ(library.getSearchText(), "WarM");
+    EXPECT_EQ(library.getFilteredCount(), 2);
+    // Rows begin 35 pixels lower here.
+    window->click(grid, {20, 35 + 15 + 7});
+    EXPECT_EQ(names(), "Beta/warm pad");
+    waitForPreset();
+
+    auto& folders = shown<tarnBankManager>();
+    clickEntry(folders, 1);
+    EXPECT_EQ(library.getFilteredCount(), 0) << "none of that name in Alpha";
+    EXPECT_EQ(names(), "Beta/warm pad");
+    clickEntry(folders, 1);
+    EXPECT_EQ(library.getFilteredCount(), 2);
+    clickTitled("Browse");
+    EXPECT_EQ(library.getCurrentPresetIndex(), 1);
+}
+
+TEST_F(PresetManagerTest, WordsFilterAndEdit)
+{
+    clickTitled("Search by category");
+    auto& words = shown<CategoryManager>();
+    EXPECT_EQ(library.getFilteredCount(), 203);
+    window->click(words, CategoryManager::wordBounds(0, 1).getCentre());
+    TestWindow::pump(30);
+    EXPECT_EQ(library.getFilteredCount(), 201) << "Bass";
+    window->click(words, CategoryManager::wordBounds(0, 2).getCentre());
+    window->click(words, CategoryManager::wordBounds(4, 0).getCentre(), TestWindow::rightButton);
+    TestWindow::pump(30);
+    EXPECT_EQ(library.getFilteredCount(), 100) << "and Sub Bass";
+    clickEntry(words.getGrid(), 2);
+    EXPECT_EQ(names(), "Alpha/A005");
+    waitForPreset();
+    EXPECT_EQ(rig.get(10), 6.5f / 4096.0f);
+    clickTitled("Clear categories");
+    EXPECT_EQ(library.getFilteredCount(), 203);
+    EXPECT_EQ(rig.get(10), 6.5f / 4096.0f);
+
+    clickTitled("Edit categories");
+    // The second word of each column, by its name.
+    const std::pair<int, const char*> columns[] = {
+        {0, "Bass"}, {1, "Chord"}, {2, "XY Live"}, {3, "Short Rel"}, {4, "Bright"}};
+
+    for (const auto& [column, name] : columns)
+    {
+        const int flag = *findCategory(name);
+        const bool before = hasCategory(rig.get(categoryParameter(flag)), flag);
+        window->click(words, CategoryManager::wordBounds(column, 1).getCentre());
+        EXPECT_EQ(hasCategory(rig.get(categoryParameter(flag)), flag), !before) << name;
+    }
+
+    EXPECT_TRUE(rig.processor.edited.load());
+    clickEntry(words.getGrid(), 3, ctrl);
+    const float value = rig.get(10);
+    window->click(words, CategoryManager::wordBounds(0, 1).getCentre());
+    EXPECT_EQ(rig.get(10), value) << "several are selected";
+    clickTitled("Clear categories");
+
+    for (int i = 0; i < numCategoryParameters; ++i)
+        EXPECT_EQ(rig.get(firstCategoryParameter + i), 0.0f);
+}
+
+TEST_F(PresetManagerTest, CommandsStandWhereTheirModeHasThem)
+{
+    const auto visibleTitles = [this]
+    {
+        juce::StringArray titles;
+
+        for (auto* child : page().getChildren())
+            if (child->isVisible() && dynamic_cast<myButton*>(child) != nullptr)
+                titles.add(child->getTitle());
+
+        return titles.joinIntoString(",");
+    };
+    const juce::String presets =
+        "new preset,rename preset,delete preset,copy preset,paste preset,load preset,"
+        "save preset,";
+    const juce::String folders = "new folder,rename folder,delete folder";
+    const char* modes[] = {"Browse", "Search by name", "Search by category", "Edit categories"};
+
+    for (int mode = 0; mode < 4; ++mode)
+    {
+        clickTitled(modes[mode]);
+        EXPECT_EQ(visibleTitles(), (mode == 0 || mode == 3 ? presets : juce::String()) + folders) << mode;
+    }
+
+    clickTitled("Browse");
+    rig.interaction.typedText = "Mine";
+    clickTitled("new folder");
+    EXPECT_EQ(names(), "Mine/A000");
+    clickTitled("new preset");
+    EXPECT_EQ(names(), "Mine/Mine");
+    rig.interaction.typedText = "Other";
+    clickTitled("rename preset");
+    clickTitled("copy preset");
+    clickTitled("paste preset");
+    EXPECT_EQ(listPresets(childNamed(banks, "Mine")).joinIntoString("|"), "Other|Other_copy");
+    EXPECT_EQ(names(), "Mine/Other_copy");
+    waitForPreset();
+    rig.interaction.confirmAnswer = true;
+    clickTitled("delete preset");
+    waitForPreset();
+    EXPECT_EQ(names(), "Mine/Other");
+    clickTitled("delete folder");
+    EXPECT_EQ(names(), "99 Default Preset/Default Preset");
+    EXPECT_FALSE(childNamed(banks, "Mine").exists());
+    rig.interaction.chosenFile = presetFileFor(banks, "Beta", "Saved");
+    clickTitled("save preset");
+    EXPECT_EQ(names(), "Beta/Saved");
+    EXPECT_EQ(library.getPresetCount(), 3);
+}
+
+} // namespace quorel::test
