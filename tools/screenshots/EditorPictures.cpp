@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EditorPictures.h"
+
+#include "common/MessagePump.h"
+#include "presets/PresetFiles.h"
+#include "ui/ControlPage.h"
+#include "ui/Geometry.h"
+
+#include <functional>
+
+namespace quorel
+{
+
+namespace
+{
+constexpr double sampleRate = 48000.0;
+constexpr int blockSize = 512;
+constexpr int settleMillis = 250;
+constexpr int menuMillis = 1500;
+
+juce::Component* findShown(juce::Component& parent, const std::function<bool(juce::Component&)>& matches)
+{
+    for (auto* child : parent.getChildren())
+    {
+        if (!child->isVisible())
+            continue;
+        if (matches(*child))
+            return child;
+        if (auto* found = findShown(*child, matches))
+            return found;
+    }
+    return nullptr;
+}
+} // namespace
+
+EditorPictures::EditorPictures(PluginProcessor& pluginProcessor)
+    : processor(pluginProcessor)
+{
+    processor.prepareToPlay(sampleRate, blockSize);
+    editor = std::make_unique<PluginEditor>(processor);
+    editor->getView().setScalePercent(defaultEditorScale);
+}
+
+EditorPictures::~EditorPictures()
+{
+    closeMenus();
+}
+
+bool EditorPictures::loadPreset(const juce::String& folder, const juce::String& preset)
+{
+    const auto name = preset.isEmpty() ? juce::String(defaultPresetName) : preset;
+    const auto folderName = preset.isEmpty() ? juce::String(defaultFolderName) : folder;
+    if (findPresetFile(processor.getPaths().banksFolder, folderName, name) == juce::File())
+        return false;
+    processor.setNames(name, folderName);
+    bool complete = processor.loadPresetFile();
+    for (int layer = 0; layer < numLayers; ++layer)
+        complete = complete && !processor.getLayer(layer).isMissing();
+    processor.getPresetCommands().refreshLists();
+    return complete;
+}
+
+void EditorPictures::showPage(int page)
+{
+    set(slot::view, viewOfPage(page));
+    processor.setCurrentView(viewOfPage(page));
+    editor->getView().fullRefresh();
+}
+
+void EditorPictures::showBackPanel()
+{
+    editor->getView().showBackPanel();
+}
+
+void EditorPictures::showPanels(int panel)
+{
+    for (int layer = 0; layer < numLayers; ++layer)
+        showPanel(layer, panel);
+}
+
+void EditorPictures::showPanel(int layer, int panel)
+{
+    // The middle of the step: a tenth each.
+    set(layerParameter(layer, layerSlot::drumPage), 0.1f * static_cast<float>(panel) + 0.05f);
+    editor->getView().fullRefresh();
+}
+
+juce::Component* EditorPictures::find(const juce::String& title) const
+{
+    return findShown(*editor, [&](juce::Component& component) { return component.getTitle() == title; });
+}
+
+bool EditorPictures::click(const juce::String& title)
+{
+    auto* button = dynamic_cast<juce::Button*>(find(title));
+    if (button == nullptr)
+        return false;
+    button->triggerClick();
+    settle();
+    return true;
+}
+
+bool EditorPictures::type(const juce::String& title, const juce::String& text)
+{
+    auto* label = dynamic_cast<juce::Label*>(find(title));
+    if (label == nullptr)
+        return false;
+    label->setText(text, juce::sendNotificationSync);
+    settle();
+    return true;
+}
+
+void EditorPictures::play()
+{
+    constexpr int numBlocks = 40;
+    juce::AudioBuffer<float> buffer(2, blockSize);
+    juce::MidiBuffer midi;
+    for (const int note : {36, 48, 60, 67, 76})
+        midi.addEvent(juce::MidiMessage::noteOn(1, note, 0.8f), 0);
+    // A layer's first block after a load is for silencing alone.
+    juce::MidiBuffer nothing;
+    processor.processBlock(buffer, nothing);
+    for (int i = 0; i < numBlocks; ++i)
+    {
+        processor.processBlock(buffer, midi);
+        midi.clear();
+    }
+}
+
+void EditorPictures::settle()
+{
+    pumpUntil([] { return false; }, settleMillis);
+}
+
+juce::Image EditorPictures::picture(float scale)
+{
+    auto image = editor->createComponentSnapshot(editor->getLocalBounds(), true, scale);
+    if (auto* menu = juce::Component::getCurrentlyModalComponent())
+    {
+        juce::Graphics g(image);
+        const auto place = editor->getLocalPoint(nullptr, menu->getScreenPosition()).toFloat() * scale;
+        g.drawImageTransformed(menu->createComponentSnapshot(menu->getLocalBounds(), true, scale),
+                               juce::AffineTransform::translation(place));
+    }
+    return image;
+}
+
+void EditorPictures::closeMenus()
+{
+    juce::PopupMenu::dismissAllActiveMenus();
+    pumpUntil([] { return juce::Component::getCurrentlyModalComponent() == nullptr; }, menuMillis);
+}
+
+} // namespace quorel

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "engine/PluginProcessor.h"
+#include "ui/PluginEditor.h"
+
+#include <juce_gui_basics/juce_gui_basics.h>
+
+#include <memory>
+
+namespace quorel
+{
+
+/** A processor that plays and its editor, which is shown in no window but can be worked and pictured all the
+   same. Message thread. */
+class EditorPictures
+{
+public:
+    explicit EditorPictures(PluginProcessor& pluginProcessor);
+    ~EditorPictures();
+
+    /** Plays a factory preset, or what a new instance does for an empty name. False where there is no such
+       preset or it needs an instrument that isn't here. */
+    bool loadPreset(const juce::String& folder, const juce::String& preset);
+
+    void set(int parameter, float value) { processor.setParameter(parameter, value); }
+
+    /** Page 0 to 3: Layers, Master FX/EQ, Preset Manager, Multi-control. */
+    void showPage(int page);
+    void showBackPanel();
+    /** Panel of all four strips, as `VirtualInstrumentUI::Panel` counts them. */
+    void showPanels(int panel);
+    void showPanel(int layer, int panel);
+
+    /** Clicks the shown button of this accessible title. False where there is none. */
+    bool click(const juce::String& title);
+    /** Types into the shown label of this accessible title. */
+    bool type(const juce::String& title, const juce::String& text);
+
+    /** Plays a chord, so that levels and lights have something to show. */
+    void play();
+    /** Lets timers and repaints catch up. */
+    void settle();
+
+    /** The editor, and in front of it the menu that is open if one is; `scale` pixels to a layout pixel. */
+    juce::Image picture(float scale);
+    static void closeMenus();
+
+private:
+    juce::Component* find(const juce::String& title) const;
+
+    PluginProcessor& processor;
+    std::unique_ptr<PluginEditor> editor;
+};
+
+} // namespace quorel

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quorel-screenshots: writes a PNG of every page, panel and mode of the editor. It wants a display that
+// windows can be made on, but no window manager.
+#include "EditorPictures.h"
+#include "Scenes.h"
+
+#include "common/ConsoleInteraction.h"
+#include "common/QuietLogger.h"
+#include "presets/PlatformSeam.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+namespace quorel
+{
+namespace
+{
+constexpr const char* toolName = "quorel-screenshots";
+constexpr int exitFailed = 1;
+constexpr int exitUsage = 2;
+
+struct Options
+{
+    std::string prefix;
+    std::string output = "screenshots";
+    /** Percent. */
+    std::vector<int> scales{100, 200};
+    /** Parts of scenes' names; all scenes without any. */
+    std::vector<std::string> only;
+};
+
+bool isWanted(const Options& options, const juce::String& name)
+{
+    return options.only.empty() ||
+           std::any_of(options.only.begin(), options.only.end(),
+                       [&](const std::string& part) { return name.contains(juce::String(part)); });
+}
+
+bool writePng(const juce::Image& image, const juce::File& file)
+{
+    juce::MemoryOutputStream bytes;
+    return juce::PNGImageFormat().writeImageToStream(image, bytes) &&
+           file.replaceWithData(bytes.getData(), bytes.getDataSize());
+}
+
+int fail(const juce::String& text)
+{
+    std::cerr << toolName << ": " << text << std::endl;
+    return exitFailed;
+}
+
+int work(const Options& options)
+{
+    const auto here = juce::File::getCurrentWorkingDirectory();
+    const auto folder = here.getChildFile(juce::String::fromUTF8(options.output.c_str()));
+    const auto prefix = here.getChildFile(juce::String::fromUTF8(options.prefix.c_str()));
+    adoptUserPlaces(prefix);
+    if (!folder.createDirectory())
+        return fail("cannot create " + folder.getFullPathName());
+
+    ConsoleInteraction interaction(toolName);
+    // Too large for the stack.
+    const auto processor = std::make_unique<PluginProcessor>(makeUserStore(userPlaces(prefix)), interaction);
+    EditorPictures editor(*processor);
+    int result = 0;
+    for (const auto& scene : allScenes())
+    {
+        if (!isWanted(options, scene.name))
+            continue;
+        if (!editor.loadPreset(scene.folder, scene.preset))
+            result =
+                fail(scene.name + ": the preset " + scene.folder + "/" + scene.preset + " is not whole here");
+        editor.play();
+        if (!scene.arrange(editor))
+            result = fail(scene.name + ": a control is missing");
+        editor.settle();
+        for (const int scale : options.scales)
+        {
+            const auto file = folder.getChildFile(scene.name + "-" + juce::String(scale) + ".png");
+            if (!writePng(editor.picture(static_cast<float>(scale) / 100.0f), file))
+                return fail("cannot write " + file.getFullPathName());
+        }
+        EditorPictures::closeMenus();
+    }
+    return result;
+}
+
+int run(int argc, char** argv)
+{
+    Options options;
+    CLI::App app("Writes pictures of all pages of Quorel's editor.", toolName);
+    app.add_option("--prefix", options.prefix, "A user that quorel-setup --prefix has set up")
+        ->required()
+        ->check(CLI::ExistingDirectory)
+        ->type_name("DIR");
+    app.add_option("-o,--output", options.output, "Folder for the pictures")
+        ->type_name("DIR")
+        ->capture_default_str();
+    app.add_option("--scale", options.scales, "Percent; may be repeated")
+        ->check(CLI::Range(50, 400))
+        ->allow_extra_args(false)
+        ->capture_default_str();
+    app.add_option("--only", options.only, "Only pictures with this in their names; may be repeated")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    try
+    {
+        app.parse(argc, argv);
+    }
+    catch (const CLI::Success& answer)
+    {
+        return app.exit(answer);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        std::cerr << toolName << ": " << error.what() << " (see --help)" << std::endl;
+        return exitUsage;
+    }
+
+    const QuietLogger quietLogger;
+    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+    return work(options);
+}
+} // namespace
+} // namespace quorel
+
+int main(int argc, char** argv)
+{
+    try
+    {
+        return quorel::run(argc, argv);
+    }
+    catch (const std::exception& error)
+    {
+        return quorel::fail(juce::String::fromUTF8(error.what()));
+    }
+}

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Scenes.h"
+
+#include "effects/FxTypes.h"
+#include "ui/VirtualInstrumentUI.h"
+
+namespace quorel
+{
+
+namespace
+{
+enum Page
+{
+    layersPage,
+    fxPage,
+    managerPage,
+    multiPage
+};
+
+constexpr const char* splits = "01 Keys and Splits";
+constexpr const char* drums = "03 Drums and Grooves";
+
+bool showPanels(EditorPictures& editor, int panel)
+{
+    editor.showPage(layersPage);
+    editor.showPanels(panel);
+    return true;
+}
+
+void addLayers(std::vector<Scene>& scenes)
+{
+    using Panel = VirtualInstrumentUI;
+    const auto add = [&](const char* name, const char* folder, const char* preset, int panel) {
+        scenes.push_back({name, folder, preset, [panel](EditorPictures& e) { return showPanels(e, panel); }});
+    };
+    add("layers-empty", "", "", Panel::keyRange);
+    add("layers-key-range", splits, "Four Corners", Panel::keyRange);
+    add("layers-easy", splits, "Four Corners", Panel::easy);
+    add("layers-eq", splits, "Four Corners", Panel::eq);
+    add("layers-midi", splits, "Four Corners", Panel::midi);
+
+    scenes.push_back({"layers-zones", drums, "Room Kit",
+                      [](EditorPictures& e)
+                      {
+                          for (int layer = 0; layer < numLayers; ++layer)
+                              e.set(layerParameter(layer, layerSlot::drumMode), 1.0f);
+                          return showPanels(e, Panel::zones);
+                      }});
+    scenes.push_back({"layers-mixed", splits, "Four Corners",
+                      [](EditorPictures& e)
+                      {
+                          e.showPage(layersPage);
+                          e.showPanel(0, Panel::keyRange);
+                          e.showPanel(1, Panel::easy);
+                          e.showPanel(2, Panel::eq);
+                          e.showPanel(3, Panel::midi);
+                          return true;
+                      }});
+}
+
+void addEffects(std::vector<Scene>& scenes)
+{
+    const auto show = [](EditorPictures& e)
+    {
+        e.showPage(fxPage);
+        return true;
+    };
+    scenes.push_back({"fx-empty", "", "", show});
+    scenes.push_back({"fx-preset", "06 Motion and Rhythm", "Kappel Chords", show});
+    for (int first = 1; first < fxTypeCount; first += numFxBlocks)
+    {
+        scenes.push_back({"fx-types-" + juce::String(first).paddedLeft('0', 2), "", "",
+                          [first](EditorPictures& e)
+                          {
+                              for (int k = 0; k < numFxBlocks; ++k)
+                              {
+                                  const int type = juce::jmin(first + k, fxTypeCount - 1);
+                                  e.set(slot::fxOn + k, 1.0f);
+                                  e.set(slot::fxType + k, static_cast<float>(type) / 32.0f);
+                                  for (int j = 0; j < numFxParameters; ++j)
+                                      e.set(fxParameter(k, j), 0.1f * static_cast<float>(j));
+                              }
+                              e.showPage(fxPage);
+                              return true;
+                          }});
+    }
+}
+
+void addManager(std::vector<Scene>& scenes)
+{
+    const auto add = [&](const char* name, const char* mode)
+    {
+        scenes.push_back({name, splits, "Four Corners",
+                          [mode](EditorPictures& e)
+                          {
+                              e.showPage(managerPage);
+                              return e.click(mode);
+                          }});
+    };
+    add("manager-browse", "Browse");
+    add("manager-edit-categories", "Edit categories");
+    add("manager-search-category", "Search by category");
+    scenes.push_back({"manager-search-name", splits, "Four Corners",
+                      [](EditorPictures& e)
+                      {
+                          e.showPage(managerPage);
+                          return e.click("Search by name") && e.type("Search text", "glass");
+                      }});
+}
+
+void addOthers(std::vector<Scene>& scenes)
+{
+    scenes.push_back({"multi-control", splits, "Four Corners",
+                      [](EditorPictures& e)
+                      {
+                          e.showPage(multiPage);
+                          return true;
+                      }});
+    scenes.push_back({"back-panel", splits, "Four Corners",
+                      [](EditorPictures& e)
+                      {
+                          e.showBackPanel();
+                          return true;
+                      }});
+    const auto addMenu = [&](const char* name, Page page, const char* button)
+    {
+        scenes.push_back({name, splits, "Four Corners",
+                          [page, button](EditorPictures& e)
+                          {
+                              e.showPage(page);
+                              return e.click(button);
+                          }});
+    };
+    addMenu("menu-folder", layersPage, "Folder menu");
+    addMenu("menu-preset", layersPage, "Preset menu");
+}
+} // namespace
+
+std::vector<Scene> allScenes()
+{
+    std::vector<Scene> scenes;
+    addLayers(scenes);
+    addEffects(scenes);
+    addManager(scenes);
+    addOthers(scenes);
+    return scenes;
+}
+
+} // namespace quorel

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "EditorPictures.h"
+
+#include <functional>
+#include <vector>
+
+namespace quorel
+{
+
+/** Something to picture. */
+struct Scene
+{
+    /** Stem of the file. */
+    juce::String name;
+    /** Factory preset that is heard; both empty for the default one. */
+    juce::String folder;
+    juce::String preset;
+    /** Brings the editor there. False where something that the scene needs is missing from it. */
+    std::function<bool(EditorPictures&)> arrange;
+};
+
+/** Every page, panel and mode, all effect types, and some menus. */
+std::vector<Scene> allScenes();
+
+} // namespace quorel
