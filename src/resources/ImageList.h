@@ -7,7 +7,7 @@
 namespace quorel
 {
 
-/** Rows of a bitmap font: one for each character of its set, the last of them blank. */
+/** Rows of a bitmap font: one for each character of its set but the blank. */
 constexpr int numGlyphRows = 40;
 
 /** Frames in one of a film's tiles. They stand side by side there, which packs better than one under the

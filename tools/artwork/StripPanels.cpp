@@ -14,6 +14,8 @@ namespace
 {
 
 constexpr float switchSize = 20.0f;
+/** Of the panels in use. */
+constexpr float panelWidth = 650.0f;
 constexpr float centred = 23.5f;
 
 void tiny(juce::Graphics& g, const juce::String& text, float x, float baseline, juce::Colour colour)
@@ -193,6 +195,8 @@ bool paintStripPanel(const Canvas& canvas)
                           : kind == "eq"     ? 3
                                              : 4;
         const int top = panel == 2 ? 24 : geometry::strip::panelY[panel];
+        // The alternatives are narrower.
+        g.addTransform(juce::AffineTransform::scale(static_cast<float>(canvas.width) / panelWidth, 1.0f));
         g.addTransform(juce::AffineTransform::translation(-static_cast<float>(geometry::strip::panelX),
                                                           -static_cast<float>(top)));
         if (panel == 2)
