@@ -20,6 +20,8 @@ constexpr double flatDecibels = 0.01;
 constexpr double smallestPower = 1e-30;
 constexpr double shiftWidthFactor = 3.0;
 constexpr float handleSize = 4.0f;
+/** Columns whose heights differ by less, in pixels, are drawn as one. */
+constexpr float runTolerance = 0.2f;
 
 const juce::Colour groundColour{0xff000000};
 const juce::Colour middleColour{0xff134108};
@@ -91,60 +93,79 @@ double TEQScreen::response(const BandFilter& f, int column) const
     return 0.5 * std::log(power(f.b0, f.b1, f.b2) / power(1.0, f.a1, f.a2)) / std::log(10.0);
 }
 
-int TEQScreen::columnOf(double normalisedFrequency) const
+float TEQScreen::heightAt(const BandFilter& filter, int column) const
 {
-    return juce::jlimit(0, getWidth() - 1, static_cast<int>(normalisedFrequency * getWidth()));
+    return (1.0f - static_cast<float>(response(filter, column))) * static_cast<float>(getHeight()) / 2.0f;
 }
 
-void TEQScreen::paintBand(juce::Graphics& g, int band) const
+void TEQScreen::updateCurve(int band)
 {
     const auto filter = filterOf(band);
-    const auto& fill = fills[static_cast<size_t>(band)];
-    const float middle = static_cast<float>(getHeight()) / 2.0f;
-    if (filter.flat)
-        return;
-
+    auto& curve = curves[static_cast<size_t>(band)];
+    curve.runs.clear();
     for (int x = 0; x < getWidth(); ++x)
     {
-        const float y = (1.0f - static_cast<float>(response(filter, x))) * middle;
-        const float top = juce::jmin(y, middle);
-        fill.paint(g, {static_cast<float>(x), top, 1.0f, std::abs(middle - y)});
+        const float y = heightAt(filter, x);
+        if (curve.runs.empty() || std::abs(y - curve.runs.back().y) > runTolerance)
+            curve.runs.push_back({x, y});
     }
+
+    const auto frequency = static_cast<double>(bandValue(band, eqSlot::bandFreq));
+    const int column = juce::jlimit(0, getWidth() - 1, static_cast<int>(frequency * getWidth()));
+    curve.handle = {static_cast<float>(frequency * getWidth()), heightAt(filter, column)};
+    curve.end = heightAt(filter, getWidth() - 1);
+    curve.flat = filter.flat;
+}
+
+void TEQScreen::paintFill(juce::Graphics& g, int band) const
+{
+    const auto& curve = curves[static_cast<size_t>(band)];
+    if (curve.flat)
+        return;
+
+    g.setOpacity(1.0f);
+    const float middle = static_cast<float>(getHeight()) / 2.0f;
+    for (size_t i = 0; i < curve.runs.size(); ++i)
+    {
+        const auto [x, y] = curve.runs[i];
+        const int end = i + 1 < curve.runs.size() ? curve.runs[i + 1].x : getWidth();
+        if (std::abs(middle - y) > runTolerance)
+            fills[static_cast<size_t>(band)].paint(g, {static_cast<float>(x), juce::jmin(y, middle),
+                                                       static_cast<float>(end - x), std::abs(middle - y)});
+    }
+}
+
+void TEQScreen::paintCurve(juce::Graphics& g, int band) const
+{
+    const auto& curve = curves[static_cast<size_t>(band)];
+    juce::Path path;
+    path.preallocateSpace(static_cast<int>(curve.runs.size() + 2) * 3);
+    path.startNewSubPath(0.0f, curve.runs.front().y);
+    for (const auto& run : curve.runs)
+        path.lineTo(static_cast<float>(run.x), run.y);
+    path.lineTo(static_cast<float>(getWidth()), curve.end);
+    g.setColour(bandColours[static_cast<size_t>(band)]);
+    g.strokePath(path, juce::PathStrokeType(1.0f));
 }
 
 void TEQScreen::paint(juce::Graphics& g)
 {
     g.fillAll(groundColour);
-    const float middle = static_cast<float>(getHeight()) / 2.0f;
-    g.setOpacity(1.0f);
-    for (int band = 0; band < numEqBands; ++band)
-        paintBand(g, band);
-
-    std::array<juce::Point<float>, numEqBands> handles;
     for (int band = 0; band < numEqBands; ++band)
     {
-        const auto filter = filterOf(band);
-        const auto heightOf = [&](int x)
-        { return (1.0f - static_cast<float>(response(filter, x))) * middle; };
-        juce::Path curve;
-        curve.startNewSubPath(0.0f, heightOf(0));
-        for (int x = 1; x < getWidth(); ++x)
-            curve.lineTo(static_cast<float>(x), heightOf(x));
-        g.setColour(bandColours[static_cast<size_t>(band)]);
-        g.strokePath(curve, juce::PathStrokeType(1.0f));
-
-        const double frequency = static_cast<double>(bandValue(band, eqSlot::bandFreq));
-        handles[static_cast<size_t>(band)] = {static_cast<float>(frequency * getWidth()),
-                                              heightOf(columnOf(frequency))};
+        updateCurve(band);
+        paintFill(g, band);
     }
+    for (int band = 0; band < numEqBands; ++band)
+        paintCurve(g, band);
 
     g.setColour(middleColour);
-    g.fillRect(0.0f, middle - 0.5f, static_cast<float>(getWidth()), 1.0f);
+    g.fillRect(0.0f, static_cast<float>(getHeight() - 1) / 2.0f, static_cast<float>(getWidth()), 1.0f);
 
-    for (size_t band = 0; band < handles.size(); ++band)
+    for (size_t band = 0; band < curves.size(); ++band)
     {
         g.setColour(bandColours[band]);
-        g.drawEllipse(juce::Rectangle<float>(handleSize, handleSize).withCentre(handles[band]), 1.0f);
+        g.drawEllipse(juce::Rectangle<float>(handleSize, handleSize).withCentre(curves[band].handle), 1.0f);
     }
 }
 

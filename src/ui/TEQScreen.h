@@ -47,10 +47,28 @@ private:
         double b0, b1, b2, a1, a2;
     };
 
+    /** A band's curve as it is painted: columns of about the same height are one run. */
+    struct Curve
+    {
+        struct Run
+        {
+            int x;
+            float y;
+        };
+
+        std::vector<Run> runs;
+        juce::Point<float> handle;
+        float end = 0.0f;
+        bool flat = true;
+    };
+
     BandFilter filterOf(int band) const;
     double response(const BandFilter& filter, int column) const;
-    int columnOf(double normalisedFrequency) const;
-    void paintBand(juce::Graphics& g, int band) const;
+    /** Where the curve is at a pixel column, in pixels from the top. */
+    float heightAt(const BandFilter& filter, int column) const;
+    void updateCurve(int band);
+    void paintFill(juce::Graphics& g, int band) const;
+    void paintCurve(juce::Graphics& g, int band) const;
     float bandValue(int band, int offset) const;
     void writeBand(int band, int offset, float value);
     int nearestBand(double u) const;
@@ -61,6 +79,7 @@ private:
     /** cos(w) and cos(2 w) of each pixel column's frequency. */
     std::vector<double> cosW;
     std::vector<double> cos2W;
+    std::array<Curve, numEqBands> curves;
     int selectedBand = 0;
     /** Parameters of the selected band that the drag under way has touched, by offset. */
     std::array<bool, eqSlot::slotsPerBand> inGesture{};
