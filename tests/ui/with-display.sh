@@ -7,7 +7,14 @@ for argument in "$@"; do
     [ "$argument" = --gtest_list_tests ] && exec "$@"
 done
 exec xvfb-run --auto-servernum --server-args="-screen 0 2400x1800x24" sh -c '
-    openbox --sm-disable & manager=$!
+    ready=$(mktemp -u)
+    openbox --sm-disable --startup "touch $ready" & manager=$!
+    waited=0
+    while [ ! -e "$ready" ] && [ "$waited" -lt 200 ]; do
+        sleep 0.05
+        waited=$((waited + 1))
+    done
+    rm -f "$ready"
     export QUOREL_TEST_DISPLAY="$DISPLAY"
     "$@"
     result=$?
