@@ -260,7 +260,7 @@ TEST_F(PresetManagerTest, WordsFilterAndEdit)
     clickTitled("Edit categories");
     // The second word of each column, by its name.
     const std::pair<int, const char*> columns[] = {
-        {0, "Bass"}, {1, "Chord"}, {2, "XY Live"}, {3, "Short Rel"}, {4, "Bright"}};
+        {0, "Bass"}, {1, "Chord"}, {2, "XY Live"}, {3, "Long Rel"}, {4, "Bright"}};
 
     for (const auto& [column, name] : columns)
     {
