@@ -15,13 +15,52 @@ public:
     PluginInstance()
         : quorel::PluginProcessor(quorel::makeUserStore(), static_cast<quorel::BoxInteraction&>(*this))
     {
-        editorFactory = [](quorel::PluginProcessor& processor) -> juce::AudioProcessorEditor*
-        { return new quorel::PluginEditor(processor); };
+        editorFactory = [this](quorel::PluginProcessor& processor) -> juce::AudioProcessorEditor*
+        {
+            if (kept == nullptr)
+                kept = std::make_unique<KeptForEditors>();
+
+            return new quorel::PluginEditor(processor);
+        };
+
+        if (wrapperType == wrapperType_Standalone)
+            openPresetOfCommandLine();
     }
 
 private:
-    /** What one editor has decoded is there for the next. */
-    juce::SharedResourcePointer<quorel::ImageStore> images;
+    /** The standalone opens with the preset that "--preset FOLDER/NAME" asks for, once it has restored what
+       it played last. Nothing sounds yet, so there is nothing to fade out. */
+    void openPresetOfCommandLine()
+    {
+        const auto arguments = juce::JUCEApplicationBase::getCommandLineParameterArray();
+        const int option = arguments.indexOf("--preset");
+
+        if (option < 0 || option + 1 >= arguments.size())
+            return;
+
+        juce::MessageManager::callAsync(
+            [self = juce::WeakReference<quorel::PluginProcessor>(this),
+             folder = arguments[option + 1].upToLastOccurrenceOf("/", false, false),
+             preset = arguments[option + 1].fromLastOccurrenceOf("/", false, false)]
+            {
+                if (self == nullptr)
+                    return;
+
+                self->setNames(preset, folder);
+                self->loadPresetFile();
+                self->getPresetCommands().refreshLists();
+                self->requestEditorRefresh();
+            });
+    }
+
+    /** What one editor has decoded and set up is there for the next. */
+    struct KeptForEditors
+    {
+        juce::SharedResourcePointer<quorel::ImageStore> images;
+        quorel::EditorLook look;
+    };
+
+    std::unique_ptr<KeptForEditors> kept;
 };
 } // namespace
 

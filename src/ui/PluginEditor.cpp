@@ -15,10 +15,19 @@ PluginEditor::PluginEditor(PluginProcessor& pluginProcessor)
     setOpaque(true);
     addAndMakeVisible(view);
     applyScale(view.getScalePercent());
-    view.grabKeyboardFocus();
 }
 
 PluginEditor::~PluginEditor() = default;
+
+void PluginEditor::parentHierarchyChanged()
+{
+    // Once: the host may want the keyboard back afterwards.
+    if (!hadFocus && isShowing())
+    {
+        hadFocus = true;
+        view.grabKeyboardFocus();
+    }
+}
 
 void PluginEditor::applyScale(int percent)
 {

@@ -19,10 +19,13 @@ public:
 
     SubhostView& getView() noexcept { return view; }
 
+    void parentHierarchyChanged() override;
+
 private:
     void applyScale(int percent);
 
     SubhostView view;
+    bool hadFocus = false;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginEditor)
 };
