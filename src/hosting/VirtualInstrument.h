@@ -135,7 +135,10 @@ public:
 
     /** Keeps the state of an instrument that a sound asks for and that isn't to be had here, so that saving
        the sound gives it back. A load or the layer's reset forgets it. */
-    void keepMissingState(const juce::MemoryBlock& state) { missingState = state; }
+    void keepMissingState(const juce::MemoryBlock& state)
+    {
+        missingState.replaceAll(state.getData(), state.getSize());
+    }
 
     void forgetMissingState() { missingState.reset(); }
 

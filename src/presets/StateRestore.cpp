@@ -161,10 +161,8 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
         }
         else if (!plugin)
         {
-            // Copying an empty block hands memcpy a null pointer.
-            if (const auto& missing = processor.getLayer(layer).getMissingState(); !missing.isEmpty())
-                state = missing;
-
+            const auto& missing = processor.getLayer(layer).getMissingState();
+            state.replaceAll(missing.getData(), missing.getSize());
             declaredSize = static_cast<int>(state.getSize());
         }
     }
