@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The multi-control panel in a real window: every control of its tables, and what mouse and keyboard do with
+// them.
+#include "EditorRig.h"
+
+#include "engine/HoldSwitches.h"
+#include "engine/MultiControlMenu.h"
+#include "engine/ParameterCodings.h"
+#include "ui/MultiControlPage.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+class MultiControlPageTest : public testing::Test
+{
+protected:
+    static constexpr int pan = 233;
+    static constexpr int panNumber = 2;
+
+    void SetUp() override
+    {
+        rig.host.onRefresh = [this] { page.refresh(); };
+        page.refresh();
+    }
+
+    juce::Component& control(int id)
+    {
+        auto* found = window.find(id);
+        EXPECT_NE(found, nullptr) << id;
+        return *found;
+    }
+
+    juce::Component& control(const juce::String& name)
+    {
+        auto* found = window.find(name);
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+
+    /** What stands under knob `t`: the two lines over its target button. */
+    juce::StringArray lines(int t)
+    {
+        const auto box = control("multimenubutton" + juce::String(t)).getBounds();
+        juce::StringArray texts;
+
+        for (auto* child : page.getChildren())
+            if (const auto* label = dynamic_cast<juce::Label*>(child);
+                label != nullptr && box.contains(label->getBounds()))
+                texts.add(label->getText());
+
+        return texts;
+    }
+
+    EditorRig rig;
+    MultiControlPage page{rig.processor, rig.host, rig.images};
+    TestWindow window{page};
+};
+
+TEST_F(MultiControlPageTest, EveryControlStandsAtItsPlace)
+{
+    using Box = juce::Rectangle<int>;
+
+    for (int column = 0; column < 4; ++column)
+    {
+        const int x = 158 * column;
+        EXPECT_EQ(control(1350 + column).getBounds(), Box(505 + x, 151, 57, 169));
+        EXPECT_EQ(control(1350 + column).getName(), "slider");
+        auto* name = dynamic_cast<juce::Label*>(window.find(column));
+        ASSERT_NE(name, nullptr);
+        EXPECT_EQ(name->getName(), "multiLabel");
+        EXPECT_EQ(name->getBounds(), Box(470 + x, 318, 120, 18));
+        EXPECT_EQ(name->getText(), "Multicontrol " + juce::String(column + 1));
+
+        for (int row = 0; row < 4; ++row)
+        {
+            const int y = 99 * row;
+            const int t = 4 * column + row;
+            EXPECT_EQ(control(1354 + t).getBounds(), Box(504 + x, 362 + y, 47, 47));
+            EXPECT_EQ(control(1354 + t).getName(), "knob");
+            EXPECT_EQ(control(1471 + t).getBounds(), Box(566 + x, 370 + y, 16, 16));
+            EXPECT_EQ(control(1471 + t).getName(), "toggle");
+            auto& button = control("multimenubutton" + juce::String(t));
+            EXPECT_EQ(button.getBounds(), Box(468 + x, 413 + y, 120, 31));
+            EXPECT_EQ(button.getComponentID(), "999999");
+            EXPECT_TRUE(button.getTitle().isNotEmpty());
+            EXPECT_EQ(lines(t).joinIntoString("|"), "---|");
+        }
+    }
+}
+
+TEST_F(MultiControlPageTest, FadersAndKnobsMoveTheirTarget)
+{
+    rig.set(pan, 0.5f);
+    rig.set(slot::multiAssignment + 4, encodeParamInt(panNumber));
+    auto& fader = control(1351);
+    window.drag(fader, {28, 150}, {28, 20});
+    const float up = rig.get(1351);
+    EXPECT_GT(up, 0.6f);
+    auto& knob = control(1358);
+    window.drag(knob, {23, 23}, {23, 73});
+    EXPECT_NEAR(rig.get(1358), 0.5f - 50.0f / 250.0f, 0.02f);
+    EXPECT_NEAR(rig.get(pan), 0.5f + (rig.get(1358) - 0.5f) * 2.0f * up, 1e-4f);
+    window.doubleClick(fader, {28, 80});
+    EXPECT_EQ(rig.get(1351), 0.0f);
+    EXPECT_NEAR(rig.get(pan), 0.5f, 1e-4f);
+    window.doubleClick(knob, {23, 23});
+    EXPECT_EQ(rig.get(1358), 0.5f);
+}
+
+TEST_F(MultiControlPageTest, AHeldKnobTakesNoInput)
+{
+    constexpr int t = 5;
+    rig.set(slot::multiKnob + t, 0.2f);
+    page.refresh();
+    auto& knob = control(slot::multiKnob + t);
+    auto& hold = control(slot::multiHold + t);
+    window.click(hold);
+    EXPECT_TRUE(isHeld(rig.processor, t));
+    EXPECT_EQ(rig.get(slot::multiKnob + t), 0.5f);
+    EXPECT_EQ(rig.get(slot::multiMemory + t), 0.2f);
+    EXPECT_EQ(dynamic_cast<juce::Slider&>(knob).getValue(), 0.5);
+    window.drag(knob, {23, 23}, {23, 3});
+    window.click(knob, TestWindow::rightButton);
+    EXPECT_FALSE(TestWindow::menuIsOpen());
+    EXPECT_EQ(rig.get(slot::multiKnob + t), 0.5f);
+    window.click(hold);
+    EXPECT_FALSE(isHeld(rig.processor, t));
+    EXPECT_EQ(rig.get(slot::multiKnob + t), 0.2f);
+    EXPECT_TRUE(knob.isEnabled());
+
+    // A sound that was saved with the knob held, or a host that turns the switch.
+    rig.set(slot::multiHold + t, 1.0f);
+    page.refresh();
+    EXPECT_FALSE(knob.isEnabled());
+}
+
+TEST_F(MultiControlPageTest, TargetsAreChosenFromTheirMenu)
+{
+    ASSERT_TRUE(rig.engine.load(1, "Hexley"));
+    const auto hosted = rig.processor.getLayer(1).getParameterNames()[61];
+    window.click(control("multimenubutton9"));
+    EXPECT_EQ(window.menuTexts().joinIntoString("|"), "Layer 1|Layer 2|Layer 3|Layer 4|none");
+    // Opens the sub-menu, and so leaves a menu open.
+    window.chooseFromMenu("Layer 2");
+    EXPECT_EQ(window.menuTexts().size(), 18);
+    EXPECT_TRUE(window.chooseFromMenu("Easy Parameter 1 : " + hosted));
+    EXPECT_EQ(rig.processor.multiControls().targetParameter(9), 510);
+    EXPECT_EQ(rig.host.refreshes, 1);
+    EXPECT_EQ(lines(9).joinIntoString("|"), "Layer 2 : Easy Parameter 1|" + hosted);
+    window.click(control("multimenubutton9"));
+    EXPECT_TRUE(window.chooseFromMenu("none"));
+    EXPECT_EQ(rig.get(slot::multiAssignment + 9), 0.0f);
+    EXPECT_EQ(lines(9).joinIntoString("|"), "---|");
+}
+
+TEST_F(MultiControlPageTest, NamesAreTyped)
+{
+    auto& label = dynamic_cast<juce::Label&>(control(2));
+    window.click(label);
+    auto* editor = label.getCurrentTextEditor();
+    ASSERT_NE(editor, nullptr);
+    editor->selectAll();
+
+    for (const char character : juce::String("Filters and some more text").toStdString())
+        window.key(juce::KeyPress(character == ' ' ? juce::KeyPress::spaceKey : character, {}, character));
+
+    page.refresh();
+    EXPECT_TRUE(label.isBeingEdited()) << "a refresh leaves what is being typed";
+    window.key(juce::KeyPress(juce::KeyPress::returnKey));
+    EXPECT_EQ(label.getText(), "Filters and some more t");
+    EXPECT_EQ(multiControlName(rig.processor, 2), "Filters and some more t");
+    EXPECT_EQ(multiControlName(rig.processor, 1), "Multicontrol 2");
+}
+
+} // namespace quorel::test
