@@ -28,7 +28,14 @@ constexpr float tallLabelType = 9.0f;
 constexpr int tallLabelLines = 3;
 constexpr float tallLabelScale = 0.7f;
 
-const juce::Colour focusColour{0xffc38a00};
+const juce::Colour amber{0xffc38a00};
+const juce::Colour raisedColour{0xff303030};
+const juce::Colour sunkenColour{0xff111112};
+const juce::Colour edgeColour{0xff404040};
+const juce::Colour brightText{0xffc0c0c0};
+constexpr float selectionAlpha = 0.4f;
+constexpr float informationAlpha = 0.65f;
+
 constexpr float focusLine = 1.5f;
 constexpr float focusCorner = 3.0f;
 
@@ -88,6 +95,19 @@ void myLookAndFeel::setColours()
     setColour(juce::PopupMenu::highlightedTextColourId, juce::Colours::white);
     setColour(juce::AlertWindow::backgroundColourId, juce::Colours::black);
     setColour(juce::AlertWindow::textColourId, grey.withAlpha(textAlpha));
+
+    // Buttons and fields of the boxes.
+    setColour(juce::AlertWindow::outlineColourId, edgeColour);
+    setColour(juce::TextButton::buttonColourId, raisedColour);
+    setColour(juce::TextButton::textColourOffId, brightText);
+    setColour(juce::TextButton::textColourOnId, brightText);
+    setColour(juce::TextEditor::backgroundColourId, sunkenColour);
+    setColour(juce::TextEditor::textColourId, brightText);
+    setColour(juce::TextEditor::outlineColourId, edgeColour);
+    setColour(juce::TextEditor::focusedOutlineColourId, amber);
+    setColour(juce::TextEditor::highlightColourId, amber.withAlpha(selectionAlpha));
+    setColour(juce::TextEditor::highlightedTextColourId, juce::Colours::white);
+    setColour(juce::CaretComponent::caretColourId, amber);
 }
 
 juce::Typeface::Ptr myLookAndFeel::getTypefaceForFont(const juce::Font& font)
@@ -143,6 +163,17 @@ juce::Font myLookAndFeel::getAlertWindowFont()
 juce::Font myLookAndFeel::getPopupMenuFont()
 {
     return juce::Font(smallType, juce::Font::bold);
+}
+
+void myLookAndFeel::drawPopupMenuItem(juce::Graphics& g, const juce::Rectangle<int>& area, bool isSeparator,
+                                      bool isActive, bool isHighlighted, bool isTicked, bool hasSubMenu,
+                                      const juce::String& text, const juce::String& shortcutKeyText,
+                                      const juce::Drawable* icon, const juce::Colour* textColour)
+{
+    const auto quiet = findColour(juce::PopupMenu::textColourId).withMultipliedAlpha(informationAlpha);
+    LookAndFeel_V3::drawPopupMenuItem(g, area, isSeparator, true, isHighlighted && isActive, isTicked,
+                                      hasSubMenu, text, shortcutKeyText, icon,
+                                      isActive ? textColour : &quiet);
 }
 
 juce::Font myLookAndFeel::getComboBoxFont(juce::ComboBox& box)
@@ -216,7 +247,7 @@ std::unique_ptr<juce::FocusOutline> myLookAndFeel::createFocusOutlineForComponen
         void drawOutline(juce::Graphics& g, int width, int height) override
         {
             const auto bounds = juce::Rectangle<int>(width, height).toFloat().reduced(focusLine / 2.0f);
-            g.setColour(focusColour);
+            g.setColour(amber);
             g.drawRoundedRectangle(bounds, focusCorner, focusLine);
         }
     };
