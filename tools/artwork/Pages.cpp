@@ -202,13 +202,15 @@ void printManager(juce::Graphics& g)
     }
     print(g, "PRESETS", 32, 134, {Face::bold, capitals::caption, palette::amberBright, 0.1f});
     print(g, "FOLDERS", 772, 134, {Face::bold, capitals::caption, palette::amberBright, 0.1f});
-    glass(g, m::presetGrid.toFloat().expanded(2), 3);
-    glass(g, m::bankList.toFloat().expanded(2), 3);
-    // The commands' names are dim bitmap type: they stand on black.
-    for (int n = 0; n < 7; ++n)
-        glass(g, m::presetCommandLabel(n).toFloat().translated(-3, -2).withSizeKeepingCentre(59, 16), 2);
-    for (int n = 0; n < 3; ++n)
-        glass(g, m::folderCommandLabel(n).toFloat().translated(-3, -2).withSizeKeepingCentre(59, 16), 2);
+    glass(g, m::presetGrid.toFloat().expanded(2).withTrimmedBottom(2), 3);
+    glass(g, m::bankList.toFloat().expanded(2).withTrimmedBottom(2), 3);
+    // The commands' names are dim bitmap type: they stand on black. Not all modes have them, so their ground
+    // is one bar to a list.
+    for (const auto& list : {m::presetGrid, m::bankList})
+    {
+        constexpr float barHeight = 24;
+        glass(g, list.toFloat().expanded(2, 0).withY(m::commandY - 1).withHeight(barHeight), 3);
+    }
 }
 
 void printMulti(juce::Graphics& g)
