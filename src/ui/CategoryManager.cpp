@@ -10,6 +10,7 @@ constexpr int wordsTop = 21;
 constexpr int wordsBottom = 186;
 constexpr int wordHeight = 15;
 constexpr int maxRows = 11;
+constexpr int widestWord = 124;
 constexpr float fontHeight = 12.0f;
 constexpr int gridTop = 204;
 constexpr int numColumns = 4;
@@ -141,7 +142,8 @@ void CategoryManager::paint(juce::Graphics& g)
         const auto [column, row] = placeOf(word);
         const int flag = flagAt(column, row);
         const bool on = shown[static_cast<size_t>(flag)] != 0;
-        const auto box = wordBounds(column, row).reduced(3, 0);
+        auto box = wordBounds(column, row).reduced(3, 0);
+        box.setWidth(juce::jmin(box.getWidth(), widestWord));
 
         if (on)
         {

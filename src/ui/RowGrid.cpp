@@ -16,6 +16,7 @@ constexpr double shortestThumb = 30.0;
 constexpr int rowsPerWheelStep = 3;
 
 const juce::Colour textColour = juce::Colours::grey;
+/** Also for selected entries, whose ground is lighter. */
 const juce::Colour hoverColour{0xffb0b0b0};
 const juce::Colour lastClickColour{0xffd3d3d3};
 const juce::Colour currentColour = juce::Colours::white;
@@ -191,9 +192,10 @@ void RowGrid::paint(juce::Graphics& g)
             g.fillRect(box.withTrimmedLeft(-2));
         }
 
+        const bool raised = index == hovered || isSelected(index);
         g.setColour(isCurrent(index)     ? currentColour
                     : index == lastClick ? lastClickColour
-                    : index == hovered   ? hoverColour
+                    : raised             ? hoverColour
                                          : textColour);
         g.drawText(entryText(index), box, juce::Justification::centredLeft);
 
