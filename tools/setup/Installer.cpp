@@ -59,6 +59,7 @@ bool Installer::run(bool restoreRemoved)
     createFolders();
     installInstruments(restoreRemoved);
     installPresets(restoreRemoved);
+    installGuide(restoreRemoved);
     if (!files.save())
         fail("cannot write the list of installed files in " + places.dataFolder.getFullPathName());
     return succeeded;
@@ -190,6 +191,19 @@ void Installer::installPresets(bool restoreRemoved)
     for (const auto& file : found)
         installFile(file, to.getChildFile(file.getRelativePathFrom(from)), restoreRemoved, counts);
     say(summary("Factory presets in " + to.getFullPathName(), counts));
+}
+
+void Installer::installGuide(bool restoreRemoved)
+{
+    const auto from = source.getChildFile("Help");
+    const auto to = readPaths(store).helpFolder;
+    if (to == juce::File())
+        return;
+
+    Counts counts{};
+    for (const auto& file : from.findChildFiles(juce::File::findFiles, false, "*.html"))
+        installFile(file, to.getChildFile(file.getFileName()), restoreRemoved, counts);
+    say(summary("User guide in " + to.getFullPathName(), counts));
 }
 
 void Installer::installFile(const juce::File& from, const juce::File& to, bool restoreRemoved, Counts& counts)

@@ -10,13 +10,13 @@
 namespace quorel
 {
 
-/** Sets a user up to play: settings, folders, starter instruments, their banks and the factory presets.
+/** Sets a user up to play: settings, folders, starter instruments, their banks, factory presets, user guide.
     Running it again completes what is missing and leaves alone what the user changed. */
 class Installer
 {
 public:
-    /** `source` holds the instruments in "Ostrand", their banks in "Banks" and the factory presets in
-        "presets". */
+    /** `source` holds the instruments in "Ostrand", their banks in "Banks", the factory presets in
+        "presets" and the user guide in "Help". */
     Installer(UserStore& store, const UserPlaces& places, const juce::File& source);
 
     /** Does everything and says so on the standard output; errors go to the standard error stream, a
@@ -44,6 +44,7 @@ private:
     void forgetPluginList();
     void installBanks(const juce::String& instrument, bool restoreRemoved, Counts& counts);
     void installPresets(bool restoreRemoved);
+    void installGuide(bool restoreRemoved);
     void installFile(const juce::File& from, const juce::File& to, bool restoreRemoved, Counts& counts);
     void fail(const juce::String& text);
 
