@@ -27,6 +27,7 @@ struct Options
     std::vector<int> scales{100, 200};
     /** Parts of scenes' names; all scenes without any. */
     std::vector<std::string> only;
+    bool menus = false;
 };
 
 bool isWanted(const Options& options, const juce::String& name)
@@ -63,7 +64,7 @@ int work(const Options& options)
     const auto processor = std::make_unique<PluginProcessor>(makeUserStore(userPlaces(prefix)), interaction);
     EditorPictures editor(*processor);
     int result = 0;
-    for (const auto& scene : allScenes())
+    for (const auto& scene : allScenes(options.menus))
     {
         if (!isWanted(options, scene.name))
             continue;
@@ -100,6 +101,7 @@ int run(int argc, char** argv)
         ->check(CLI::Range(50, 400))
         ->allow_extra_args(false)
         ->capture_default_str();
+    app.add_flag("--menus", options.menus, "Pictures some menus, too; that wants a window manager");
     app.add_option("--only", options.only, "Only pictures with this in their names; may be repeated")
         ->allow_extra_args(false)
         ->type_name("NAME");

@@ -4,6 +4,8 @@
 #include "effects/FxTypes.h"
 #include "ui/VirtualInstrumentUI.h"
 
+#include <array>
+
 namespace quorel
 {
 
@@ -19,6 +21,20 @@ enum Page
 
 constexpr const char* splits = "01 Keys and Splits";
 constexpr const char* drums = "03 Drums and Grooves";
+
+/** Switches an EQ on and gives its curve something to show. */
+void bendEq(EditorPictures& editor, int unit)
+{
+    constexpr std::array<float, numEqBands> gains{0.7f, 0.36f, 0.62f};
+    editor.set(eqBase(unit) + eqSlot::on, 1.0f);
+    for (int i = 0; i < numEqBands; ++i)
+    {
+        const int band = eqBase(unit) + eqSlot::bands + eqSlot::slotsPerBand * i;
+        editor.set(band + eqSlot::bandOn, 1.0f);
+        editor.set(band + eqSlot::bandWidth, 0.35f);
+        editor.set(band + eqSlot::bandGain, gains[static_cast<std::size_t>(i)]);
+    }
+}
 
 bool showPanels(EditorPictures& editor, int panel)
 {
@@ -36,7 +52,13 @@ void addLayers(std::vector<Scene>& scenes)
     add("layers-empty", "", "", Panel::keyRange);
     add("layers-key-range", splits, "Four Corners", Panel::keyRange);
     add("layers-easy", splits, "Four Corners", Panel::easy);
-    add("layers-eq", splits, "Four Corners", Panel::eq);
+    scenes.push_back({"layers-eq", splits, "Four Corners",
+                      [](EditorPictures& e)
+                      {
+                          for (int layer = 0; layer < numLayers; ++layer)
+                              bendEq(e, layer);
+                          return showPanels(e, Panel::eq);
+                      }});
     add("layers-midi", splits, "Four Corners", Panel::midi);
 
     scenes.push_back({"layers-zones", drums, "Room Kit",
@@ -50,6 +72,7 @@ void addLayers(std::vector<Scene>& scenes)
                       [](EditorPictures& e)
                       {
                           e.showPage(layersPage);
+                          bendEq(e, 2);
                           e.showPanel(0, Panel::keyRange);
                           e.showPanel(1, Panel::easy);
                           e.showPanel(2, Panel::eq);
@@ -66,7 +89,13 @@ void addEffects(std::vector<Scene>& scenes)
         return true;
     };
     scenes.push_back({"fx-empty", "", "", show});
-    scenes.push_back({"fx-preset", "06 Motion and Rhythm", "Kappel Chords", show});
+    scenes.push_back({"fx-preset", "06 Motion and Rhythm", "Kappel Chords",
+                      [](EditorPictures& e)
+                      {
+                          bendEq(e, masterEqUnit);
+                          e.showPage(fxPage);
+                          return true;
+                      }});
     for (int first = 1; first < fxTypeCount; first += numFxBlocks)
     {
         scenes.push_back({"fx-types-" + juce::String(first).paddedLeft('0', 2), "", "",
@@ -122,6 +151,10 @@ void addOthers(std::vector<Scene>& scenes)
                           e.showBackPanel();
                           return true;
                       }});
+}
+
+void addMenus(std::vector<Scene>& scenes)
+{
     const auto addMenu = [&](const char* name, Page page, const char* button)
     {
         scenes.push_back({name, splits, "Four Corners",
@@ -133,16 +166,19 @@ void addOthers(std::vector<Scene>& scenes)
     };
     addMenu("menu-folder", layersPage, "Folder menu");
     addMenu("menu-preset", layersPage, "Preset menu");
+    addMenu("menu-layouts", layersPage, "Layer 1 Easy layouts");
 }
 } // namespace
 
-std::vector<Scene> allScenes()
+std::vector<Scene> allScenes(bool withMenus)
 {
     std::vector<Scene> scenes;
     addLayers(scenes);
     addEffects(scenes);
     addManager(scenes);
     addOthers(scenes);
+    if (withMenus)
+        addMenus(scenes);
     return scenes;
 }
 

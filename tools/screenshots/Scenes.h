@@ -21,7 +21,8 @@ struct Scene
     std::function<bool(EditorPictures&)> arrange;
 };
 
-/** Every page, panel and mode, all effect types, and some menus. */
-std::vector<Scene> allScenes();
+/** Every page, panel and mode, and all effect types. Menus are windows of their own, which want a window
+ * manager. */
+std::vector<Scene> allScenes(bool withMenus);
 
 } // namespace quorel
