@@ -141,7 +141,7 @@ bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
     {
         juce::FileOutputStream stream(temporary);
 
-        if (stream.openedOk() && stream.write(bytes.getData(), bytes.getSize()))
+        if (stream.openedOk() && (bytes.isEmpty() || stream.write(bytes.getData(), bytes.getSize())))
         {
             stream.flush();
             written = stream.getStatus().wasOk();
