@@ -76,6 +76,8 @@ TEST(Setup, freshSetupIsCompleteAndTheNextOneChangesNothing)
         EXPECT_TRUE(made.isAChildOf(prefix.getChildFile("data/Ostrand/Quorel")));
     }
     EXPECT_TRUE(paths.pluginListFile.isAChildOf(prefix.getChildFile("config/Ostrand")));
+    const auto guide = juce::File(QUOREL_TEST_DIST).getChildFile("Help/quorel-user-guide.html");
+    EXPECT_EQ(paths.helpFolder.getChildFile(guide.getFileName()).existsAsFile(), guide.existsAsFile());
 
     juce::KnownPluginList list;
     test::RecordingInteraction user;
