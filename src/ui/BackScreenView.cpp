@@ -14,7 +14,9 @@ namespace
 {
 constexpr int timerMilliseconds = 50;
 constexpr float labelFontHeight = 13.0f;
+constexpr int pathMargin = 4;
 constexpr const char* productText = "Ostrand QUOREL   ";
+constexpr const char* sizeText = "Window Size";
 constexpr const char* versionNumber = "1.0.2";
 } // namespace
 
@@ -57,11 +59,12 @@ BackScreenView::BackScreenView(PluginProcessor& pluginProcessor, EditorHost& edi
     setUpLabel(scanStatus, geometry::back::rescanStatus, "Scan status", juce::Colours::black);
     setUpLabel(folderPath, geometry::back::folderPath, "Plug-in folder", juce::Colours::grey);
     folderPath.setColour(juce::Label::backgroundColourId, juce::Colours::black);
+    folderPath.setBorderSize({0, pathMargin, 0, pathMargin});
 
     addWithCaption(ecsButton, geometry::back::ecsLabel, "ECS Menu");
     addWithCaption(rescanButton, geometry::back::rescanLabel, "Re-scan Plug-Ins");
     addWithCaption(folderButton, geometry::back::folderLabel, "Set VST Plug-Ins Folder");
-    addWithCaption(scaleButton, geometry::back::scaleLabel, "Window Size");
+    scaleCaption = &addWithCaption(scaleButton, geometry::back::scaleLabel, sizeText);
 
     for (int layer = 0; layer < numLayers; ++layer)
     {
@@ -91,14 +94,17 @@ void BackScreenView::setUpLabel(juce::Label& label, juce::Rectangle<int> bounds,
     addAndMakeVisible(label);
 }
 
-void BackScreenView::addWithCaption(juce::Button& button, juce::Rectangle<int> captionBounds,
-                                    const juce::String& text)
+BackScreenView::Caption& BackScreenView::addWithCaption(juce::Button& button,
+                                                        juce::Rectangle<int> captionBounds,
+                                                        const juce::String& text)
 {
     button.setTitle(text);
     addAndMakeVisible(button);
     captions.push_back(std::make_unique<Caption>(captionBounds, text, button));
-    setUpLabel(*captions.back(), captionBounds, text, juce::Colours::black);
-    captions.back()->setInterceptsMouseClicks(true, false);
+    auto& caption = *captions.back();
+    setUpLabel(caption, captionBounds, text, juce::Colours::black);
+    caption.setInterceptsMouseClicks(true, false);
+    return caption;
 }
 
 void BackScreenView::refresh()
@@ -107,7 +113,9 @@ void BackScreenView::refresh()
         showToggle(*block);
 
     showPluginFolder();
-    scaleButton.setDescription(juce::String(host.getScalePercent()) + " %");
+    const auto size = juce::String(host.getScalePercent()) + " %";
+    scaleCaption->setText(sizeText + (" : " + size), juce::dontSendNotification);
+    scaleButton.setDescription(size);
     startTimer(timerMilliseconds);
     repaint();
 }

@@ -40,7 +40,8 @@ private:
     void timerCallback() override;
     void setUpLabel(juce::Label& label, juce::Rectangle<int> bounds, const juce::String& title,
                     juce::Colour textColour);
-    void addWithCaption(juce::Button& button, juce::Rectangle<int> captionBounds, const juce::String& text);
+    Caption& addWithCaption(juce::Button& button, juce::Rectangle<int> captionBounds,
+                            const juce::String& text);
     void showPluginFolder();
     void chooseFolder();
     void showEcsMenu();
@@ -57,6 +58,8 @@ private:
     juce::Label folderPath;
     std::array<std::unique_ptr<myOnOff>, numLayers> blocks;
     std::vector<std::unique_ptr<Caption>> captions;
+    /** Tells the size in force. */
+    Caption* scaleCaption = nullptr;
     bool scanRequested = false;
 };
 

@@ -145,6 +145,7 @@ TEST_F(BackPanelTest, TheWindowsSizeIsChosen)
     EXPECT_EQ(window.menuTexts().joinIntoString("|"), "75 %|100 %|125 %|150 %|175 %|200 %|225 %|250 %");
     EXPECT_TRUE(window.chooseFromMenu("150 %"));
     EXPECT_EQ(host.percent, 150);
+    EXPECT_EQ(text("Window Size"), "Window Size : 150 %");
 }
 
 } // namespace quorel::test
