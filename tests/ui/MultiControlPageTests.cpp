@@ -70,6 +70,7 @@ TEST_F(MultiControlPageTest, EveryControlStandsAtItsPlace)
         auto* name = dynamic_cast<juce::Label*>(window.find(column));
         ASSERT_NE(name, nullptr);
         EXPECT_EQ(name->getName(), "multiLabel");
+        EXPECT_EQ(ControlPage::parameterOf(*name), 0) << "its number is that of its column";
         EXPECT_EQ(name->getBounds(), Box(470 + x, 318, 120, 18));
         EXPECT_EQ(name->getText(), "Multicontrol " + juce::String(column + 1));
 
