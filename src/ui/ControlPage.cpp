@@ -22,6 +22,10 @@ ControlPage::ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHos
 
 int ControlPage::parameterOf(const juce::Component& component)
 {
+    // Labels that are edited count their own kind.
+    if (dynamic_cast<const juce::Label*>(&component) != nullptr)
+        return 0;
+
     const int number = component.getComponentID().getIntValue();
     return number >= 1 && number < numParameterSlots ? number : 0;
 }

@@ -11,10 +11,9 @@ namespace quorel
 
 int readEditorScale(const UserStore& store)
 {
-    const auto text = store.read(pathSetting::key, pathSetting::editorScale);
-    const int wanted = text.isEmpty()
-                           ? defaultEditorScale
-                           : juce::jlimit(editorScales.front(), editorScales.back(), text.getIntValue());
+    const int stored = store.read(pathSetting::key, pathSetting::editorScale).getIntValue();
+    const int wanted =
+        stored > 0 ? juce::jlimit(editorScales.front(), editorScales.back(), stored) : defaultEditorScale;
     return *std::min_element(editorScales.begin(), editorScales.end(),
                              [wanted](int a, int b) { return std::abs(a - wanted) < std::abs(b - wanted); });
 }

@@ -4,6 +4,8 @@
 #include "engine/ParameterCodings.h"
 #include "ui/Geometry.h"
 
+#include <cmath>
+
 namespace quorel
 {
 
@@ -66,8 +68,13 @@ void KeyRangePanel::transposeBy(int semitones)
 {
     const int now = paramToInt(value(layerSlot::transpose), -transposeRange, transposeRange);
     const int wanted = juce::jlimit(-transposeRange, transposeRange, now + semitones);
-    processor.setParameterFromUi(id(layerSlot::transpose), static_cast<float>(wanted + transposeRange) /
-                                                               static_cast<float>(2 * transposeRange));
+    auto written = static_cast<float>(wanted + transposeRange) / static_cast<float>(2 * transposeRange);
+
+    // Rounding must not leave it a hair below its own step, where it would read as the one before.
+    while (paramToInt(written, -transposeRange, transposeRange) < wanted)
+        written = std::nextafter(written, 1.0f);
+
+    processor.setParameterFromUi(id(layerSlot::transpose), written);
 }
 
 } // namespace quorel
