@@ -47,9 +47,9 @@ void vents(juce::Graphics& g, Rect area)
     constexpr float pitch = 13;
     const float width = (area.getWidth() - gap) / 2;
     for (const float x : {area.getX(), area.getRight() - width})
-        for (float y = area.getY(); y + 6 <= area.getBottom(); y += pitch)
+        for (int i = 0; i < static_cast<int>(area.getHeight() / pitch); ++i)
         {
-            const Rect slit(x, y, width, 6);
+            const Rect slit(x, area.getY() + pitch * static_cast<float>(i), width, 6);
             g.setColour(juce::Colours::white.withAlpha(0.6f));
             g.fillPath(roundedRect(slit.translated(0, 1), 3));
             fillShaded(g, roundedRect(slit, 3), slit, rgb(0x08080a), rgb(0x38383c));
@@ -147,7 +147,7 @@ bool paintBackPanel(const Canvas& canvas)
     group(g, around(b::scale, 50), "WINDOW SIZE");
     group(g, around(b::block(0), 157), "MIDI");
 
-    vents(g, {720, 74, 320, 538});
+    vents(g, {720, 74, 320, 540});
 
     group(g, {left, 660, width, 90}, "CONNECTIONS");
     midiSocket(g, {140, 694}, "MIDI IN");

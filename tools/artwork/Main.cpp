@@ -4,7 +4,7 @@
 #include "Lettering.h"
 
 #include <CLI/CLI.hpp>
-#include <iostream>
+#include <cstdio>
 #include <juce_gui_basics/juce_gui_basics.h>
 
 namespace quorel::artwork
@@ -61,6 +61,7 @@ void work(const Options& options)
 } // namespace quorel::artwork
 
 int main(int argc, char** argv)
+try
 {
     CLI::App app("Draws the images of Quorel's editor", "quorel-artwork");
     quorel::artwork::Options options;
@@ -73,15 +74,12 @@ int main(int argc, char** argv)
                    "instead, write the files that follow to this one as C arrays");
     app.add_option("parts", options.parts, "name=path of each array");
     CLI11_PARSE(app, argc, argv);
+    quorel::artwork::work(options);
+    return 0;
+}
 
-    try
-    {
-        quorel::artwork::work(options);
-        return 0;
-    }
-    catch (const std::exception& error)
-    {
-        std::cerr << "quorel-artwork: " << error.what() << std::endl;
-        return 1;
-    }
+catch (const std::exception& error)
+{
+    std::fprintf(stderr, "quorel-artwork: %s\n", error.what());
+    return 1;
 }

@@ -36,7 +36,7 @@ float centreX(juce::Point<int> knob)
     return static_cast<float>(knob.x) + half;
 }
 
-//==============================================================================================================
+//==========================================================================================================
 
 void drawChassis(juce::Graphics& g)
 {
@@ -96,7 +96,7 @@ void drawHeader(juce::Graphics& g, bool standalone)
     drawArrow(g, Rect(1055, 74, 4, 5), palette::amberBright, false);
 }
 
-//==============================================================================================================
+//==========================================================================================================
 
 /** The common part of a strip, in strip coordinates. */
 void printStrip(juce::Graphics& g, int layer)
@@ -161,7 +161,7 @@ void printPanelKeys(juce::Graphics& g, int)
     printEasyPanel(g);
 }
 
-//==============================================================================================================
+//==========================================================================================================
 
 void printFxSlots(juce::Graphics& g)
 {
@@ -243,7 +243,7 @@ void printMulti(juce::Graphics& g)
          palette::printDim);
 }
 
-//==============================================================================================================
+//==========================================================================================================
 // Design references: pages with their controls in place.
 
 void paintAt(juce::Graphics& g, const char* name, juce::Point<int> at, int width, int height, int frame,

@@ -40,8 +40,6 @@ inline const juce::Colour amberBright = rgb(0xf0b232);
 /** A lamp's own, deeper than print. */
 inline const juce::Colour amberLamp = rgb(0xf2a516);
 inline const juce::Colour amberCore = rgb(0xffe2a0);
-inline const juce::Colour amberDark = rgb(0x3a2c0e);
-inline const juce::Colour red = rgb(0xd8442c);
 // The EQ bands' hues, those of their curves a little brighter.
 inline const juce::Colour green = rgb(0x4cc82a);
 inline const juce::Colour blue = rgb(0x2f93d8);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Surfaces.h"
 
-#include "Lettering.h"
 #include "Palette.h"
 
 #include <cmath>
@@ -26,12 +25,15 @@ void brushed(juce::Graphics& g, Rect area, juce::Colour top, juce::Colour bottom
 {
     g.setGradientFill(juce::ColourGradient::vertical(top, bottom, area));
     g.fillRect(area);
+    constexpr float lineHeight = 0.5f;
     juce::Random random(1);
-    for (float y = area.getY(); y < area.getBottom(); y += 0.5f)
+    const int numLines = juce::roundToInt(area.getHeight() / lineHeight);
+    for (int line = 0; line < numLines; ++line)
     {
+        const float y = area.getY() + lineHeight * static_cast<float>(line);
         const float change = (random.nextFloat() - 0.5f) * strength;
         g.setColour((change > 0 ? juce::Colours::white : juce::Colours::black).withAlpha(std::abs(change)));
-        g.fillRect(area.withY(y).withHeight(0.5f).getIntersection(area));
+        g.fillRect(area.withY(y).withHeight(lineHeight));
     }
 }
 
@@ -65,13 +67,6 @@ void inset(juce::Graphics& g, Rect area, float radius)
                                                      juce::Colours::transparentBlack, inner.getY() + 5));
     g.fillRect(inner.withHeight(5));
     g.restoreState();
-}
-
-void titledInset(juce::Graphics& g, Rect area, const juce::String& title)
-{
-    inset(g, area, 4.0f);
-    print(g, title, area.getX() + 9, area.getY() + 13,
-          {Face::bold, capitals::title, palette::amberBright, 0.1f});
 }
 
 void glass(juce::Graphics& g, Rect area, float radius)
@@ -113,14 +108,6 @@ void screw(juce::Graphics& g, juce::Point<float> centre, float radius)
     path.addPolygon(centre, 6, radius * 0.5f, 0.26f);
     g.setColour(rgb(0x0e0e0f));
     g.fillPath(path);
-}
-
-void glow(juce::Graphics& g, juce::Point<float> centre, float radius, juce::Colour colour)
-{
-    juce::ColourGradient gradient(colour, centre, colour.withAlpha(0.0f), centre.translated(radius, 0), true);
-    gradient.addColour(0.5, colour.withMultipliedAlpha(0.35f));
-    g.setGradientFill(gradient);
-    g.fillEllipse(Rect(2 * radius, 2 * radius).withCentre(centre));
 }
 
 } // namespace quorel::artwork

@@ -24,9 +24,6 @@ void raisedPlate(juce::Graphics& g, Rect area, float radius, juce::Colour top, j
 /** A flat area sunk into the ground a little, for a group of controls. */
 void inset(juce::Graphics& g, Rect area, float radius);
 
-/** The same with a title in its upper edge, on a tab of its own from `titleX` on. */
-void titledInset(juce::Graphics& g, Rect area, const juce::String& title);
-
 /** A window of dark glass, for read-outs and lists. */
 void glass(juce::Graphics& g, Rect area, float radius = 2.0f);
 
@@ -35,8 +32,5 @@ void groove(juce::Graphics& g, juce::Point<float> from, juce::Point<float> to);
 
 /** A hexagon socket screw. */
 void screw(juce::Graphics& g, juce::Point<float> centre, float radius);
-
-/** Soft light around a shape. */
-void glow(juce::Graphics& g, juce::Point<float> centre, float radius, juce::Colour colour);
 
 } // namespace quorel::artwork
