@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # From a bare Debian 12 to sound: installs the packages, builds, renders the demo song through four layered instruments
 # and four effects, and takes a tour through the factory presets. Everything it makes lies below build/.
+# With --gui it opens the standalone on the demo's sound instead.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -14,6 +15,14 @@ wav="$PWD/build/quorel-demo.wav"
 tour="$PWD/build/quorel-tour.wav"
 
 "$dist/quorel-setup" --prefix "$prefix"
+
+if [[ "${1:-}" == --gui ]]; then
+    folder="$prefix/data/Ostrand/Quorel/Banks/Demo"
+    mkdir -p "$folder"
+    "$dist/quorel-render" --prefix "$prefix" --save-preset "$folder/Quorel Demo.qrl" @demo/demo-render.args --param=View=0
+    XDG_CONFIG_HOME="$prefix/config" XDG_DATA_HOME="$prefix/data" exec "$dist/Quorel" --preset "Demo/Quorel Demo"
+fi
+
 demo/render.sh "$dist/quorel-render" "$prefix" "$wav"
 echo
 echo "A tour through the factory presets:"
@@ -30,5 +39,6 @@ To use Quorel for yourself:
     $dist/quorel-setup                    set up your own folders and instruments, once
     mkdir -p ~/.vst && cp $dist/Quorel.so ~/.vst/
                                           then let your DAW scan its VST2 (LXVST) folder
+    ./run.sh --gui                        the standalone on the demo's sound, with folders of its own
     $dist/Quorel                          the standalone, with your audio and MIDI devices
 TEXT
