@@ -19,7 +19,7 @@ tour="$PWD/build/quorel-tour.wav"
 if [[ "${1:-}" == --gui ]]; then
     folder="$prefix/data/Ostrand/Quorel/Banks/Demo"
     mkdir -p "$folder"
-    "$dist/quorel-render" --prefix "$prefix" --save-preset "$folder/Quorel Demo.qrl" @demo/demo-render.args --param=View=0
+    "$dist/quorel-render" --prefix "$prefix" --save-preset "$folder/Quorel Demo.qrl" @demo/demo-render.args
     XDG_CONFIG_HOME="$prefix/config" XDG_DATA_HOME="$prefix/data" exec "$dist/Quorel" --preset "Demo/Quorel Demo"
 fi
 

@@ -48,6 +48,7 @@ private:
 
                 self->setNames(preset, folder);
                 self->loadPresetFile();
+                self->setParameter(quorel::slot::view, self->getCurrentView());
                 self->getPresetCommands().refreshLists();
                 self->requestEditorRefresh();
             });
