@@ -214,13 +214,14 @@ TEST_F(PresetsCommand, VerifyNamesEachDamage)
 
     // 'T' of the name becomes 'X': c / 256.
     write(file("B", "Renamed"), whole);
+    write(file("B", "Escape"), patched(24, "\x1b[2J"));
     write(file("B", "Unknown"), patched(nameOfLayer2, integer(0x3eb00000)));
     write(rig.user.banksFolder().getChildFile("Capitals/Loud.QRL"), whole);
     file("Capitals", "Folder").createDirectory();
     const auto outcome = run({"verify"});
     EXPECT_EQ(outcome.exitCode, 1);
     for (const char* expected :
-         {"B/Renamed: note: the name inside is \"One\"",
+         {"B/Renamed: note: the name inside is \"One\"", "B/Escape: note: the name inside is \"?[2J\"",
           "B/Unknown: note: layer 2 needs an unknown instrument, Xarn", "Capitals/Loud: error: isn't listed",
           "Capitals/Folder: error: is a folder", ": 16 errors, "})
         EXPECT_TRUE(outcome.text.contains(expected)) << expected << " in\n" << outcome.text;

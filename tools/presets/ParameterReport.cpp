@@ -170,7 +170,7 @@ juce::String presetAsText(const juce::File& file, const StateChunk& chunk, bool 
     for (const auto& row : rows)
     {
         const auto value = row.isTextRun ? juce::String() : shortest(row.value);
-        const auto text = row.isTextRun ? "\"" + row.text + "\"" : row.text;
+        const auto text = row.isTextRun ? "\"" + printable(row.text) + "\"" : row.text;
         lines.add((juce::String(row.first).paddedLeft(' ', 6) + "  " + row.name.paddedRight(' ', 30) + "  " +
                    value.paddedRight(' ', 12) + "  " + text)
                       .trimEnd());

@@ -141,9 +141,9 @@ void checkNames(const StateChunk& chunk, const juce::File& file, Findings& findi
     const auto folder = file.getParentDirectory().getFileName();
     const auto name = file.getFileNameWithoutExtension();
     if (!isStoredAs(chunk.presetName, name))
-        findings.note("the name inside is \"" + chunk.presetName + "\"");
+        findings.note("the name inside is \"" + printable(chunk.presetName) + "\"");
     if (!isStoredAs(chunk.folderName, folder))
-        findings.note("the folder inside is \"" + chunk.folderName + "\"");
+        findings.note("the folder inside is \"" + printable(chunk.folderName) + "\"");
 }
 
 /** Whether lists and loads find the file. */
@@ -170,8 +170,20 @@ InstalledInstruments readInstalledInstruments(const juce::File& pluginListFile)
 
 juce::String instrumentOfLayer(const StateChunk& chunk, int layer)
 {
-    return readParamText(ChunkParameters(chunk), layerParameter(layer, layerSlot::pluginNameText),
-                         slot::nameTextLength);
+    return printable(readParamText(ChunkParameters(chunk), layerParameter(layer, layerSlot::pluginNameText),
+                                   slot::nameTextLength));
+}
+
+juce::String printable(const juce::String& text)
+{
+    juce::String clean;
+    for (auto p = text.getCharPointer(); !p.isEmpty();)
+    {
+        const auto character = p.getAndAdvance();
+        const bool isControl = character < 0x20 || (character >= 0x7f && character < 0xa0);
+        clean += isControl ? static_cast<juce::juce_wchar>('?') : character;
+    }
+    return clean;
 }
 
 std::vector<Finding> checkPreset(const juce::File& file, bool isInBanks,

@@ -39,6 +39,9 @@ InstalledInstruments readInstalledInstruments(const juce::File& pluginListFile);
 /** Instrument that a layer's parameters name; empty if none. `layer` is 0 to 3. */
 juce::String instrumentOfLayer(const StateChunk& chunk, int layer);
 
+/** Text out of a file as it may stand on a terminal: control characters become "?". */
+juce::String printable(const juce::String& text);
+
 /** Everything that is wrong with a preset file, the worst first. With `isInBanks` the file is looked at as
    the preset that its path makes it, else for itself. Reads only. */
 std::vector<Finding> checkPreset(const juce::File& file, bool isInBanks,
