@@ -16,6 +16,7 @@ constexpr int minimumBpm = 30;
 constexpr int maximumBpm = 500;
 /** One step of the tempo box, as part of its whole range. */
 constexpr double bpmStep = 0.00212766;
+constexpr int cpuIndent = 3;
 constexpr float labelFontHeight = 13.0f;
 constexpr const char* loadingText = "LOADING PLEASE WAIT...";
 constexpr const char* userGuideFile = "quorel-user-guide.html";
@@ -103,6 +104,7 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     setUpLabel(hintLabel, geometry::header::hint);
     setUpLabel(midiMonitorLabel, geometry::header::midiMonitor);
     setUpLabel(cpuLabel, geometry::header::cpu);
+    cpuLabel.setBorderSize({0, cpuIndent, 0, 0});
     setUpMenuButton(folderMenuButton, geometry::header::folderMenu, folderLabel, "Folder menu");
     setUpMenuButton(presetMenuButton, geometry::header::presetMenu, presetLabel, "Preset menu");
 

@@ -331,6 +331,28 @@ TEST_F(LayerStripTest, TheInstrumentsWindowGoesWithTheInstrumentAndStaysWithoutT
     TestWindow::pump(50);
 }
 
+TEST_F(LayerStripTest, AnInstrumentsOwnEditorIsEmbedded)
+{
+    // The starter instruments have no editor of their own; this plug-in has one.
+    juce::PluginDescription description;
+    description.name = "Quorel";
+    description.pluginFormatName = "VST";
+    description.fileOrIdentifier = QUOREL_PLUGIN_FILE;
+    ASSERT_TRUE(layer(0).loadPlugin(description));
+    PluginWindow::open(layer(0));
+    auto* shown = dynamic_cast<juce::DocumentWindow*>(layer(0).getWindow());
+    ASSERT_NE(shown, nullptr);
+    passes();
+    EXPECT_EQ(shown->getContentComponent()->getBounds().withZeroOrigin(), juce::Rectangle<int>(1110, 786));
+
+    closeEditor();
+    passes();
+    EXPECT_TRUE(layer(0).isWindowShowing());
+    EXPECT_TRUE(layer(0).requestUnload()) << "The window goes first, the instrument half a second later";
+    EXPECT_FALSE(layer(0).isWindowShowing());
+    EXPECT_TRUE(pumpUntil([this] { return !layer(0).hasInstance(); }, 3000));
+}
+
 TEST_F(LayerStripTest, LayoutsAreSavedAndChosenFromTheMenu)
 {
     ASSERT_TRUE(engine.load(0, "Orlen"));
