@@ -4,6 +4,8 @@
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -93,12 +95,21 @@ void PresetLibrary::rebuildIndex(const juce::File& banksFolder)
 
 void PresetLibrary::searchPresets()
 {
-    filteredPresets = presetIndex.findText(searchText, selectedResultFolder);
+    showResults(presetIndex.findText(searchText, selectedResultFolder));
 }
 
 void PresetLibrary::searchByCategory()
 {
-    filteredPresets = presetIndex.findCategories(categoryFilter, selectedResultFolder);
+    showResults(presetIndex.findCategories(categoryFilter, selectedResultFolder));
+}
+
+void PresetLibrary::showResults(std::vector<int> results)
+{
+    // The selection goes by position.
+    if (results != filteredPresets)
+        clearSelection();
+
+    filteredPresets = std::move(results);
 }
 
 const PresetIndexEntry& PresetLibrary::getFilteredPreset(int row) const

@@ -107,6 +107,8 @@ public:
     juce::MemoryBlock clipboardState;
 
 private:
+    void showResults(std::vector<int> results);
+
     juce::StringArray folderNames;
     int folderCount = 0;
     int currentFolderIndex = -1;
