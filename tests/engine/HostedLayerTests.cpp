@@ -2,6 +2,7 @@
 // Layers with real VST2 instruments in them: coming, going, playing, and what the table mirrors of them.
 #include "engine/ParameterCodings.h"
 #include "engine/ParameterText.h"
+#include "support/ForeignLeaks.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>
@@ -211,6 +212,7 @@ TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
     if (!amsynth.existsAsFile())
         GTEST_SKIP() << "amsynth isn't installed";
 
+    const ForeignLeaks ofAmsynth;
     juce::VSTPluginFormat format;
     juce::OwnedArray<juce::PluginDescription> found;
     format.findAllTypesForFile(found, amsynth.getFullPathName());
