@@ -17,6 +17,7 @@ constexpr double sampleRate = 48000.0;
 constexpr int blockSize = 512;
 constexpr int settleMillis = 250;
 constexpr int menuMillis = 1500;
+constexpr int windowMillis = 3000;
 
 juce::Component* findShown(juce::Component& parent, const std::function<bool(juce::Component&)>& matches)
 {
@@ -143,6 +144,24 @@ juce::Image EditorPictures::picture(float scale)
                                juce::AffineTransform::translation(place));
     }
     return image;
+}
+
+void EditorPictures::openWindow()
+{
+    if (editor->isOnDesktop())
+        return;
+    editor->addToDesktop(juce::ComponentPeer::windowHasTitleBar |
+                         juce::ComponentPeer::windowAppearsOnTaskbar);
+    editor->setTopLeftPosition(40, 60);
+    editor->setVisible(true);
+    editor->toFront(true);
+    pumpUntil([&] { return editor->getPeer()->isFocused(); }, windowMillis);
+    settle();
+}
+
+bool EditorPictures::isMenuOpen()
+{
+    return pumpUntil([] { return juce::Component::getCurrentlyModalComponent() != nullptr; }, menuMillis);
 }
 
 void EditorPictures::closeMenus()

@@ -45,6 +45,11 @@ public:
     /** The editor, and in front of it the menu that is open if one is; `scale` pixels to a layout pixel. */
     juce::Image picture(float scale);
     static void closeMenus();
+    /** Waits for a menu that is about to open. */
+    static bool isMenuOpen();
+
+    /** Shows the editor in a window, without which menus close at once. Wants a window manager. */
+    void openWindow();
 
 private:
     juce::Component* find(const juce::String& title) const;

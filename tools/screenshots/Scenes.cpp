@@ -160,8 +160,9 @@ void addMenus(std::vector<Scene>& scenes)
         scenes.push_back({name, splits, "Four Corners",
                           [page, button](EditorPictures& e)
                           {
+                              e.openWindow();
                               e.showPage(page);
-                              return e.click(button);
+                              return e.click(button) && EditorPictures::isMenuOpen();
                           }});
     };
     addMenu("menu-folder", layersPage, "Folder menu");
