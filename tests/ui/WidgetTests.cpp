@@ -347,8 +347,12 @@ TEST_F(WidgetTest, IntegerBoxesReadNumbersAndNotes)
     EXPECT_NEAR(rig.get(transpose), 0.6f, tolerance);
     EXPECT_EQ(text(steps), "4");
     steps.grabKeyboardFocus();
-    window.key(juce::KeyPress(juce::KeyPress::downKey));
-    EXPECT_EQ(text(steps), "3");
+    for (int number = 3; number >= -26; --number)
+    {
+        window.key(juce::KeyPress(juce::KeyPress::downKey));
+        EXPECT_EQ(text(steps), juce::String(juce::jmax(-24, number)));
+        EXPECT_EQ(paramToInt(rig.get(transpose), -24, 24), juce::jmax(-24, number));
+    }
 }
 
 TEST_F(WidgetTest, ButtonsActWhenTheMouseGoesDown)

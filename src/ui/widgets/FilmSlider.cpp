@@ -79,7 +79,11 @@ bool FilmSlider::keyPressed(const juce::KeyPress& key)
 {
     if (key == juce::KeyPress::returnKey)
         return showControlMenu(juce::PopupMenu::Options().withTargetComponent(this));
-    return stepByKey(*this, key, keyboardStep);
+
+    const int direction = arrowDirection(key);
+    if (direction != 0)
+        moveSlider(*this, getValue() + keyboardStep * direction);
+    return direction != 0;
 }
 
 bool FilmSlider::showControlMenu(juce::PopupMenu::Options options)

@@ -24,11 +24,7 @@ public:
         return slider.getTextFromValue(slider.getValue());
     }
 
-    void setValue(double value) override
-    {
-        juce::Slider::ScopedDragNotification gesture(slider);
-        slider.setValue(value, juce::sendNotificationSync);
-    }
+    void setValue(double value) override { moveSlider(slider, value); }
 
     void setValueAsString(const juce::String& text) override { setValue(slider.getValueFromText(text)); }
 
@@ -77,19 +73,19 @@ std::unique_ptr<juce::AccessibilityHandler> makeSliderAccessibility(juce::Slider
     return std::make_unique<SliderAccessibility>(slider, parameter, processor, step);
 }
 
-bool stepByKey(juce::Slider& slider, const juce::KeyPress& key, double step)
+int arrowDirection(const juce::KeyPress& key)
 {
-    if (key == juce::KeyPress::leftKey || key == juce::KeyPress::downKey)
-        step = -step;
-    else if (key != juce::KeyPress::rightKey && key != juce::KeyPress::upKey)
-        return false;
+    if (key == juce::KeyPress::rightKey || key == juce::KeyPress::upKey)
+        return 1;
+    return key == juce::KeyPress::leftKey || key == juce::KeyPress::downKey ? -1 : 0;
+}
 
-    if (slider.isEnabled())
-    {
-        juce::Slider::ScopedDragNotification gesture(slider);
-        slider.setValue(slider.getValue() + step, juce::sendNotificationSync);
-    }
-    return true;
+void moveSlider(juce::Slider& slider, double value)
+{
+    if (!slider.isEnabled())
+        return;
+    juce::Slider::ScopedDragNotification gesture(slider);
+    slider.setValue(value, juce::sendNotificationSync);
 }
 
 } // namespace quorel

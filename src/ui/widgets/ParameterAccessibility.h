@@ -22,8 +22,10 @@ juce::String controlTitle(const juce::Component& control, int parameter, PluginP
 std::unique_ptr<juce::AccessibilityHandler> makeSliderAccessibility(juce::Slider& slider, int parameter,
                                                                     PluginProcessor& processor, double step);
 
-/** Moves a slider by `step` where the key is an arrow without modifiers, as one gesture. False for other
-    keys. */
-bool stepByKey(juce::Slider& slider, const juce::KeyPress& key, double step);
+/** 1 for an arrow up or right, -1 for one down or left, 0 for other keys and with modifiers. */
+int arrowDirection(const juce::KeyPress& key);
+
+/** Moves a slider as one gesture of the user's, unless it is disabled. */
+void moveSlider(juce::Slider& slider, double value);
 
 } // namespace quorel

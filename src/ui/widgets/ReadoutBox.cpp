@@ -71,7 +71,14 @@ double ReadoutBox::numberStep() const noexcept
 
 bool ReadoutBox::keyPressed(const juce::KeyPress& key)
 {
-    return stepByKey(*this, key, numberStep());
+    const int direction = arrowDirection(key);
+    if (direction != 0)
+    {
+        // The middle of the next number's range: no rounding takes it to its neighbour.
+        const int next = numberOf(static_cast<float>(getValue())) + direction;
+        moveSlider(*this, juce::jlimit(0.0, 1.0, (next - minimum + 0.5) * numberStep()));
+    }
+    return direction != 0;
 }
 
 juce::String ReadoutBox::getTextFromValue(double value)
