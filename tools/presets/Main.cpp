@@ -77,7 +77,7 @@ public:
 private:
     using Command = std::function<int(const PresetCollection&)>;
 
-    CLI::App& add(CLI::App& parent, const char* name, const char* description, Command command)
+    CLI::App& add(CLI::App& parent, const char* name, const char* description, const Command& command)
     {
         auto& sub = *parent.add_subcommand(name, description);
         sub.final_callback([this, command] { arguments.command = command; });

@@ -36,6 +36,7 @@ std::vector<float> defaultParameters()
     // Too large for the stack.
     const auto processor = std::make_unique<PluginProcessor>(std::make_unique<NoSettings>(), interaction);
     std::vector<float> values;
+    values.reserve(numHostParameters);
     for (int i = 0; i < numHostParameters; ++i)
         values.push_back(processor->readParameter(i));
     return values;
