@@ -30,7 +30,26 @@ get_target_property(processorSources juce_audio_processors INTERFACE_SOURCES)
 list(FILTER processorSources EXCLUDE REGEX "/juce_audio_processors\\.cpp$")
 set_target_properties(juce_audio_processors PROPERTIES INTERFACE_SOURCES "${processorSources}")
 
-add_library(quorel_juce STATIC "${patchedDir}/juce_audio_processors.cpp")
+# On a server without a window manager some atoms don't exist, and JUCE's windows stop the process with an X error
+# for the missing ones: in another changed copy it creates those that it takes for granted.
+set(juceGui "${JUCE_MODULES_DIR}/juce_gui_basics")
+file(READ "${juceGui}/native/x11/juce_linux_XWindowSystem.cpp" windowSystemText)
+string(REPLACE "\r\n" "\n" windowSystemText "${windowSystemText}")
+string(REGEX MATCHALL "= getIfExists \\(display, \"" grantedAtoms "${windowSystemText}")
+list(LENGTH grantedAtoms numGrantedAtoms)
+if(NOT numGrantedAtoms EQUAL 9)
+    message(FATAL_ERROR "JUCE's window manager atoms were not found as expected: look at cmake/SharedJuce.cmake")
+endif()
+string(REPLACE "= getIfExists (display, \"" "= getCreating (display, \"" windowSystemText "${windowSystemText}")
+file(CONFIGURE OUTPUT "${patchedDir}/native/x11/juce_linux_XWindowSystem.cpp" CONTENT "${windowSystemText}" @ONLY)
+configure_file("${juceGui}/juce_gui_basics.cpp" "${patchedDir}/juce_gui_basics.cpp" COPYONLY)
+get_target_property(guiSources juce_gui_basics INTERFACE_SOURCES)
+list(FILTER guiSources EXCLUDE REGEX "/juce_gui_basics\\.cpp$")
+set_target_properties(juce_gui_basics PROPERTIES INTERFACE_SOURCES "${guiSources}")
+
+set_source_files_properties("${patchedDir}/juce_gui_basics.cpp" PROPERTIES INCLUDE_DIRECTORIES "${juceGui}")
+
+add_library(quorel_juce STATIC "${patchedDir}/juce_audio_processors.cpp" "${patchedDir}/juce_gui_basics.cpp")
 
 target_include_directories(quorel_juce PRIVATE "${juceProcessors}" "${juceProcessors}/format_types")
 target_link_libraries(quorel_juce
