@@ -196,8 +196,8 @@ void imageMemory(benchmark::State& state)
     state.counters["megabytes"] = static_cast<double>(images->numBytes()) / 1e6;
 }
 
-/** Share of a core that an open editor takes when nothing happens: processor time over five seconds, less that
-   of the same time without an editor. */
+/** Share of a core that an open editor takes when nothing happens: processor time over five seconds, less
+   that of the same time without an editor. */
 void idleEditor(benchmark::State& state)
 {
     if (!hasDisplay(state))
