@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Runs a test program on an X server of its own with a window manager. JUCE's windows need one: on a bare server
-# they stop with an X error.
+# Runs a test program on an X server of its own with a window manager, as a user has one: focus and menus depend
+# on it.
 for argument in "$@"; do
     # Listing the tests needs no display.
     [ "$argument" = --gtest_list_tests ] && exec "$@"
