@@ -39,8 +39,8 @@ public:
         a2 = quadOf(c.a2);
     }
 
-    // Guards against denormal numbers are added, here and below, to whichever operand is ready first. 1e-15
-    // only counts where all else is below 3e-8.
+    // Guards against denormal numbers are added last, here and below: at a high resonance out of silence
+    // another order would be heard as another start.
     [[gnu::always_inline]] Quad tick(Quad in)
     {
         const Quad x = in + fxTiny;
@@ -91,10 +91,10 @@ public:
             band = quorel::heldTo(band, 44.0f);
 
         // The cube of a silent band would be a denormal number; the larger square changes nothing else.
-        const Quad damped = (band + fxTiny) - larger(band * band, quadOf(fxTiny)) * band * 0.001f;
-        high = (in - low + fxTiny) - damped * q;
-        band = high * f + (damped + fxTiny);
-        low = band * f + (low + fxTiny);
+        const Quad damped = band - larger(band * band, quadOf(fxTiny)) * band * 0.001f + fxTiny;
+        high = in - low - damped * q + fxTiny;
+        band = high * f + fxTiny + damped;
+        low = band * f + fxTiny + low;
     }
 
     void clamp(float limit)
@@ -142,11 +142,11 @@ public:
 
     [[gnu::always_inline]] void tick(Quad in)
     {
-        const Quad x = (in + fxTiny) - feedback * s4;
-        const Quad n1 = (x + inPrev) * p - (scale * s1 - fxTiny);
-        const Quad n2 = (n1 + s1) * p - (scale * s2 - fxTiny);
-        const Quad n3 = (n2 + s2) * p - (scale * s3 - fxTiny);
-        const Quad v = (n3 + s3) * p - (scale * s4 - fxTiny);
+        const Quad x = in - feedback * s4 + fxTiny;
+        const Quad n1 = (x + inPrev) * p - scale * s1 + fxTiny;
+        const Quad n2 = (n1 + s1) * p - scale * s2 + fxTiny;
+        const Quad n3 = (n2 + s2) * p - scale * s3 + fxTiny;
+        const Quad v = (n3 + s3) * p - scale * s4 + fxTiny;
         const Quad square = v * v;
         s1 = n1;
         s2 = n2;
