@@ -8,10 +8,10 @@
 #include "ui/widgets/myIntBox.h"
 #include "ui/widgets/myKnob.h"
 
-#include <array>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <malloc.h>
 #include <tuple>
 
