@@ -9,6 +9,10 @@ PluginWindow::PluginWindow(VirtualInstrument& owner, juce::AudioProcessorEditor*
     , layer(owner)
 {
     setUsingNativeTitleBar(true);
+
+    if (dynamic_cast<juce::GenericAudioProcessorEditor*>(editor) != nullptr)
+        editor->setLookAndFeel(&listLook);
+
     setContentOwned(editor, true);
     setResizable(editor->isResizable(), false);
 

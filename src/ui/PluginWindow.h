@@ -32,6 +32,8 @@ private:
 
     /** Keeps the look alive that the window was made with. */
     EditorLook look;
+    /** Of the list of parameters: the editor's own look, grey on black, leaves it unreadable. */
+    juce::LookAndFeel_V4 listLook;
     VirtualInstrument& layer;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginWindow)
