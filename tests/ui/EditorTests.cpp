@@ -506,7 +506,8 @@ TEST_F(EditorTest, TapsAndTheBoxSetTheTempo)
         window->release(tap, {10, 5});
     }
 
-    constexpr double rounding = 2.0;
+    // Taps count in whole milliseconds.
+    constexpr double rounding = 3.0;
     EXPECT_GE(engine.processor.getTempo().bpm(), 3.0 * 60000.0 / (after[3] - before[0] + rounding));
     EXPECT_LE(engine.processor.getTempo().bpm(), 3.0 * 60000.0 / (before[3] - after[0] - rounding));
 

@@ -2,9 +2,11 @@
 // What JUCE asks for as its VST2 header, served by the free FST headers. JUCE includes this inside a namespace of
 // its own, so no system header may stand in here.
 //
-// Two things in FST don't fit what JUCE does with them:
+// Three things in FST don't fit what JUCE does with them:
 // - FST's speaker arrangement ends in a flexible array, while JUCE allocates `sizeof (VstSpeakerArrangement)` and
 //   writes up to eight entries: with FST's own type that overruns the heap.
+// - FST's pin properties end after the short label, while plug-ins fill in the 48 reserved bytes that follow in
+//   every other host's: a hosted instrument would write past our stack's copy.
 // - FST numbers the opcodes it hasn't explored as placeholders (100000 and up). Hosts and plug-ins that send the
 //   real ones would be ignored, or worse, JUCE would send a placeholder. The numbers below are those in use.
 #pragma once
@@ -13,6 +15,8 @@
 
 #define t_fstSpeakerArrangement quorelFstSpeakerArrangement
 #define VstSpeakerArrangement quorelFstVstSpeakerArrangement
+#define t_fstPinProperties quorelFstPinProperties
+#define VstPinProperties quorelFstVstPinProperties
 #define audioMasterIdle quorelFstHostIdle
 #define audioMasterPinConnected quorelFstHostPinConnected
 #define audioMasterIOChanged quorelFstHostIOChanged
@@ -40,6 +44,8 @@
 
 #undef t_fstSpeakerArrangement
 #undef VstSpeakerArrangement
+#undef t_fstPinProperties
+#undef VstPinProperties
 #undef audioMasterIdle
 #undef audioMasterPinConnected
 #undef audioMasterIOChanged
@@ -74,3 +80,14 @@ typedef struct quorelSpeakerArrangement_
 } t_fstSpeakerArrangement;
 
 typedef t_fstSpeakerArrangement VstSpeakerArrangement;
+
+typedef struct quorelPinProperties_
+{
+    char label[64];
+    int flags;
+    int arrangementType;
+    char shortLabel[8];
+    char reserved[48];
+} t_fstPinProperties;
+
+typedef t_fstPinProperties VstPinProperties;
