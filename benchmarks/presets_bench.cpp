@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cost of the preset library and of what a preset brings: index, search, load, save, texts. The files of the
 // index lie in the system's memory after the first walk: a cold disk is another matter.
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
 #include "support/ProcessorRig.h"

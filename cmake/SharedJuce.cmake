@@ -91,3 +91,16 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa flac freetype2)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_SOUND rt)
 endif()
+
+# JUCE's headers take most of the time that one of our sources takes to compile. Builds for release do without a
+# precompiled header, so that each file shows what it includes.
+option(QUOREL_PRECOMPILE "Compile JUCE's headers once: builds in a third of the time, for work on the code" OFF)
+
+function(quorel_precompile target)
+    if(QUOREL_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE
+            <juce_audio_processors/juce_audio_processors.h>
+            <juce_gui_basics/juce_gui_basics.h>
+            <array> <atomic> <functional> <memory> <optional> <vector>)
+    endif()
+endfunction()

@@ -2,7 +2,7 @@
 // What JUCE's plug-in clients call to get a processor.
 #include "adapters/BoxInteraction.h"
 #include "engine/PluginProcessor.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 #include "resources/CBitmap.h"
 #include "ui/PluginEditor.h"
 

@@ -3,9 +3,9 @@
 
 #include "effects/FxSlot.h"
 #include "effects/LayerEq.h"
-#include "engine/EqSettings.h"
-#include "engine/MixGains.h"
-#include "engine/ParameterAccess.h"
+#include "parameters/EqSettings.h"
+#include "parameters/MixGains.h"
+#include "parameters/ParameterAccess.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/ControlMenu.h"
 
-#include "engine/ParameterCodings.h"
 #include "engine/PluginProcessor.h"
+#include "parameters/ParameterCodings.h"
 
 namespace quorel
 {

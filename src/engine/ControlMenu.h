@@ -2,7 +2,7 @@
 // The menu of a knob or fader: what a right click shows, and what its rows do. Message thread.
 #pragma once
 
-#include "engine/MenuEntries.h"
+#include "platform/MenuEntries.h"
 
 namespace quorel
 {

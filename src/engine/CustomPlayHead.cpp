@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/CustomPlayHead.h"
 
-#include "engine/HostRate.h"
+#include "hosting/HostRate.h"
 
 #include <cmath>
 #include <limits>

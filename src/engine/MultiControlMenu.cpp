@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/MultiControlMenu.h"
 
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
 #include "engine/PluginProcessor.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 
 namespace quorel
 {

@@ -3,7 +3,7 @@
 // Message thread.
 #pragma once
 
-#include "engine/MenuEntries.h"
+#include "platform/MenuEntries.h"
 
 namespace quorel
 {

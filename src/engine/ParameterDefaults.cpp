@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The resets. Their order matters: a write acts at once, so a mapping written last pulls what the instrument
 // holds, and an assignment written after its knob still sees the old target.
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
 #include "engine/PluginProcessor.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 
 namespace quorel
 {

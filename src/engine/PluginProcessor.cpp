@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/PluginProcessor.h"
 
-#include "engine/HostRate.h"
-#include "engine/MessageThread.h"
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterNames.h"
-#include "engine/ParameterText.h"
-#include "engine/ParameterValueEntry.h"
+#include "engine/StateRestore.h"
+#include "hosting/HostRate.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterNames.h"
+#include "parameters/ParameterText.h"
+#include "parameters/ParameterValueEntry.h"
+#include "platform/FileOperations.h"
+#include "platform/MessageThread.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
-#include "presets/StateRestore.h"
 
 #include <utility>
 

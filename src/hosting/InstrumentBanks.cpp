@@ -2,7 +2,7 @@
 #include "hosting/InstrumentBanks.h"
 
 #include "hosting/InstrumentTable.h"
-#include "presets/UserPaths.h"
+#include "platform/UserPaths.h"
 
 namespace quorel
 {

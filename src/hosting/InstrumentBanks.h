@@ -2,7 +2,7 @@
 // Banks and programs of hosted instruments, and the entries of a layer's menus. Message thread.
 #pragma once
 
-#include "presets/UserStore.h"
+#include "platform/UserStore.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 

@@ -2,7 +2,7 @@
 // What is known of each instrument that a layer can host. Everything looks instruments up by the exact name.
 #pragma once
 
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 
 #include <array>
 #include <juce_core/juce_core.h>

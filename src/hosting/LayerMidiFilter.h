@@ -3,7 +3,7 @@
 // layer's settings, the notes held in its drum zones, and the block's events.
 #pragma once
 
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 
 #include <array>
 #include <atomic>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/ParameterAccess.h"
-#include "engine/UserInteraction.h"
+#include "parameters/ParameterAccess.h"
+#include "platform/UserInteraction.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
 

@@ -3,7 +3,7 @@
 
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginFileCheck.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 
 namespace quorel
 {

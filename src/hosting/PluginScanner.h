@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/UserInteraction.h"
+#include "platform/UserInteraction.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <memory>

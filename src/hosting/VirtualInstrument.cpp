@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/VirtualInstrument.h"
 
-#include "engine/HostRate.h"
-#include "engine/MidiMonitor.h"
-#include "engine/MultiControls.h"
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
+#include "hosting/HostRate.h"
 #include "hosting/HostedParameters.h"
 #include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginFileCheck.h"
+#include "midi/MidiMonitor.h"
+#include "parameters/MultiControls.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 
 namespace quorel
 {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The parameters of a layer and of its hosted instrument: what a write brings with it, and the Easy mirror
 // both ways.
-#include "engine/MultiControls.h"
-#include "engine/ParameterCodings.h"
 #include "hosting/HostedParameters.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/VirtualInstrument.h"
-#include "presets/IntegerLines.h"
+#include "parameters/IntegerLines.h"
+#include "parameters/MultiControls.h"
+#include "parameters/ParameterCodings.h"
 
 namespace quorel
 {

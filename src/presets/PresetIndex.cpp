@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetIndex.h"
 
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
-#include "presets/PresetNames.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
 
 #include <juce_core/juce_core.h>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetLibrary.h"
 
+#include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
-#include "presets/PresetNames.h"
 
 #include <utility>
 

@@ -20,13 +20,4 @@ juce::String cleanPresetName(const juce::String& typed);
     that no file name takes left out; "default" where nothing is left. */
 juce::String cleanTypedName(const juce::String& typed);
 
-/** True where the name is a single component of a path, so that a file of this name lies in its folder: not
-   empty, not "." or "..", without this platform's separators and whatever else means something to it. Names
-   from chunks and archives are to be asked. */
-bool isPlainName(const juce::String& name);
-
-/** The file or folder `name` in `folder`; an empty file where the folder is empty or the name isn't a plain
-   one. A leading "~" is part of the name. */
-juce::File childNamed(const juce::File& folder, const juce::String& name);
-
 } // namespace quorel

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/StateChunk.h"
 
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 
 #include <cstring>
 

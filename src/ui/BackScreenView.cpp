@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/BackScreenView.h"
 
-#include "presets/EcsFiles.h"
-#include "presets/PlatformSeam.h"
+#include "engine/EcsMenu.h"
+#include "platform/PlatformSeam.h"
 #include "ui/EditorScale.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/EasyPanel.h"
 
-#include "engine/ParameterCodings.h"
 #include "hosting/HostedParameters.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/Geometry.h"
 
 namespace quorel

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/EditorHeader.h"
 
-#include "presets/OriginalComparison.h"
-#include "presets/PresetCommands.h"
+#include "engine/OriginalComparison.h"
+#include "engine/PresetCommands.h"
 #include "ui/Geometry.h"
 
 namespace quorel

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/EditorScale.h"
 
-#include "presets/UserPaths.h"
+#include "platform/UserPaths.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 // How large the editor is drawn, in percent of its 1110 by 786 layout. Kept for the user, not for a preset.
 #pragma once
 
-#include "presets/UserStore.h"
+#include "platform/UserStore.h"
 
 #include <array>
 

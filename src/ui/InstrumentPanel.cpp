@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/InstrumentPanel.h"
 
-#include "engine/ParameterText.h"
 #include "hosting/InstrumentTable.h"
+#include "parameters/ParameterText.h"
 #include "ui/Geometry.h"
 #include "ui/PluginWindow.h"
 

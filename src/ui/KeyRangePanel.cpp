@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/KeyRangePanel.h"
 
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/Geometry.h"
 
 #include <cmath>

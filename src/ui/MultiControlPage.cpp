@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MultiControlPage.h"
 
-#include "engine/HoldSwitches.h"
 #include "engine/MultiControlMenu.h"
+#include "parameters/HoldSwitches.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
 

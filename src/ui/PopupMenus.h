@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/MenuEntries.h"
+#include "platform/MenuEntries.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/SubhostView.h"
 
-#include "presets/PresetCommands.h"
+#include "engine/PresetCommands.h"
 #include "ui/BackScreenView.h"
 #include "ui/FxPage.h"
 #include "ui/Geometry.h"

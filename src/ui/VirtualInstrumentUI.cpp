@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/VirtualInstrumentUI.h"
 
-#include "presets/LayoutFiles.h"
+#include "engine/LayoutMenu.h"
 #include "ui/EasyPanel.h"
 #include "ui/Geometry.h"
 #include "ui/KeyRangePanel.h"

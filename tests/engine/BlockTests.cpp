@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The block: graph, fades, controllers, what it leaves alone.
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>

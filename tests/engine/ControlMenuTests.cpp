@@ -2,9 +2,9 @@
 // What menus and switches of single controls do, without a window: the right-click menu, hold, and the
 // targets of the multi-control knobs.
 #include "engine/ControlMenu.h"
-#include "engine/HoldSwitches.h"
 #include "engine/MultiControlMenu.h"
-#include "engine/ParameterCodings.h"
+#include "parameters/HoldSwitches.h"
+#include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Layers with real VST2 instruments in them: coming, going, playing, and what the table mirrors of them.
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 #include "support/ForeignLeaks.h"
 #include "support/ProcessorRig.h"
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Layouts and controller tables as files, chosen from their menus: what is written, what any file at all
 // does, and what the user is told.
-#include "engine/ParameterCodings.h"
-#include "presets/EcsFiles.h"
-#include "presets/IntegerLines.h"
-#include "presets/LayoutFiles.h"
+#include "engine/EcsMenu.h"
+#include "engine/LayoutMenu.h"
+#include "parameters/IntegerLines.h"
+#include "presets/LineFiles.h"
+#include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A sound goes through a machine without one of its instruments, and comes back whole.
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 #include "presets/StateChunk.h"
 #include "support/ProcessorRig.h"
 

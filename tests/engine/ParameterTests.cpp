@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The table as a host and an editor see it: names, what a write brings with it, the resets.
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>

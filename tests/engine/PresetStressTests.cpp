@@ -2,8 +2,9 @@
 // Hundreds of preset loads in random order, on their real road: the audio callback, the 50 ms timer and an
 // automating host work on many processors at once, because each load waits for some 25 ticks. Meant for the
 // sanitizers too: leaks and races show there.
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 #include "support/ProcessorRig.h"

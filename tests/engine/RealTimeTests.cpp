@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the audio thread may not do, and what several threads may do at once.
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>

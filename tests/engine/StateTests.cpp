@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The sound as bytes: what comes back, what hostile bytes do, and the road of a preset file.
-#include "engine/ParameterText.h"
+#include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 #include "support/ProcessorRig.h"

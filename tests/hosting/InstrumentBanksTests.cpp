@@ -2,7 +2,7 @@
 #include "hosting/InstrumentBanks.h"
 
 #include "hosting/InstrumentTable.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/PluginScanner.h"
 
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 #include "support/RecordingInteraction.h"
 #include "support/ScratchFolder.h"
 

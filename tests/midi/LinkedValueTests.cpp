@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "TestLoop.h"
+#include "support/TestLoop.h"
 #include "midi/MidiLinkedValueObject.h"
 
 #include <algorithm>

@@ -2,7 +2,9 @@
 // Names and files: what users type, what lies on disks, and what a crash or a full disk leaves.
 #include "presets/PresetFiles.h"
 
-#include "presets/PlatformSeam.h"
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "platform/PlatformSeam.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
 #include "support/ScratchFolder.h"

@@ -4,7 +4,7 @@
 #include "common/MessagePump.h"
 #include "engine/PluginProcessor.h"
 #include "hosting/InstrumentTable.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 #include "support/RecordingInteraction.h"
 #include "support/ScratchFolder.h"
 

@@ -5,8 +5,8 @@
 #include "SoundBuilder.h"
 
 #include "common/QuietLogger.h"
-#include "engine/ParameterCodings.h"
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
 #include "support/ScratchFolder.h"
 

@@ -5,8 +5,9 @@
 #include "support/ProcessorRig.h"
 
 #include "effects/FxTypes.h"
-#include "engine/ParameterCodings.h"
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "parameters/ParameterCodings.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quorel-presets as a user starts it, on real folders and real presets.
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 #include "support/ProcessorRig.h"

@@ -2,8 +2,8 @@
 // The back panel in a real window: its controls, and what they do to the user's folders, files and settings.
 #include "EditorRig.h"
 
-#include "engine/ParameterCodings.h"
-#include "presets/EcsFiles.h"
+#include "engine/EcsMenu.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/BackScreenView.h"
 
 #include <gtest/gtest.h>

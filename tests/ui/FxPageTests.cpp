@@ -3,7 +3,7 @@
 #include "EditorRig.h"
 
 #include "effects/FxTypes.h"
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/FxPage.h"
 #include "ui/Geometry.h"
 #include "ui/LayerEqPanel.h"

@@ -2,9 +2,9 @@
 // The strips of the layers with real instruments in them.
 #include "EditorRig.h"
 
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
 #include "hosting/HostedParameters.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
 #include "ui/PluginEditor.h"
 #include "ui/PluginWindow.h"

@@ -3,9 +3,9 @@
 // them.
 #include "EditorRig.h"
 
-#include "engine/HoldSwitches.h"
 #include "engine/MultiControlMenu.h"
-#include "engine/ParameterCodings.h"
+#include "parameters/HoldSwitches.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/MultiControlPage.h"
 
 #include <gtest/gtest.h>

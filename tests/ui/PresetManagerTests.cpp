@@ -2,6 +2,7 @@
 // The preset manager under mouse and keyboard, on real files and a real processor.
 #include "EditorRig.h"
 
+#include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 #include "presets/StateChunk.h"

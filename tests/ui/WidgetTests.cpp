@@ -2,7 +2,7 @@
 // The controls in a real window, under mouse and keyboard.
 #include "EditorRig.h"
 
-#include "engine/ParameterCodings.h"
+#include "parameters/ParameterCodings.h"
 #include "ui/widgets/BitmapText.h"
 #include "ui/widgets/myBgMenu.h"
 #include "ui/widgets/myBgMenu2.h"

@@ -5,9 +5,11 @@
 
 #include "common/ConsoleInteraction.h"
 #include "hosting/InstrumentTable.h"
-#include "presets/PlatformSeam.h"
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "platform/PlatformSeam.h"
+#include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
-#include "presets/UserPaths.h"
 
 namespace quorel
 {
@@ -26,7 +28,7 @@ juce::Result failedAt(const juce::File& file, int line, const juce::String& mess
 }
 
 /** Names go to every file system and into 32 bytes of the preset. */
-bool isPlainName(const juce::String& name)
+bool isPortableName(const juce::String& name)
 {
     return name.length() <= longestName && name == name.trim() &&
            name.containsOnly("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXY"
@@ -63,7 +65,7 @@ juce::Result BankBuilder::build(const juce::File& file, juce::MemoryBlock& bytes
 {
     const auto name = file.getFileNameWithoutExtension();
     const auto folder = file.getParentDirectory().getFileName();
-    if (!isPlainName(name) || !isPlainName(folder))
+    if (!isPortableName(name) || !isPlainName(folder))
         return failedAt(file, 0, "a name has at most 24 plain letters, digits, blanks and _ - + & ( )");
 
     ConsoleInteraction interaction("quorel-bank");

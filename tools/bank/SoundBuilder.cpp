@@ -5,11 +5,11 @@
 
 #include "common/MessagePump.h"
 #include "effects/FxTypes.h"
-#include "engine/ParameterCodings.h"
-#include "engine/ParameterText.h"
 #include "hosting/HostedParameters.h"
 #include "hosting/InstrumentTable.h"
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterText.h"
 
 #include <algorithm>
 #include <cmath>

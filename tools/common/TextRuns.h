@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 
 #include <optional>
 

@@ -4,7 +4,7 @@
 
 #include "common/ConsoleInteraction.h"
 #include "common/QuietLogger.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>

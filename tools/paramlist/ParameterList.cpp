@@ -2,8 +2,8 @@
 #include "ParameterList.h"
 
 #include "common/TextRuns.h"
-#include "engine/FxParameterText.h"
-#include "engine/ParameterText.h"
+#include "parameters/FxParameterText.h"
+#include "parameters/ParameterText.h"
 
 #include <optional>
 #include <vector>

@@ -4,7 +4,8 @@
 #include "FolderArchive.h"
 #include "ParameterReport.h"
 
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"

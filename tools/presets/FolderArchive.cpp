@@ -3,6 +3,8 @@
 
 #include "PresetDocument.h"
 
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 
@@ -73,7 +75,7 @@ juce::Result unpack(juce::ZipFile& zip, int index, juce::int64 mostBytes, juce::
 {
     const auto& entry = *zip.getEntry(index);
     const auto damaged = [&] { return juce::Result::fail(quoted(entry.filename) + " is damaged"); };
-    if (entry.uncompressedSize > juce::jmin(mostBytes, largestPresetFile))
+    if (entry.uncompressedSize > juce::jmin(mostBytes, largestWholeFile))
         return juce::Result::fail(quoted(entry.filename) + " is too large");
 
     const std::unique_ptr<juce::InputStream> stream(zip.createStreamForEntry(index));

@@ -3,8 +3,8 @@
 #include "Commands.h"
 
 #include "common/QuietLogger.h"
-#include "presets/PlatformSeam.h"
-#include "presets/UserPaths.h"
+#include "platform/PlatformSeam.h"
+#include "platform/UserPaths.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>

@@ -5,12 +5,12 @@
 #include "common/TextRuns.h"
 #include "effects/EffectMath.h"
 #include "effects/FxTypes.h"
-#include "engine/FxParameterText.h"
-#include "engine/ParameterDisplay.h"
-#include "engine/ParameterNames.h"
-#include "engine/ParameterText.h"
 #include "engine/PluginProcessor.h"
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "parameters/FxParameterText.h"
+#include "parameters/ParameterDisplay.h"
+#include "parameters/ParameterNames.h"
+#include "parameters/ParameterText.h"
 
 #include <charconv>
 #include <memory>

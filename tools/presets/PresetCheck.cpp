@@ -3,11 +3,11 @@
 
 #include "PresetDocument.h"
 
-#include "engine/ParameterLayout.h"
-#include "engine/ParameterNames.h"
-#include "engine/ParameterText.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginScanner.h"
+#include "parameters/ParameterLayout.h"
+#include "parameters/ParameterNames.h"
+#include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
 
 #include <algorithm>

@@ -2,8 +2,9 @@
 #include "PresetDocument.h"
 
 #include "effects/EffectMath.h"
-#include "engine/ParameterLayout.h"
-#include "engine/ParameterText.h"
+#include "parameters/ParameterLayout.h"
+#include "parameters/ParameterText.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 
 #include <cstring>
@@ -85,7 +86,7 @@ juce::Result readPresetBytes(const juce::File& file, juce::MemoryBlock& bytes)
         return fail("is a folder");
     if (!file.exists())
         return fail("does not exist");
-    if (file.getSize() > largestPresetFile)
+    if (file.getSize() > largestWholeFile)
         return fail("too large to be a preset");
     if (!readWholeFile(file, bytes))
         return fail("cannot be read");

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/ParameterAccess.h"
+#include "parameters/ParameterAccess.h"
 #include "presets/StateChunk.h"
 
 #include <juce_core/juce_core.h>

@@ -3,7 +3,9 @@
 
 #include "ParameterReport.h"
 
-#include "presets/Categories.h"
+#include "parameters/Categories.h"
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 

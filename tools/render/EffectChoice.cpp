@@ -2,7 +2,7 @@
 #include "EffectChoice.h"
 
 #include "effects/FxTypes.h"
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 
 #include <charconv>
 #include <cmath>

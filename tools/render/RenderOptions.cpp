@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RenderOptions.h"
 
-#include "engine/ParameterLayout.h"
+#include "parameters/ParameterLayout.h"
 #include "presets/PresetFiles.h"
 
 #include <CLI/CLI.hpp>

@@ -6,7 +6,7 @@
 
 #include "common/ConsoleInteraction.h"
 #include "common/QuietLogger.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>

@@ -2,8 +2,8 @@
 #include "Installer.h"
 
 #include "hosting/InstrumentTable.h"
+#include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
-#include "presets/UserPaths.h"
 
 #include <iostream>
 

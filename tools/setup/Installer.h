@@ -2,7 +2,7 @@
 #pragma once
 
 #include "InstalledFiles.h"
-#include "presets/PlatformSeam.h"
+#include "platform/PlatformSeam.h"
 
 #include <array>
 #include <vector>

@@ -6,8 +6,8 @@
 
 #include "common/ConsoleInteraction.h"
 #include "common/QuietLogger.h"
-#include "engine/ParameterCodings.h"
-#include "presets/PlatformSeam.h"
+#include "parameters/ParameterCodings.h"
+#include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>

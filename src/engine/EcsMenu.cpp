@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/EcsMenu.h"
+
+#include "engine/PluginProcessor.h"
+#include "parameters/IntegerLines.h"
+#include "presets/LineFiles.h"
+
+namespace quorel
+{
+
+namespace
+{
+LineFiles ecsFiles(PluginProcessor& processor)
+{
+    return {processor.getPaths().ecsFolder, ".ecs", "ECS"};
+}
+
+void clearEcs(PluginProcessor& processor)
+{
+    processor.getControllerMap().clearControllerTable();
+    processor.ecsName.clear();
+}
+
+void saveEcs(PluginProcessor& processor)
+{
+    const juce::WeakReference<PluginProcessor> alive(&processor);
+    const auto name = saveLinesAs(ecsFiles(processor), "Please select ECS filename to save...", "default",
+                                  processor.getControllerMap().exportTable(), processor.userInteraction());
+
+    // The host may have closed the plug-in behind the open question.
+    if (alive != nullptr && name.isNotEmpty())
+        processor.ecsName = name;
+}
+
+void deleteEcs(PluginProcessor& processor)
+{
+    const juce::WeakReference<PluginProcessor> alive(&processor);
+    const auto name = processor.ecsName;
+
+    if (deleteLineFile(ecsFiles(processor), name, processor.userInteraction()) && alive != nullptr)
+        clearEcs(processor);
+}
+
+void loadEcs(PluginProcessor& processor, const juce::File& file)
+{
+    if (!file.existsAsFile())
+        return;
+
+    processor.getControllerMap().importTable(readIntegerLines(file, numControllers));
+    processor.ecsName = file.getFileName();
+}
+} // namespace
+
+MenuEntries ecsMenu(PluginProcessor& processor)
+{
+    return lineFileMenu(ecsFiles(processor), "Clear ECS", processor.ecsName);
+}
+
+void chooseEcs(PluginProcessor& processor, int id)
+{
+    switch (id)
+    {
+    case lineFileMenuId::reset:
+        clearEcs(processor);
+        break;
+    case lineFileMenuId::save:
+        saveEcs(processor);
+        break;
+    case lineFileMenuId::remove:
+        deleteEcs(processor);
+        break;
+    default:
+        if (id >= lineFileMenuId::firstFile)
+            loadEcs(processor, ecsFiles(processor).list()[id - lineFileMenuId::firstFile]);
+        break;
+    }
+}
+
+} // namespace quorel

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/LayoutMenu.h"
+
+#include "engine/PluginProcessor.h"
+#include "hosting/InstrumentTable.h"
+#include "parameters/IntegerLines.h"
+#include "presets/LineFiles.h"
+
+namespace quorel
+{
+
+namespace
+{
+LineFiles layoutFiles(PluginProcessor& processor, int layer)
+{
+    const auto* row = findInstrument(processor.getLayer(layer).getPluginName());
+    // An instrument outside the table has no layouts of its own.
+    return {row != nullptr ? processor.getPaths().layoutsFolder : juce::File(),
+            row != nullptr ? "." + juce::String(row->shortName) : juce::String(), "Layout"};
+}
+
+/** What a menu command works on, across a question to the user: the host may close the plug-in behind it, or
+   a preset load exchange the instrument. */
+class QuestionedLayer
+{
+public:
+    QuestionedLayer(PluginProcessor& processor, int layerIndex)
+        : alive(&processor)
+        , layer(layerIndex)
+        , pluginName(processor.getLayer(layer).getPluginName())
+    {
+    }
+
+    /** The layer, or null where it isn't as it was. */
+    VirtualInstrument* instrument() const
+    {
+        auto* found = alive != nullptr ? &alive->getLayer(layer) : nullptr;
+        return found != nullptr && found->getPluginName() == pluginName ? found : nullptr;
+    }
+
+private:
+    const juce::WeakReference<PluginProcessor> alive;
+    const int layer;
+    const juce::String pluginName;
+};
+
+bool saveLayout(PluginProcessor& processor, int layer, const LineFiles& files)
+{
+    const QuestionedLayer questioned(processor, layer);
+    juce::StringArray lines;
+    processor.getLayer(layer).saveEasyMapping(lines);
+
+    if (lines.isEmpty())
+        return true;
+
+    const auto name = saveLinesAs(files, "Please select preset filename to save...", "Layout", lines,
+                                  processor.userInteraction());
+    auto* instrument = questioned.instrument();
+
+    if (instrument != nullptr && name.isNotEmpty())
+        instrument->layoutName = name;
+
+    return instrument != nullptr;
+}
+
+bool deleteLayout(PluginProcessor& processor, int layer, const LineFiles& files)
+{
+    const QuestionedLayer questioned(processor, layer);
+    const auto name = processor.getLayer(layer).layoutName;
+    const bool deleted = deleteLineFile(files, name, processor.userInteraction());
+    auto* instrument = questioned.instrument();
+
+    if (instrument != nullptr && deleted)
+    {
+        instrument->layoutName.clear();
+        instrument->resetEasyMapping();
+    }
+
+    return instrument != nullptr;
+}
+
+void loadLayout(VirtualInstrument& instrument, const juce::File& file)
+{
+    if (!file.existsAsFile())
+        return;
+
+    instrument.loadEasyMapping(readIntegerLines(file, numEasyParameters));
+    instrument.layoutName = file.getFileName();
+}
+} // namespace
+
+MenuEntries layoutMenu(PluginProcessor& processor, int layer)
+{
+    if (!processor.getLayer(layer).hasInstance())
+        return {};
+
+    return lineFileMenu(layoutFiles(processor, layer), "Default Layout",
+                        processor.getLayer(layer).layoutName);
+}
+
+void chooseLayout(PluginProcessor& processor, int layer, int id)
+{
+    auto& instrument = processor.getLayer(layer);
+
+    if (!instrument.hasInstance() || id < lineFileMenuId::reset)
+        return;
+
+    const auto files = layoutFiles(processor, layer);
+    bool sameInstrument = true;
+
+    switch (id)
+    {
+    case lineFileMenuId::reset:
+        instrument.resetEasyMapping();
+        instrument.layoutName.clear();
+        break;
+    case lineFileMenuId::save:
+        sameInstrument = saveLayout(processor, layer, files);
+        break;
+    case lineFileMenuId::remove:
+        sameInstrument = deleteLayout(processor, layer, files);
+        break;
+    default:
+        loadLayout(instrument, files.list()[id - lineFileMenuId::firstFile]);
+        break;
+    }
+
+    if (!sameInstrument)
+        return;
+
+    // Tells the host that the layer has changed.
+    const int drumPage = layerParameter(layer, layerSlot::drumPage);
+    processor.setParameterFromUi(drumPage, processor.getParameter(drumPage));
+    instrument.needsDisplayUpdate.store(true);
+}
+
+} // namespace quorel

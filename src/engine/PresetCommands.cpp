@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/PresetCommands.h"
+
+#include "engine/PluginProcessor.h"
+#include "platform/FileNames.h"
+#include "presets/PresetNames.h"
+
+namespace quorel
+{
+
+PresetCommands::PresetCommands(PluginProcessor& pluginProcessor, PresetLibrary& presetLibrary)
+    : processor(pluginProcessor)
+    , library(presetLibrary)
+{
+}
+
+bool PresetCommands::isBusy() const
+{
+    return processor.isSoundChanging();
+}
+
+juce::File PresetCommands::banksFolder() const
+{
+    return processor.getPaths().banksFolder;
+}
+
+void PresetCommands::refreshLists()
+{
+    library.scanFolders(banksFolder(), processor.getFolderName());
+    library.scanPresets(banksFolder(), processor.getFolderName(), processor.getPresetName());
+}
+
+void PresetCommands::refreshIndex()
+{
+    refreshLists();
+    library.rebuildIndex(banksFolder());
+}
+
+//==============================================================================================================
+// Choosing
+
+bool PresetCommands::load(const juce::String& folder, const juce::String& preset)
+{
+    if (isBusy() || !processor.requestPresetLoad(folder, preset))
+        return false;
+
+    library.clearSelection();
+    refreshLists();
+    processor.requestEditorRefresh();
+    return true;
+}
+
+bool PresetCommands::selectFolder(int index)
+{
+    if (isBusy() || index < 0 || index >= library.getFolderCount())
+        return false;
+
+    const auto folder = library.getFolderNames()[index];
+
+    if (!childNamed(banksFolder(), folder).isDirectory())
+        return false;
+
+    processor.setNames(processor.getPresetName(), folder);
+    refreshLists();
+    library.clearSelection();
+    processor.requestEditorRefresh();
+
+    if (library.getPresetCount() > 0)
+        load(folder, library.getPresetNames()[0]);
+
+    return true;
+}
+
+void PresetCommands::selectPreset(int index)
+{
+    if (index >= 0 && index < library.getPresetCount() && index != library.getCurrentPresetIndex())
+        selectPresetByName(library.getPresetNames()[index]);
+}
+
+bool PresetCommands::selectPresetByName(const juce::String& name)
+{
+    return load(processor.getFolderName(), name);
+}
+
+bool PresetCommands::stepPreset(int step)
+{
+    const int count = library.getPresetCount();
+
+    if (count == 0)
+        return false;
+
+    const int index = juce::jlimit(0, count - 1, library.getCurrentPresetIndex() + step);
+    return selectPresetByName(library.getPresetNames()[index]);
+}
+
+bool PresetCommands::nextPreset()
+{
+    return library.getPresetCount() > 1 && stepPreset(1);
+}
+
+bool PresetCommands::previousPreset()
+{
+    return library.getPresetCount() > 1 && stepPreset(-1);
+}
+
+bool PresetCommands::stepFolder(int step)
+{
+    const int current = library.getCurrentFolderIndex();
+    const int index = juce::jlimit(0, juce::jmax(0, library.getFolderCount() - 1), current + step);
+    return library.getFolderCount() > 1 && index != current && selectFolder(index);
+}
+
+bool PresetCommands::nextFolder()
+{
+    return stepFolder(1);
+}
+
+bool PresetCommands::previousFolder()
+{
+    return stepFolder(-1);
+}
+
+//==============================================================================================================
+// Clicks in the lists
+
+void PresetCommands::clickFolder(int index, bool inSearch)
+{
+    if (isBusy() || index < 0 || index >= library.getFolderCount())
+        return;
+
+    if (inSearch)
+        library.setSelectedResultFolder(index == library.getSelectedResultFolder() ? -1 : index);
+    else
+        selectFolder(index);
+}
+
+void PresetCommands::clickPreset(int index, Modifier modifier)
+{
+    if (isBusy() || index < 0 || index >= library.getPresetCount())
+        return;
+
+    if (modifier == Modifier::shift)
+    {
+        library.extendSelection(index);
+        return;
+    }
+
+    if (modifier == Modifier::control)
+    {
+        library.toggleSelection(index);
+        return;
+    }
+
+    library.clearSelection();
+    selectPreset(index);
+    processor.setParameterFromUi(slot::view, processor.getParameter(slot::view));
+}
+
+void PresetCommands::clickResult(int row, Modifier modifier)
+{
+    if (isBusy() || row < 0 || row >= library.getFilteredCount())
+        return;
+
+    if (modifier == Modifier::shift)
+    {
+        library.extendSelection(row);
+        return;
+    }
+
+    if (modifier == Modifier::control)
+    {
+        library.toggleSelection(row);
+        return;
+    }
+
+    const auto& entry = library.getFilteredPreset(row);
+    load(entry.folder, entry.name);
+    processor.setParameterFromUi(slot::view, processor.getParameter(slot::view));
+}
+
+//==============================================================================================================
+// Menus
+
+bool PresetCommands::run(const juce::String& command)
+{
+    struct Command
+    {
+        const char* text;
+        void (PresetCommands::*perform)();
+    };
+
+    constexpr Command commands[] = {
+        {presetCommand::newFolder, &PresetCommands::newFolder},
+        {presetCommand::renameFolder, &PresetCommands::renameFolder},
+        {presetCommand::deleteFolder, &PresetCommands::deleteFolder},
+        {presetCommand::newPreset, &PresetCommands::newPreset},
+        {presetCommand::renamePreset, &PresetCommands::renamePreset},
+        {presetCommand::deletePreset, &PresetCommands::deletePreset},
+        {presetCommand::loadPreset, &PresetCommands::loadPreset},
+        {presetCommand::savePreset, &PresetCommands::savePreset},
+        {presetCommand::copyPreset, &PresetCommands::copyPreset},
+        {presetCommand::pastePreset, &PresetCommands::pastePreset},
+    };
+
+    for (const auto& entry : commands)
+    {
+        if (command == entry.text)
+        {
+            (this->*entry.perform)();
+            return true;
+        }
+    }
+
+    return false;
+}
+
+PresetMenu PresetCommands::folderMenu()
+{
+    refreshLists();
+    return makeFolderMenu(library);
+}
+
+PresetMenu PresetCommands::presetMenu()
+{
+    refreshLists();
+    return makePresetMenu(library);
+}
+
+void PresetCommands::folderMenuChosen(int id)
+{
+    if (id >= PresetMenu::firstFolderId)
+        selectFolder(id - PresetMenu::firstFolderId);
+    else
+        run(folderCommandOf(id));
+}
+
+void PresetCommands::presetMenuChosen(int id)
+{
+    const int index = id - PresetMenu::firstPresetId;
+
+    if (index < 0)
+        run(presetCommandOf(id));
+    else if (index < library.getPresetCount())
+        selectPresetByName(library.getPresetNames()[index]);
+}
+
+//==============================================================================================================
+// Categories
+
+void PresetCommands::toggleCategory(int flag)
+{
+    if (flag < 0 || flag >= numCategories || !library.getSelectedPresets().isEmpty())
+        return;
+
+    const int parameter = categoryParameter(flag);
+    const float value = processor.getParameter(parameter);
+    processor.setParameterFromUi(parameter, withCategory(value, flag, !hasCategory(value, flag)));
+}
+
+void PresetCommands::clearCategories()
+{
+    for (int i = 0; i < numCategoryParameters; ++i)
+        processor.setParameter(firstCategoryParameter + i, 0.0f);
+}
+
+void PresetCommands::toggleFilterCategory(int flag)
+{
+    if (flag < 0 || flag >= numCategories)
+        return;
+
+    library.setCategoryFilter(flag, library.getCategoryFilter()[static_cast<size_t>(flag)] == 0);
+    library.searchByCategory();
+}
+
+void PresetCommands::clearCategoryFilter()
+{
+    library.clearCategoryFilter();
+    library.searchByCategory();
+}
+
+} // namespace quorel

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "midi/MidiMonitor.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr auto relaxed = std::memory_order_relaxed;
+} // namespace
+
+void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination)
+{
+    // JUCE's own assignment makes a fresh array. The bytes are copied whole: events stay in their order.
+    destination.data.clearQuick();
+    destination.data.addArray(source.data.begin(), source.data.size());
+}
+
+void addSilencingEvents(juce::MidiBuffer& destination, int lastChannel)
+{
+    for (int channel = 1; channel <= lastChannel; ++channel)
+    {
+        destination.addEvent(juce::MidiMessage::allNotesOff(channel), 0);
+
+        for (int note = 0; note < 128; ++note)
+            destination.addEvent(juce::MidiMessage::noteOff(channel, note), 0);
+    }
+}
+
+MidiMonitor::MidiMonitor()
+{
+    events.ensureSize(midiBufferCapacity);
+}
+
+void MidiMonitor::setBlock(const juce::MidiBuffer& newEvents)
+{
+    const juce::SpinLock::ScopedTryLockType tryLock(lock);
+
+    if (tryLock.isLocked())
+        copyEvents(newEvents, events);
+}
+
+void MidiMonitor::noteOn(int channel, int note, int velocity) noexcept
+{
+    noteVelocity.store(velocity, relaxed);
+    noteNumber.store(note, relaxed);
+    noteChannel.store(channel, relaxed);
+}
+
+void MidiMonitor::controller(int number, int value) noexcept
+{
+    controllerNumber.store(number, relaxed);
+    controllerValue.store(value, relaxed);
+}
+
+juce::MidiBuffer MidiMonitor::lastBlock() const
+{
+    const juce::SpinLock::ScopedLockType scopedLock(lock);
+    return events;
+}
+
+} // namespace quorel

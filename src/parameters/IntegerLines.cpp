@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameters/IntegerLines.h"
+
+#include "platform/FileOperations.h"
+
+#include <string>
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int maxFileBytes = 65536;
+constexpr const char* lineEnd = "\r";
+} // namespace
+
+int integerOfLine(const juce::String& line) noexcept
+{
+    auto text = line.getCharPointer().findEndOfWhitespace();
+    const bool negative = *text == '-';
+
+    if (negative)
+        ++text;
+
+    int number = 0;
+
+    for (; *text >= '0' && *text <= '9'; ++text)
+        number = juce::jmin(largestLineInteger, 10 * number + static_cast<int>(*text - '0'));
+
+    return negative ? -number : number;
+}
+
+juce::StringArray readIntegerLines(const juce::File& file, int maxLines)
+{
+    juce::FileInputStream stream(file);
+
+    if (!stream.openedOk())
+        return {};
+
+    std::string text(maxFileBytes, '\0');
+    text.resize(static_cast<size_t>(juce::jmax(0, stream.read(text.data(), maxFileBytes))));
+
+    // Whatever the bytes are, only digits and line ends matter.
+    for (auto& character : text)
+        if (character <= 0)
+            character = '?';
+
+    juce::StringArray lines;
+    lines.addLines(text);
+
+    // What stands behind the last line end is no line, or may be cut off in the middle of a number.
+    if (lines.size() > 0 && (lines[lines.size() - 1].isEmpty() || !stream.isExhausted()))
+        lines.remove(lines.size() - 1);
+
+    lines.removeRange(maxLines, lines.size());
+    return lines;
+}
+
+bool writeIntegerLines(const juce::File& file, const juce::StringArray& lines)
+{
+    if (file.isDirectory())
+        return false;
+
+    const auto text = lines.joinIntoString(lineEnd) + lineEnd;
+    return replaceFile(file, juce::MemoryBlock(text.toRawUTF8(), text.getNumBytesAsUTF8()));
+}
+
+} // namespace quorel

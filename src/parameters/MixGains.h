@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "parameters/ParameterLayout.h"
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+
+namespace quorel
+{
+
+/** The linear gains of the mixer, worked out when a parameter is written so that the block does no powers.
+   Written by any thread, read by the block: each is one relaxed word, so a change lands whole at the next
+   read. */
+class MixGains
+{
+public:
+    /** Fader with pan folded in, by channel (0 is left) and layer. */
+    float layerGain(int channel, int layer) const noexcept
+    {
+        return layerGains[index(channel)][index(layer)].load(std::memory_order_relaxed);
+    }
+
+    /** Fader alone, for the parameter's text. */
+    float layerFaderGain(int layer) const noexcept
+    {
+        return layerFaderGains[index(layer)].load(std::memory_order_relaxed);
+    }
+
+    /** Post-fader send. */
+    float sendGain(int send, int layer) const noexcept
+    {
+        return sendGains[index(send)][index(layer)].load(std::memory_order_relaxed);
+    }
+
+    /** 0 while the master is muted. */
+    float masterGain() const noexcept { return master.load(std::memory_order_relaxed); }
+
+    /** From the fader and pan positions, 0 to 1: a linear balance in which the far side alone falls. */
+    void setLayer(int layer, float volume, float pan) noexcept;
+    void setSend(int send, int layer, float level) noexcept;
+    void setMaster(float volume, float mute) noexcept;
+
+private:
+    static constexpr size_t index(int i) noexcept { return static_cast<size_t>(i); }
+
+    std::array<std::array<std::atomic<float>, numLayers>, 2> layerGains{};
+    std::array<std::atomic<float>, numLayers> layerFaderGains{};
+    std::array<std::array<std::atomic<float>, numLayers>, numSends> sendGains{};
+    std::atomic<float> master{0.0f};
+};
+
+} // namespace quorel

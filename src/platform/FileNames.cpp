@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileNames.h"
+
+namespace quorel
+{
+
+namespace
+{
+bool isControlCharacter(juce::juce_wchar character) noexcept
+{
+    return character < 0x20 || (character >= 0x7f && character < 0xa0);
+}
+} // namespace
+
+juce::String withoutControlCharacters(const juce::String& text)
+{
+    juce::String kept;
+
+    for (auto p = text.getCharPointer(); !p.isEmpty();)
+        if (const auto character = p.getAndAdvance(); !isControlCharacter(character))
+            kept += character;
+
+    return kept;
+}
+
+bool isDeviceName(const juce::String& name)
+{
+    const auto stem = name.upToFirstOccurrenceOf(".", false, false).trimEnd().toUpperCase();
+
+    if (juce::StringArray{"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"}.contains(stem))
+        return true;
+
+    const bool isPort = stem.startsWith("COM") || stem.startsWith("LPT");
+    // The superscript digits count as well.
+    return isPort && stem.length() == 4 &&
+           juce::String(juce::CharPointer_UTF8("0123456789\xc2\xb9\xc2\xb2\xc2\xb3")).containsChar(stem[3]);
+}
+
+bool isPlainName(const juce::String& name)
+{
+    if (name.isEmpty() || name == "." || name == ".." || name.containsChar('/'))
+        return false;
+
+    // Where "\\" separates, ":" opens a stream within a file and devices have names.
+    return juce::File::getSeparatorChar() != '\\' ||
+           (!name.containsAnyOf("\\:*?\"<>|") && withoutControlCharacters(name) == name &&
+            !isDeviceName(name));
+}
+
+juce::File childNamed(const juce::File& folder, const juce::String& name)
+{
+    if (folder == juce::File() || !isPlainName(name))
+        return {};
+
+    return juce::File::createFileWithoutCheckingPath(
+        juce::File::addTrailingSeparator(folder.getFullPathName()) + name);
+}
+
+} // namespace quorel

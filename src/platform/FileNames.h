@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What may stand as the name of a file, on every platform. Any thread.
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+namespace quorel
+{
+
+juce::String withoutControlCharacters(const juce::String& text);
+
+/** True where Windows takes the name for a device, with any ending and in every folder: "CON", "nul.txt". */
+bool isDeviceName(const juce::String& name);
+
+/** True where the name is a single component of a path, so that a file of this name lies in its folder: not
+   empty, not "." or "..", without this platform's separators and whatever else means something to it. Names
+   from chunks and archives are to be asked. */
+bool isPlainName(const juce::String& name);
+
+/** The file or folder `name` in `folder`; an empty file where the folder is empty or the name isn't a plain
+   one. A leading "~" is part of the name. */
+juce::File childNamed(const juce::File& folder, const juce::String& name);
+
+} // namespace quorel

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PlatformSeam.h"
+
+#if JUCE_WINDOWS
+#include <io.h>
+#else
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+#endif
+
+namespace quorel
+{
+
+namespace
+{
+constexpr const char* makerFolder = "Ostrand";
+constexpr const char* productFolder = "Quorel";
+constexpr const char* storeFileName = "Registry.xml";
+
+UserPlaces placesUnder(const juce::File& settingsHome, const juce::File& dataHome)
+{
+    return {settingsHome.getChildFile(makerFolder),
+            dataHome.getChildFile(makerFolder).getChildFile(productFolder)};
+}
+
+#if JUCE_WINDOWS
+
+class RegistryUserStore : public UserStore
+{
+public:
+    juce::String read(const juce::String& key, const juce::String& name) const override
+    {
+        return juce::WindowsRegistry::getValue(path(key, name));
+    }
+
+    bool write(const juce::String& key, const juce::String& name, const juce::String& value) override
+    {
+        return juce::WindowsRegistry::setValue(path(key, name), value);
+    }
+
+private:
+    static juce::String path(const juce::String& key, const juce::String& name)
+    {
+        return "HKEY_CURRENT_USER\\" + key + "\\" + name;
+    }
+};
+
+#else
+
+/** A base directory as freedesktop.org's rules have it: a variable that isn't an absolute path doesn't
+    count. */
+juce::File baseDirectory(const char* variable, const char* defaultBelowHome)
+{
+    const auto path = juce::SystemStats::getEnvironmentVariable(variable, {});
+    if (path.startsWithChar('/'))
+        return juce::File(path);
+    return juce::File::getSpecialLocation(juce::File::userHomeDirectory).getChildFile(defaultBelowHome);
+}
+
+#endif
+} // namespace
+
+UserPlaces userPlaces()
+{
+#if JUCE_WINDOWS
+    const auto home = juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory);
+    return placesUnder(home, home);
+#else
+    return placesUnder(baseDirectory("XDG_CONFIG_HOME", ".config"),
+                       baseDirectory("XDG_DATA_HOME", ".local/share"));
+#endif
+}
+
+UserPlaces userPlaces(const juce::File& prefix)
+{
+    return placesUnder(prefix.getChildFile("config"), prefix.getChildFile("data"));
+}
+
+void adoptUserPlaces(const juce::File& prefix)
+{
+#if JUCE_WINDOWS
+    juce::ignoreUnused(prefix);
+#else
+    setenv("XDG_CONFIG_HOME", prefix.getChildFile("config").getFullPathName().toRawUTF8(), 1);
+    setenv("XDG_DATA_HOME", prefix.getChildFile("data").getFullPathName().toRawUTF8(), 1);
+#endif
+}
+
+std::unique_ptr<UserStore> makeUserStore()
+{
+#if JUCE_WINDOWS
+    return std::make_unique<RegistryUserStore>();
+#else
+    return makeUserStore(userPlaces());
+#endif
+}
+
+std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places)
+{
+    return std::make_unique<FileUserStore>(places.settingsFolder.getChildFile(storeFileName));
+}
+
+juce::String pluginFileEnding()
+{
+#if JUCE_WINDOWS
+    return ".dll";
+#else
+    return ".so";
+#endif
+}
+
+#if JUCE_WINDOWS
+
+bool moveToTrash(const juce::File& file)
+{
+    return file.exists() && file.moveToTrash();
+}
+
+#else
+
+bool moveToTrash(const juce::File& file)
+{
+    // JUCE's own looks at fixed places and writes no record, without which nothing can be put back.
+    const auto trash = baseDirectory("XDG_DATA_HOME", ".local/share").getChildFile("Trash");
+    const auto files = trash.getChildFile("files");
+    const auto records = trash.getChildFile("info");
+
+    if (!trash.isDirectory() || !files.createDirectory() || !records.createDirectory())
+        return false;
+
+    const auto name = file.getFileName();
+    juce::File record;
+    juce::File place;
+    int number = 1;
+
+    do
+    {
+        // A long name leaves room for the number and the record's ending.
+        const auto trashName =
+            number == 1 ? name.substring(0, 48) : name.substring(0, 48) + "." + juce::String(number);
+        place = juce::File::createFileWithoutCheckingPath(files.getFullPathName() + "/" + trashName);
+        record = juce::File::createFileWithoutCheckingPath(records.getFullPathName() + "/" + trashName +
+                                                           ".trashinfo");
+        ++number;
+    } while (place.exists() || place.isSymbolicLink() || record.exists());
+
+    const auto path = juce::URL::addEscapeChars(file.getFullPathName(), false).replace("%2F", "/");
+    const auto text = "[Trash Info]\nPath=" + path +
+                      "\nDeletionDate=" + juce::Time::getCurrentTime().formatted("%Y-%m-%dT%H:%M:%S") + "\n";
+
+    if (record.replaceWithText(text, false, false, nullptr))
+    {
+        namespace fs = std::filesystem;
+        const fs::path from = file.getFullPathName().toStdString();
+        const fs::path to = place.getFullPathName().toStdString();
+        std::error_code error;
+        fs::rename(from, to, error);
+
+        // From another disk it has to be carried over.
+        if (error == std::errc::cross_device_link)
+        {
+            error.clear();
+            fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+
+            if (!error)
+                fs::remove_all(from, error);
+        }
+
+        if (!error)
+            return true;
+    }
+
+    record.deleteFile();
+    return false;
+}
+
+#endif
+
+juce::String versionText()
+{
+#if JUCE_WINDOWS
+    return "Windows 64 Bits version";
+#else
+    return "Linux 64 Bits version";
+#endif
+}
+
+bool standardErrorIsTerminal()
+{
+    constexpr int standardError = 2;
+#if JUCE_WINDOWS
+    return _isatty(standardError) != 0;
+#else
+    return isatty(standardError) != 0;
+#endif
+}
+
+} // namespace quorel

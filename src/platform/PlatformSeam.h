@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Everything that differs between the platforms, in one place. No other code asks which platform it runs on.
+#pragma once
+
+#include "platform/UserStore.h"
+
+#include <memory>
+
+namespace quorel
+{
+
+/** Where the files of one user lie. */
+struct UserPlaces
+{
+    /** Settings of all siblings, ".../Ostrand": the store's file, the list of known plug-ins. */
+    juce::File settingsFolder;
+    /** Data of this instrument, ".../Ostrand/Quorel". */
+    juce::File dataFolder;
+};
+
+/** The current user's places: under `XDG_CONFIG_HOME` and `XDG_DATA_HOME` on Linux (by default
+    `~/.config` and `~/.local/share`; relative paths in them don't count), under the application data
+    folder on Windows. */
+UserPlaces userPlaces();
+
+/** The same places under "config" and "data" of a folder of the caller's choice, so that a process
+    started with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two sees them as its own. */
+UserPlaces userPlaces(const juce::File& prefix);
+
+/** Lets this process, and the instruments that it hosts, take the places under `prefix` for the user's own.
+   Call it before the first thread starts. On Windows the instruments keep to the registry. */
+void adoptUserPlaces(const juce::File& prefix);
+
+/** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, "Registry.xml" in the
+    settings folder elsewhere. */
+std::unique_ptr<UserStore> makeUserStore();
+
+/** Settings kept in "Registry.xml" of the settings folder of `places`, on every platform. */
+std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places);
+
+/** Ending of a plug-in file with its dot: ".dll" or ".so". */
+juce::String pluginFileEnding();
+
+/** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
+   trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. False, and
+   nothing has happened, where there is no trash or it can't take it. */
+bool moveToTrash(const juce::File& file);
+
+/** Such as "Linux 64 Bits version". */
+juce::String versionText();
+
+/** True where the standard error stream goes to a terminal, on which a line can be drawn over. */
+bool standardErrorIsTerminal();
+
+} // namespace quorel

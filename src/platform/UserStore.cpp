@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UserStore.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int lockTimeoutMillis = 2000;
+
+juce::PropertiesFile::Options storeOptions()
+{
+    juce::PropertiesFile::Options options;
+    options.storageFormat = juce::PropertiesFile::storeAsXML;
+    options.ignoreCaseOfKeyNames = true;
+    // Saved by hand, in one go with the reading: no timer.
+    options.millisecondsBeforeSaving = -1;
+    return options;
+}
+
+juce::String fullName(const juce::String& key, const juce::String& name)
+{
+    return key + "\\" + name;
+}
+
+/** The lock between processes counts for a whole process: threads need one of their own. */
+juce::CriticalSection& writeLock()
+{
+    static juce::CriticalSection lock;
+    return lock;
+}
+
+/** Holds other processes off while a change is read, made and written. Where the lock isn't to be had
+    in time, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
+class ProcessLock
+{
+public:
+    explicit ProcessLock(const juce::File& file)
+        : lock(file.getFullPathName() + ".lock")
+        , locked(lock.enter(lockTimeoutMillis))
+    {
+    }
+
+    ~ProcessLock()
+    {
+        if (locked)
+            lock.exit();
+    }
+
+private:
+    JUCE_DECLARE_NON_COPYABLE(ProcessLock)
+
+    juce::InterProcessLock lock;
+    bool locked;
+};
+
+/** A copy of the broken file beside it, under a name that no earlier copy has. */
+bool keepBrokenCopy(const juce::File& file)
+{
+    auto copy = file.getSiblingFile(file.getFileName() + ".broken");
+    for (int i = 2; copy.exists(); ++i)
+    {
+        if (copy.hasIdenticalContentTo(file))
+            return true;
+        copy = file.getSiblingFile(file.getFileName() + ".broken" + juce::String(i));
+    }
+    return file.copyFileTo(copy);
+}
+} // namespace
+
+FileUserStore::FileUserStore(const juce::File& storeFile)
+    : file(storeFile)
+{
+}
+
+juce::String FileUserStore::read(const juce::String& key, const juce::String& name) const
+{
+    return juce::PropertiesFile(file, storeOptions()).getValue(fullName(key, name));
+}
+
+bool FileUserStore::write(const juce::String& key, const juce::String& name, const juce::String& value)
+{
+    if (file == juce::File() || !file.getParentDirectory().createDirectory())
+        return false;
+
+    const juce::ScopedLock threads(writeLock());
+    const ProcessLock processes(file);
+    juce::PropertiesFile settings(file, storeOptions());
+    if (!settings.isValidFile() && file.getSize() > 0 && !keepBrokenCopy(file))
+        return false;
+
+    settings.setValue(fullName(key, name), value);
+    if (settings.save())
+        return true;
+    settings.setNeedsToBeSaved(false);
+    return false;
+}
+
+} // namespace quorel

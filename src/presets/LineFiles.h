@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A folder of small text files of one kind, layouts or controller tables, and the menu over it. Message
+// thread.
+#pragma once
+
+#include "platform/MenuEntries.h"
+
+#include <juce_core/juce_core.h>
+
+namespace quorel
+{
+
+class UserInteraction;
+
+/** Files of one kind: those in `folder` that end in `ending`, dot included. */
+struct LineFiles
+{
+    juce::File folder;
+    juce::String ending;
+    /** What the menu calls one of them: "Layout". */
+    juce::String kind;
+
+    /** Sorted by name. None without a folder. */
+    juce::Array<juce::File> list() const;
+
+    /** The file in the folder of exactly this name, ending included; an empty file where there is none. */
+    juce::File find(const juce::String& fileName) const;
+};
+
+namespace lineFileMenuId
+{
+constexpr int reset = 1;
+constexpr int save = 2;
+constexpr int remove = 3;
+constexpr int firstFile = 4;
+} // namespace lineFileMenuId
+
+/** Three commands, the first of them called `resetText`, then the files without their ending, the one called
+    `currentName` (ending included) ticked. */
+MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,
+                         const juce::String& currentName);
+
+/** Lets the user name a file and writes the lines to it. The file's name, or an empty text where the user
+    thought better of it or was told that the file could not be written. A name without the ending gets it:
+   the menu would never show the file otherwise. */
+juce::String saveLinesAs(const LineFiles& files, const juce::String& title, const juce::String& suggestedName,
+                         const juce::StringArray& lines, UserInteraction& user);
+
+/** Asks, then deletes the file of that name in the folder. True if a file was deleted. */
+bool deleteLineFile(const LineFiles& files, const juce::String& fileName, UserInteraction& user);
+
+} // namespace quorel

@@ -1,0 +1,445 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What parameters read, and what typed values do. Expected texts are worked out by hand from ranges and
+// units.
+#include "effects/FxSlot.h"
+#include "parameters/FxParameterText.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterValueEntry.h"
+#include "support/ProcessorRig.h"
+
+#include <gtest/gtest.h>
+
+#include <locale>
+#include <set>
+
+namespace quorel::test
+{
+
+namespace
+{
+/** A table of values without a processor. */
+struct Values
+{
+    std::vector<float> table = std::vector<float>(numParameterSlots, 0.0f);
+
+    ParameterTextSources sources()
+    {
+        return {[this](int index) { return table[static_cast<size_t>(index)]; },
+                [](int layer, int easy) { return juce::String(layer) + ":" + juce::String(easy); }};
+    }
+
+    juce::String textAt(int index, float value)
+    {
+        table[static_cast<size_t>(index)] = value;
+        return parameterText(index, sources());
+    }
+};
+
+/** Type parameter of an effect type, in the middle of its range. */
+float typeValue(int type)
+{
+    return juce::jmin(1.0f, (static_cast<float>(type) + 0.5f) / 32.0f);
+}
+
+juce::String fxText(int type, int j, float value, float others)
+{
+    FxParameterValues values{};
+    values.fill(others);
+    values[static_cast<size_t>(j)] = value;
+    return fxParameterText(type, j, values);
+}
+
+void expectSane(const juce::String& text, int index)
+{
+    EXPECT_LE(text.length(), juce::String("Stereo Tape Delay").length()) << index << ": " << text;
+    EXPECT_FALSE(text.containsIgnoreCase("nan") || text.containsIgnoreCase("inf")) << index << ": " << text;
+    EXPECT_EQ(text, text.trim()) << index;
+
+    for (const auto character : text)
+        EXPECT_TRUE(character >= ' ' && character < 127) << index << ": " << text;
+}
+
+/** Writes numbers as a German host might. */
+class CommaLocale
+{
+public:
+    CommaLocale() { std::locale::global(std::locale(std::locale::classic(), new Punctuation)); }
+
+    ~CommaLocale() { std::locale::global(old); }
+
+private:
+    struct Punctuation final : std::numpunct<char>
+    {
+        char do_decimal_point() const override { return ','; }
+    };
+
+    std::locale old;
+};
+} // namespace
+
+TEST(ParameterTexts, AreSaneForEveryParameterAndType)
+{
+    const std::vector<float> grid{0.0f,    1e-30f,      0.0009f, 0.001f, 0.1f,        0.125f,
+                                  0.2f,    1.0f / 3.0f, 0.4999f, 0.5f,   0.5001f,     0.5025f,
+                                  0.5026f, 0.62999f,    0.75f,   0.9f,   0.99999994f, 1.0f};
+    Values values;
+
+    for (int index = -2; index < numParameterSlots + 2; ++index)
+    {
+        if (!ParameterTable::isSlot(index))
+        {
+            EXPECT_TRUE(parameterText(index, values.sources()).isEmpty());
+            continue;
+        }
+
+        for (const float value : grid)
+            expectSane(values.textAt(index, value), index);
+    }
+
+    for (int type = 0; type < fxTypeCount; ++type)
+    {
+        for (int j = 0; j < fxParameterCount; ++j)
+        {
+            // A parameter with a label has a text, but for the three "Smooth" of tremolo and wah that never
+            // had.
+            const juce::String label(fxTypes[static_cast<size_t>(type)].labels[static_cast<size_t>(j)]);
+            const bool silent =
+                label.isEmpty() || (label == "Smooth" && (type == 24 || type == 25 || type == 31));
+
+            for (const float value : grid)
+            {
+                for (const float others : {0.0f, 0.3f, 0.5f, 1.0f})
+                {
+                    const auto text = fxText(type, j, value, others);
+                    expectSane(text, 1000 * type + j);
+                    EXPECT_EQ(text == "-", silent) << type << " " << label << ": " << text;
+                }
+            }
+        }
+    }
+}
+
+TEST(ParameterTexts, OfTheInstrumentAndItsLayers)
+{
+    struct Case
+    {
+        int index;
+        float value;
+        const char* text;
+    };
+
+    const std::vector<Case> cases{{1, 1.0f, "+12 db"},
+                                  {1, 0.0f, "-100 db"},
+                                  {1, 0.63f, "0 db"},
+                                  {2, 0.0f, "Layers"},
+                                  {2, 0.1f, "Master FX/EQ"},
+                                  {2, 0.2f, "Preset Manager"},
+                                  {2, 0.3f, ""},
+                                  {3, 0.0f, "Original"},
+                                  {3, 1e-6f, "Edited"},
+                                  {432, 0.5f, "-6 db"},
+                                  {433, 0.5f, "0"},
+                                  {433, 0.0f, "-100"},
+                                  {833, 1.0f, "100"},
+                                  {234, 0.0f, "Off"},
+                                  {235, 0.01f, "On"},
+                                  {236, 0.0f, "0"},
+                                  {236, 1.0f, "16"},
+                                  {236, 0.53125f, "8.5"},
+                                  {238, 1.0f, "+12 db"},
+                                  {246, 1.0f, "On"},
+                                  {251, 0.3046875f, "39"},
+                                  {252, 1.0f, "128"},
+                                  {264, 0.0f, "-24"},
+                                  {264, 0.5f, "0"},
+                                  {264, 1.0f, "24"},
+                                  {311, 0.5f, "0:1"},
+                                  {921, 0.5f, "3:11"},
+                                  {380, 1.0f, "On"},
+                                  {582, 0.0f, "20 hz"},
+                                  {582, 1.0f, "20480 hz"},
+                                  {390, 0.5f, "640 hz"},
+                                  {394, 0.1f, "40 hz"},
+                                  {396, 0.7f, "2560 hz"},
+                                  {383, 0.5f, "50 %"},
+                                  {392, 0.5f, "0 db"},
+                                  {388, 0.0f, "-20 db"},
+                                  {393, 0.5f, "On"},
+                                  {1202, 0.5f, "On"},
+                                  {1204, 0.0f, "None"},
+                                  {1205, 1.0f, "AutoWah"},
+                                  {1206, 25.5f / 32.0f, "Tremelo"},
+                                  {1208, 0.75f, "0 db"},
+                                  {1211, 0.0f, "-60 db"},
+                                  {1212, 0.5f, "100D/100W"},
+                                  {1212, 0.25f, "100D/50W"},
+                                  {1215, 1.0f, "0D/100W"},
+                                  {1216, 0.5f, "100L/100R"},
+                                  {1217, 0.75f, "50L/100R"},
+                                  {1218, 0.0f, "100L/0R"},
+                                  {1350, 0.5f, "50 %"},
+                                  {1354, 0.0f, "-100 %"},
+                                  {1369, 0.75f, "50 %"}};
+
+    const CommaLocale commas;
+
+    for (const auto& item : cases)
+        EXPECT_EQ(Values().textAt(item.index, item.value), juce::String(item.text)) << item.index;
+
+    // Two of the whole instrument, 49 a layer, the effect blocks and the multi-controls have a text at all.
+    int numTexts = 0;
+
+    for (int index = 0; index < numParameterSlots; ++index)
+        numTexts += Values().textAt(index, 0.5f).isNotEmpty() ? 1 : 0;
+
+    EXPECT_EQ(numTexts, 2 + 4 * 49 + 60 + 20);
+    EXPECT_EQ(gainToText(0.9f), "0");
+    EXPECT_EQ(gainToText(1.1f), "0");
+    EXPECT_EQ(gainToText(0.5f), "-6");
+    EXPECT_EQ(gainToText(2.0f), "+6");
+    EXPECT_EQ(gainToText(1e-20f), "-100");
+}
+
+TEST(ParameterTexts, OfEffectsKeepTheirOddities)
+{
+    struct Case
+    {
+        int type;
+        int j;
+        float value;
+        float others;
+        const char* text;
+    };
+
+    // Among them: the mono delay's switch turns over at one half, the stereo delay's at 1 / 1.99; the speed
+    // of AutoPan (24) goes by its amount, that of Tremelo (25) by its sync.
+    const std::vector<Case> cases{
+        {0, 0, 0.5f, 0.5f, "-"},          {33, 0, 0.5f, 0.5f, "-"},         {1, 0, 0.5f, 0.5f, "64 ms"},
+        {1, 0, 0.5f, 0.51f, "1/8"},       {1, 0, 1.0f, 1.0f, "1/2*"},       {1, 2, 0.5f, 0.0f, "+0 %"},
+        {1, 2, 0.25f, 0.0f, "-50 %"},     {1, 7, 0.0f, 0.0f, "off"},        {1, 7, 0.5f, 0.0f, "0.43 hz"},
+        {1, 1, 0.5f, 0.0f, "On"},         {1, 1, 0.4999f, 0.0f, "Off"},     {2, 2, 0.5f, 0.0f, "Off"},
+        {2, 2, 0.5024f, 0.0f, "Off"},     {2, 2, 0.5026f, 0.0f, "On"},      {5, 3, 0.04f, 0.0f, "16/1*"},
+        {6, 0, 1.0f, 0.0f, "511.5 ms"},   {6, 1, 0.0f, 0.0f, "0.25 m"},     {6, 1, 1.0f, 0.0f, "7.75 m"},
+        {6, 2, 0.75f, 0.0f, "100 %"},     {6, 7, 1.0f, 0.0f, "0.0 dB"},     {7, 2, 0.5f, 0.4f, "0.43 hz"},
+        {7, 2, 0.5f, 0.5f, "1/1T"},       {9, 5, 0.0f, 0.0f, "1/32T"},      {13, 0, 1.0f, 0.0f, "8"},
+        {15, 0, 1.0f, 0.0f, "L+R"},       {16, 3, 0.6f, 0.0f, "1.3 kHz"},   {16, 5, 1.0f, 0.0f, "+20 db"},
+        {17, 0, 0.6f, 0.0f, "Overdrive"}, {18, 0, 0.0f, 0.0f, "16"},        {18, 0, 1.0f, 0.0f, "1"},
+        {18, 1, 0.4f, 0.0f, "11025"},     {18, 1, 1.0f, 0.0f, "1378"},      {20, 3, 0.0f, 0.0f, "-100 %"},
+        {20, 3, 1.0f, 0.0f, "100 %"},     {22, 0, 0.5f, 0.0f, "Fender"},    {22, 0, 1.0f, 0.0f, "Off Axis"},
+        {24, 3, 0.5f, 0.124f, "0.43 hz"}, {24, 3, 0.5f, 0.125f, "1/1T"},    {25, 3, 0.5f, 0.125f, "0.43 hz"},
+        {25, 3, 0.5f, 0.5f, "1/1T"},      {26, 2, 0.5f, 0.0f, "Left only"}, {26, 3, 1.0f, 0.0f, "Auto"},
+        {26, 5, 0.5f, 0.0f, "-"},         {27, 1, 0.0f, 0.0f, "None"},      {27, 1, 1e-7f, 0.0f, "Ratio 1:1"},
+        {27, 1, 1.0f, 0.0f, "Limiter"},   {27, 2, 0.0009f, 0.0f, "Off"},    {27, 2, 0.001f, 0.0f, "0.51 ms"},
+        {27, 3, 1.0f, 0.0f, "256 ms"},    {28, 3, 1.0f, 0.0f, "16384 ms"},  {29, 0, 0.95f, 0.0f, "Ring"},
+        {29, 0, 1.0f, 0.0f, "Ring"},      {29, 0, 0.9f, 0.0f, "Form2"},     {30, 0, 1.0f, 0.0f, "640 hz"},
+        {30, 1, 1.0f, 0.0f, "0.0 dB"},    {30, 3, 1.0f, 0.0f, "+30.0 dB"},  {32, 0, 0.5f, 0.0f, "BandPass"},
+        {32, 1, 0.5f, 0.0f, "50 %"},      {32, 2, 1.0f, 0.0f, "100 %"}};
+
+    for (const auto& item : cases)
+        EXPECT_EQ(fxText(item.type, item.j, item.value, item.others), juce::String(item.text))
+            << item.type << " p" << item.j << " at " << item.value;
+
+    // Through the table: blocks are interleaved, and each goes by its own type and sync.
+    Values values;
+    values.table[slot::fxType + 2] = typeValue(1);
+    values.table[static_cast<size_t>(fxParameter(2, 1))] = 1.0f;
+    EXPECT_EQ(values.textAt(fxParameter(2, 0), 0.5f), "1/8");
+    EXPECT_EQ(values.textAt(fxParameter(1, 0), 0.5f), "-");
+    values.table[slot::fxType + 1] = typeValue(3);
+    EXPECT_EQ(values.textAt(fxParameter(1, 0), 0.5f), "64 ms");
+}
+
+TEST(ParameterTexts, SayWhatIsHeard)
+{
+    // The mono delay's echo comes when its text says, by the clock and by the tempo.
+    constexpr float rate = 48000.0f;
+    const auto slot = std::make_unique<FxSlot>();
+    fxConstruct(*slot);
+
+    for (const auto& [sync, samples] : std::vector<std::pair<float, int>>{{0.0f, 3072}, {1.0f, 12000}})
+    {
+        FxParameterValues p{0.5f, sync, 0.5f, 1.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f, 0.0f};
+        ASSERT_EQ(fxParameterText(1, 0, p), sync > 0.5f ? "1/8" : "64 ms");
+        slot->type = 1;
+        slot->mix = slot->outLevel = slot->gainLeft = slot->gainRight = 1.0f;
+        slot->active = 1;
+        fxInit(*slot, rate);
+        fxUpdate(*slot, p.data(), 120.0f);
+        int loudest = 0;
+        float peak = 0.0f;
+
+        for (int i = 0; i < 20000; ++i)
+        {
+            float left = i == 0 ? 1.0f : 0.0f;
+            float right = left;
+            fxProcessSample(*slot, left, right, &left, &right);
+
+            if (std::abs(left) > peak)
+            {
+                peak = std::abs(left);
+                loudest = i;
+            }
+        }
+
+        EXPECT_NEAR(loudest, samples, 4) << sync;
+    }
+
+    // Faders read the gain that the mixer takes, a muted master silence.
+    ProcessorRig rig;
+    const auto& gains = rig.processor.getGains();
+
+    for (float value = 0.0f; value <= 1.0f; value += 0.0371f)
+    {
+        rig.set(slot::masterVolume, value);
+        rig.setLayer(2, layerSlot::volume, value);
+        rig.setLayer(1, layerSlot::sendLevel + 3, value);
+        const auto text = rig.processor.getParameterText(slot::masterVolume);
+        EXPECT_EQ(text, gainToText(gains.masterGain()) + " db");
+        EXPECT_EQ(rig.processor.getParameterText(632), gainToText(gains.layerFaderGain(2)) + " db");
+        EXPECT_EQ(rig.processor.getParameterText(441), gainToText(gains.sendGain(3, 1)) + " db");
+    }
+
+    rig.set(slot::masterMute, 1.0f);
+    EXPECT_EQ(rig.processor.getParameterText(slot::masterVolume), "-100 db");
+}
+
+TEST(ParameterTexts, OfEasyParametersAreTheInstrumentsOwn)
+{
+    ProcessorRig rig;
+    EXPECT_EQ(rig.processor.getParameterText(710), "");
+    ASSERT_TRUE(rig.load(2, "Orlen"));
+    std::set<juce::String> texts;
+
+    for (const float value : {0.0f, 0.25f, 0.5f, 0.75f, 1.0f})
+    {
+        rig.set(710, value);
+        texts.insert(rig.processor.getParameterText(710));
+    }
+
+    EXPECT_EQ(texts, (std::set<juce::String>{"0", "25", "50", "75", "100"}));
+    rig.set(722, encodeParamInt(0));
+    EXPECT_EQ(rig.processor.getParameterText(710), "");
+    rig.set(722, encodeParamInt(30000));
+    EXPECT_EQ(rig.processor.getParameterText(710), "");
+}
+
+TEST(ParameterTexts, AreEachThreadsOwn)
+{
+    std::vector<std::thread> threads;
+    std::atomic<int> wrong{0};
+
+    for (int t = 0; t < 4; ++t)
+    {
+        threads.emplace_back(
+            [&wrong, value = static_cast<float>(t + 1) / 5.0f]
+            {
+                const auto frequency = fxText(5, 0, value, 0.0f);
+                const auto ratio = fxText(27, 1, value, 0.0f);
+
+                for (int i = 0; i < 2000; ++i)
+                    if (fxText(5, 0, value, 0.0f) != frequency || fxText(27, 1, value, 0.0f) != ratio)
+                        ++wrong;
+            });
+    }
+
+    for (auto& thread : threads)
+        thread.join();
+
+    EXPECT_EQ(wrong.load(), 0);
+}
+
+TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
+{
+    struct Case
+    {
+        int index;
+        float before;
+        const char* question;
+        const char* typed;
+        double after;
+    };
+
+    const double unity = std::cbrt(0.25);
+    const std::vector<Case> cases{{1, 1.0f, "-100 to +12|+12", "0", unity},
+                                  {232, 0.5f, "-100 to +12|-6", "+6", std::cbrt(std::pow(10.0, 0.3) / 4.0)},
+                                  {232, 0.5f, "-100 to +12|-6", " -20 dB", std::cbrt(0.025)},
+                                  {641, 0.0f, "-100 to +12|-100", "loud", unity},
+                                  {232, 0.5f, "-100 to +12|-6", "-100", std::cbrt(0.0000025)},
+                                  {232, 0.5f, "-100 to +12|-6", "+13", 0.5},
+                                  {232, 0.5f, "-100 to +12|-6", "99999999999999999999", 0.5},
+                                  {433, 0.5f, "-100 to +100|0", "-37", 0.315},
+                                  {433, 0.25f, "-100 to +100|-50", "101", 0.25},
+                                  {1352, 0.25f, "0 to 100|25", "40", 0.4},
+                                  {1352, 0.25f, "0 to 100|25", "-1", 0.25},
+                                  {1369, 1.0f, "-100 to +100|100", "10.9", 0.55},
+                                  {264, 0.63f, "0 to 1|0.63", "0.25", 0.25},
+                                  {264, 0.63f, "0 to 1|0.63", "1.01", static_cast<double>(0.63f)},
+                                  {264, 0.63f, "0 to 1|0.63", "nan", static_cast<double>(0.63f)},
+                                  {1212, 1.0f, "0 to 1|1", "1e400", 1.0},
+                                  {1000, 1e-5f, "0 to 1|1e-05", "0.5", 0.5}};
+
+    ProcessorRig rig;
+
+    for (const auto& item : cases)
+    {
+        rig.set(item.index, item.before);
+        rig.interaction.textQuestions.clear();
+        rig.interaction.typedText = item.typed;
+        rig.processor.editParameterValue(item.index);
+        EXPECT_EQ(rig.interaction.textQuestions.joinIntoString(";"),
+                  "Set new value|" + juce::String(item.question))
+            << item.index;
+        EXPECT_FLOAT_EQ(rig.get(item.index), static_cast<float>(item.after)) << item.index << item.typed;
+    }
+
+    // No answer and no change leave the preset as it is; a change marks it.
+    rig.processor.edited.store(false);
+
+    for (const char* typed : {"", "0.63"})
+    {
+        rig.set(264, 0.63f);
+        rig.interaction.typedText = typed;
+        rig.processor.editParameterValue(264);
+        EXPECT_EQ(rig.get(264), 0.63f);
+        EXPECT_FALSE(rig.processor.edited.load());
+    }
+
+    rig.interaction.typedText = "0.5";
+    rig.interaction.textQuestions.clear();
+
+    for (const int index : {-1, 0, 2, 4, 16, 131, 199, 999, 1507, 100000})
+        rig.processor.editParameterValue(index);
+
+    EXPECT_TRUE(rig.interaction.textQuestions.isEmpty());
+    EXPECT_FALSE(rig.processor.edited.load());
+    rig.processor.editParameterValue(1506);
+    EXPECT_TRUE(rig.processor.edited.load());
+}
+
+TEST(TypedValues, ReadAsTheyWereTyped)
+{
+    Values values;
+    // A position is a float, and texts are cut off: some numbers read one less, never another way.
+    const auto expectRead = [&values](int index, int typed)
+    {
+        const auto value = typedValue(index, juce::String(typed));
+        ASSERT_TRUE(value.has_value()) << index << " " << typed;
+        const int read = values.textAt(index, *value).removeCharacters("+").getIntValue();
+        EXPECT_LE(std::abs(read), std::abs(typed)) << index;
+        EXPECT_GE(std::abs(read), std::abs(typed) - 1) << index;
+    };
+
+    for (int dB = -99; dB <= 12; ++dB)
+        expectRead(layerParameter(1, layerSlot::volume), dB);
+
+    for (int percent = -100; percent <= 100; ++percent)
+    {
+        expectRead(layerParameter(3, layerSlot::pan), percent);
+        expectRead(slot::multiKnob + 7, percent);
+    }
+
+    for (int percent = 0; percent <= 100; ++percent)
+        expectRead(slot::multiFader, percent);
+}
+
+} // namespace quorel::test
