@@ -3,6 +3,7 @@
 
 #include "effects/EffectConstants.h"
 
+#include <cmath>
 #include <cstdint>
 
 namespace quorel
@@ -32,6 +33,25 @@ struct LayerEq
     EqHistory bandL[3], bandR[3];
     std::uint8_t bandOn[3] = {};
     EqLadder lowPass, highPass;
+
+    /** What the coefficients were worked out for. Values that nothing equals make the next setter work them out. */
+    struct Settings
+    {
+        float rate = NAN, a = NAN, b = NAN, c = NAN;
+    };
+
+    Settings bandSettings[3], filterSettings;
+};
+
+/** As many units as one call of `eqProcessBlocks` takes. */
+constexpr int maxEqUnitsTogether = 4;
+
+/** A unit and the two channels of `numSamples` that it is to run over. */
+struct EqBlock
+{
+    LayerEq* unit;
+    float* left;
+    float* right;
 };
 
 /** Clears everything and switches the unit off. */
@@ -50,6 +70,10 @@ void eqSetFilters(LayerEq& eq, bool lpOn, float pLp, bool hpOn, float pHp);
 /** One stereo sample in place. */
 void eqProcess(LayerEq& eq, float* left, float* right);
 
-/** A block in place, with the output that eqProcess gives. */
+/** A block in place, with the output that `eqProcess` gives. */
 void eqProcessBlock(LayerEq& eq, float* left, float* right, int numSamples);
+
+/** Up to `maxEqUnitsTogether` different units, each over a block of its own: side by side, with the output that
+    each gives by itself. */
+void eqProcessBlocks(const EqBlock* blocks, int numBlocks, int numSamples);
 } // namespace quorel

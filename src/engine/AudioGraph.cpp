@@ -72,7 +72,11 @@ void AudioGraph::render(juce::AudioBuffer<float>& output, const juce::MidiBuffer
     processEffects(output, bpm);
 
     if (parameters.readParameter(slot::masterEq) != 0.0f)
-        processEq(eqs[masterEqUnit], eqSettings[masterEqUnit], rate, output);
+    {
+        updateEq(masterEqUnit);
+        eqProcessBlock(eqs[masterEqUnit], output.getWritePointer(0), output.getWritePointer(1),
+                       output.getNumSamples());
+    }
 }
 
 void AudioGraph::renderSendInput()
@@ -130,16 +134,29 @@ void AudioGraph::processLayerEqs(int numSamples)
     if (numSamples == 0)
         return;
 
+    static_assert(numLayers <= maxEqUnitsTogether);
+    std::array<EqBlock, numLayers> blocks{};
+    int numBlocks = 0;
+
     for (int layer = 0; layer < numLayers; ++layer)
-        if (active[cell(layer)] && eqSettings[cell(layer)].on.load(std::memory_order_relaxed))
-            processEq(eqs[cell(layer)], eqSettings[cell(layer)], rate, layerBuffers[cell(layer)]);
+    {
+        if (!active[cell(layer)] || !eqSettings[cell(layer)].on.load(std::memory_order_relaxed))
+            continue;
+
+        auto& buffer = layerBuffers[cell(layer)];
+        updateEq(layer);
+        blocks[cell(numBlocks++)] = {&eqs[cell(layer)], buffer.getWritePointer(0), buffer.getWritePointer(1)};
+    }
+
+    eqProcessBlocks(blocks.data(), numBlocks, numSamples);
 }
 
-void AudioGraph::processEq(LayerEq& eq, const EqUnitSettings& settings, double sampleRate,
-                           juce::AudioBuffer<float>& buffer)
+void AudioGraph::updateEq(int unit)
 {
     constexpr auto relaxed = std::memory_order_relaxed;
-    eqSetSampleRate(eq, static_cast<float>(sampleRate));
+    auto& eq = eqs[cell(unit)];
+    const auto& settings = eqSettings[cell(unit)];
+    eqSetSampleRate(eq, static_cast<float>(rate));
     eq.enabled = settings.on.load(relaxed) ? 1 : 0;
 
     for (int i = 0; i < numEqBands; ++i)
@@ -151,7 +168,6 @@ void AudioGraph::processEq(LayerEq& eq, const EqUnitSettings& settings, double s
 
     eqSetFilters(eq, settings.lowPassOn.load(relaxed), settings.lowPassFreq.load(relaxed),
                  settings.highPassOn.load(relaxed), settings.highPassFreq.load(relaxed));
-    eqProcessBlock(eq, buffer.getWritePointer(0), buffer.getWritePointer(1), buffer.getNumSamples());
 }
 
 void AudioGraph::mixLayers(juce::AudioBuffer<float>& output)

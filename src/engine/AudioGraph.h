@@ -58,8 +58,8 @@ private:
     void processLayerEqs(int numSamples);
     void mixLayers(juce::AudioBuffer<float>& output);
     void processEffects(juce::AudioBuffer<float>& output, float bpm);
-    static void processEq(LayerEq& eq, const EqUnitSettings& settings, double sampleRate,
-                          juce::AudioBuffer<float>&);
+    /** Hands the settings of an EQ unit to it. */
+    void updateEq(int unit);
 
     float layerValue(int layer, int n) const noexcept
     {

@@ -2,9 +2,12 @@
 #include "effects/LayerEq.h"
 
 #include "EffectsTestTools.h"
+#include "effects/LayerEqWide.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <random>
+#include <vector>
 
 namespace quorel::test
 {
@@ -193,6 +196,77 @@ TEST(LayerEq, SampleAndBlockFormsAgree)
         eqProcess(b, &in.left[i], &in.right[i]);
     EXPECT_EQ(in.left, block.left);
     EXPECT_EQ(in.right, block.right);
+}
+
+/** Random settings, signals and sets of units, some of them off: what each unit gives in company, with the
+    instructions of `process`, has to be what it gives by itself. */
+void compareWithUnitsAlone(void (*process)(const EqBlock*, int, int, int))
+{
+    std::mt19937 random(5);
+    const auto unit = [&] { return static_cast<float>(random() >> 8) * std::ldexp(1.0f, -24); };
+    const auto isOn = [&] { return random() % 3 != 0; };
+
+    for (int round = 0; round < 200; ++round)
+    {
+        std::vector<LayerEq> together(maxEqUnitsTogether, makeEq(round % 2 == 0 ? 44100.0f : 96000.0f));
+        auto alone = together;
+
+        for (int block = 0; block < 8; ++block)
+        {
+            const int num = 1 + static_cast<int>(random() % fxChunk);
+            std::vector<Stereo> sounds;
+            std::vector<EqBlock> blocks;
+
+            for (std::size_t i = 0; i < together.size(); ++i)
+            {
+                for (int band = 0; band < 3; ++band)
+                {
+                    const bool on = isOn();
+                    const float gain = unit(), freq = unit(), width = unit();
+                    eqSetBand(together[i], band, on, gain, freq, width);
+                    eqSetBand(alone[i], band, on, gain, freq, width);
+                }
+
+                const bool low = isOn(), high = isOn();
+                const float lowFreq = unit(), highFreq = unit();
+                eqSetFilters(together[i], low, lowFreq, high, highFreq);
+                eqSetFilters(alone[i], low, lowFreq, high, highFreq);
+                const float level =
+                    random() % 4 == 0 ? 0.0f : std::ldexp(1.0f, 8 - static_cast<int>(random() % 80));
+                sounds.push_back(noise(num, level));
+            }
+
+            const auto soundsAlone = sounds;
+
+            for (std::size_t i = 0; i < together.size(); ++i)
+                if (isOn())
+                    blocks.push_back({&together[i], sounds[i].left.data(), sounds[i].right.data()});
+
+            process(blocks.data(), static_cast<int>(blocks.size()), 0, num);
+
+            for (const auto& run : blocks)
+            {
+                const auto i = static_cast<std::size_t>(run.unit - together.data());
+                Stereo expected = soundsAlone[i];
+                eqProcessBlock(alone[i], expected.left.data(), expected.right.data(), num);
+                ASSERT_EQ(expected.left, sounds[i].left) << round << ' ' << block << ' ' << i;
+                ASSERT_EQ(expected.right, sounds[i].right) << round << ' ' << block << ' ' << i;
+            }
+        }
+    }
+}
+
+TEST(LayerEq, UnitsSideBySideGiveWhatEachGivesAlone)
+{
+    compareWithUnitsAlone(processBaselineLanes);
+}
+
+TEST(LayerEq, WideRegistersGiveTheSameBits)
+{
+    if (!wideLanesWork())
+        GTEST_SKIP() << "this processor or build has none";
+
+    compareWithUnitsAlone(processWideLanes);
 }
 
 TEST(LayerEq, RecoversFromWhateverCameIn)
