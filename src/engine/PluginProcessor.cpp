@@ -188,7 +188,7 @@ void PluginProcessor::setParameter(int index, float newValue)
     const float value = clampUnit(newValue);
     const float oldValue = table.get(index);
     table.setRaw(index, value);
-    table.linked(index).setValueEased(static_cast<double>(value));
+    table.tellLinked(index, value);
 
     if (index == slot::masterVolume || index == slot::masterMute)
         gains.setMaster(table.get(slot::masterVolume), table.get(slot::masterMute));

@@ -118,7 +118,7 @@ void applyParameters(PluginProcessor& processor, const StateChunk& chunk)
 
         const float value = clampUnit(chunk.parameters[i]);
         processor.writeParameter(index, value);
-        processor.getParameterTable().linked(index).setValue(static_cast<double>(value));
+        processor.getParameterTable().setLinked(index, value);
     }
 }
 } // namespace

@@ -6,10 +6,17 @@
 namespace quorel
 {
 
-ParameterTable::ParameterTable()
+MidiLinkedValueObject& ParameterTable::linked(int index)
 {
-    for (auto& linkedValue : linkedValues)
-        linkedValue = std::make_unique<MidiLinkedValueObject>();
+    auto& entry = linkedValues[slotIndex(index)];
+
+    if (auto* object = entry.load(std::memory_order_relaxed))
+        return *object;
+
+    auto& object = *ownedLinkedValues.emplace_back(std::make_unique<MidiLinkedValueObject>());
+    entry.store(&object, std::memory_order_seq_cst);
+    object.setValue(static_cast<double>(clampUnit(values[slotIndex(index)].load(std::memory_order_seq_cst))));
+    return object;
 }
 
 float ParameterTable::get(int index) const noexcept
@@ -31,8 +38,8 @@ void ParameterTable::clearDirty() noexcept
 
 void ParameterTable::deliverPending()
 {
-    for (auto& linkedValue : linkedValues)
-        linkedValue->deliverPending();
+    for (auto& object : ownedLinkedValues)
+        object->deliverPending();
 }
 
 } // namespace quorel

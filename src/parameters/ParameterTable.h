@@ -7,18 +7,17 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <vector>
 
 namespace quorel
 {
 
-/** The words of the parameter table: values, the flags that tell the editor what changed, and the value
-   objects that its controls bind to. It stores; what a write means is the processor's business. Any thread,
-   where not stated. */
+/** The words of the parameter table: values, the flags that tell the editor what changed, and a value object for
+    each slot that somebody wants to listen to. It stores; what a write means is the processor's business. Any
+    thread, where not stated. */
 class ParameterTable
 {
 public:
-    ParameterTable();
-
     static constexpr bool isSlot(int index) noexcept
     {
         return static_cast<unsigned int>(index) < static_cast<unsigned int>(numParameterSlots);
@@ -33,7 +32,9 @@ public:
     /** Stores without further effect. `index` must be a slot. */
     void setRaw(int index, float value) noexcept
     {
-        values[slotIndex(index)].store(value, std::memory_order_relaxed);
+        // In one order with `linkedValues`: whoever makes a value object at this moment must see the value, or else
+        // `tellLinked` the object.
+        values[slotIndex(index)].store(value, std::memory_order_seq_cst);
     }
 
     /** Marks a change for the editor. Slot 0 and the last slot never show. */
@@ -49,8 +50,22 @@ public:
 
     void clearDirty() noexcept;
 
-    /** The value object of a slot. Message thread but for `setValueEased`. */
-    MidiLinkedValueObject& linked(int index) noexcept { return *linkedValues[slotIndex(index)]; }
+    /** The value object of a slot, made at the first call and kept as long as the table. Message thread. */
+    MidiLinkedValueObject& linked(int index);
+
+    /** Lets the slot's value object, where there is one, glide to a value just stored. */
+    void tellLinked(int index, float value) noexcept
+    {
+        if (auto* object = linkedValues[slotIndex(index)].load(std::memory_order_seq_cst))
+            object->setValueEased(static_cast<double>(value));
+    }
+
+    /** The same without a glide. Message thread. */
+    void setLinked(int index, float value)
+    {
+        if (auto* object = linkedValues[slotIndex(index)].load(std::memory_order_relaxed))
+            object->setValue(static_cast<double>(value));
+    }
 
     /** Message thread: tells listeners of what other threads wrote. */
     void deliverPending();
@@ -60,7 +75,9 @@ private:
 
     std::array<std::atomic<float>, numParameterSlots> values{};
     std::array<std::atomic<bool>, numParameterSlots> dirty{};
-    std::array<std::unique_ptr<MidiLinkedValueObject>, numParameterSlots> linkedValues;
+    std::array<std::atomic<MidiLinkedValueObject*>, numParameterSlots> linkedValues{};
+    /** Those that have been asked for. Message thread. */
+    std::vector<std::unique_ptr<MidiLinkedValueObject>> ownedLinkedValues;
 };
 
 } // namespace quorel
