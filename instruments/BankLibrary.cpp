@@ -107,7 +107,7 @@ void BankLibrary::load(const FormatOwner& owner, const std::string& folderName)
     if (folderName.empty())
     {
     }
-    else if (owner.info->programFiles)
+    else if (owner.info->programsByMidi)
     {
         for (const auto& name : namesIn(folder, {}))
         {

@@ -28,14 +28,14 @@ void writePrograms(const quorel::FormatOwner& owner, const fs::path& folder, con
                   quorel::writeProgramFile(owner, program));
 }
 
-void writeBanks(const quorel::InstrumentInfo& info, const fs::path& folder)
+void writeBanks(const quorel::StarterInstrument& info, const fs::path& folder)
 {
-    const quorel::FormatOwner owner{info.name, info.programFiles ? 1 : quorel::programsPerList,
-                                    info.numParameters, &info};
+    const quorel::FormatOwner owner{info.name, info.programsByMidi ? 1 : quorel::programsPerList,
+                                    info.parametersPerProgram, &info};
     bool first = true;
     for (const auto& bank : quorel::factoryBanks(info))
     {
-        if (info.programFiles)
+        if (info.programsByMidi)
         {
             writePrograms(owner, folder / fs::u8path(bank.name), bank);
             // Bank menus give the place of the first folder to the bank folder itself: it holds the same
@@ -65,7 +65,7 @@ int main(int argc, char** argv)
     }
     try
     {
-        for (const auto& info : quorel::instrumentTable())
+        for (const auto& info : quorel::starterInstruments())
             writeBanks(info, fs::u8path(argv[1]) / info.name);
     }
     catch (const std::exception& problem)

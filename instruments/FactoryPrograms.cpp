@@ -22,7 +22,7 @@ struct BankRow
     SoundRow sounds[soundsPerBank];
 };
 
-struct InstrumentRow
+struct FactoryRow
 {
     const char* instrument;
     BankRow banks[2];
@@ -30,7 +30,7 @@ struct InstrumentRow
 
 // Names hold neither dots (bank menus cut there) nor characters that a file system refuses.
 // clang-format off
-constexpr InstrumentRow rows[] = {
+constexpr FactoryRow rows[] = {
 // analogue:             Mix Det Cut Res Env Att Dec Sus Rel Shp Sub Vol FDc Key Vib PW
 { "Orlen", {
   { "Foundation", {
@@ -309,7 +309,7 @@ constexpr InstrumentRow rows[] = {
 
 // clang-format on
 
-std::vector<FactoryBank> makeBanks(const InstrumentRow& row)
+std::vector<FactoryBank> makeBanks(const FactoryRow& row)
 {
     std::vector<FactoryBank> banks;
     for (const auto& bankRow : row.banks)
@@ -331,7 +331,7 @@ std::vector<FactoryBank> makeBanks(const InstrumentRow& row)
 
 } // namespace
 
-const std::vector<FactoryBank>& factoryBanks(const InstrumentInfo& info)
+const std::vector<FactoryBank>& factoryBanks(const StarterInstrument& info)
 {
     static const auto all = []
     {

@@ -12,7 +12,7 @@ namespace quorel
 static FormatOwner ownerOf(const std::string& name)
 {
     const auto& info = instrumentFor(name);
-    return {name, info.programFiles ? 1 : programsPerList, info.numParameters, &info};
+    return {name, info.programsByMidi ? 1 : programsPerList, info.parametersPerProgram, &info};
 }
 
 Instrument::Instrument(const std::string& ownName)
@@ -27,7 +27,7 @@ Instrument::Instrument(const std::string& ownName)
 
 void Instrument::open()
 {
-    library.load(owner, readUserSetting(owner.info->settingsKey, owner.info->settingsValue));
+    library.load(owner, readUserSetting(owner.info->registryKey, owner.info->bankValue));
     useBank(library.initial());
 }
 
@@ -177,7 +177,7 @@ void Instrument::useBank(const Bank& chosen)
 
 void Instrument::changeProgram(int index)
 {
-    if (!info().programFiles)
+    if (!info().programsByMidi)
     {
         selectProgram(index);
     }

@@ -24,7 +24,7 @@ public:
 
     const std::string& name() const { return owner.name; }
 
-    const InstrumentInfo& info() const { return *owner.info; }
+    const StarterInstrument& info() const { return *owner.info; }
 
     /** Reads the banks from the user's bank folder and starts with the first program. Not while processing.
      */

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "InstrumentTable.h"
+#include "StarterInstruments.h"
 
 #include <array>
 #include <atomic>
@@ -44,7 +44,7 @@ struct FactoryBank
     std::vector<Program> programs;
 };
 
-const std::vector<FactoryBank>& factoryBanks(const InstrumentInfo& info);
+const std::vector<FactoryBank>& factoryBanks(const StarterInstrument& info);
 
 /**
     The programs in use, shared by the audio and the message thread without a lock: every word is atomic. A

@@ -18,7 +18,7 @@ struct FormatOwner
     std::string name; ///< the instrument's
     int numPrograms;  ///< in a whole state
     int numParameters;
-    const InstrumentInfo* info;
+    const StarterInstrument* info;
 };
 
 /*

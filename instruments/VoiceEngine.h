@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Dsp.h"
-#include "InstrumentTable.h"
+#include "StarterInstruments.h"
 #include "ParameterSpecs.h"
 
 #include <array>

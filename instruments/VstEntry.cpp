@@ -238,7 +238,7 @@ AEffect* makePlugin(audioMasterCallback host)
     effect.setParameter = setParameter;
     effect.getParameter = getParameter;
     effect.numPrograms = instrument.numPrograms();
-    effect.numParams = instrument.info().numParameters;
+    effect.numParams = instrument.info().parametersPerProgram;
     effect.numInputs = 0;
     effect.numOutputs = 2;
     effect.flags = effFlagsCanReplacing | effFlagsProgramChunks | effFlagsIsSynth;

@@ -16,7 +16,7 @@ constexpr const char* scanTitle = "Scanning Plug-Ins";
 juce::Array<juce::File> candidates(const juce::File& pluginFolder)
 {
     juce::Array<juce::File> files;
-    for (const auto& row : instrumentTable())
+    for (const auto& row : instrumentTable)
         files.add(pluginFolder.getChildFile(row.name).getChildFile(row.name + pluginFileEnding()));
     return files;
 }

@@ -250,7 +250,7 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
 
         if (chunkSize == 0)
             chunkSize =
-                (instrumentTable()[static_cast<size_t>(row)].parametersPerProgram + 8) * numPrograms * 4;
+                (instrumentTable[static_cast<size_t>(row)].parametersPerProgram + 8) * numPrograms * 4;
     }
 
     owner.multiControls().clearEasyTargetsOf(layer);
@@ -431,7 +431,7 @@ void VirtualInstrument::chooseProgram(int id)
     owner.multiControls().clearEasyTargetsOf(layer);
     const int row = rowOf(pluginName);
 
-    if (row >= 0 && instrumentTable()[static_cast<size_t>(row)].programsByMidi)
+    if (row >= 0 && instrumentTable[static_cast<size_t>(row)].programsByMidi)
         sendMidi(programSelectMessage(id));
     else
         instance->setCurrentProgram(id - 1);

@@ -79,7 +79,7 @@ void VirtualInstrument::writeEasyMapping(int row)
     {
         // Without a row the layer keeps the plain numbering that its reset gave it.
         const int target =
-            row >= 0 ? instrumentTable()[static_cast<size_t>(row)].easyMapping[static_cast<size_t>(easy)]
+            row >= 0 ? instrumentTable[static_cast<size_t>(row)].easyMapping[static_cast<size_t>(easy)]
                      : easy + 1;
         write(layerSlot::easyMapping + easy, encodeParamInt(target));
         write(layerSlot::easyValue + easy, hostedParameter(*instance, target));

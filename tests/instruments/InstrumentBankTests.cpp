@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 namespace quorel::test
 {
 
-static std::vector<float> liveValues(RawVst2Host& host, const InstrumentInfo& info)
+static std::vector<float> liveValues(RawVst2Host& host, const StarterInstrument& info)
 {
     std::vector<float> values;
     for (int live = 0; live < numLiveParameters; ++live)
@@ -34,10 +34,10 @@ static std::vector<std::string> stemsIn(const fs::path& folder, const std::strin
     return names;
 }
 
-class InstrumentBanks : public testing::TestWithParam<InstrumentInfo>
+class InstrumentBanks : public testing::TestWithParam<StarterInstrument>
 {
 protected:
-    const InstrumentInfo& info = GetParam();
+    const StarterInstrument& info = GetParam();
 };
 
 TEST_P(InstrumentBanks, presents_itself_by_the_conventions)
@@ -51,14 +51,14 @@ TEST_P(InstrumentBanks, presents_itself_by_the_conventions)
     auto& effect = host.effect();
     EXPECT_EQ(effect.numInputs, 0);
     EXPECT_EQ(effect.numOutputs, 2);
-    EXPECT_EQ(effect.numParams, info.numParameters);
-    EXPECT_EQ(effect.numPrograms, info.programFiles ? 1 : 8);
+    EXPECT_EQ(effect.numParams, info.parametersPerProgram);
+    EXPECT_EQ(effect.numPrograms, info.programsByMidi ? 1 : 8);
     EXPECT_EQ(effect.flags & (effFlagsIsSynth | effFlagsCanReplacing | effFlagsProgramChunks),
               effFlagsIsSynth | effFlagsCanReplacing | effFlagsProgramChunks);
 
     // Each Easy number is a parameter of its own with a name and a text; it can be set and read back.
     std::set<std::string> names;
-    for (const int index : info.easy)
+    for (const int index : info.easyMapping)
     {
         names.insert(host.text(effGetParamName, index));
         EXPECT_FALSE(host.text(effGetParamDisplay, index).empty()) << index;
@@ -74,7 +74,7 @@ TEST_P(InstrumentBanks, presents_itself_by_the_conventions)
     EXPECT_FALSE(bank.empty());
     host.setParameter(info.firstBankNameParameter, 0.9f);
     EXPECT_EQ(bankNameOf(host, info), bank);
-    EXPECT_EQ(host.text(effGetParamName, info.numParameters - 1), "");
+    EXPECT_EQ(host.text(effGetParamName, info.parametersPerProgram - 1), "");
 }
 
 TEST_P(InstrumentBanks, changes_banks_and_programs_by_midi)
@@ -82,9 +82,9 @@ TEST_P(InstrumentBanks, changes_banks_and_programs_by_midi)
     TemporaryBanks banks(true);
     RawVst2Host host(binaryOf(info.name));
     const auto folder = banks.folder(info.name);
-    auto menu = stemsIn(folder, info.programFiles ? "" : ".fxb");
+    auto menu = stemsIn(folder, info.programsByMidi ? "" : ".fxb");
     ASSERT_GE(menu.size(), 2u);
-    if (info.programFiles)
+    if (info.programsByMidi)
         menu[0] = "Root Folder";
     std::set<std::string> seen;
     for (std::size_t bank = 0; bank < menu.size(); ++bank)
@@ -94,8 +94,8 @@ TEST_P(InstrumentBanks, changes_banks_and_programs_by_midi)
         for (int program = 0; program < 8; ++program)
         {
             host.render(64, {programChange(0, program)});
-            const auto name = host.programName(info.programFiles ? 0 : program);
-            if (info.programFiles)
+            const auto name = host.programName(info.programsByMidi ? 0 : program);
+            if (info.programsByMidi)
             {
                 EXPECT_EQ(name, stemsIn(bank == 0 ? folder : folder / menu[bank], ".fxp")
                                     .at(static_cast<std::size_t>(program)));
@@ -113,7 +113,7 @@ TEST_P(InstrumentBanks, changes_banks_and_programs_by_midi)
 
     // A number past the menu's end changes nothing.
     const auto before = liveValues(host, info);
-    host.render(64, {controller(0, 32, 100), programChange(1, info.programFiles ? 120 : 99)});
+    host.render(64, {controller(0, 32, 100), programChange(1, info.programsByMidi ? 120 : 99)});
     EXPECT_EQ(bankNameOf(host, info), menu.back());
     EXPECT_EQ(liveValues(host, info), before);
 }
@@ -129,7 +129,7 @@ TEST_P(InstrumentBanks, state_comes_back_whole_after_the_banks_are_gone)
         RawVst2Host host(binaryOf(info.name));
         const auto size = host.chunk().size();
         host.render(64, {controller(0, 32, 1), programChange(1, 5)});
-        host.setParameter(info.easy[3], 0.123f);
+        host.setParameter(info.easyMapping[3], 0.123f);
         host.setParameter(402, 0.321f);
         char renamed[] = "My own sound";
         host.dispatch(effSetProgramName, 0, 0, renamed);
@@ -148,7 +148,7 @@ TEST_P(InstrumentBanks, state_comes_back_whole_after_the_banks_are_gone)
     ASSERT_TRUE(host.setChunk(chunk));
     EXPECT_EQ(liveValues(host, info), values);
     EXPECT_EQ(bankNameOf(host, info), bank);
-    EXPECT_EQ(host.dispatch(effGetProgram), info.programFiles ? 0 : 5);
+    EXPECT_EQ(host.dispatch(effGetProgram), info.programsByMidi ? 0 : 5);
     for (int i = 0; i < host.effect().numPrograms; ++i)
         EXPECT_EQ(host.programName(i), names[static_cast<std::size_t>(i)]);
     EXPECT_EQ(host.chunk(), chunk);
@@ -167,9 +167,9 @@ TEST_P(InstrumentBanks, refuses_damaged_state)
     RawVst2Host host(binaryOf(info.name));
     for (const bool programOnly : {false, true})
     {
-        host.setParameter(info.easy[0], 0.25f);
+        host.setParameter(info.easyMapping[0], 0.25f);
         const auto good = host.chunk(programOnly);
-        host.setParameter(info.easy[0], 0.75f);
+        host.setParameter(info.easyMapping[0], 0.75f);
         const auto before = host.chunk();
         for (std::size_t i = 0; i < good.size(); ++i)
         {
@@ -187,11 +187,11 @@ TEST_P(InstrumentBanks, refuses_damaged_state)
         EXPECT_FALSE(host.setChunk(stranger.chunk(programOnly), programOnly));
         EXPECT_EQ(host.chunk(), before);
         EXPECT_TRUE(host.setChunk(good, programOnly));
-        EXPECT_EQ(host.parameter(info.easy[0]), 0.25f);
+        EXPECT_EQ(host.parameter(info.easyMapping[0]), 0.25f);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, InstrumentBanks, testing::ValuesIn(instrumentTable()), testName);
+INSTANTIATE_TEST_SUITE_P(All, InstrumentBanks, testing::ValuesIn(starterInstruments()), testName);
 
 TEST(InstrumentFiles, damaged_ones_keep_their_number_and_the_old_sound)
 {
@@ -242,7 +242,7 @@ TEST(InstrumentFiles, programs_of_plain_parameters_are_read)
     file += std::string(28, 'x');
     for (int i = 0; i < 1024; ++i)
     {
-        const float value = i == info.easy[4] ? 0.8125f : 0.5f;
+        const float value = i == info.easyMapping[4] ? 0.8125f : 0.5f;
         std::uint32_t bits;
         std::memcpy(&bits, &value, 4);
         word(bits);
@@ -252,8 +252,8 @@ TEST(InstrumentFiles, programs_of_plain_parameters_are_read)
     // The default bank is the folder of the factory bank's name, where the file now sorts first.
     RawVst2Host host(binaryOf("Glasson2"));
     EXPECT_EQ(host.programName(0), "0 Plain");
-    EXPECT_EQ(host.parameter(info.easy[4]), 0.8125f);
-    EXPECT_EQ(host.parameter(info.easy[5]), 0.5f);
+    EXPECT_EQ(host.parameter(info.easyMapping[4]), 0.8125f);
+    EXPECT_EQ(host.parameter(info.easyMapping[5]), 0.5f);
 }
 
 TEST(InstrumentFiles, an_unknown_name_plays_the_first_voice_under_its_own)
@@ -272,9 +272,9 @@ TEST(InstrumentFiles, an_unknown_name_plays_the_first_voice_under_its_own)
 TEST(InstrumentFiles, unique_ids_differ)
 {
     std::set<std::int32_t> ids;
-    for (const auto& info : instrumentTable())
+    for (const auto& info : starterInstruments())
         ids.insert(uniqueIdOf(info.name));
-    EXPECT_EQ(ids.size(), instrumentTable().size());
+    EXPECT_EQ(ids.size(), starterInstruments().size());
 }
 
 } // namespace quorel::test

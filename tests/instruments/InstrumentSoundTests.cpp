@@ -14,7 +14,7 @@ namespace quorel::test
 constexpr double pi = 3.14159265358979323846;
 
 /** Each test plays the built-in sounds of one name. */
-class InstrumentSound : public testing::TestWithParam<InstrumentInfo>
+class InstrumentSound : public testing::TestWithParam<StarterInstrument>
 {
 protected:
     bool isKit() const { return GetParam().engine == EngineKind::drums; }
@@ -85,7 +85,7 @@ TEST_P(InstrumentSound, is_in_tune_and_bends_by_two_semitones)
     // knob.
     const auto& info = GetParam();
     if (info.engine == EngineKind::analogue)
-        host.setParameter(info.easy[1], 0.0f);
+        host.setParameter(info.easyMapping[1], 0.0f);
     if (info.engine == EngineKind::organ || info.engine == EngineKind::analogue)
         host.setParameter(info.engine == EngineKind::organ ? 400 : 402, 0.0f);
 
@@ -168,9 +168,9 @@ TEST_P(InstrumentSound, survives_extreme_parameters_and_garbage)
     {
         for (int live = 0; live < numLiveParameters; ++live)
             host.setParameter(hostParameterOf(info, live), bytes(random) < 128 ? 0.0f : 1.0f);
-        host.setParameter(info.easy[2], std::numeric_limits<float>::quiet_NaN());
+        host.setParameter(info.easyMapping[2], std::numeric_limits<float>::quiet_NaN());
         host.setParameter(-1, 1.0f);
-        host.setParameter(info.numParameters, 1.0f);
+        host.setParameter(info.parametersPerProgram, 1.0f);
         std::vector<MidiEvent> events;
         for (int i = 0; i < 60; ++i)
             events.push_back(
@@ -214,13 +214,13 @@ TEST_P(InstrumentSound, ends_with_the_key_unless_the_pedal_holds_it)
     EXPECT_GT(held(127), 2.0f * held(0));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, InstrumentSound, testing::ValuesIn(instrumentTable()), testName);
+INSTANTIATE_TEST_SUITE_P(All, InstrumentSound, testing::ValuesIn(starterInstruments()), testName);
 
 TEST(InstrumentSounds, differ_from_name_to_name)
 {
     TemporaryBanks noBanks(false);
     std::vector<std::vector<double>> spectra;
-    for (const auto& info : instrumentTable())
+    for (const auto& info : starterInstruments())
     {
         RawVst2Host host(binaryOf(info.name));
         spectra.push_back(spectrumOf(host.render(20000, {noteOn(0, 60)})));
@@ -230,7 +230,7 @@ TEST(InstrumentSounds, differ_from_name_to_name)
             for (std::size_t band = 0; band < spectra[i].size(); ++band)
                 difference += std::abs(spectra[i][band] - spectra.back()[band]);
             difference /= static_cast<double>(spectra[i].size());
-            EXPECT_GT(difference, 2.5) << info.name << " and " << instrumentTable()[i].name;
+            EXPECT_GT(difference, 2.5) << info.name << " and " << starterInstruments()[i].name;
         }
     }
 }

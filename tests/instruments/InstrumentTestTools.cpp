@@ -18,14 +18,14 @@ std::string binaryOf(const std::string& name)
     return std::string(OSTRAND_FOLDER) + "/" + name + "/" + name + OSTRAND_SUFFIX;
 }
 
-std::string testName(const testing::TestParamInfo<InstrumentInfo>& info)
+std::string testName(const testing::TestParamInfo<StarterInstrument>& info)
 {
     std::string name = info.param.name;
     std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
 
-std::string bankNameOf(RawVst2Host& host, const InstrumentInfo& info)
+std::string bankNameOf(RawVst2Host& host, const StarterInstrument& info)
 {
     std::string name;
     for (int i = 0; i < 38; ++i)
@@ -90,8 +90,8 @@ TemporaryBanks::TemporaryBanks(bool withBanks)
         escaped += c == '&' ? "&amp;" : (c == '\'' ? "&#39;" : std::string(1, c));
     std::ofstream file(root / "Ostrand" / "Registry.xml");
     file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n\n<PROPERTIES>\n";
-    for (const auto& info : instrumentTable())
-        file << "  <VALUE name=\"" << info.settingsKey << '\\' << info.settingsValue << "\" val=\"" << escaped
+    for (const auto& info : starterInstruments())
+        file << "  <VALUE name=\"" << info.registryKey << '\\' << info.bankValue << "\" val=\"" << escaped
              << '/' << info.name << "\"/>\n";
     file << "</PROPERTIES>\n";
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "InstrumentTable.h"
+#include "StarterInstruments.h"
 #include "RawVst2Host.h"
 
 #include <gtest/gtest.h>
@@ -16,10 +16,10 @@ namespace quorel::test
 std::string binaryOf(const std::string& name);
 
 /** An instrument's name as a test's. */
-std::string testName(const testing::TestParamInfo<InstrumentInfo>& info);
+std::string testName(const testing::TestParamInfo<StarterInstrument>& info);
 
 /** The name that the bank-name parameters spell, read the way the family's hosts do. */
-std::string bankNameOf(RawVst2Host& host, const InstrumentInfo& info);
+std::string bankNameOf(RawVst2Host& host, const StarterInstrument& info);
 
 MidiEvent noteOn(int sample, int note, int velocity = 100);
 MidiEvent noteOff(int sample, int note);

@@ -36,7 +36,7 @@ static std::atomic<int> allocations{0};
 namespace quorel::test
 {
 
-class InstrumentThreads : public testing::TestWithParam<InstrumentInfo>
+class InstrumentThreads : public testing::TestWithParam<StarterInstrument>
 {
 protected:
     void play(int blocks, int eventsPerBlock)
@@ -93,7 +93,7 @@ TEST_P(InstrumentThreads, state_can_be_read_and_set_while_playing)
     int rounds = 0;
     while (!done || rounds < 10)
     {
-        instrument.setParameter(GetParam().easy[2], static_cast<float>(rounds % 10) * 0.1f);
+        instrument.setParameter(GetParam().easyMapping[2], static_cast<float>(rounds % 10) * 0.1f);
         instrument.selectProgram(rounds % 8);
         EXPECT_EQ(instrument.state(false).size(), whole.size());
         EXPECT_LE(instrument.programName(0).size(), programNameSize);
@@ -106,6 +106,6 @@ TEST_P(InstrumentThreads, state_can_be_read_and_set_while_playing)
     EXPECT_EQ(instrument.state(false), whole);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, InstrumentThreads, testing::ValuesIn(instrumentTable()), testName);
+INSTANTIATE_TEST_SUITE_P(All, InstrumentThreads, testing::ValuesIn(starterInstruments()), testName);
 
 } // namespace quorel::test

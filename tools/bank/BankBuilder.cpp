@@ -51,7 +51,7 @@ BankBuilder::BankBuilder(const juce::File& distribution)
     write(pathSetting::ecs, data.getChildFile("ECS"));
     write(pathSetting::pluginList, data.getChildFile("PluginList.xml"));
     write(pathSetting::pluginFolder, distribution.getChildFile("Ostrand"));
-    for (const auto& row : instrumentTable())
+    for (const auto& row : instrumentTable)
         store->write(row.registryKey, row.bankValue,
                      distribution.getChildFile("Banks").getChildFile(row.name).getFullPathName());
 }

@@ -16,7 +16,7 @@ namespace
 juce::StringArray instrumentNames()
 {
     juce::StringArray names;
-    for (const auto& row : instrumentTable())
+    for (const auto& row : instrumentTable)
         names.addIfNotAlreadyThere(row.name);
     return names;
 }
