@@ -3,6 +3,7 @@
 
 #include "StateFormat.h"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -16,15 +17,13 @@ struct Bank
     std::vector<Program> programs;
 };
 
-/**
-    All banks that the bank folder holds, read at once so that the audio thread can change to any of them. In
-   the order of the host's bank menu, whose number comes with controller 32: the names sorted by their bytes.
-   With folder banks the place of the first folder belongs to the bank folder itself.
-*/
+/** All banks that the bank folder holds, read at once so that the audio thread can change to any of them. They
+    stand in the order of the host's bank menu, whose place controller 32 gives. Where banks are folders, the
+    bank folder itself takes the place of the first one. */
 class BankLibrary
 {
 public:
-    /** Reads up to 128 banks of up to 128 programs; an empty or unreadable folder leaves the factory bank. */
+    /** Reads the banks; an empty or unreadable folder leaves the factory bank. */
     void load(const FormatOwner& owner, const std::string& folder);
 
     int size() const { return static_cast<int>(banks.size()); }
@@ -39,6 +38,9 @@ public:
     const Bank& initial() const { return initialBank; }
 
 private:
+    void loadFolders(const FormatOwner& owner, const std::filesystem::path& folder);
+    void loadFiles(const FormatOwner& owner, const std::filesystem::path& folder);
+
     std::vector<Bank> banks;
     Bank initialBank;
     std::vector<Bank> unlisted; ///< the folder whose place the bank folder took

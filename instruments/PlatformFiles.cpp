@@ -168,11 +168,6 @@ std::string readUserSetting(const std::string& key, const std::string& value)
     return toUtf8(text);
 }
 
-bool fileNamesIgnoreCase()
-{
-    return true;
-}
-
 #else
 
 std::string ownFileName()
@@ -200,11 +195,6 @@ std::string readUserSetting(const std::string& key, const std::string& value)
     file.read(xml.data(), static_cast<std::streamsize>(largest));
     xml.resize(static_cast<std::size_t>(file.gcount()));
     return findSettingInXml(xml, key + "\\" + value);
-}
-
-bool fileNamesIgnoreCase()
-{
-    return false;
 }
 
 #endif

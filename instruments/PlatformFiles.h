@@ -16,9 +16,6 @@ std::string ownFileName();
 */
 std::string readUserSetting(const std::string& key, const std::string& value);
 
-/** Whether "*.fxb" finds "A.FXB" too. */
-bool fileNamesIgnoreCase();
-
 /** The attribute `val` of the VALUE element with this name in a settings file's text, or empty. */
 std::string findSettingInXml(const std::string& xml, const std::string& name);
 

@@ -59,7 +59,7 @@ int liveParameterAt(const StarterInstrument& info, int hostIndex)
 int hostParameterOf(const StarterInstrument& info, int live)
 {
     return live < numEasyTargets ? info.easyMapping[static_cast<std::size_t>(live)]
-                                    : firstExtraParameter + live - numEasyTargets;
+                                 : firstExtraParameter + live - numEasyTargets;
 }
 
 std::uint32_t hashBytes(const void* data, std::size_t size)

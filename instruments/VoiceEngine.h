@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Dsp.h"
-#include "StarterInstruments.h"
 #include "ParameterSpecs.h"
+#include "StarterInstruments.h"
 
 #include <array>
 #include <memory>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/InstrumentBanks.h"
 
+#include "hosting/BankFolder.h"
 #include "hosting/InstrumentTable.h"
 #include "platform/UserPaths.h"
 
@@ -9,23 +10,11 @@ namespace quorel
 
 namespace
 {
-constexpr const char* rootFolderName = "Root Folder";
-
-constexpr int numBankNameParameters = 38;
 constexpr int numMidiProgramDigits = 3;
 
-/** Instruments number their banks by the order of these lists: it must not follow a user's language. */
-void sortNames(juce::StringArray& names)
+std::filesystem::path pathOf(const juce::File& file)
 {
-    names.sort(false);
-}
-
-/** Files with this ending in any letter case, on every platform. */
-juce::Array<juce::File> filesIn(const juce::File& folder, const char* ending)
-{
-    auto files = folder.findChildFiles(juce::File::findFiles, false);
-    files.removeIf([ending](const juce::File& file) { return !file.hasFileExtension(ending); });
-    return files;
+    return std::filesystem::u8path(file.getFullPathName().toRawUTF8());
 }
 
 juce::String numbered(int index, int numDigits, const juce::String& name)
@@ -48,18 +37,16 @@ void listBanks(const juce::String& instrumentName, const UserStore& store, juce:
     if (!folder.isDirectory())
         return;
 
-    const auto found = folderBanks ? folder.findChildFiles(juce::File::findDirectories, false, "*")
-                                   : filesIn(folder, ".fxb");
-    if (found.isEmpty())
+    const auto found = folderBanks ? listBankFolders(pathOf(folder)) : listBankFiles(pathOf(folder));
+    if (found.empty())
         return;
 
     bankNames.clear();
     for (const auto& bank : found)
-        bankNames.add(bank.getFileName());
-    sortNames(bankNames);
+        bankNames.add(juce::String::fromUTF8(bank.c_str()));
     // Entry 0 stands for the bank folder itself and takes the place of the first folder.
     if (folderBanks)
-        bankNames.set(0, rootFolderName);
+        bankNames.set(0, rootBankName);
 }
 
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName)
@@ -70,7 +57,7 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
 
     const auto& parameters = instance.getParameters();
     juce::String name;
-    for (int i = 0; i < numBankNameParameters; ++i)
+    for (int i = 0; i < bankNameLength; ++i)
     {
         const auto* parameter = parameters[instrument->firstBankNameParameter + i];
         const float value = parameter == nullptr ? 0.0f : parameter->getValue();
@@ -92,12 +79,9 @@ void readProgramNames(const juce::String& instrumentName, const juce::String& ba
     if (bankName.isEmpty() || folder == juce::File())
         return;
 
-    // The first entry of the menu stands for the bank folder itself.
-    const auto bank = bankName == rootFolderName ? folder : folder.getChildFile(bankName);
-
-    for (const auto& program : filesIn(bank, ".fxp"))
-        programNames.add(program.getFileNameWithoutExtension());
-    sortNames(programNames);
+    const auto bank = bankName == rootBankName ? folder : folder.getChildFile(bankName);
+    for (const auto& program : listProgramFiles(pathOf(bank)))
+        programNames.add(juce::String::fromUTF8(program.name.c_str()));
 }
 
 LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,
@@ -146,7 +130,7 @@ LayerMenu bankMenu(const juce::StringArray& bankNames, const juce::String& curre
 {
     LayerMenu menu;
     for (const auto& name : bankNames)
-        menu.entries.add(name.upToFirstOccurrenceOf(".", false, false));
+        menu.entries.add(juce::String::fromUTF8(bankTitle(name.toStdString()).c_str()));
     const int index = menu.entries.indexOf(currentBank);
     menu.selectedId = index < 0 ? 1 : index + 1;
     return menu;

@@ -6,6 +6,7 @@
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace quorel
 {
@@ -29,17 +30,45 @@ std::unique_ptr<juce::AudioPluginInstance> open(const juce::String& name)
     return instance;
 }
 
-void send(juce::AudioPluginInstance& instance, const juce::MidiMessage& message)
+/** Plays blocks of 256 samples, the events at the start of the first. */
+std::vector<float> play(juce::AudioPluginInstance& instance, int numBlocks,
+                        std::initializer_list<juce::MidiMessage> events)
 {
     juce::AudioBuffer<float> audio(2, 256);
     juce::MidiBuffer midi;
-    midi.addEvent(message, 0);
-    for (int block = 0; block < 4; ++block)
+    for (const auto& event : events)
+        midi.addEvent(event, 0);
+    std::vector<float> left;
+    for (int block = 0; block < numBlocks; ++block)
     {
         audio.clear();
         instance.processBlock(audio, midi);
         midi.clear();
+        left.insert(left.end(), audio.getReadPointer(0), audio.getReadPointer(0) + audio.getNumSamples());
     }
+    return left;
+}
+
+void send(juce::AudioPluginInstance& instance, const juce::MidiMessage& message)
+{
+    play(instance, 4, {message});
+}
+
+void setBankFolder(const juce::String& instrument, const juce::File& folder)
+{
+    const auto setting = bankFolderSetting(instrument);
+    ASSERT_TRUE(makeUserStore()->write(setting->key, setting->valueName, folder.getFullPathName()));
+}
+
+/** A quarter of a second of middle C, played by a new instance after a choice from its bank and program menus. */
+std::vector<float> heard(const juce::String& instrument, int bankId, int programId)
+{
+    const auto instance = open(instrument);
+    if (instance == nullptr)
+        return {};
+    // Both at once: what played before the last choice would still turn the modulation.
+    play(*instance, 4, {bankSelectMessage(bankId), programSelectMessage(programId)});
+    return play(*instance, 43, {juce::MidiMessage::noteOn(1, 60, 0.8f)});
 }
 
 juce::StringArray foundBanks(const juce::String& name, const UserStore& store)
@@ -168,6 +197,75 @@ TEST(InstrumentBanks, instrumentsFollowTheMenus)
                                    : juce::String("4 ").paddedLeft('0', menu.entries.size() > 9 ? 3 : 2);
         EXPECT_EQ(menu.entries[3], prefix + instance->getProgramName(byMidi ? 0 : 3));
     }
+}
+
+// Names that sort one way with their endings and another way without them, and an ending in capitals.
+TEST(InstrumentBanks, theProgramNamedIsTheProgramHeard)
+{
+    const juce::StringArray files{"AAA.FXP", "Lead.fxp", "Lead 2.fxp", "Lead-3.fxp", "lead.fxp"};
+    const test::ScratchFolder folder;
+    const auto sounds = juce::File(QUOREL_TEST_BANKS)
+                            .getChildFile("Fenn2/Rotor")
+                            .findChildFiles(juce::File::findFiles, false);
+    ASSERT_GE(sounds.size(), files.size());
+    folder.child("alone").createDirectory();
+    folder.child("all/First").createDirectory();
+    folder.child("all/Mine").createDirectory();
+
+    std::map<juce::String, std::vector<float>> expected;
+    setBankFolder("Fenn2", folder.child("alone"));
+    for (int i = 0; i < files.size(); ++i)
+    {
+        ASSERT_TRUE(sounds[i].copyFileTo(folder.child("alone/only.fxp")));
+        ASSERT_TRUE(sounds[i].copyFileTo(folder.child("all/Mine").getChildFile(files[i])));
+        expected[files[i].dropLastCharacters(4)] = heard("Fenn2", 1, 1);
+    }
+
+    setBankFolder("Fenn2", folder.child("all"));
+    const auto store = makeUserStore();
+    ASSERT_EQ(foundBanks("Fenn2", *store), (juce::StringArray{"Root Folder", "Mine"}));
+    juce::StringArray names;
+    readProgramNames("Fenn2", "Mine", *store, names);
+    ASSERT_EQ(names, (juce::StringArray{"AAA", "Lead", "Lead 2", "Lead-3", "lead"}));
+    for (int i = 0; i < names.size(); ++i)
+    {
+        const auto sound = heard("Fenn2", 2, i + 1);
+        ASSERT_FALSE(sound.empty());
+        for (const auto& [name, other] : expected)
+            EXPECT_EQ(sound == other, name == names[i]) << names[i] << " against " << name;
+    }
+}
+
+TEST(InstrumentBanks, theBankNamedIsTheBankHeard)
+{
+    const test::ScratchFolder folder;
+    const auto factory = juce::File(QUOREL_TEST_BANKS).getChildFile("Orlen");
+    setBankFolder("Orlen", factory);
+    const std::pair<const char*, std::vector<float>> sounds[] = {{"Foundation.fxb", heard("Orlen", 1, 1)},
+                                                                 {"Motion.fxb", heard("Orlen", 2, 1)}};
+    ASSERT_NE(sounds[0].second, sounds[1].second);
+
+    const std::map<juce::String, int> files{
+        {"AAA.FXB", 1}, {"Lead.fxb", 0}, {"Lead 2.fxb", 1}, {"Lead-3.fxb", 0}};
+    for (const auto& [file, sound] : files)
+        ASSERT_TRUE(factory.getChildFile(sounds[sound].first).copyFileTo(folder.child(file)));
+    setBankFolder("Orlen", folder.path());
+    const auto store = makeUserStore();
+    const auto banks = foundBanks("Orlen", *store);
+    ASSERT_EQ(banks, (juce::StringArray{"AAA.FXB", "Lead 2.fxb", "Lead-3.fxb", "Lead.fxb"}));
+    for (int i = 0; i < banks.size(); ++i)
+        EXPECT_EQ(heard("Orlen", i + 1, 1), sounds[files.at(banks[i])].second) << banks[i];
+
+    // Past the last number that MIDI can choose, neither side counts on.
+    for (int i = 0; i < 130; ++i)
+        ASSERT_TRUE(
+            factory.getChildFile("Motion.fxb").copyFileTo(folder.child("x" + juce::String(i) + ".fxb")));
+    const auto many = foundBanks("Orlen", *store);
+    ASSERT_EQ(many.size(), 128);
+    const auto instance = open("Orlen");
+    ASSERT_NE(instance, nullptr);
+    send(*instance, bankSelectMessage(128));
+    EXPECT_EQ(getBankName(*instance, "Orlen") + ".fxb", many[127]);
 }
 
 } // namespace quorel
