@@ -21,6 +21,19 @@ juce::String numbered(int index, int numDigits, const juce::String& name)
 {
     return juce::String(index + 1).paddedLeft('0', numDigits) + " " + name;
 }
+
+/** Adds an entry whose id is its place, counted from 1. */
+void append(MenuEntries& menu, const juce::String& text)
+{
+    menu.push_back(MenuEntry::command(static_cast<int>(menu.size()) + 1, text));
+}
+
+/** Does nothing for an index outside. */
+void tick(MenuEntries& menu, int index)
+{
+    if (juce::isPositiveAndBelow(index, static_cast<int>(menu.size())))
+        menu[static_cast<std::size_t>(index)].ticked = true;
+}
 } // namespace
 
 juce::File readBankFolder(const juce::String& instrumentName, const UserStore& store)
@@ -84,34 +97,35 @@ void readProgramNames(const juce::String& instrumentName, const juce::String& ba
         programNames.add(juce::String::fromUTF8(program.name.c_str()));
 }
 
-LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,
-                     const juce::String& missingName)
+MenuEntries pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName)
 {
-    LayerMenu menu;
-    menu.entries.add("no plugin");
-    menu.selectedId = 1;
+    MenuEntries menu{MenuEntry::command(1, "no plugin")};
+    int selected = 0;
     for (const auto& type : knownPlugins.getTypes())
     {
-        menu.entries.add(type.name);
         if (type.name == loadedName)
-            menu.selectedId = menu.entries.size();
+            selected = static_cast<int>(menu.size());
+        append(menu, type.name);
     }
-    if (rowOf(missingName) >= 0)
-        menu.text = "Plug-In " + missingName + " is missing";
+    tick(menu, selected);
     return menu;
 }
 
-LayerMenu programMenu(juce::AudioPluginInstance& instance, const juce::String& instrumentName,
-                      const juce::StringArray& programNames)
+juce::String missingPluginText(const juce::String& name)
 {
-    LayerMenu menu;
+    return rowOf(name) >= 0 ? "Plug-In " + name + " is missing" : juce::String();
+}
+
+MenuEntries programMenu(juce::AudioPluginInstance& instance, const juce::String& instrumentName,
+                        const juce::StringArray& programNames)
+{
+    MenuEntries menu;
     const auto* instrument = findInstrument(instrumentName);
     if (instrument != nullptr && instrument->programsByMidi)
     {
-        const auto current = instance.getProgramName(0);
         for (int i = 0; i < programNames.size(); ++i)
-            menu.entries.add(numbered(i, numMidiProgramDigits, programNames[i]));
-        menu.selectedId = programNames.indexOf(current) + 1;
+            append(menu, numbered(i, numMidiProgramDigits, programNames[i]));
+        tick(menu, programNames.indexOf(instance.getProgramName(0)));
         return menu;
     }
 
@@ -120,19 +134,22 @@ LayerMenu programMenu(juce::AudioPluginInstance& instance, const juce::String& i
     for (int i = 0; i < numPrograms; ++i)
     {
         const auto name = instance.getProgramName(i);
-        menu.entries.add(numbered(i, numDigits, name.isEmpty() ? juce::String("program") : name));
+        append(menu, numbered(i, numDigits, name.isEmpty() ? juce::String("program") : name));
     }
-    menu.selectedId = juce::jlimit(0, menu.entries.size(), instance.getCurrentProgram() + 1);
+    tick(menu, juce::jmin(instance.getCurrentProgram(), numPrograms - 1));
     return menu;
 }
 
-LayerMenu bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank)
+MenuEntries bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank)
 {
-    LayerMenu menu;
+    MenuEntries menu;
+    int selected = 0;
     for (const auto& name : bankNames)
-        menu.entries.add(juce::String::fromUTF8(bankTitle(name.toStdString()).c_str()));
-    const int index = menu.entries.indexOf(currentBank);
-    menu.selectedId = index < 0 ? 1 : index + 1;
+        append(menu, juce::String::fromUTF8(bankTitle(name.toStdString()).c_str()));
+    for (auto i = menu.size(); i-- > 0;)
+        if (menu[i].text == currentBank)
+            selected = static_cast<int>(i);
+    tick(menu, selected);
     return menu;
 }
 

@@ -2,6 +2,7 @@
 // Banks and programs of hosted instruments, and the entries of a layer's menus. Message thread.
 #pragma once
 
+#include "platform/MenuEntries.h"
 #include "platform/UserStore.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -26,30 +27,24 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
 void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
                       const UserStore& store, juce::StringArray& programNames);
 
-/** A menu in plain data: the entries have the ids 1, 2, 3 and so on. */
-struct LayerMenu
-{
-    juce::StringArray entries;
-    /** 0 where none is. */
-    int selectedId = 0;
-    /** What the closed menu shows where that isn't its selected entry; else empty. */
-    juce::String text;
-};
+// Menus have the ids 1, 2, 3 and so on; the entry in use is ticked.
 
 /** "no plugin", then all known instruments in their order. The one called `loadedName` (the name in the
-    layer's parameters) is selected. `missingName` is the instrument that a failed layer was to have,
-    else empty. */
-LayerMenu pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName,
-                     const juce::String& missingName);
+    layer's parameters) is ticked, else "no plugin". */
+MenuEntries pluginMenu(const juce::KnownPluginList& knownPlugins, const juce::String& loadedName);
+
+/** What the closed menu of a layer shows whose instrument, `name`, could not be had. Empty for a name outside
+    the table: the menu then shows its ticked entry. */
+juce::String missingPluginText(const juce::String& name);
 
 /** Programs of the instrument, numbered from 1: its own list, or for instruments that take programs by
-    MIDI the `programNames` of its bank. */
-LayerMenu programMenu(juce::AudioPluginInstance& instance, const juce::String& instrumentName,
-                      const juce::StringArray& programNames);
+    MIDI the `programNames` of its bank. Nothing is ticked where the program in use isn't among them. */
+MenuEntries programMenu(juce::AudioPluginInstance& instance, const juce::String& instrumentName,
+                        const juce::StringArray& programNames);
 
-/** Banks as `listBanks` found them, without file endings. The one called `currentBank` is selected,
-    else * id 1. */
-LayerMenu bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank);
+/** Banks as `listBanks` found them, under their titles. The one called `currentBank` is ticked, else the
+    first. */
+MenuEntries bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank);
 
 /** What an instrument that takes programs by MIDI is sent for entry `id` of its program menu. */
 juce::MidiMessage programSelectMessage(int id);

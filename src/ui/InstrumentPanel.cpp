@@ -14,19 +14,18 @@ namespace
 constexpr float missingGlowRadius = 10.0f;
 constexpr int noParameterId = 999999;
 
-void fill(juce::ComboBox& menu, const LayerMenu& content)
+void fill(juce::ComboBox& menu, const MenuEntries& entries)
 {
     menu.clear(juce::dontSendNotification);
-    int menuId = 1;
 
-    for (const auto& entry : content.entries)
-        // A combo box takes no empty text, which a bank's file name may come to.
-        menu.addItem(entry.isEmpty() ? juce::String(" ") : entry, menuId++);
+    for (const auto& entry : entries)
+    {
+        // A combo box takes no empty text, which a bank's title may be.
+        menu.addItem(entry.text.isEmpty() ? juce::String(" ") : entry.text, entry.id);
 
-    menu.setSelectedId(content.selectedId, juce::dontSendNotification);
-
-    if (content.text.isNotEmpty())
-        menu.setText(content.text, juce::dontSendNotification);
+        if (entry.ticked)
+            menu.setSelectedId(entry.id, juce::dontSendNotification);
+    }
 }
 } // namespace
 
@@ -121,14 +120,17 @@ void InstrumentPanel::fillMenus()
     auto& hosted = instrument();
     known = processor.getKnownPlugins().getTypes();
     const auto name = readParamText(processor, id(layerSlot::pluginNameText), slot::nameTextLength);
-    const auto menu = pluginMenu(processor.getKnownPlugins(), name,
-                                 hosted.isMissing() ? hosted.getMissingPluginName() : juce::String());
-    fill(instrumentMenu, menu);
+    fill(instrumentMenu, pluginMenu(processor.getKnownPlugins(), name));
 
-    if (menu.text.isNotEmpty())
+    if (const auto text = missingPluginText(hosted.getMissingPluginName()); text.isNotEmpty())
+    {
+        instrumentMenu.setText(text, juce::dontSendNotification);
         instrumentMenu.setColour(juce::ComboBox::textColourId, juce::Colours::orange);
+    }
     else
+    {
         instrumentMenu.removeColour(juce::ComboBox::textColourId);
+    }
 
     auto* hostedPlugin = plugin();
 
