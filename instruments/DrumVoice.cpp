@@ -39,79 +39,120 @@ struct Recipe
 /** Mutually inharmonic ratios: a cluster of square waves that hats and bells are made of. */
 constexpr float cluster[] = {1.0f, 1.483f, 1.932f, 2.546f, 2.630f, 3.897f};
 
-Recipe recipeOf(int pad, const Controls& c, bool hard)
+// The recipes of the pads at the kit's settings; `hard` ones are those of the FM kit.
+
+Recipe kickRecipe(const Controls& c, bool hard)
 {
     using namespace drums;
     Recipe r;
+    r.toneEnd = c.value[kickTune];
+    r.toneStart = r.toneEnd * (2.0f + (hard ? 9.0f : 4.0f) * c.value[kickPunch]);
+    r.sweep = hard ? 0.035f : 0.06f;
+    r.toneDecay = c.value[kickDecay];
+    r.toneLevel = 1.0f;
+    r.toneFm = hard ? 0.12f : 0.0f;
+    r.noiseLevel = 0.5f * c.value[kickPunch];
+    r.noiseDecay = 0.015f;
+    r.filter = hard ? 3500.0f : 1800.0f;
+    return r;
+}
+
+Recipe clapRecipe(const Controls& c, bool hard)
+{
+    using namespace drums;
+    Recipe r;
+    r.noiseLevel = 1.3f;
+    r.noiseDecay = c.value[clapDecay];
+    r.filter = hard ? 1700.0f : 1150.0f;
+    r.damping = 0.5f;
+    r.bursts = 3;
+    r.pan = -0.3f;
+    return r;
+}
+
+Recipe snareRecipe(const Controls& c, bool hard)
+{
+    using namespace drums;
+    Recipe r;
+    r.toneEnd = c.value[snareTune];
+    r.toneStart = 1.6f * r.toneEnd;
+    r.sweep = 0.03f;
+    r.toneDecay = 0.7f * c.value[snareDecay];
+    r.toneLevel = 0.65f;
+    r.secondRatio = hard ? 2.21f : 1.59f;
+    r.toneFm = hard ? 0.2f : 0.0f;
+    r.noiseLevel = 1.1f * c.value[snareSnap];
+    r.noiseDecay = c.value[snareDecay];
+    r.filter = hard ? 3800.0f : 2400.0f;
+    r.damping = 1.4f;
+    r.highPass = hard;
+    return r;
+}
+
+Recipe cowbellRecipe(const Controls& c, bool hard)
+{
+    using namespace drums;
+    Recipe r;
+    r.metal = 1.0f;
+    r.metalBase = c.value[bellTune];
+    r.noiseLevel = 1.0f;
+    r.noiseDecay = hard ? 0.35f : 0.5f;
+    r.filter = 2.2f * r.metalBase;
+    r.damping = 0.6f;
+    r.pan = 0.35f;
+    return r;
+}
+
+Recipe hatRecipe(const Controls& c, bool hard, bool open)
+{
+    using namespace drums;
+    Recipe r;
+    r.metal = hard ? 0.95f : 0.7f;
+    r.metalBase = hard ? 610.0f : 420.0f;
+    r.noiseLevel = 0.8f;
+    r.noiseDecay = c.value[hatDecay] * (open ? 7.0f : 1.0f);
+    r.filter = c.value[hatTone];
+    r.damping = 0.9f;
+    r.highPass = true;
+    r.pan = 0.4f;
+    return r;
+}
+
+Recipe tomRecipe(const Controls& c, bool hard, bool high)
+{
+    using namespace drums;
+    Recipe r;
+    r.toneEnd = c.value[tomTune] * (high ? 1.5f : 1.0f);
+    r.toneStart = r.toneEnd * (hard ? 2.6f : 1.7f);
+    r.sweep = hard ? 0.12f : 0.08f;
+    r.toneDecay = c.value[tomDecay];
+    r.toneLevel = 0.95f;
+    r.toneFm = hard ? 0.06f : 0.0f;
+    r.noiseLevel = 0.25f;
+    r.noiseDecay = 0.05f;
+    r.filter = 900.0f;
+    r.pan = high ? 0.25f : -0.45f;
+    return r;
+}
+
+Recipe recipeOf(int pad, const Controls& c, bool hard)
+{
     switch (pad)
     {
     case kick:
-        r.toneEnd = c.value[kickTune];
-        r.toneStart = r.toneEnd * (2.0f + (hard ? 9.0f : 4.0f) * c.value[kickPunch]);
-        r.sweep = hard ? 0.035f : 0.06f;
-        r.toneDecay = c.value[kickDecay];
-        r.toneLevel = 1.0f;
-        r.toneFm = hard ? 0.12f : 0.0f;
-        r.noiseLevel = 0.5f * c.value[kickPunch];
-        r.noiseDecay = 0.015f;
-        r.filter = hard ? 3500.0f : 1800.0f;
-        break;
+        return kickRecipe(c, hard);
     case clap:
-        r.noiseLevel = 1.3f;
-        r.noiseDecay = c.value[clapDecay];
-        r.filter = hard ? 1700.0f : 1150.0f;
-        r.damping = 0.5f;
-        r.bursts = 3;
-        r.pan = -0.3f;
-        break;
+        return clapRecipe(c, hard);
     case snare:
-        r.toneEnd = c.value[snareTune];
-        r.toneStart = 1.6f * r.toneEnd;
-        r.sweep = 0.03f;
-        r.toneDecay = 0.7f * c.value[snareDecay];
-        r.toneLevel = 0.65f;
-        r.secondRatio = hard ? 2.21f : 1.59f;
-        r.toneFm = hard ? 0.2f : 0.0f;
-        r.noiseLevel = 1.1f * c.value[snareSnap];
-        r.noiseDecay = c.value[snareDecay];
-        r.filter = hard ? 3800.0f : 2400.0f;
-        r.damping = 1.4f;
-        r.highPass = hard;
-        break;
+        return snareRecipe(c, hard);
     case cowbell:
-        r.metal = 1.0f;
-        r.metalBase = c.value[bellTune];
-        r.noiseLevel = 1.0f;
-        r.noiseDecay = hard ? 0.35f : 0.5f;
-        r.filter = 2.2f * r.metalBase;
-        r.damping = 0.6f;
-        r.pan = 0.35f;
-        break;
+        return cowbellRecipe(c, hard);
     case closedHat:
     case openHat:
-        r.metal = hard ? 0.95f : 0.7f;
-        r.metalBase = hard ? 610.0f : 420.0f;
-        r.noiseLevel = 0.8f;
-        r.noiseDecay = c.value[hatDecay] * (pad == openHat ? 7.0f : 1.0f);
-        r.filter = c.value[hatTone];
-        r.damping = 0.9f;
-        r.highPass = true;
-        r.pan = 0.4f;
-        break;
+        return hatRecipe(c, hard, pad == openHat);
     default:
-        r.toneEnd = c.value[tomTune] * (pad == highTom ? 1.5f : 1.0f);
-        r.toneStart = r.toneEnd * (hard ? 2.6f : 1.7f);
-        r.sweep = hard ? 0.12f : 0.08f;
-        r.toneDecay = c.value[tomDecay];
-        r.toneLevel = 0.95f;
-        r.toneFm = hard ? 0.06f : 0.0f;
-        r.noiseLevel = 0.25f;
-        r.noiseDecay = 0.05f;
-        r.filter = 900.0f;
-        r.pan = pad == highTom ? 0.25f : -0.45f;
-        break;
+        return tomRecipe(c, hard, pad == highTom);
     }
-    return r;
 }
 
 class DrumVoice

@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <new>
+#include <optional>
 
 #if defined(_WIN32)
 #define OSTRAND_EXPORT extern "C" __declspec(dllexport)
@@ -80,13 +81,23 @@ t_fstPtrInt answerCanDo(const char* what)
     return -1;
 }
 
-t_fstPtrInt dispatchUnguarded(AEffect* effect, int opcode, int index, t_fstPtrInt value, void* data,
-                              float option)
+/** What the host asks: the arguments of the dispatcher. */
+struct Call
 {
-    constexpr std::size_t shortText = 8, programText = programNameSize + 1, nameText = 64, parameterText = 24;
-    auto& plugin = pluginOf(effect);
+    int opcode;
+    int index;
+    t_fstPtrInt value;
+    void* data;
+    float option;
+};
+
+/** A group of opcodes; none for an opcode that isn't in it. */
+using Answer = std::optional<t_fstPtrInt>;
+
+Answer answerLifeAndSound(Plugin& plugin, const Call& call)
+{
     auto& instrument = plugin.instrument;
-    switch (opcode)
+    switch (call.opcode)
     {
     case effOpen:
         instrument.open();
@@ -94,94 +105,150 @@ t_fstPtrInt dispatchUnguarded(AEffect* effect, int opcode, int index, t_fstPtrIn
     case effClose:
         delete &plugin;
         return 0;
-    case effSetProgram:
-        instrument.selectProgram(static_cast<int>(value));
-        return 0;
-    case effGetProgram:
-        return instrument.currentProgram();
-    case effSetProgramName:
-        if (data != nullptr)
-            instrument.renameProgram(std::string(static_cast<const char*>(data)));
-        return 0;
-    case effGetProgramName:
-        giveText(data, instrument.programName(instrument.currentProgram()), programText);
-        tellOfChanges(plugin);
-        return 0;
-    case effGetProgramNameIndexed:
-        if (index < 0 || index >= instrument.numPrograms())
-            return 0;
-        giveText(data, instrument.programName(index), programText);
-        tellOfChanges(plugin);
-        return 1;
-    case effGetParamLabel:
-        giveText(data, instrument.parameterUnit(index), shortText);
-        return 0;
-    case effGetParamDisplay:
-        giveText(data, instrument.parameterText(index), shortText);
-        return 0;
-    case effGetParamName:
-        giveText(data, instrument.parameterName(index), parameterText);
-        return 0;
-    case effCanBeAutomated:
-        return liveParameterAt(instrument.info(), index) >= 0 ? 1 : 0;
     case effSetSampleRate:
-        instrument.prepare(static_cast<double>(option));
+        instrument.prepare(static_cast<double>(call.option));
         return 0;
     case effMainsChanged:
         instrument.silence();
         return 0;
-    case effIdentify:
-        return 0x4e764566; // "NvEf"
-    case effGetChunk:
-        if (data == nullptr)
-            return 0;
-        plugin.chunk = instrument.state(index == 1);
-        *static_cast<void**>(data) = plugin.chunk.data();
-        return static_cast<t_fstPtrInt>(plugin.chunk.size());
-    case effSetChunk:
-        if (data == nullptr || value <= 0)
-            return 0;
-        return instrument.setState(static_cast<const std::uint8_t*>(data), static_cast<std::size_t>(value),
-                                   index == 1)
-                   ? 1
-                   : 0;
     case effProcessEvents:
-        queueEvents(plugin, static_cast<const VstEvents*>(data));
+        queueEvents(plugin, static_cast<const VstEvents*>(call.data));
         return 1;
-    case effGetOutputProperties:
-        if (index < 0 || index > 1 || data == nullptr)
-            return 0;
-        {
-            auto& pin = *static_cast<VstPinProperties*>(data);
-            pin = {};
-            giveText(pin.label, index == 0 ? "Left" : "Right", sizeof(pin.label));
-            giveText(pin.shortLabel, index == 0 ? "L" : "R", sizeof(pin.shortLabel));
-            pin.flags = 3; // active, first of a stereo pair
-            pin.arrangementType = kSpeakerArrStereo;
-        }
-        return 1;
-    case effGetPlugCategory:
-        return kPlugCategSynth;
-    case effGetEffectName:
-    case effGetProductString:
-        giveText(data, instrument.name(), nameText);
-        return 1;
-    case effGetVendorString:
-        giveText(data, "Ostrand", nameText);
-        return 1;
-    case effGetVendorVersion:
-        return vendorVersion;
-    case effCanDo:
-        return answerCanDo(static_cast<const char*>(data));
-    case effGetVstVersion:
-        return kVstVersion;
     case effEditIdle:
     case effIdle:
         tellOfChanges(plugin);
         return 0;
     default:
-        return 0;
+        return {};
     }
+}
+
+Answer answerPrograms(Plugin& plugin, const Call& call)
+{
+    constexpr std::size_t programText = programNameSize + 1;
+    auto& instrument = plugin.instrument;
+    switch (call.opcode)
+    {
+    case effSetProgram:
+        instrument.selectProgram(static_cast<int>(call.value));
+        return 0;
+    case effGetProgram:
+        return instrument.currentProgram();
+    case effSetProgramName:
+        if (call.data != nullptr)
+            instrument.renameProgram(std::string(static_cast<const char*>(call.data)));
+        return 0;
+    case effGetProgramName:
+        giveText(call.data, instrument.programName(instrument.currentProgram()), programText);
+        tellOfChanges(plugin);
+        return 0;
+    case effGetProgramNameIndexed:
+        if (call.index < 0 || call.index >= instrument.numPrograms())
+            return 0;
+        giveText(call.data, instrument.programName(call.index), programText);
+        tellOfChanges(plugin);
+        return 1;
+    default:
+        return {};
+    }
+}
+
+Answer answerParameters(Plugin& plugin, const Call& call)
+{
+    constexpr std::size_t shortText = 8, nameText = 24;
+    const auto& instrument = plugin.instrument;
+    switch (call.opcode)
+    {
+    case effGetParamLabel:
+        giveText(call.data, instrument.parameterUnit(call.index), shortText);
+        return 0;
+    case effGetParamDisplay:
+        giveText(call.data, instrument.parameterText(call.index), shortText);
+        return 0;
+    case effGetParamName:
+        giveText(call.data, instrument.parameterName(call.index), nameText);
+        return 0;
+    case effCanBeAutomated:
+        return liveParameterAt(instrument.info(), call.index) >= 0 ? 1 : 0;
+    default:
+        return {};
+    }
+}
+
+Answer answerState(Plugin& plugin, const Call& call)
+{
+    const bool programOnly = call.index == 1;
+    switch (call.opcode)
+    {
+    case effIdentify:
+        return 0x4e764566; // "NvEf"
+    case effGetChunk:
+        if (call.data == nullptr)
+            return 0;
+        plugin.chunk = plugin.instrument.state(programOnly);
+        *static_cast<void**>(call.data) = plugin.chunk.data();
+        return static_cast<t_fstPtrInt>(plugin.chunk.size());
+    case effSetChunk:
+        if (call.data == nullptr || call.value <= 0)
+            return 0;
+        return plugin.instrument.setState(static_cast<const std::uint8_t*>(call.data),
+                                          static_cast<std::size_t>(call.value), programOnly)
+                   ? 1
+                   : 0;
+    default:
+        return {};
+    }
+}
+
+t_fstPtrInt describeOutput(int index, void* data)
+{
+    if (index < 0 || index > 1 || data == nullptr)
+        return 0;
+    auto& pin = *static_cast<VstPinProperties*>(data);
+    pin = {};
+    giveText(pin.label, index == 0 ? "Left" : "Right", sizeof(pin.label));
+    giveText(pin.shortLabel, index == 0 ? "L" : "R", sizeof(pin.shortLabel));
+    pin.flags = 3; // active, first of a stereo pair
+    pin.arrangementType = kSpeakerArrStereo;
+    return 1;
+}
+
+Answer answerIdentity(Plugin& plugin, const Call& call)
+{
+    constexpr std::size_t nameText = 64;
+    switch (call.opcode)
+    {
+    case effGetOutputProperties:
+        return describeOutput(call.index, call.data);
+    case effGetPlugCategory:
+        return kPlugCategSynth;
+    case effGetEffectName:
+    case effGetProductString:
+        giveText(call.data, plugin.instrument.name(), nameText);
+        return 1;
+    case effGetVendorString:
+        giveText(call.data, "Ostrand", nameText);
+        return 1;
+    case effGetVendorVersion:
+        return vendorVersion;
+    case effCanDo:
+        return answerCanDo(static_cast<const char*>(call.data));
+    case effGetVstVersion:
+        return kVstVersion;
+    default:
+        return {};
+    }
+}
+
+t_fstPtrInt dispatchUnguarded(Plugin& plugin, const Call& call)
+{
+    for (auto* group : {answerLifeAndSound, answerPrograms, answerParameters, answerState, answerIdentity})
+    {
+        // The plug-in may be gone after an answer.
+        if (const auto answer = group(plugin, call))
+            return *answer;
+    }
+    return 0;
 }
 
 /** No exception (out of memory, a file system's) may reach the host. */
@@ -192,7 +259,7 @@ t_fstPtrInt dispatch(AEffect* effect, int opcode, int index, t_fstPtrInt value, 
         return 0;
     try
     {
-        return dispatchUnguarded(effect, opcode, index, value, data, option);
+        return dispatchUnguarded(pluginOf(effect), {opcode, index, value, data, option});
     }
     catch (const std::exception&)
     {
