@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/RowGrid.h"
 
+#include "ui/myLookAndFeel.h"
+
 #include <cmath>
 
 namespace quorel
@@ -10,9 +12,6 @@ namespace
 {
 constexpr int textInset = 5;
 constexpr float fontHeight = 12.0f;
-constexpr int barMargin = 5;
-constexpr float barThickness = 8.0f;
-constexpr double shortestThumb = 30.0;
 constexpr int rowsPerWheelStep = 3;
 
 const juce::Colour textColour = juce::Colours::grey;
@@ -22,8 +21,6 @@ const juce::Colour lastClickColour{0xffd3d3d3};
 const juce::Colour currentColour = juce::Colours::white;
 const juce::Colour selectedFill{0xff404040};
 const juce::Colour cursorColour{0xffc38a00};
-const juce::Colour trackColour{0x30ffffff};
-const juce::Colour thumbColour{0xff808080};
 } // namespace
 
 /** What screen readers hear: the entry under the keyboard's cursor, or the one in force. */
@@ -55,14 +52,21 @@ RowGrid::RowGrid(RowGridLayout gridLayout)
     setWantsKeyboardFocus(true);
     setMouseClickGrabsKeyboardFocus(false);
     setHasFocusOutline(true);
+    bar.addListener(this);
+    addAndMakeVisible(bar);
 }
 
 void RowGrid::setLayout(RowGridLayout gridLayout)
 {
     const int step = currentStep();
     layout = gridLayout;
+    resized();
     setStep(step);
-    repaint();
+}
+
+void RowGrid::resized()
+{
+    bar.setBounds(getLocalBounds().withTop(layout.barTop));
 }
 
 void RowGrid::entriesChanged()
@@ -95,6 +99,51 @@ void RowGrid::entriesChanged()
 //==============================================================================================================
 // Scrolling
 
+RowGrid::Bar::Bar(const RowGrid& rowGrid)
+    : juce::ScrollBar(false)
+    , grid(rowGrid)
+{
+    setMouseClickGrabsKeyboardFocus(false);
+    // Moving the list's cursor scrolls it, so the keyboard has no use for the bar.
+    setAccessible(false);
+}
+
+void RowGrid::Bar::setLengths(int total, int inView)
+{
+    entriesInView = inView;
+    travel = juce::jmax(0, total - inView);
+    setRangeLimits(0.0, total, juce::dontSendNotification);
+}
+
+double RowGrid::Bar::getPosition() const
+{
+    return travel > 0 ? getCurrentRangeStart() / travel : 0.0;
+}
+
+void RowGrid::Bar::setPosition(double position)
+{
+    setCurrentRange(position * travel, entriesInView);
+}
+
+void RowGrid::Bar::mouseDown(const juce::MouseEvent& event)
+{
+    mouseDrag(event);
+}
+
+void RowGrid::Bar::mouseDrag(const juce::MouseEvent& event)
+{
+    if (grid.isLocked() || event.mods.isPopupMenu())
+        return;
+
+    constexpr int margin = myLookAndFeel::scrollBarMargin;
+    setPosition(static_cast<double>(event.x - margin) / (getWidth() - 2 * margin));
+}
+
+void RowGrid::Bar::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
+{
+    juce::Component::mouseWheelMove(event, wheel);
+}
+
 int RowGrid::maxStep() const
 {
     const int count = numEntries();
@@ -105,29 +154,19 @@ int RowGrid::maxStep() const
     return layout.scrollUnit == 1 ? count - 1 : count / layout.scrollUnit;
 }
 
-double RowGrid::barWidth() const
-{
-    return juce::jmax(1, getWidth() - 2 * barMargin);
-}
-
 int RowGrid::currentStep() const
 {
-    const int step = static_cast<int>(maxStep() * scroll / barWidth());
+    const int step = static_cast<int>(maxStep() * bar.getPosition());
     // A list of whole columns ends with the last of them.
     return juce::jlimit(0, juce::jmax(0, (numEntries() - 1) / layout.scrollUnit), step);
 }
 
 void RowGrid::setStep(int step)
 {
+    bar.setLengths(numEntries(), visibleEntries());
     const int last = maxStep();
     // The middle of the step's own part of the bar.
-    scroll = last == 0 ? 0.0 : juce::jmin(1.0, (juce::jlimit(0, last, step) + 0.5) / last) * barWidth();
-    repaint();
-}
-
-void RowGrid::scrollTo(int x)
-{
-    scroll = juce::jlimit(0.0, barWidth(), static_cast<double>(x - barMargin));
+    bar.setPosition(last == 0 ? 0.0 : juce::jmin(1.0, (juce::jlimit(0, last, step) + 0.5) / last));
     repaint();
 }
 
@@ -205,22 +244,6 @@ void RowGrid::paint(juce::Graphics& g)
             g.drawRect(box.withTrimmedLeft(-3));
         }
     }
-
-    const int last = maxStep();
-
-    if (last == 0)
-        return;
-
-    const double width = barWidth();
-    const double thumb = juce::jlimit(shortestThumb, width, width * visibleEntries() / numEntries());
-    const double left = juce::jlimit(0.0, width - thumb, scroll - thumb / 2);
-    const float y = static_cast<float>(layout.barTop + getHeight()) / 2.0f - barThickness / 2.0f;
-    g.setColour(trackColour);
-    g.fillRoundedRectangle(static_cast<float>(barMargin), y, static_cast<float>(width), barThickness,
-                           barThickness / 2.0f);
-    g.setColour(thumbColour);
-    g.fillRoundedRectangle(static_cast<float>(barMargin + left), y, static_cast<float>(thumb), barThickness,
-                           barThickness / 2.0f);
 }
 
 //==============================================================================================================
@@ -231,16 +254,6 @@ void RowGrid::mouseDown(const juce::MouseEvent& event)
     if (isLocked() || event.mods.isPopupMenu())
         return;
 
-    if (event.y >= layout.barTop)
-    {
-        dragging = maxStep() > 0;
-
-        if (dragging)
-            scrollTo(event.x);
-
-        return;
-    }
-
     const int index = entryAt(event.getPosition());
 
     if (index < 0)
@@ -250,17 +263,6 @@ void RowGrid::mouseDown(const juce::MouseEvent& event)
     cursor = index;
     repaint();
     entryClicked(index, event.mods);
-}
-
-void RowGrid::mouseDrag(const juce::MouseEvent& event)
-{
-    if (dragging)
-        scrollTo(event.x);
-}
-
-void RowGrid::mouseUp(const juce::MouseEvent&)
-{
-    dragging = false;
 }
 
 void RowGrid::setHovered(int index)

@@ -22,32 +22,30 @@ struct RowGridLayout
     int scrollUnit;
 };
 
-/** A list of any length in columns, drawn row by row as far as it is in view, so that ten thousand entries
-   cost what a screenful does. It scrolls by its bar and by the wheel. With the keyboard focus, Left and Right
-   go from entry to entry, Page up and down by a column, Home and End to the ends; Return is a click, the
-   space bar one with Ctrl. Message thread. */
-class RowGrid : public juce::Component
+/** A list of any length in columns. Only what is in view is drawn, so ten thousand entries cost what a
+    screenful does. It scrolls by its bar and by the wheel. With the keyboard focus, Left and Right go from
+    entry to entry, Page Up and Page Down by a column, Home and End to the ends; Return is a click, the space
+    bar one with Ctrl. Message thread. */
+class RowGrid : public juce::Component, private juce::ScrollBar::Listener
 {
 public:
     explicit RowGrid(RowGridLayout gridLayout);
 
     void setLayout(RowGridLayout gridLayout);
 
-    /** The list has changed, or another entry is the current one, which comes into view if it is another than
-        before. */
+    /** The list has changed, or another entry has become the current one: that entry is brought into view. */
     void entriesChanged();
 
-    /** Entry that stands at the top left. */
+    /** The entry at the top left. */
     int firstVisible() const;
-    /** Entry at a place of the component; -1 where there is none. */
+    /** The entry at a position within the component; -1 where there is none. */
     int entryAt(juce::Point<int> position) const;
-    /** Where an entry stands; empty while it is out of view. */
+    /** Bounds of an entry; empty while it is out of view. */
     juce::Rectangle<int> boundsOf(int index) const;
 
+    void resized() override;
     void paint(juce::Graphics& g) override;
     void mouseDown(const juce::MouseEvent& event) override;
-    void mouseDrag(const juce::MouseEvent& event) override;
-    void mouseUp(const juce::MouseEvent& event) override;
     void mouseMove(const juce::MouseEvent& event) override;
     void mouseExit(const juce::MouseEvent& event) override;
     void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
@@ -58,37 +56,58 @@ public:
 
 protected:
     virtual int numEntries() const = 0;
-    /** 0 to `numEntries()` - 1, as in all that follows. */
+    /** `index` is 0 to `numEntries()` - 1, here and below. */
     virtual juce::String entryText(int index) const = 0;
-    /** The entry that is in force; -1 for none. */
+    /** The entry in force; -1 for none. */
     virtual int currentEntry() const = 0;
 
     virtual bool isCurrent(int index) const { return index == currentEntry(); }
 
     virtual bool isSelected(int index) const = 0;
     virtual void entryClicked(int index, const juce::ModifierKeys& modifiers) = 0;
-    /** Clicks are to do nothing. */
+    /** While true, clicks do nothing. */
     virtual bool isLocked() const = 0;
 
 private:
     class ListText;
+
+    /** Goes straight to where the mouse presses it, and leaves the wheel to the list. */
+    class Bar : public juce::ScrollBar
+    {
+    public:
+        explicit Bar(const RowGrid& rowGrid);
+
+        /** The list's length in entries, and how many of them are in view. */
+        void setLengths(int total, int inView);
+        /** 0 at the start of the list, 1 at its end. */
+        double getPosition() const;
+        void setPosition(double position);
+
+        void mouseDown(const juce::MouseEvent& event) override;
+        void mouseDrag(const juce::MouseEvent& event) override;
+        void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
+
+    private:
+        const RowGrid& grid;
+        int entriesInView = 0;
+        /** How far the first entry in view can move. */
+        int travel = 0;
+    };
+
+    void scrollBarMoved(juce::ScrollBar*, double) override { repaint(); }
 
     int maxStep() const;
     int currentStep() const;
 
     int visibleEntries() const noexcept { return layout.columns * layout.rows; }
 
-    double barWidth() const;
     void setStep(int step);
-    void scrollTo(int x);
     void bringIntoView(int index);
     void moveCursor(int index);
     void setHovered(int index);
 
     RowGridLayout layout;
-    /** Pixels along the bar. */
-    double scroll = 0.0;
-    bool dragging = false;
+    Bar bar{*this};
     int lastClick = -1;
     int hovered = -1;
     int cursor = 0;

@@ -36,6 +36,8 @@ const juce::Colour brightText{0xffc0c0c0};
 constexpr float selectionAlpha = 0.4f;
 constexpr float informationAlpha = 0.65f;
 
+constexpr float scrollBarThickness = 8.0f;
+
 constexpr float focusLine = 1.5f;
 constexpr float focusCorner = 3.0f;
 
@@ -93,6 +95,8 @@ void myLookAndFeel::setColours()
     setColour(juce::PopupMenu::textColourId, grey.withAlpha(textAlpha));
     setColour(juce::PopupMenu::highlightedBackgroundColourId, juce::Colour(0xff303030));
     setColour(juce::PopupMenu::highlightedTextColourId, juce::Colours::white);
+    setColour(juce::ScrollBar::trackColourId, juce::Colour(0x30ffffff));
+    setColour(juce::ScrollBar::thumbColourId, grey);
     setColour(juce::AlertWindow::backgroundColourId, juce::Colours::black);
     setColour(juce::AlertWindow::textColourId, grey.withAlpha(textAlpha));
 
@@ -197,6 +201,24 @@ void myLookAndFeel::positionComboBoxText(juce::ComboBox& box, juce::Label& label
         label.setBounds(1, 3, box.getWidth() - 2, box.getHeight() - 4);
     }
     label.setFont(font);
+}
+
+void myLookAndFeel::drawScrollbar(juce::Graphics& g, juce::ScrollBar& bar, int x, int y, int width,
+                                  int height, bool isVertical, int thumbStart, int thumbSize, bool, bool)
+{
+    // The base class places the thumb on the whole bar.
+    const auto length = static_cast<float>(isVertical ? height : width);
+    const float scale = 1.0f - 2.0f * scrollBarMargin / length;
+    const float start = scrollBarMargin + static_cast<float>(thumbStart) * scale;
+    const float size = static_cast<float>(thumbSize) * scale;
+    const auto area = juce::Rectangle<int>(x, y, width, height).toFloat();
+    const auto track = isVertical ? area.withSizeKeepingCentre(scrollBarThickness, area.getHeight() * scale)
+                                  : area.withSizeKeepingCentre(area.getWidth() * scale, scrollBarThickness);
+    const auto thumb = isVertical ? track.withY(start).withHeight(size) : track.withX(start).withWidth(size);
+    g.setColour(bar.findColour(juce::ScrollBar::trackColourId));
+    g.fillRoundedRectangle(track, scrollBarThickness / 2.0f);
+    g.setColour(bar.findColour(juce::ScrollBar::thumbColourId));
+    g.fillRoundedRectangle(thumb, scrollBarThickness / 2.0f);
 }
 
 void myLookAndFeel::drawLabel(juce::Graphics& g, juce::Label& label)

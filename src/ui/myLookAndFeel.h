@@ -35,6 +35,16 @@ public:
     juce::Font getComboBoxFont(juce::ComboBox& box) override;
     void positionComboBoxText(juce::ComboBox& box, juce::Label& label) override;
 
+    /** Room between the ends of a scroll bar and those of its track, in pixels. */
+    static constexpr int scrollBarMargin = 5;
+
+    /** A thin rounded track, and the thumb on it. */
+    void drawScrollbar(juce::Graphics& g, juce::ScrollBar& bar, int x, int y, int width, int height,
+                       bool isVertical, int thumbStart, int thumbSize, bool isMouseOver,
+                       bool isMouseDown) override;
+
+    int getMinimumScrollbarThumbSize(juce::ScrollBar&) override { return 30; }
+
     /** Text fitted into its box; from 26 pixels of height on, up to three small lines from the top left. */
     void drawLabel(juce::Graphics& g, juce::Label& label) override;
 

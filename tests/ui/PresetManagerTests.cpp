@@ -172,12 +172,18 @@ TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
 {
     auto& grid = shown<tarnPresetManager>();
     EXPECT_EQ(grid.firstVisible(), 0);
+    juce::ScrollBar* bar = nullptr;
+
+    for (auto* child : grid.getChildren())
+        bar = dynamic_cast<juce::ScrollBar*>(child);
+
+    ASSERT_TRUE(bar != nullptr && bar->isShowing());
     // 200 presets are five columns and ten.
-    window->click(grid, {grid.getWidth() - 2, 590});
+    window->click(*bar, {bar->getWidth() - 2, 10});
     EXPECT_EQ(grid.firstVisible(), 5 * 38);
     window->wheel(grid, {100, 100}, 0.25f);
     EXPECT_EQ(grid.firstVisible(), 4 * 38);
-    window->drag(grid, {grid.getWidth() - 10, 590}, {3, 590});
+    window->drag(*bar, {bar->getWidth() - 10, 10}, {-3, 10});
     EXPECT_EQ(grid.firstVisible(), 0);
     window->wheel(grid, {100, 100}, -0.25f);
     EXPECT_EQ(grid.firstVisible(), 38);
