@@ -3,6 +3,7 @@
 
 #include "engine/EcsMenu.h"
 #include "platform/PlatformSeam.h"
+#include "platform/Version.h"
 #include "ui/EditorScale.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
@@ -17,7 +18,6 @@ constexpr float labelFontHeight = 13.0f;
 constexpr int pathMargin = 4;
 constexpr const char* productText = "Ostrand QUOREL   ";
 constexpr const char* sizeText = "Window Size";
-constexpr const char* versionNumber = "1.0.2";
 } // namespace
 
 BackScreenView::Caption::Caption(juce::Rectangle<int> bounds, const juce::String& text,
@@ -55,7 +55,7 @@ BackScreenView::BackScreenView(PluginProcessor& pluginProcessor, EditorHost& edi
     addAndMakeVisible(toFront);
 
     setUpLabel(version, geometry::back::version, "Version", juce::Colours::black);
-    version.setText(productText + versionText() + " " + versionNumber, juce::dontSendNotification);
+    version.setText(productText + versionText() + " " + productVersion, juce::dontSendNotification);
     setUpLabel(scanStatus, geometry::back::rescanStatus, "Scan status", juce::Colours::black);
     setUpLabel(folderPath, geometry::back::folderPath, "Plug-in folder", juce::Colours::grey);
     folderPath.setColour(juce::Label::backgroundColourId, juce::Colours::black);

@@ -4,6 +4,7 @@
 
 #include "engine/EcsMenu.h"
 #include "parameters/ParameterCodings.h"
+#include "platform/Version.h"
 #include "ui/BackScreenView.h"
 
 #include <gtest/gtest.h>
@@ -59,7 +60,7 @@ TEST_F(BackPanelTest, ControlsStandInPlaceAndTheGroundTurnsToTheFront)
 {
     EXPECT_EQ(view.getName(), "Back Panel View");
     EXPECT_EQ(view.getBounds().withZeroOrigin(), juce::Rectangle<int>(1110, 786));
-    EXPECT_EQ(text("Version"), "Ostrand QUOREL   " + versionText() + " 1.0.2");
+    EXPECT_EQ(text("Version"), "Ostrand QUOREL   " + versionText() + " " + productVersion);
     EXPECT_TRUE(text("Version").contains("64 Bits version"));
     EXPECT_EQ(text("Plug-in folder"), folderSetting());
 
