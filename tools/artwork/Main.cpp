@@ -3,19 +3,15 @@
 #include "ImageBlock.h"
 #include "Lettering.h"
 
+#include "common/Tool.h"
+
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <juce_gui_basics/juce_gui_basics.h>
 
 namespace quorel::artwork
 {
 namespace
 {
-
-juce::File fileOf(const std::string& path)
-{
-    return juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(path.c_str()));
-}
 
 /** Writes the named files as C arrays, `name=path` each. */
 void writeArrays(const juce::File& output, const std::vector<std::string>& parts)
@@ -45,23 +41,25 @@ struct Options
     std::vector<std::string> parts;
 };
 
-void work(const Options& options)
+int work(const Options& options)
 {
     if (!options.arrays.empty())
-        return writeArrays(fileOf(options.arrays), options.parts);
+    {
+        writeArrays(fileOf(options.arrays), options.parts);
+        return exitFine;
+    }
 
-    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     setTypefaces(fileOf(options.regular), fileOf(options.bold), fileOf(options.condensed));
     const auto block = drawImageBlock(options.loose.empty() ? juce::File() : fileOf(options.loose));
     if (!fileOf(options.output).replaceWithData(block.getData(), block.getSize()))
         throw std::runtime_error("cannot write " + options.output);
+    return exitFine;
 }
 
 } // namespace
 } // namespace quorel::artwork
 
 int main(int argc, char** argv)
-try
 {
     CLI::App app("Draws the images of Quorel's editor", "quorel-artwork");
     quorel::artwork::Options options;
@@ -73,13 +71,5 @@ try
     app.add_option("--arrays", options.arrays,
                    "instead, write the files that follow to this one as C arrays");
     app.add_option("parts", options.parts, "name=path of each array");
-    CLI11_PARSE(app, argc, argv);
-    quorel::artwork::work(options);
-    return 0;
-}
-
-catch (const std::exception& error)
-{
-    std::fprintf(stderr, "quorel-artwork: %s\n", error.what());
-    return 1;
+    return quorel::runTool(app, argc, argv, [&options] { return quorel::artwork::work(options); });
 }

@@ -7,8 +7,10 @@
 // second instrument.
 #include "Score.h"
 
+#include "common/Tool.h"
+
+#include <CLI/CLI.hpp>
 #include <array>
-#include <iostream>
 #include <vector>
 
 namespace quorel::demo
@@ -181,7 +183,7 @@ juce::MidiMessageSequence conductor()
     return sequence;
 }
 
-bool write(const juce::File& file)
+int write(const juce::File& file)
 {
     Track bass("Bass", 1), chords("Chords", 2), tune("Tune", 3), drums("Drums", 4);
     writeBass(bass);
@@ -198,21 +200,17 @@ bool write(const juce::File& file)
         song.addTrack(track->sequence());
     }
     juce::MemoryOutputStream bytes;
-    return song.writeTo(bytes) && file.replaceWithData(bytes.getData(), bytes.getDataSize());
+    if (!song.writeTo(bytes) || !file.replaceWithData(bytes.getData(), bytes.getDataSize()))
+        throw ToolFailure("cannot write " + file.getFullPathName());
+    return exitFine;
 }
 } // namespace
 } // namespace quorel::demo
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
-    {
-        std::cerr << "usage: quorel-demosong FILE.mid\n";
-        return 2;
-    }
-    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(juce::String::fromUTF8(argv[1]));
-    if (quorel::demo::write(file))
-        return 0;
-    std::cerr << "quorel-demosong: cannot write " << file.getFullPathName() << '\n';
-    return 1;
+    std::string file;
+    CLI::App app("Writes the demo song.", "quorel-demosong");
+    app.add_option("file", file, "Standard MIDI File to write")->required()->type_name("FILE.mid");
+    return quorel::runTool(app, argc, argv, [&file] { return quorel::demo::write(quorel::fileOf(file)); });
 }

@@ -6,18 +6,14 @@
 #include "PresetCheck.h"
 #include "PresetEditing.h"
 
+#include "common/Tool.h"
+
 #include <juce_core/juce_core.h>
 
 #include <vector>
 
 namespace quorel
 {
-
-constexpr int exitFine = 0;
-/** Something could not be done, or is wrong with a preset. */
-constexpr int exitFailed = 1;
-/** The command line makes no sense; nothing was done. */
-constexpr int exitUsage = 2;
 
 /** The library of one user. */
 struct PresetCollection

@@ -2,34 +2,23 @@
 // quorel-presets: the user's preset library from the command line.
 #include "Commands.h"
 
-#include "common/QuietLogger.h"
+#include "common/Tool.h"
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>
-#include <iostream>
 
 namespace quorel
 {
 namespace
 {
-juce::String textOf(const std::string& text)
-{
-    return juce::String::fromUTF8(text.c_str());
-}
-
 juce::StringArray textsOf(const std::vector<std::string>& texts)
 {
     juce::StringArray all;
     for (const auto& text : texts)
         all.add(textOf(text));
     return all;
-}
-
-juce::File fileOf(const std::string& path)
-{
-    return juce::File::getCurrentWorkingDirectory().getChildFile(textOf(path));
 }
 
 /** Everything that the command line can say, and the command that it asks for. */
@@ -189,39 +178,13 @@ private:
     CLI::App app{"The preset library of Quorel.", "quorel-presets"};
 };
 
-int run(int argc, char** argv)
-{
-    Arguments arguments;
-    CommandLine commandLine(arguments);
-    try
-    {
-        commandLine.parser().parse(argc, argv);
-    }
-    catch (const CLI::Success& answer)
-    {
-        return commandLine.parser().exit(answer);
-    }
-    catch (const CLI::ParseError& error)
-    {
-        std::cerr << "quorel-presets: " << error.what() << " (see --help)" << std::endl;
-        return exitUsage;
-    }
-
-    const QuietLogger quietLogger;
-    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-    return arguments.command(arguments.collection());
-}
 } // namespace
 } // namespace quorel
 
 int main(int argc, char** argv)
 {
-    try
-    {
-        return quorel::run(argc, argv);
-    }
-    catch (const std::exception& error)
-    {
-        return quorel::failWith(juce::String::fromUTF8(error.what()));
-    }
+    quorel::Arguments arguments;
+    quorel::CommandLine commandLine(arguments);
+    return quorel::runTool(commandLine.parser(), argc, argv,
+                           [&arguments] { return arguments.command(arguments.collection()); });
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quorel-render: a Standard MIDI File or a sound file through a sound, as fast as the machine can, to WAV or
 // FLAC.
+#include "CommandLine.h"
 #include "OfflineRender.h"
-#include "RenderOptions.h"
 #include "SoundSetup.h"
 
 #include "common/ConsoleInteraction.h"
-#include "common/QuietLogger.h"
+#include "common/Tool.h"
 #include "platform/PlatformSeam.h"
 
 #include <iostream>
@@ -147,25 +147,21 @@ juce::Result work(const RenderOptions& options)
         return render(*processor, options, song, std::move(input), *file);
     return options.savePreset != juce::File() ? saveOnly(*processor, options, song) : juce::Result::ok();
 }
-
-int run(int argc, char** argv)
-{
-    RenderOptions options;
-    int exitCode = 0;
-    if (!parseCommandLine(argc, argv, options, exitCode))
-        return exitCode;
-
-    const QuietLogger quietLogger;
-    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-    const auto result = work(options);
-    if (result.failed())
-        std::cerr << toolName << ": " << result.getErrorMessage() << std::endl;
-    return result.wasOk() ? 0 : 1;
-}
 } // namespace
 } // namespace quorel
 
 int main(int argc, char** argv)
 {
-    return quorel::run(argc, argv);
+    using namespace quorel;
+
+    CommandLine commandLine;
+    RenderOptions options;
+    return runTool(
+        commandLine.parser(), [&] { options = commandLine.parse(argc, argv); },
+        [&options]
+        {
+            if (const auto result = work(options); result.failed())
+                throw ToolFailure(result.getErrorMessage());
+            return exitFine;
+        });
 }

@@ -80,8 +80,4 @@ juce::Result parseParameterChoice(const juce::String& text, ParameterChoice& cho
    anything else is "Folder/Name". */
 juce::Result parsePresetChoice(const juce::String& text, PresetChoice& choice);
 
-/** Reads the command line. True where there is work to do; otherwise `exitCode` is what the program ends
-   with, help or a line on the standard error stream having been printed. */
-bool parseCommandLine(int argc, const char* const* argv, RenderOptions& options, int& exitCode);
-
 } // namespace quorel

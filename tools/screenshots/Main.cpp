@@ -5,7 +5,7 @@
 #include "Scenes.h"
 
 #include "common/ConsoleInteraction.h"
-#include "common/QuietLogger.h"
+#include "common/Tool.h"
 #include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
@@ -16,8 +16,6 @@ namespace quorel
 namespace
 {
 constexpr const char* toolName = "quorel-screenshots";
-constexpr int exitFailed = 1;
-constexpr int exitUsage = 2;
 
 struct Options
 {
@@ -44,7 +42,8 @@ bool writePng(const juce::Image& image, const juce::File& file)
            file.replaceWithData(bytes.getData(), bytes.getDataSize());
 }
 
-int fail(const juce::String& text)
+/** What doesn't keep the other pictures from being taken. */
+int tell(const juce::String& text)
 {
     std::cerr << toolName << ": " << text << std::endl;
     return exitFailed;
@@ -52,44 +51,46 @@ int fail(const juce::String& text)
 
 int work(const Options& options)
 {
-    const auto here = juce::File::getCurrentWorkingDirectory();
-    const auto folder = here.getChildFile(juce::String::fromUTF8(options.output.c_str()));
-    const auto prefix = here.getChildFile(juce::String::fromUTF8(options.prefix.c_str()));
+    const auto folder = fileOf(options.output);
+    const auto prefix = fileOf(options.prefix);
     adoptUserPlaces(prefix);
     if (!folder.createDirectory())
-        return fail("cannot create " + folder.getFullPathName());
+        throw ToolFailure("cannot create " + folder.getFullPathName());
 
     ConsoleInteraction interaction(toolName);
     // Too large for the stack.
     const auto processor = std::make_unique<PluginProcessor>(makeUserStore(userPlaces(prefix)), interaction);
     EditorPictures editor(*processor);
-    int result = 0;
+    int result = exitFine;
     for (const auto& scene : allScenes(options.menus))
     {
         if (!isWanted(options, scene.name))
             continue;
         if (!editor.loadPreset(scene.folder, scene.preset))
             result =
-                fail(scene.name + ": the preset " + scene.folder + "/" + scene.preset + " is not whole here");
+                tell(scene.name + ": the preset " + scene.folder + "/" + scene.preset + " is not whole here");
         editor.play();
         if (!scene.arrange(editor))
-            result = fail(scene.name + ": a control is missing");
+            result = tell(scene.name + ": a control is missing");
         editor.settle();
         for (const int scale : options.scales)
         {
             const auto file = folder.getChildFile(scene.name + "-" + juce::String(scale) + ".png");
             if (!writePng(editor.picture(static_cast<float>(scale) / 100.0f), file))
-                return fail("cannot write " + file.getFullPathName());
+                throw ToolFailure("cannot write " + file.getFullPathName());
         }
         EditorPictures::closeMenus();
     }
     return result;
 }
 
-int run(int argc, char** argv)
+} // namespace
+} // namespace quorel
+
+int main(int argc, char** argv)
 {
-    Options options;
-    CLI::App app("Writes pictures of all pages of Quorel's editor.", toolName);
+    quorel::Options options;
+    CLI::App app("Writes pictures of all pages of Quorel's editor.", quorel::toolName);
     app.add_option("--prefix", options.prefix, "A user that quorel-setup --prefix has set up")
         ->required()
         ->check(CLI::ExistingDirectory)
@@ -105,35 +106,5 @@ int run(int argc, char** argv)
     app.add_option("--only", options.only, "Only pictures with this in their names; may be repeated")
         ->allow_extra_args(false)
         ->type_name("NAME");
-    try
-    {
-        app.parse(argc, argv);
-    }
-    catch (const CLI::Success& answer)
-    {
-        return app.exit(answer);
-    }
-    catch (const CLI::ParseError& error)
-    {
-        std::cerr << toolName << ": " << error.what() << " (see --help)" << std::endl;
-        return exitUsage;
-    }
-
-    const QuietLogger quietLogger;
-    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-    return work(options);
-}
-} // namespace
-} // namespace quorel
-
-int main(int argc, char** argv)
-{
-    try
-    {
-        return quorel::run(argc, argv);
-    }
-    catch (const std::exception& error)
-    {
-        return quorel::fail(juce::String::fromUTF8(error.what()));
-    }
+    return quorel::runTool(app, argc, argv, [&options] { return quorel::work(options); });
 }

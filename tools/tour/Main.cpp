@@ -5,7 +5,7 @@
 #include "TourScore.h"
 
 #include "common/ConsoleInteraction.h"
-#include "common/QuietLogger.h"
+#include "common/Tool.h"
 #include "parameters/ParameterCodings.h"
 #include "platform/PlatformSeam.h"
 
@@ -17,8 +17,6 @@ namespace quorel
 namespace
 {
 constexpr const char* toolName = "quorel-tour";
-constexpr int exitFailed = 1;
-constexpr int exitUsage = 2;
 constexpr double rate = 48000.0;
 constexpr int blockSize = 512;
 constexpr int bits = 24;
@@ -78,57 +76,41 @@ juce::Result play(const std::vector<TourStation>& stations, const juce::File& pr
     return file.finish();
 }
 
-int run(int argc, char** argv)
+std::vector<TourStation> readScore(const std::string& score)
 {
-    std::string score, output, prefix;
-    CLI::App app("Plays a tour through presets: a score names them and what is played on each.", toolName);
-    app.add_option("score", score, "Text with a section for each preset")
-        ->required()
-        ->check(CLI::ExistingFile);
-    app.add_option("-o,--output", output, "Sound file to write, .wav or .flac")->required();
-    app.add_option("--prefix", prefix, "A place that quorel-setup has set up")->required()->type_name("DIR");
     try
     {
-        app.parse(argc, argv);
-    }
-    catch (const CLI::Success& answer)
-    {
-        return app.exit(answer);
-    }
-    catch (const CLI::ParseError& error)
-    {
-        std::cerr << toolName << ": " << error.what() << " (see --help)" << std::endl;
-        return exitUsage;
-    }
-
-    const auto here = juce::File::getCurrentWorkingDirectory();
-    const auto fileOf = [&here](const std::string& path)
-    { return here.getChildFile(juce::String::fromUTF8(path.c_str())); };
-    std::vector<TourStation> stations;
-    try
-    {
-        stations = readTour(fileOf(score));
+        return readTour(fileOf(score));
     }
     catch (const TextError& error)
     {
-        std::cerr << toolName << ": " << score << ":" << error.line << ": " << error.what() << std::endl;
-        return exitFailed;
+        throw ToolFailure(textOf(score) + ":" + juce::String(error.line) + ": " + error.what());
     }
+}
 
+int work(const std::string& score, const std::string& output, const std::string& prefix)
+{
+    const auto stations = readScore(score);
     std::unique_ptr<SoundFile> file;
     auto result = SoundFile::create(fileOf(output), rate, 2, bits, file);
-    const QuietLogger quietLogger;
-    const juce::ScopedJuceInitialiser_GUI juceInitialiser;
     if (result.wasOk())
         result = play(stations, fileOf(prefix), *file);
     if (result.failed())
-        std::cerr << toolName << ": " << result.getErrorMessage() << std::endl;
-    return result.wasOk() ? 0 : exitFailed;
+        throw ToolFailure(result.getErrorMessage());
+    return exitFine;
 }
 } // namespace
 } // namespace quorel
 
 int main(int argc, char** argv)
 {
-    return quorel::run(argc, argv);
+    std::string score, output, prefix;
+    CLI::App app("Plays a tour through presets: a score names them and what is played on each.",
+                 quorel::toolName);
+    app.add_option("score", score, "Text with a section for each preset")
+        ->required()
+        ->check(CLI::ExistingFile);
+    app.add_option("-o,--output", output, "Sound file to write, .wav or .flac")->required();
+    app.add_option("--prefix", prefix, "A place that quorel-setup has set up")->required()->type_name("DIR");
+    return quorel::runTool(app, argc, argv, [&] { return quorel::work(score, output, prefix); });
 }

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tool.h"
+
+#include "QuietLogger.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <juce_events/juce_events.h>
+
+namespace quorel
+{
+
+int runTool(CLI::App& app, const std::function<void()>& parse, const std::function<int()>& work)
+{
+    const auto fail = [&app](const std::string& text, ExitCode code)
+    {
+        std::cerr << app.get_name() << ": " << text << std::endl;
+        return code;
+    };
+    try
+    {
+        parse();
+        const QuietLogger quietLogger;
+        const juce::ScopedJuceInitialiser_GUI juceInitialiser;
+        return work();
+    }
+    catch (const CLI::Success& answer)
+    {
+        return app.exit(answer);
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return fail(error.what() + std::string(" (see --help)"), exitUsage);
+    }
+    catch (const UsageFailure& failure)
+    {
+        return fail(failure.what(), exitUsage);
+    }
+    catch (const std::exception& error)
+    {
+        return fail(error.what(), exitFailed);
+    }
+}
+
+int runTool(CLI::App& app, int argc, const char* const* argv, const std::function<int()>& work)
+{
+    return runTool(
+        app, [&] { app.parse(argc, argv); }, work);
+}
+
+juce::String textOf(const std::string& argument)
+{
+    return juce::String::fromUTF8(argument.c_str());
+}
+
+juce::File fileOf(const std::string& path)
+{
+    return juce::File::getCurrentWorkingDirectory().getChildFile(textOf(path));
+}
+
+} // namespace quorel
