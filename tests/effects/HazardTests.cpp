@@ -1,42 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EffectsTestTools.h"
+#include "support/AllocationGuard.h"
 
 #include <array>
-#include <atomic>
 #include <cmath>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
 #include <random>
-
-namespace
-{
-// What the audio thread allocates would show here.
-std::atomic<long> allocations{0};
-} // namespace
-
-#if defined(__GNUC__) && !defined(__clang__)
-// Where GCC inlines one of the two and not the other it takes them for a mismatched pair.
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-void* operator new(std::size_t size)
-{
-    ++allocations;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace quorel::test
 {
@@ -134,7 +103,7 @@ TEST(Hazards, TypeChangesUnderLoadAllocateNothing)
     std::mt19937 engine(7);
     auto slot = makeSlot(0, 48000.0f);
     Stereo s = noise(64);
-    const long before = allocations;
+    const AllocationGuard guard;
 
     for (int i = 0; i < 2000; ++i)
     {
@@ -152,7 +121,7 @@ TEST(Hazards, TypeChangesUnderLoadAllocateNothing)
         }
     }
 
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(guard.heapCalls(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllTypes, EffectSweep, testing::Range(1, fxTypeCount));

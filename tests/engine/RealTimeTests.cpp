@@ -1,63 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the audio thread may not do, and what several threads may do at once.
 #include "parameters/ParameterCodings.h"
+#include "support/AllocationGuard.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <thread>
-
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) && defined(__GLIBC__)
-#define QUOREL_COUNT_ALLOCATIONS 1
-#endif
-
-#ifdef QUOREL_COUNT_ALLOCATIONS
-namespace
-{
-/** Heap calls of this thread while it counts: JUCE takes its memory from malloc, so operator new alone isn't
- * enough. */
-thread_local bool counting = false;
-thread_local int heapCalls = 0;
-} // namespace
-
-extern "C"
-{
-    void* __libc_malloc(size_t);
-    void* __libc_calloc(size_t, size_t);
-    void* __libc_realloc(void*, size_t);
-    void __libc_free(void*);
-
-    void* malloc(size_t size)
-    {
-        heapCalls += counting ? 1 : 0;
-        return __libc_malloc(size);
-    }
-
-    void* calloc(size_t count, size_t size)
-    {
-        heapCalls += counting ? 1 : 0;
-        return __libc_calloc(count, size);
-    }
-
-    void* realloc(void* memory, size_t size)
-    {
-        heapCalls += counting ? 1 : 0;
-        return __libc_realloc(memory, size);
-    }
-
-    void free(void* memory)
-    {
-        heapCalls += counting && memory != nullptr ? 1 : 0;
-        __libc_free(memory);
-    }
-}
-#endif
 
 namespace quorel::test
 {
 
-#ifdef QUOREL_COUNT_ALLOCATIONS
+TEST(AudioThread, TheGuardOfTheNextTestSeesTheHeap)
+{
+    const AllocationGuard guard;
+    EXPECT_EQ(guard.heapCalls(), 0);
+    {
+        const auto text = std::make_unique<juce::String>("on the heap");
+        EXPECT_EQ(text->length(), 11);
+    }
+    EXPECT_GE(guard.heapCalls(), 4);
+}
+
 TEST(AudioThread, TakesNoMemory)
 {
     ProcessorRig rig;
@@ -105,7 +69,7 @@ TEST(AudioThread, TakesNoMemory)
             // layer.
             rig.processor.panicRequested.store(true);
             rig.processor.processBlock(buffer, blocks[0]);
-            counting = true;
+            const AllocationGuard guard;
 
             for (size_t i = 1; i < blocks.size(); ++i)
             {
@@ -120,13 +84,11 @@ TEST(AudioThread, TakesNoMemory)
                 rig.processor.processBlock(buffer, blocks[i]);
             }
 
-            counting = false;
-            audioHeapCalls = heapCalls;
+            audioHeapCalls = guard.heapCalls();
         });
     audio.join();
     EXPECT_EQ(audioHeapCalls, 0);
 }
-#endif
 
 TEST(Threads, InstrumentsComeAndGoUnderARunningBlock)
 {

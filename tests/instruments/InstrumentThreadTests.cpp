@@ -2,36 +2,12 @@
 // What the audio thread may not do, seen from inside: the instrument's code is linked here without its shell.
 #include "Instrument.h"
 #include "InstrumentTestTools.h"
+#include "support/AllocationGuard.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
-#include <new>
 #include <thread>
-
-static std::atomic<bool> countAllocations{false};
-static std::atomic<int> allocations{0};
-
-// Not inlined: the compiler would take the pair of malloc and free for a mismatch.
-[[gnu::noinline]] void* operator new(std::size_t size)
-{
-    if (countAllocations)
-        ++allocations;
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace quorel::test
 {
@@ -66,12 +42,10 @@ TEST_P(InstrumentThreads, playing_allocates_nothing)
 {
     instrument.open();
     instrument.prepare(48000.0);
-    allocations = 0;
-    countAllocations = true;
+    const AllocationGuard guard;
     play(20, 30);
     play(1, 5000); // more than are ever queued at once
-    countAllocations = false;
-    EXPECT_EQ(allocations, 0);
+    EXPECT_EQ(guard.heapCalls(), 0);
 }
 
 TEST_P(InstrumentThreads, state_can_be_read_and_set_while_playing)
