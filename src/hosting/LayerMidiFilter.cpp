@@ -8,8 +8,7 @@ namespace quorel
 
 namespace
 {
-/** The drum pads of the Dorvik family that the zones play; the keys of the upper row come after the
-    lower * ones. */
+/** The notes of the Dorvik drum pads that the zones play: C, D, E and F, then C sharp, D sharp, F sharp and G. */
 constexpr std::array<juce::uint8, numZones> zoneTargetNote{60, 62, 64, 65, 61, 63, 66, 67};
 
 constexpr int midiChannelSteps = 16;
@@ -89,10 +88,23 @@ bool isBlocked(const LayerMidiSettings& s, int status, int number)
     }
 }
 
-void addMessage(juce::MidiBuffer& out, int status, int channel, int data1, int data2, int samplePosition)
+/** A three-byte channel message; `channel` counts from 1. */
+struct ChannelMessage
 {
-    const juce::uint8 bytes[] = {static_cast<juce::uint8>(status | ((channel - 1) & 0xf)),
-                                 static_cast<juce::uint8>(data1), static_cast<juce::uint8>(data2)};
+    int status;
+    int channel;
+    int data1;
+    int data2;
+
+    /** A note-on of velocity 0 is a note-off. */
+    bool startsNote() const noexcept { return status == noteOn && data2 > 0; }
+};
+
+void addMessage(juce::MidiBuffer& out, const ChannelMessage& message, int samplePosition)
+{
+    const juce::uint8 bytes[3] = {static_cast<juce::uint8>(message.status | ((message.channel - 1) & 0xf)),
+                                  static_cast<juce::uint8>(message.data1),
+                                  static_cast<juce::uint8>(message.data2)};
     out.addEvent(bytes, 3, samplePosition);
 }
 
@@ -101,32 +113,37 @@ void silence(const LayerMidiSettings& s, juce::MidiBuffer& out)
     const int channel = s.midiChannel < 1 || s.midiChannel > 16 ? 1 : s.midiChannel;
     for (int note = 0; note < 128; ++note)
     {
-        addMessage(out, noteOff, channel, note, 0, 0);
-        addMessage(out, controller, channel, allNotesOffController, 0, 0);
+        addMessage(out, {noteOff, channel, note, 0}, 0);
+        addMessage(out, {controller, channel, allNotesOffController, 0}, 0);
     }
 }
 
-void playZones(const LayerMidiSettings& s, ZoneHeldNotes& held, int channel, int note, int velocity,
-               bool isNoteOn, int samplePosition, juce::MidiBuffer& out)
+/** Plays the zones by one note message. */
+void playZones(const LayerMidiSettings& s, ZoneHeldNotes& held, const ChannelMessage& message,
+               int samplePosition, juce::MidiBuffer& out)
 {
+    const int note = message.data1;
+    const int velocity = message.data2;
+
     for (int zone = 0; zone < numZones; ++zone)
     {
         const auto index = static_cast<std::size_t>(zone);
         const auto& range = s.zones[index];
+        const int target = zoneTargetNote[index];
         if (note < range.keyMin || note > range.keyMax)
             continue;
 
-        if (!isNoteOn)
+        if (!message.startsNote())
         {
             held.remove(zone, note);
-            // Even for a zone that is off and one that holds nothing: a pad that started before must stop.
+            // Even where the zone is off or held nothing: a pad that started earlier has to stop.
             if (held.isEmpty(zone))
-                addMessage(out, noteOff, channel, zoneTargetNote[index], 0, samplePosition);
+                addMessage(out, {noteOff, message.channel, target, 0}, samplePosition);
         }
         else if (s.zoneOn[index] && velocity >= range.velocityMin && velocity <= range.velocityMax)
         {
             if (held.isEmpty(zone))
-                addMessage(out, noteOn, channel, zoneTargetNote[index], velocity, samplePosition);
+                addMessage(out, {noteOn, message.channel, target, velocity}, samplePosition);
             held.add(zone, note);
         }
     }
@@ -259,21 +276,25 @@ void filterLayerMidi(const LayerMidiSettings& s, ZoneHeldNotes& held, bool silen
             continue;
         }
 
-        const int note = event.data[1];
-        const int velocity = event.data[2];
-        const bool isNoteOn = status == noteOn && velocity > 0;
+        ChannelMessage message{status, channel, event.data[1], event.data[2]};
 
-        if (note < s.keyMin || note > s.keyMax)
+        if (message.data1 < s.keyMin || message.data1 > s.keyMax)
             pass = false;
-        // A note-off always goes by, so that no note hangs when the range moves while it sounds.
-        if (isNoteOn && (velocity < s.velocityMin || velocity > s.velocityMax))
+        // The velocity of a note-off says nothing of how its key was struck: it passes, though the note-on
+        // may have been stopped.
+        if (message.startsNote() && (message.data2 < s.velocityMin || message.data2 > s.velocityMax))
             pass = false;
 
         if (s.drumMode)
-            playZones(s, held, channel, note, velocity, isNoteOn, event.samplePosition, out);
+        {
+            playZones(s, held, message, event.samplePosition, out);
+        }
         else if (pass)
-            // Off the end of the keyboard the note comes back at the other end, wanted so.
-            addMessage(out, status, channel, (note + s.transpose) & 127, velocity, event.samplePosition);
+        {
+            // Beyond either end of the keyboard a note comes back at the other end, on purpose.
+            message.data1 = (message.data1 + s.transpose) & 127;
+            addMessage(out, message, event.samplePosition);
+        }
     }
 }
 

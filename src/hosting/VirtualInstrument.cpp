@@ -94,6 +94,7 @@ void VirtualInstrument::timerCallback()
     for (auto& value : linkedValues)
         value.deliverPending();
 
+    // One step a tick: a load waits until an unload is through.
     if (unloadCountdown > 0)
     {
         --unloadCountdown;
@@ -119,17 +120,22 @@ void VirtualInstrument::timerCallback()
     }
     else if (!unloadPending.load() && !loading.load() && instance != nullptr)
     {
-        if (const int program = instance->getCurrentProgram(); program != currentProgram)
-        {
-            currentProgram = program;
-            needsDisplayUpdate.store(true);
-        }
+        watchProgram();
+    }
+}
 
-        if (const auto name = instance->getProgramName(currentProgram); name != programName)
-        {
-            programName = name;
-            needsDisplayUpdate.store(true);
-        }
+void VirtualInstrument::watchProgram()
+{
+    if (const int program = instance->getCurrentProgram(); program != currentProgram)
+    {
+        currentProgram = program;
+        needsDisplayUpdate.store(true);
+    }
+
+    if (const auto name = instance->getProgramName(currentProgram); name != programName)
+    {
+        programName = name;
+        needsDisplayUpdate.store(true);
     }
 }
 
@@ -184,19 +190,17 @@ void VirtualInstrument::clearMissing()
     pluginMissing = false;
 }
 
-void VirtualInstrument::createInstance(const juce::PluginDescription& description, int blockSize,
-                                       juce::String& error)
+juce::String VirtualInstrument::createInstance(const juce::PluginDescription& description, int blockSize)
 {
     // The list of known instruments may be older than a copy that was cut short since.
     if (!isWholePluginFile(juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier)))
-    {
-        error = "The file is incomplete";
-        return;
-    }
+        return "The file is incomplete";
 
     juce::AudioPluginFormatManager formats;
     formats.addFormat(new juce::VSTPluginFormat());
+    juce::String error;
     instance = formats.createPluginInstance(description, fallbackSampleRate, blockSize, error);
+    return error;
 }
 
 bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
@@ -216,49 +220,23 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
         destroyInstance();
     }
 
-    juce::String error;
-    const int startBlockSize = owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize;
-    createInstance(description, startBlockSize, error);
+    const int blockSize = owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize;
+    const auto error = createInstance(description, blockSize);
 
     if (instance == nullptr || error.isNotEmpty())
     {
-        instance = nullptr;
-        setMissing(description.name);
-        chunkSize = 0;
-        pluginName.clear();
-        loading.store(false);
-        owner.userInteraction().alert("Error", "Sorry, cannot load " + description.name + "\n\n" + error);
+        giveUpLoading(description.name, error);
         return false;
     }
 
-    clearMissing();
-    forgetMissingState();
-    pluginName = description.name;
-    pluginFile = juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier);
-    layoutName.clear();
-    drumInstrument = pluginName.startsWith("Dorvik");
-
-    const int numPrograms = instance->getNumPrograms();
-    const int row = rowOf(pluginName);
-    chunkSize = 0;
-
-    if (row >= 0)
-    {
-        juce::MemoryBlock state;
-        instance->getStateInformation(state);
-        chunkSize = static_cast<int>(state.getSize());
-
-        if (chunkSize == 0)
-            chunkSize =
-                (instrumentTable[static_cast<size_t>(row)].parametersPerProgram + 8) * numPrograms * 4;
-    }
-
+    adopt(description);
+    chunkSize = measureState();
     owner.multiControls().clearEasyTargetsOf(layer);
-    writeEasyMapping(row);
+    writeEasyMapping(findInstrument(pluginName));
     applyDrumPage();
 
     const double rate = owner.preparedSampleRate() > 0.0 ? owner.preparedSampleRate() : fallbackSampleRate;
-    prepareInstance(rate, startBlockSize);
+    prepareInstance(rate, blockSize);
 
     if (HostRate::sampleRate() > 0.0)
         prepareInstance(HostRate::sampleRate(), HostRate::blockSize());
@@ -266,11 +244,7 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
     instance->setPlayHead(&owner.layerPlayHead());
     pluginIdentifier = description.createIdentifierString();
     instance->addListener(this);
-    currentProgram = instance->getCurrentProgram();
-    programName = instance->getProgramName(currentProgram);
-    bankNames.clear();
-    listBanks(pluginName, owner.userStore(), bankNames);
-    programNames.clear();
+    readProgramsAndBanks();
     readParameterNames();
 
     warmUp();
@@ -278,6 +252,51 @@ bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
     loading.store(false);
     needsDisplayUpdate.store(true);
     return true;
+}
+
+void VirtualInstrument::giveUpLoading(const juce::String& name, const juce::String& error)
+{
+    instance = nullptr;
+    setMissing(name);
+    chunkSize = 0;
+    pluginName.clear();
+    loading.store(false);
+    owner.userInteraction().alert("Error", "Sorry, cannot load " + name + "\n\n" + error);
+}
+
+void VirtualInstrument::adopt(const juce::PluginDescription& description)
+{
+    clearMissing();
+    forgetMissingState();
+    pluginName = description.name;
+    pluginFile = juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier);
+    layoutName.clear();
+    drumInstrument = pluginName.startsWith("Dorvik");
+}
+
+int VirtualInstrument::measureState()
+{
+    const auto* row = findInstrument(pluginName);
+
+    if (row == nullptr)
+        return 0;
+
+    const int numPrograms = instance->getNumPrograms();
+    juce::MemoryBlock state;
+    instance->getStateInformation(state);
+
+    // One that doesn't report its state is taken to need, for each program, its parameters and eight words more.
+    return state.getSize() > 0 ? static_cast<int>(state.getSize())
+                               : (row->parametersPerProgram + 8) * numPrograms * 4;
+}
+
+void VirtualInstrument::readProgramsAndBanks()
+{
+    currentProgram = instance->getCurrentProgram();
+    programName = instance->getProgramName(currentProgram);
+    bankNames.clear();
+    listBanks(pluginName, owner.userStore(), bankNames);
+    programNames.clear();
 }
 
 void VirtualInstrument::prepareInstance(double sampleRate, int blockSize)
@@ -429,9 +448,8 @@ void VirtualInstrument::chooseProgram(int id)
         return;
 
     owner.multiControls().clearEasyTargetsOf(layer);
-    const int row = rowOf(pluginName);
 
-    if (row >= 0 && instrumentTable[static_cast<size_t>(row)].programsByMidi)
+    if (const auto* row = findInstrument(pluginName); row != nullptr && row->programsByMidi)
         sendMidi(programSelectMessage(id));
     else
         instance->setCurrentProgram(id - 1);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hosting/InstanceAccess.h"
+#include "hosting/InstrumentFamily.h"
 #include "hosting/InstrumentMidiAdaptor.h"
 #include "hosting/InstrumentWindow.h"
 #include "hosting/LayerMidiFilter.h"
@@ -179,12 +180,19 @@ private:
     void write(int n, float value) { owner.writeParameter(parameter(n), value); }
 
     int easyTarget(int easy, int numTargets) const noexcept;
-    void writeEasyMapping(int row);
+    /** With null for an instrument outside the table. */
+    void writeEasyMapping(const InstrumentRow* row);
     void pullEasyValues(juce::AudioPluginInstance& plugin);
     void applyDrumPage();
     void prepareInstance(double sampleRate, int blockSize);
-    void createInstance(const juce::PluginDescription& description, int blockSize, juce::String& error);
+    /** Fills `instance`, or returns why it can't. */
+    juce::String createInstance(const juce::PluginDescription& description, int blockSize);
+    void giveUpLoading(const juce::String& name, const juce::String& error);
+    void adopt(const juce::PluginDescription& description);
+    int measureState();
+    void readProgramsAndBanks();
     void readParameterNames();
+    void watchProgram();
     void warmUp();
     void suspendAndRelease();
     void destroyInstance();

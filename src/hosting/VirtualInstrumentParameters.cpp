@@ -73,14 +73,12 @@ int VirtualInstrument::easyTarget(int easy, int numTargets) const noexcept
     return target > 0 && target < numTargets ? target : 0;
 }
 
-void VirtualInstrument::writeEasyMapping(int row)
+void VirtualInstrument::writeEasyMapping(const InstrumentRow* row)
 {
     for (int easy = 0; easy < numEasyParameters; ++easy)
     {
         // Without a row the layer keeps the plain numbering that its reset gave it.
-        const int target =
-            row >= 0 ? instrumentTable[static_cast<size_t>(row)].easyMapping[static_cast<size_t>(easy)]
-                     : easy + 1;
+        const int target = row != nullptr ? row->easyMapping[static_cast<size_t>(easy)] : easy + 1;
         write(layerSlot::easyMapping + easy, encodeParamInt(target));
         write(layerSlot::easyValue + easy, hostedParameter(*instance, target));
     }
@@ -91,7 +89,7 @@ void VirtualInstrument::resetEasyMapping()
     if (instance == nullptr)
         return;
 
-    writeEasyMapping(rowOf(pluginName));
+    writeEasyMapping(findInstrument(pluginName));
     needsDisplayUpdate.store(true);
 }
 
@@ -99,7 +97,7 @@ void VirtualInstrument::saveEasyMapping(juce::StringArray& lines) const
 {
     lines.clear();
 
-    if (rowOf(pluginName) < 0)
+    if (findInstrument(pluginName) == nullptr)
         return;
 
     for (int easy = 0; easy < numEasyParameters; ++easy)
