@@ -47,11 +47,7 @@ BackScreenView::BackScreenView(PluginProcessor& pluginProcessor, EditorHost& edi
     setName("Back Panel View");
     setSize(images.back.getWidth(), images.back.getHeight());
 
-    toFront.setBounds(geometry::back::toFront);
-    toFront.setComponentID("999999");
-    toFront.setTitle("Back to the front");
-    toFront.setMouseClickGrabsKeyboardFocus(false);
-    toFront.addListener(this);
+    setUpHotspot(toFront, geometry::back::toFront, "Back to the front");
     addAndMakeVisible(toFront);
 
     setUpLabel(version, geometry::back::version, "Version", juce::Colours::black);
@@ -167,36 +163,28 @@ void BackScreenView::chooseFolder()
 
 void BackScreenView::showEcsMenu()
 {
-    const juce::Component::SafePointer<BackScreenView> self(this);
-    popupMenuOf(ecsMenu(processor))
-        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(ecsButton),
-                       [self](int chosen)
-                       {
-                           if (self != nullptr && chosen > 0)
-                               chooseEcs(self->processor, chosen);
-                       });
+    showMenu(popupMenuOf(ecsMenu(processor)), ecsButton, *this,
+             [this](int chosen) { chooseEcs(processor, chosen); });
 }
 
 void BackScreenView::showScaleMenu()
 {
-    const juce::Component::SafePointer<BackScreenView> self(this);
     MenuEntries scales;
 
     for (const int percent : editorScales)
         scales.push_back(
             MenuEntry::command(percent, juce::String(percent) + " %", percent == host.getScalePercent()));
 
-    popupMenuOf(scales).showMenuAsync(juce::PopupMenu::Options().withTargetComponent(scaleButton),
-                                      [self](int chosen)
-                                      {
-                                          if (self == nullptr || chosen <= 0)
-                                              return;
+    showMenu(popupMenuOf(scales), scaleButton, *this,
+             [this](int chosen)
+             {
+                 const juce::Component::SafePointer<BackScreenView> self(this);
+                 host.setScalePercent(chosen);
 
-                                          self->host.setScalePercent(chosen);
-
-                                          if (self != nullptr)
-                                              self->refresh();
-                                      });
+                 // The host may close the editor when it resizes it.
+                 if (self != nullptr)
+                     refresh();
+             });
 }
 
 void BackScreenView::buttonClicked(juce::Button* button)

@@ -25,7 +25,7 @@ public:
     void buttonClicked(juce::Button* button) override;
 
 private:
-    /** Stands beside a control and passes clicks on to it. */
+    /** The text beside a control: passes clicks on to it. */
     class Caption : public juce::Label
     {
     public:
@@ -58,7 +58,7 @@ private:
     juce::Label folderPath;
     std::array<std::unique_ptr<myOnOff>, numLayers> blocks;
     std::vector<std::unique_ptr<Caption>> captions;
-    /** Tells the size in force. */
+    /** Shows the scale in force. */
     Caption* scaleCaption = nullptr;
     bool scanRequested = false;
 };

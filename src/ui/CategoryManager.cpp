@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CategoryManager.h"
 
+#include "ui/EditorColours.h"
+
 namespace quorel
 {
 
@@ -24,8 +26,6 @@ constexpr std::array<std::pair<int, int>, categoryColumns.size()> columnEdges{
 
 const juce::Colour offColour = juce::Colours::grey;
 const juce::Colour onColour = juce::Colours::white;
-const juce::Colour onFill{0xff404040};
-const juce::Colour cursorColour{0xffc38a00};
 
 constexpr int numWords()
 {
@@ -58,41 +58,15 @@ int flagAt(int column, int row)
 }
 } // namespace
 
-/** What screen readers hear of the words. */
-class CategoryManager::WordText : public juce::AccessibilityTextValueInterface
-{
-public:
-    explicit WordText(const CategoryManager& categoryManager)
-        : words(categoryManager)
-    {
-    }
-
-    bool isReadOnly() const override { return true; }
-
-    juce::String getCurrentValueAsString() const override
-    {
-        const int flag = words.cursorFlag();
-        return juce::String(categoryName(flag)) +
-               (words.shownFlags()[static_cast<size_t>(flag)] != 0 ? " on" : " off");
-    }
-
-    void setValueAsString(const juce::String&) override {}
-
-private:
-    const CategoryManager& words;
-};
-
 CategoryManager::CategoryManager(juce::Rectangle<int> bounds, juce::ChangeListener* listener,
                                  PluginProcessor& pluginProcessor)
-    : processor(pluginProcessor)
+    : KeyboardSurface(juce::AccessibilityRole::group)
+    , processor(pluginProcessor)
     , grid(pluginProcessor, {numColumns, numRows, columnWidth, rowHeight, 0, numRows * rowHeight, numRows})
 {
     setBounds(bounds);
     setName("CategoryManager");
     setTitle("Categories");
-    setWantsKeyboardFocus(true);
-    setMouseClickGrabsKeyboardFocus(false);
-    setHasFocusOutline(true);
     addChangeListener(listener);
     grid.setBounds(getLocalBounds().withTop(gridTop));
     grid.onClick = [this] { sendChangeMessage(); };
@@ -147,7 +121,7 @@ void CategoryManager::paint(juce::Graphics& g)
 
         if (on)
         {
-            g.setColour(onFill);
+            g.setColour(colours::raised);
             g.fillRect(box);
         }
 
@@ -156,7 +130,7 @@ void CategoryManager::paint(juce::Graphics& g)
 
         if (hasKeyboardFocus(false) && word == cursor)
         {
-            g.setColour(cursorColour);
+            g.setColour(colours::amber);
             g.drawRect(box);
         }
     }
@@ -190,31 +164,13 @@ int CategoryManager::cursorFlag() const
     return flagAt(column, row);
 }
 
-void CategoryManager::moveCursor(int place)
-{
-    cursor = juce::jlimit(0, numWords() - 1, place);
-    repaint();
-
-    if (auto* handler = getAccessibilityHandler())
-        handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);
-}
-
 bool CategoryManager::keyPressed(const juce::KeyPress& key)
 {
-    const std::pair<int, int> moves[] = {{juce::KeyPress::leftKey, cursor - 1},
-                                         {juce::KeyPress::rightKey, cursor + 1},
-                                         {juce::KeyPress::pageUpKey, cursor - maxRows},
-                                         {juce::KeyPress::pageDownKey, cursor + maxRows},
-                                         {juce::KeyPress::homeKey, 0},
-                                         {juce::KeyPress::endKey, numWords() - 1}};
-
-    for (const auto& [code, target] : moves)
+    if (const auto place = cursorAfter(key, cursor, maxRows, numWords()))
     {
-        if (key.getKeyCode() == code)
-        {
-            moveCursor(target);
-            return true;
-        }
+        cursor = *place;
+        cursorMoved();
+        return true;
     }
 
     if (key.getKeyCode() != juce::KeyPress::spaceKey && key.getKeyCode() != juce::KeyPress::returnKey)
@@ -226,21 +182,10 @@ bool CategoryManager::keyPressed(const juce::KeyPress& key)
     return true;
 }
 
-void CategoryManager::focusGained(FocusChangeType)
+juce::String CategoryManager::spokenText() const
 {
-    repaint();
-}
-
-void CategoryManager::focusLost(FocusChangeType)
-{
-    repaint();
-}
-
-std::unique_ptr<juce::AccessibilityHandler> CategoryManager::createAccessibilityHandler()
-{
-    return std::make_unique<juce::AccessibilityHandler>(
-        *this, juce::AccessibilityRole::group, juce::AccessibilityActions(),
-        juce::AccessibilityHandler::Interfaces{std::make_unique<WordText>(*this)});
+    const int flag = cursorFlag();
+    return juce::String(categoryName(flag)) + (shownFlags()[static_cast<size_t>(flag)] != 0 ? " on" : " off");
 }
 
 } // namespace quorel

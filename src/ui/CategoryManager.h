@@ -11,7 +11,7 @@ namespace quorel
 /** The words of all categories, and below them presets: in filter mode the words asked for and what has them,
    else the current preset's own words and its folder. Sends a change message after each click. Message
    thread. */
-class CategoryManager : public juce::Component, public juce::ChangeBroadcaster
+class CategoryManager : public KeyboardSurface, public juce::ChangeBroadcaster
 {
 public:
     CategoryManager(juce::Rectangle<int> bounds, juce::ChangeListener* listener,
@@ -19,8 +19,7 @@ public:
 
     void setFilterMode(bool filter);
 
-    /** The flag whose place this is, 0 to 65. The lower rows of a short column have places too, without
-     * words. */
+    /** The category at a position, 0 to 65. The rows below the last word of a short column count as well. */
     static std::optional<int> categoryAt(juce::Point<int> position);
     /** Place of word `row` of a column, 0 to 4. */
     static juce::Rectangle<int> wordBounds(int column, int row);
@@ -31,16 +30,14 @@ public:
     void mouseDown(const juce::MouseEvent& event) override;
     /** Left, Right, Page up and down, Home and End choose a word; the space bar and Return turn it. */
     bool keyPressed(const juce::KeyPress& key) override;
-    void focusGained(FocusChangeType cause) override;
-    void focusLost(FocusChangeType cause) override;
-    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+
+protected:
+    /** The word at the cursor, and whether it is on. */
+    juce::String spokenText() const override;
 
 private:
-    class WordText;
-
     CategoryFlags shownFlags() const;
     void toggle(int flag);
-    void moveCursor(int place);
     int cursorFlag() const;
 
     PluginProcessor& processor;

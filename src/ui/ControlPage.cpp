@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ControlPage.h"
 
+#include "ui/widgets/WidgetTools.h"
+
 namespace quorel
 {
 
@@ -22,12 +24,27 @@ ControlPage::ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHos
 
 int ControlPage::parameterOf(const juce::Component& component)
 {
-    // Labels that are edited count their own kind.
+    // The IDs of editable labels count the labels.
     if (dynamic_cast<const juce::Label*>(&component) != nullptr)
         return 0;
 
     const int number = component.getComponentID().getIntValue();
     return number >= 1 && number < numParameterSlots ? number : 0;
+}
+
+void ControlPage::setUpHotspot(juce::Button& button, juce::Rectangle<int> bounds, const juce::String& title)
+{
+    button.setBounds(bounds);
+    button.setComponentID(juce::String(noParameter));
+    button.setTitle(title);
+    button.setMouseClickGrabsKeyboardFocus(false);
+    button.addListener(this);
+}
+
+void ControlPage::addControls(std::initializer_list<juce::Component*> controls)
+{
+    for (auto* control : controls)
+        addAndMakeVisible(control);
 }
 
 void ControlPage::showToggle(juce::Button& toggle) const

@@ -7,6 +7,8 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <initializer_list>
+
 namespace quorel
 {
 
@@ -73,7 +75,12 @@ protected:
     /** A position alone: a control made there takes its image's size. */
     static juce::Rectangle<int> at(juce::Point<int> position) { return {position.x, position.y, 0, 0}; }
 
-    /** Sets a control from its parameter, without telling anybody. */
+    /** Prepares a button that draws nothing itself, over what the background shows there. */
+    void setUpHotspot(juce::Button& button, juce::Rectangle<int> bounds, const juce::String& title);
+
+    void addControls(std::initializer_list<juce::Component*> controls);
+
+    /** Sets a control from its parameter, without telling its listeners. */
     void showToggle(juce::Button& toggle) const;
     void showSlider(juce::Slider& slider) const;
 

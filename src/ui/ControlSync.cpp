@@ -127,46 +127,44 @@ void ControlSync::update(int parameter)
     if (component == nullptr || !component->isVisible())
         return;
 
-    const float value = processor.getParameter(parameter);
+    show(entry.kind, *component, processor.getParameter(parameter));
+}
 
-    switch (entry.kind)
+void ControlSync::show(Kind kind, juce::Component& component, float value)
+{
+    switch (kind)
     {
     case Kind::knob:
-        static_cast<juce::Slider*>(component)->setValue(static_cast<double>(value),
-                                                        juce::dontSendNotification);
-        break;
-
     case Kind::slider:
-        static_cast<juce::Slider*>(component)->setValue(static_cast<double>(value),
-                                                        juce::dontSendNotification);
-        component->repaint();
+        static_cast<juce::Slider&>(component).setValue(static_cast<double>(value),
+                                                       juce::dontSendNotification);
         break;
 
     case Kind::intBox:
-        static_cast<myIntBox*>(component)->update(value);
+        static_cast<myIntBox&>(component).update(value);
         break;
 
     case Kind::intBox2:
-        static_cast<myIntBox2*>(component)->update(value);
+        static_cast<myIntBox2&>(component).update(value);
         break;
 
     case Kind::toggle:
-        static_cast<juce::Button*>(component)->setToggleState(value != 0.0f, juce::dontSendNotification);
+        static_cast<juce::Button&>(component).setToggleState(value != 0.0f, juce::dontSendNotification);
         break;
 
     case Kind::menu:
     {
-        auto* menu = static_cast<juce::ComboBox*>(component);
+        auto& menu = static_cast<juce::ComboBox&>(component);
 
-        if (const int count = menu->getNumItems(); count > 1)
-            menu->setSelectedItemIndex(static_cast<int>(static_cast<float>(count - 1) * value),
-                                       juce::dontSendNotification);
+        if (const int count = menu.getNumItems(); count > 1)
+            menu.setSelectedItemIndex(static_cast<int>(static_cast<float>(count - 1) * value),
+                                      juce::dontSendNotification);
 
         break;
     }
 
     case Kind::stripKey:
-        if (auto* strip = component->findParentComponentOfClass<VirtualInstrumentUI>())
+        if (auto* strip = component.findParentComponentOfClass<VirtualInstrumentUI>())
             strip->showPanelKeys();
 
         break;

@@ -55,6 +55,7 @@ private:
     static Kind kindOf(const juce::Component& component, int parameter);
     void collect(juce::Component& component, int eqUnit);
     void update(int parameter);
+    static void show(Kind kind, juce::Component& component, float value);
 
     static constexpr std::int16_t noEntry = -1;
 

@@ -2,8 +2,8 @@
 #include "ui/EditorHeader.h"
 
 #include "engine/OriginalComparison.h"
-#include "engine/PresetCommands.h"
 #include "ui/Geometry.h"
+#include "ui/PopupMenus.h"
 
 namespace quorel
 {
@@ -75,32 +75,15 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
                   juce::Colours::transparentBlack)
 {
     setSize(geometry::width, geometry::height);
-    backPanelButton.setBounds(geometry::header::backPanel);
-    backPanelButton.setComponentID("999999");
-    backPanelButton.setMouseClickGrabsKeyboardFocus(false);
-    backPanelButton.addListener(this);
+    // Under everything else: the mute switch reaches into it.
+    setUpHotspot(backPanelButton, geometry::header::backPanel, "Back panel");
     addAndMakeVisible(backPanelButton);
-
     masterVolume.setDoubleClickReturnValue(true, unityVolume);
     tempoBox.minimum = minimumBpm;
     tempoBox.maximum = maximumBpm;
     meter.setInterceptsMouseClicks(false, false);
 
-    const juce::Point<int> keyPositions[] = {geometry::header::layersKey, geometry::header::fxKey,
-                                             geometry::header::managerKey, geometry::header::multiKey};
-    const CBitmap* keyImages[] = {&images.keyLayers, &images.keyFx, &images.keyManager, &images.keyMulti};
-    constexpr const char* pageTitles[] = {"Layers page", "Master FX/EQ page", "Preset Manager page",
-                                          "Multi-control page"};
-
-    for (int page = 0; page < numPages; ++page)
-    {
-        auto& key = pageKeys[static_cast<size_t>(page)];
-        key = std::make_unique<myOnOff>(at(keyPositions[page]), this, slot::view, keyImages[page], processor);
-        key->setRadioGroupId(pageRadioGroup);
-        key->setTitle(pageTitles[page]);
-        addAndMakeVisible(*key);
-    }
-
+    addPageKeys();
     setUpLabel(hintLabel, geometry::header::hint);
     setUpLabel(midiMonitorLabel, geometry::header::midiMonitor);
     setUpLabel(cpuLabel, geometry::header::cpu);
@@ -108,8 +91,31 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     setUpMenuButton(folderMenuButton, geometry::header::folderMenu, folderLabel, "Folder menu");
     setUpMenuButton(presetMenuButton, geometry::header::presetMenu, presetLabel, "Preset menu");
 
-    const std::pair<juce::Component*, const char*> titled[] = {{&backPanelButton, "Back panel"},
-                                                               {&masterVolume, "Master volume"},
+    addTitledControls();
+    cpuLabel.setText("CPU 0%", juce::dontSendNotification);
+}
+
+void EditorHeader::addPageKeys()
+{
+    const juce::Point<int> positions[] = {geometry::header::layersKey, geometry::header::fxKey,
+                                          geometry::header::managerKey, geometry::header::multiKey};
+    const CBitmap* keyImages[] = {&images.keyLayers, &images.keyFx, &images.keyManager, &images.keyMulti};
+    constexpr const char* titles[] = {"Layers page", "Master FX/EQ page", "Preset Manager page",
+                                      "Multi-control page"};
+
+    for (int page = 0; page < numPages; ++page)
+    {
+        auto& key = pageKeys[static_cast<size_t>(page)];
+        key = std::make_unique<myOnOff>(at(positions[page]), this, slot::view, keyImages[page], processor);
+        key->setRadioGroupId(pageRadioGroup);
+        key->setTitle(titles[page]);
+        addAndMakeVisible(*key);
+    }
+}
+
+void EditorHeader::addTitledControls()
+{
+    const std::pair<juce::Component*, const char*> titled[] = {{&masterVolume, "Master volume"},
                                                                {&masterMute, "Master mute"},
                                                                {&userGuide, "User guide"},
                                                                {&previewNote, "Preview note"},
@@ -128,10 +134,6 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
         control->setTitle(title);
         addAndMakeVisible(control);
     }
-
-    // Adding it again has brought it to the front.
-    backPanelButton.toBack();
-    cpuLabel.setText("CPU 0%", juce::dontSendNotification);
 }
 
 void EditorHeader::setUpLabel(juce::Label& label, juce::Rectangle<int> bounds)
@@ -146,12 +148,8 @@ void EditorHeader::setUpLabel(juce::Label& label, juce::Rectangle<int> bounds)
 void EditorHeader::setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds,
                                    juce::Label& caption, const juce::String& title)
 {
-    button.setBounds(bounds);
-    button.setComponentID("999999");
+    setUpHotspot(button, bounds, title);
     button.setTriggeredOnMouseDown(true);
-    button.setMouseClickGrabsKeyboardFocus(false);
-    button.setTitle(title);
-    button.addListener(this);
     addAndMakeVisible(button);
     caption.setInterceptsMouseClicks(false, false);
     addAndMakeVisible(caption);
@@ -219,7 +217,7 @@ void EditorHeader::showMidi()
 
 void EditorHeader::showTempo()
 {
-    // A playing host moves the tempo, too.
+    // A playing host can change the tempo as well.
     if (const double bpm = processor.getTempo().bpm(); bpm != shownBpm && !tempoBox.isMouseButtonDown())
     {
         shownBpm = bpm;
@@ -269,7 +267,7 @@ void EditorHeader::buttonClicked(juce::Button* button)
         if (button != pageKeys[static_cast<size_t>(page)].get())
             continue;
 
-        // The key that went out is told of as well.
+        // The key that goes out reports a click, too.
         if (button->getToggleState())
             showPage(page);
 
@@ -299,9 +297,9 @@ void EditorHeader::buttonClicked(juce::Button* button)
     else if (button == &presetNext)
         commands.nextPreset();
     else if (button == &folderMenuButton)
-        showFolderMenu();
+        showMenuOf(folderMenuButton, commands.folderMenu(), &PresetCommands::folderMenuChosen);
     else if (button == &presetMenuButton)
-        showPresetMenu();
+        showMenuOf(presetMenuButton, commands.presetMenu(), &PresetCommands::presetMenuChosen);
     else
         ControlPage::buttonClicked(button);
 
@@ -335,39 +333,19 @@ void EditorHeader::openUserGuide()
         guide.startAsProcess();
 }
 
-void EditorHeader::showFolderMenu()
+void EditorHeader::showMenuOf(juce::Button& button, const PresetMenu& content,
+                              void (PresetCommands::*choose)(int))
 {
-    const juce::Component::SafePointer<EditorHeader> self(this);
-    popupMenuOf(processor.getPresetCommands().folderMenu())
-        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(folderMenuButton),
-                       [self](int chosen)
-                       {
-                           if (self == nullptr || chosen <= 0)
-                               return;
+    showMenu(popupMenuOf(content), button, *this,
+             [this, choose](int chosen)
+             {
+                 const juce::Component::SafePointer<EditorHeader> self(this);
+                 (processor.getPresetCommands().*choose)(chosen);
 
-                           self->processor.getPresetCommands().folderMenuChosen(chosen);
-
-                           // A command's questions may have outlived the editor.
-                           if (self != nullptr)
-                               self->host.fullRefresh();
-                       });
-}
-
-void EditorHeader::showPresetMenu()
-{
-    const juce::Component::SafePointer<EditorHeader> self(this);
-    popupMenuOf(processor.getPresetCommands().presetMenu())
-        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(presetMenuButton),
-                       [self](int chosen)
-                       {
-                           if (self == nullptr || chosen <= 0)
-                               return;
-
-                           self->processor.getPresetCommands().presetMenuChosen(chosen);
-
-                           if (self != nullptr)
-                               self->host.fullRefresh();
-                       });
+                 // The host may have closed the editor behind a command's question.
+                 if (self != nullptr)
+                     host.fullRefresh();
+             });
 }
 
 } // namespace quorel

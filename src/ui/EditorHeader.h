@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "engine/PresetCommands.h"
 #include "ui/ControlPage.h"
 #include "ui/widgets/meterHorizontal.h"
 #include "ui/widgets/myButton.h"
@@ -17,7 +18,7 @@ namespace quorel
 {
 
 /** The controls along the top of every page: master volume, keys of the pages, folder and preset, Edit and
-    Orig, tempo, and the display with what is hovered, played and used. Message thread. */
+    Orig, tempo, and the display of the hovered parameter, incoming MIDI, level and load. Message thread. */
 class EditorHeader : public ControlPage
 {
 public:
@@ -27,18 +28,20 @@ public:
     void sliderValueChanged(juce::Slider* slider) override;
     void buttonClicked(juce::Button* button) override;
 
-    /** Follows what moves by itself: last MIDI, load, levels, tempo, Edit and Orig. Each pass. */
+    /** Follows what changes by itself: last MIDI, load, levels, tempo, Edit and Orig. Called in each pass. */
     void update();
 
-    /** Says that a preset is on its way, or takes that back. */
+    /** Shows that a preset is loading, or takes the message away. */
     void showLoading(bool loading);
 
-    /** Text on the control under the mouse; an empty one for none. */
+    /** Shows a text about the control under the mouse; empty for none. */
     void showHint(const juce::String& text);
 
 private:
     static constexpr int numPages = 4;
 
+    void addPageKeys();
+    void addTitledControls();
     void setUpLabel(juce::Label& label, juce::Rectangle<int> bounds);
     void setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds, juce::Label& caption,
                          const juce::String& title);
@@ -48,10 +51,8 @@ private:
     void showTempo();
     void tap();
     void openUserGuide();
-    void showFolderMenu();
-    void showPresetMenu();
+    void showMenuOf(juce::Button& button, const PresetMenu& content, void (PresetCommands::*choose)(int));
 
-    /** Under everything else: the mute switch reaches into it. */
     juce::DrawableButton backPanelButton{"to Back Screen", juce::DrawableButton::ImageStretched};
     myKnob masterVolume;
     myOnOff masterMute;

@@ -2,6 +2,7 @@
 #include "ui/FxPage.h"
 
 #include "effects/FxTypes.h"
+#include "ui/EditorColours.h"
 #include "ui/FxTypeDefaults.h"
 #include "ui/Geometry.h"
 
@@ -12,7 +13,6 @@ namespace
 constexpr int rhythmGateType = 26;
 /** The step masks of the rhythm gate travel in these parameters. */
 constexpr int firstStepParameter = 5;
-const juce::Colour captionColour{0xff969696};
 
 /** A slot has no such knob with this effect type. */
 bool isUnused(const juce::String& name)
@@ -57,7 +57,7 @@ void FxPage::buildSlot(int block)
         s.mix[n] = {std::make_unique<myKnob>(at(geometry::fx::mixKnob(number) + offset), this,
                                              mixParameters[n] + block, film, processor),
                     std::make_unique<myLabelFont>(geometry::fx::mixLabel(number) + offset, mixNames[n],
-                                                  &images.labelTextStrip, captionColour)};
+                                                  &images.labelTextStrip, colours::captionText)};
         addAndMakeVisible(*s.mix[n].knob);
         addAndMakeVisible(*s.mix[n].label);
         s.mix[n].label->setInterceptsMouseClicks(false, false);

@@ -5,6 +5,7 @@
 #include "parameters/ParameterText.h"
 #include "ui/Geometry.h"
 #include "ui/PluginWindow.h"
+#include "ui/widgets/WidgetTools.h"
 
 namespace quorel
 {
@@ -12,7 +13,6 @@ namespace quorel
 namespace
 {
 constexpr float missingGlowRadius = 10.0f;
-constexpr int noParameterId = 999999;
 
 void fill(juce::ComboBox& menu, const MenuEntries& entries)
 {
@@ -32,9 +32,9 @@ void fill(juce::ComboBox& menu, const MenuEntries& entries)
 InstrumentPanel::InstrumentPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost,
                                  const EditorImages& editorImages, int layerIndex)
     : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex)
-    , instrumentMenu(geometry::strip::instrumentMenu, this, noParameterId, {}, &images.readout80, processor)
-    , programMenu(at(geometry::strip::programMenu), this, noParameterId, {}, &images.readout80, processor)
-    , bankMenu(at(geometry::strip::bankMenu), this, noParameterId, {}, &images.readout80, processor)
+    , instrumentMenu(geometry::strip::instrumentMenu, this, noParameter, {}, &images.readout80, processor)
+    , programMenu(at(geometry::strip::programMenu), this, noParameter, {}, &images.readout80, processor)
+    , bankMenu(at(geometry::strip::bankMenu), this, noParameter, {}, &images.readout80, processor)
     , programPrevious(at(geometry::strip::programPrevious), this, &images.arrowMidLeft, processor)
     , programNext(at(geometry::strip::programNext), this, &images.arrowMidRight, processor)
     , bankPrevious(at(geometry::strip::bankPrevious), this, &images.arrowMidLeft, processor)
@@ -44,16 +44,12 @@ InstrumentPanel::InstrumentPanel(PluginProcessor& pluginProcessor, EditorHost& e
     const auto prefix = "Layer " + juce::String(layer + 1) + " ";
     missingGlow.setGlowProperties(missingGlowRadius, juce::Colours::red);
 
-    for (auto* iconButton : {&editorIcon, &missingIcon})
-    {
-        iconButton->setBounds(geometry::strip::iconButton.x, geometry::strip::iconButton.y,
-                              geometry::strip::iconSize + 2, geometry::strip::iconSize + 2);
-        iconButton->setComponentID(juce::String(noParameterId));
-        iconButton->setMouseClickGrabsKeyboardFocus(false);
-        iconButton->addListener(this);
-        addChildComponent(iconButton);
-    }
-
+    const juce::Rectangle<int> iconBounds(geometry::strip::iconButton.x, geometry::strip::iconButton.y,
+                                          geometry::strip::iconSize + 2, geometry::strip::iconSize + 2);
+    setUpHotspot(editorIcon, iconBounds, prefix + "instrument's window");
+    setUpHotspot(missingIcon, iconBounds, prefix + "maker's web site");
+    addChildComponent(editorIcon);
+    addChildComponent(missingIcon);
     missingIcon.setComponentEffect(&missingGlow);
 
     const std::pair<juce::Component*, const char*> titled[] = {{&instrumentMenu, "instrument"},
@@ -63,16 +59,12 @@ InstrumentPanel::InstrumentPanel(PluginProcessor& pluginProcessor, EditorHost& e
                                                                {&programNext, "next program"},
                                                                {&bankPrevious, "previous bank"},
                                                                {&bankNext, "next bank"},
-                                                               {&editorSwitch, "instrument's window"},
-                                                               {&editorIcon, "instrument's window"},
-                                                               {&missingIcon, "maker's web site"}};
+                                                               {&editorSwitch, "instrument's window"}};
 
     for (const auto& [control, title] : titled)
     {
         control->setTitle(prefix + title);
-
-        if (control != &editorIcon && control != &missingIcon)
-            addAndMakeVisible(control);
+        addAndMakeVisible(control);
     }
 }
 

@@ -41,13 +41,8 @@ KeyRangePanel::KeyRangePanel(PluginProcessor& pluginProcessor, EditorHost& edito
     transposeDown.setTitle("Transpose down");
     transposeUp.setTitle("Transpose up");
 
-    for (auto* control :
-         {static_cast<juce::Component*>(&keyCaption), static_cast<juce::Component*>(&keyMin),
-          static_cast<juce::Component*>(&keyMax), static_cast<juce::Component*>(&velocityCaption),
-          static_cast<juce::Component*>(&velocityMin), static_cast<juce::Component*>(&velocityMax),
-          static_cast<juce::Component*>(&transposeCaption), static_cast<juce::Component*>(&transpose),
-          static_cast<juce::Component*>(&transposeDown), static_cast<juce::Component*>(&transposeUp)})
-        addAndMakeVisible(control);
+    addControls({&keyCaption, &keyMin, &keyMax, &velocityCaption, &velocityMin, &velocityMax,
+                 &transposeCaption, &transpose, &transposeDown, &transposeUp});
 }
 
 void KeyRangePanel::refresh()

@@ -48,11 +48,7 @@ MixPanel::MixPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost, con
     panKnob.setDoubleClickReturnValue(true, centredPan);
     volumeKnob.setDoubleClickReturnValue(true, unityVolume);
 
-    for (auto* control :
-         {static_cast<juce::Component*>(&onSwitch), static_cast<juce::Component*>(&soloSwitch),
-          static_cast<juce::Component*>(&channelMenu), static_cast<juce::Component*>(&panKnob),
-          static_cast<juce::Component*>(&volumeKnob)})
-        addAndMakeVisible(control);
+    addControls({&onSwitch, &soloSwitch, &channelMenu, &panKnob, &volumeKnob});
 }
 
 void MixPanel::refresh()

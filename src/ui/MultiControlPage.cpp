@@ -3,6 +3,7 @@
 
 #include "engine/MultiControlMenu.h"
 #include "parameters/HoldSwitches.h"
+#include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
 
@@ -18,8 +19,6 @@ constexpr int rowsPerColumn = numMultiTargets / numMultiFaders;
 constexpr int nameCharacters = slot::multiNameLength - 2;
 constexpr const char* nameLabel = "multiLabel";
 constexpr const char* targetButtonName = "multimenubutton";
-const juce::Colour targetText{0xff969696};
-const juce::Colour targetGround{0xff111112};
 
 /** "1/3": as the parameters of the knobs are called. */
 juce::String knobNumber(int t)
@@ -117,26 +116,18 @@ void MultiControlPage::addTarget(int column, int row)
     target.hold->setTitle(title + " hold");
 
     target.button = std::make_unique<TargetButton>(targetButtonName + juce::String(t), images.multiTarget);
-    target.button->setBounds(box);
-    target.button->setComponentID("999999");
-    target.button->setTitle(title + " target");
+    setUpHotspot(*target.button, box, title + " target");
     target.button->setTriggeredOnMouseDown(true);
-    target.button->setMouseClickGrabsKeyboardFocus(false);
-    target.button->addListener(this);
 
     const auto line = box.withHeight(geometry::multi::targetLineHeight);
     target.layerLine = std::make_unique<myLabel2>(line, title + " layer and target", juce::String(),
-                                                  targetText, targetGround);
-    target.nameLine =
-        std::make_unique<myLabel2>(line.translated(0, geometry::multi::targetLineStep),
-                                   title + " hosted parameter", juce::String(), targetText, targetGround);
+                                                  colours::captionText, colours::sunken);
+    target.nameLine = std::make_unique<myLabel2>(line.translated(0, geometry::multi::targetLineStep),
+                                                 title + " hosted parameter", juce::String(),
+                                                 colours::captionText, colours::sunken);
 
-    for (juce::Component* shown :
-         {static_cast<juce::Component*>(target.knob.get()), static_cast<juce::Component*>(target.hold.get()),
-          static_cast<juce::Component*>(target.button.get()),
-          static_cast<juce::Component*>(target.layerLine.get()),
-          static_cast<juce::Component*>(target.nameLine.get())})
-        addAndMakeVisible(shown);
+    addControls({target.knob.get(), target.hold.get(), target.button.get(), target.layerLine.get(),
+                 target.nameLine.get()});
 
     // The lines lie over the button.
     target.layerLine->setInterceptsMouseClicks(false, false);
@@ -172,20 +163,12 @@ void MultiControlPage::showTarget(int t)
 
 void MultiControlPage::showTargetMenu(int t)
 {
-    const juce::Component::SafePointer<MultiControlPage> self(this);
-    popupMenuOf(multiTargetMenu(processor, t))
-        .showMenuAsync(
-            juce::PopupMenu::Options().withTargetComponent(targets[static_cast<size_t>(t)].button.get()),
-            [self, t](int chosen)
-            {
-                auto* page = self.getComponent();
-
-                if (page == nullptr || chosen <= 0)
-                    return;
-
-                chooseMultiTarget(page->processor, t, chosen);
-                page->host.fullRefresh();
-            });
+    showMenu(popupMenuOf(multiTargetMenu(processor, t)), *targets[static_cast<size_t>(t)].button, *this,
+             [this, t](int chosen)
+             {
+                 chooseMultiTarget(processor, t, chosen);
+                 host.fullRefresh();
+             });
 }
 
 void MultiControlPage::buttonClicked(juce::Button* button)

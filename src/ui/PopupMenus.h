@@ -5,10 +5,12 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
+
 namespace quorel
 {
 
-/** A menu that can be shown, of rows in plain data. */
+/** A menu that can be shown, from rows of plain data. */
 inline juce::PopupMenu popupMenuOf(const MenuEntries& entries)
 {
     juce::PopupMenu menu;
@@ -24,6 +26,20 @@ inline juce::PopupMenu popupMenuOf(const MenuEntries& entries)
     }
 
     return menu;
+}
+
+/** Opens a menu at `target`. `chosen` hears the ID of the row that is clicked, unless `owner` has gone by then:
+    a menu may outlive its editor. */
+inline void showMenu(juce::PopupMenu menu, juce::Component& target, juce::Component& owner,
+                     std::function<void(int)> chosen)
+{
+    menu.showMenuAsync(
+        juce::PopupMenu::Options().withTargetComponent(target),
+        [alive = juce::Component::SafePointer<juce::Component>(&owner), chosen = std::move(chosen)](int id)
+        {
+            if (alive != nullptr && id > 0)
+                chosen(id);
+        });
 }
 
 } // namespace quorel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/PresetManagerPage.h"
 
+#include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/widgets/WidgetTools.h"
 
@@ -10,10 +11,7 @@ namespace quorel
 namespace
 {
 constexpr const char* searchFieldName = "searchPresetLabelEntry";
-const juce::Colour headText{0xffc38a00};
 const juce::Colour headFill{0xff242426};
-const juce::Colour buttonText{0xffd3d3d3};
-const juce::Colour buttonFill{0xff404040};
 const juce::Colour fieldFill{0xff101011};
 } // namespace
 
@@ -25,36 +23,19 @@ PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHos
     , bankList(geometry::manager::bankList, this, processor)
     , presetGrid(geometry::manager::presetGrid, this, processor)
     , categoryGrid(geometry::manager::presetGrid, this, processor)
-    , clearButton(geometry::manager::clearCategory, this, "CLEAR CATEGORY", &images.textStripA, buttonText,
-                  buttonFill)
+    , clearButton(geometry::manager::clearCategory, this, "CLEAR CATEGORY", &images.textStripA,
+                  colours::brightText, colours::raised)
     , searchCaption(geometry::manager::searchCaption, "Search For: ")
     , searchField(geometry::manager::searchText, searchFieldName, {})
-    , searchButton(geometry::manager::search, this, "SEARCH", &images.textStripA, buttonText, buttonFill)
+    , searchButton(geometry::manager::search, this, "SEARCH", &images.textStripA, colours::brightText,
+                   colours::raised)
 {
-    constexpr const char* modeTitles[] = {"Browse", "Search by name", "Search by category",
-                                          "Edit categories"};
-
-    for (int mode = 0; mode < numModes; ++mode)
-    {
-        auto& toggle = modeSwitches[static_cast<size_t>(mode)];
-        toggle = std::make_unique<myOnOff>(at(geometry::manager::mode(mode)), this, noParameter,
-                                           &images.onOff, processor);
-        toggle->setTitle(modeTitles[mode]);
-        addAndMakeVisible(*toggle);
-    }
-
+    addModeSwitches();
     addAndMakeVisible(bankList);
     addChildComponent(presetGrid);
     addChildComponent(categoryGrid);
 
-    for (int group = 0; group < numCategoryGroups; ++group)
-    {
-        auto& head = heads[static_cast<size_t>(group)];
-        head = std::make_unique<myLabelC>(geometry::manager::categoryHeads[group], categoryHeading(group),
-                                          &images.textStripA, headText, headFill);
-        addChildComponent(*head);
-    }
-
+    addCategoryHeads();
     clearButton.setTitle("Clear categories");
     searchField.setTitle("Search text");
     searchField.setColour(juce::Label::backgroundColourId, fieldFill);
@@ -63,11 +44,40 @@ PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHos
     searchField.addListener(this);
     searchButton.setTitle("Search");
 
-    for (auto* component :
-         {static_cast<juce::Component*>(&clearButton), static_cast<juce::Component*>(&searchCaption),
-          static_cast<juce::Component*>(&searchField), static_cast<juce::Component*>(&searchButton)})
-        addChildComponent(component);
+    addChildComponent(clearButton);
+    addChildComponent(searchCaption);
+    addChildComponent(searchField);
+    addChildComponent(searchButton);
+    addCommands();
+}
 
+void PresetManagerPage::addModeSwitches()
+{
+    constexpr const char* titles[] = {"Browse", "Search by name", "Search by category", "Edit categories"};
+
+    for (int mode = 0; mode < numModes; ++mode)
+    {
+        auto& toggle = modeSwitches[static_cast<size_t>(mode)];
+        toggle = std::make_unique<myOnOff>(at(geometry::manager::mode(mode)), this, noParameter,
+                                           &images.onOff, processor);
+        toggle->setTitle(titles[mode]);
+        addAndMakeVisible(*toggle);
+    }
+}
+
+void PresetManagerPage::addCategoryHeads()
+{
+    for (int group = 0; group < numCategoryGroups; ++group)
+    {
+        auto& head = heads[static_cast<size_t>(group)];
+        head = std::make_unique<myLabelC>(geometry::manager::categoryHeads[group], categoryHeading(group),
+                                          &images.textStripA, colours::amber, headFill);
+        addChildComponent(*head);
+    }
+}
+
+void PresetManagerPage::addCommands()
+{
     constexpr std::pair<const char*, const char*> presetTexts[] = {
         {presetCommand::newPreset, "NEW"},       {presetCommand::renamePreset, "RENAME"},
         {presetCommand::deletePreset, "DELETE"}, {presetCommand::copyPreset, "COPY"},
@@ -124,10 +134,9 @@ void PresetManagerPage::refresh()
     for (auto& head : heads)
         head->setVisible(categories);
 
-    for (auto* component :
-         {static_cast<juce::Component*>(&searchCaption), static_cast<juce::Component*>(&searchField),
-          static_cast<juce::Component*>(&searchButton)})
-        component->setVisible(managerMode == searchByText);
+    searchCaption.setVisible(managerMode == searchByText);
+    searchField.setVisible(managerMode == searchByText);
+    searchButton.setVisible(managerMode == searchByText);
 
     for (auto& command : presetCommands)
     {

@@ -56,6 +56,9 @@ private:
     };
 
     void changeListenerCallback(juce::ChangeBroadcaster*) override;
+    void addModeSwitches();
+    void addCategoryHeads();
+    void addCommands();
     void addCommand(std::vector<Command>& list, const char* text, const char* caption,
                     juce::Point<int> position, juce::Rectangle<int> captionBounds);
     void setMode(Mode mode);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/RowGrid.h"
 
+#include "ui/EditorColours.h"
 #include "ui/myLookAndFeel.h"
 
 #include <cmath>
@@ -17,41 +18,13 @@ constexpr int rowsPerWheelStep = 3;
 const juce::Colour textColour = juce::Colours::grey;
 /** Also for selected entries, whose ground is lighter. */
 const juce::Colour hoverColour{0xffb0b0b0};
-const juce::Colour lastClickColour{0xffd3d3d3};
 const juce::Colour currentColour = juce::Colours::white;
-const juce::Colour selectedFill{0xff404040};
-const juce::Colour cursorColour{0xffc38a00};
 } // namespace
 
-/** What screen readers hear: the entry under the keyboard's cursor, or the one in force. */
-class RowGrid::ListText : public juce::AccessibilityTextValueInterface
-{
-public:
-    explicit ListText(RowGrid& rowGrid)
-        : grid(rowGrid)
-    {
-    }
-
-    bool isReadOnly() const override { return true; }
-
-    juce::String getCurrentValueAsString() const override
-    {
-        const int index = grid.hasKeyboardFocus(false) ? grid.cursor : grid.currentEntry();
-        return index >= 0 && index < grid.numEntries() ? grid.entryText(index) : juce::String();
-    }
-
-    void setValueAsString(const juce::String&) override {}
-
-private:
-    RowGrid& grid;
-};
-
 RowGrid::RowGrid(RowGridLayout gridLayout)
-    : layout(gridLayout)
+    : KeyboardSurface(juce::AccessibilityRole::list)
+    , layout(gridLayout)
 {
-    setWantsKeyboardFocus(true);
-    setMouseClickGrabsKeyboardFocus(false);
-    setHasFocusOutline(true);
     bar.addListener(this);
     addAndMakeVisible(bar);
 }
@@ -227,20 +200,20 @@ void RowGrid::paint(juce::Graphics& g)
 
         if (isSelected(index))
         {
-            g.setColour(selectedFill);
+            g.setColour(colours::raised);
             g.fillRect(box.withTrimmedLeft(-2));
         }
 
         const bool raised = index == hovered || isSelected(index);
         g.setColour(isCurrent(index)     ? currentColour
-                    : index == lastClick ? lastClickColour
+                    : index == lastClick ? colours::brightText
                     : raised             ? hoverColour
                                          : textColour);
         g.drawText(entryText(index), box, juce::Justification::centredLeft);
 
         if (hasKeyboardFocus(false) && index == cursor)
         {
-            g.setColour(cursorColour);
+            g.setColour(colours::amber);
             g.drawRect(box.withTrimmedLeft(-3));
         }
     }
@@ -308,32 +281,14 @@ void RowGrid::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWhe
     setHovered(entryAt(event.getPosition()));
 }
 
-void RowGrid::moveCursor(int index)
-{
-    cursor = juce::jlimit(0, juce::jmax(0, numEntries() - 1), index);
-    bringIntoView(cursor);
-    repaint();
-
-    if (auto* handler = getAccessibilityHandler())
-        handler->notifyAccessibilityEvent(juce::AccessibilityEvent::valueChanged);
-}
-
 bool RowGrid::keyPressed(const juce::KeyPress& key)
 {
-    const std::pair<int, int> moves[] = {{juce::KeyPress::leftKey, cursor - 1},
-                                         {juce::KeyPress::rightKey, cursor + 1},
-                                         {juce::KeyPress::pageUpKey, cursor - layout.rows},
-                                         {juce::KeyPress::pageDownKey, cursor + layout.rows},
-                                         {juce::KeyPress::homeKey, 0},
-                                         {juce::KeyPress::endKey, numEntries() - 1}};
-
-    for (const auto& [code, target] : moves)
+    if (const auto place = cursorAfter(key, cursor, layout.rows, numEntries()))
     {
-        if (key.getKeyCode() == code)
-        {
-            moveCursor(target);
-            return true;
-        }
+        cursor = *place;
+        bringIntoView(cursor);
+        cursorMoved();
+        return true;
     }
 
     const bool toggles = key.getKeyCode() == juce::KeyPress::spaceKey;
@@ -352,21 +307,10 @@ bool RowGrid::keyPressed(const juce::KeyPress& key)
     return true;
 }
 
-void RowGrid::focusGained(FocusChangeType)
+juce::String RowGrid::spokenText() const
 {
-    repaint();
-}
-
-void RowGrid::focusLost(FocusChangeType)
-{
-    repaint();
-}
-
-std::unique_ptr<juce::AccessibilityHandler> RowGrid::createAccessibilityHandler()
-{
-    return std::make_unique<juce::AccessibilityHandler>(
-        *this, juce::AccessibilityRole::list, juce::AccessibilityActions(),
-        juce::AccessibilityHandler::Interfaces{std::make_unique<ListText>(*this)});
+    const int index = hasKeyboardFocus(false) ? cursor : currentEntry();
+    return index >= 0 && index < numEntries() ? entryText(index) : juce::String();
 }
 
 } // namespace quorel

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "ui/widgets/KeyboardSurface.h"
 
 namespace quorel
 {
@@ -26,7 +26,7 @@ struct RowGridLayout
     screenful does. It scrolls by its bar and by the wheel. With the keyboard focus, Left and Right go from
     entry to entry, Page Up and Page Down by a column, Home and End to the ends; Return is a click, the space
     bar one with Ctrl. Message thread. */
-class RowGrid : public juce::Component, private juce::ScrollBar::Listener
+class RowGrid : public KeyboardSurface, private juce::ScrollBar::Listener
 {
 public:
     explicit RowGrid(RowGridLayout gridLayout);
@@ -50,9 +50,6 @@ public:
     void mouseExit(const juce::MouseEvent& event) override;
     void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
     bool keyPressed(const juce::KeyPress& key) override;
-    void focusGained(FocusChangeType cause) override;
-    void focusLost(FocusChangeType cause) override;
-    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
 protected:
     virtual int numEntries() const = 0;
@@ -68,9 +65,10 @@ protected:
     /** While true, clicks do nothing. */
     virtual bool isLocked() const = 0;
 
-private:
-    class ListText;
+    /** The entry under the keyboard's cursor, or the one in force. */
+    juce::String spokenText() const override;
 
+private:
     /** Goes straight to where the mouse presses it, and leaves the wheel to the list. */
     class Bar : public juce::ScrollBar
     {
@@ -103,7 +101,6 @@ private:
 
     void setStep(int step);
     void bringIntoView(int index);
-    void moveCursor(int index);
     void setHovered(int index);
 
     RowGridLayout layout;

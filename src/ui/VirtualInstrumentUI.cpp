@@ -46,20 +46,14 @@ VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, Edito
         addChildComponent(*key);
     }
 
-    layoutMenuButton.setBounds(geometry::strip::layoutMenu);
-    layoutMenuButton.setComponentID("999999");
+    setUpHotspot(layoutMenuButton, geometry::strip::layoutMenu, prefix + "Easy layouts");
     layoutMenuButton.setTriggeredOnMouseDown(true);
-    layoutMenuButton.setMouseClickGrabsKeyboardFocus(false);
-    layoutMenuButton.setTitle(prefix + "Easy layouts");
-    layoutMenuButton.addListener(this);
     normalMode.setTitle(prefix + "key range mode");
     zoneMode.setTitle(prefix + "zone mode");
 
-    for (auto* control :
-         {static_cast<juce::Component*>(&layoutMenuButton), static_cast<juce::Component*>(&normalMode),
-          static_cast<juce::Component*>(&zoneMode)})
-        addChildComponent(control);
-
+    addChildComponent(layoutMenuButton);
+    addChildComponent(normalMode);
+    addChildComponent(zoneMode);
     instrument().addChangeListener(this);
     startTimer(timerMilliseconds);
 }
@@ -204,20 +198,16 @@ void VirtualInstrumentUI::buttonClicked(juce::Button* button)
 
 void VirtualInstrumentUI::showLayoutMenu()
 {
-    const juce::Component::SafePointer<VirtualInstrumentUI> self(this);
-    popupMenuOf(layoutMenu(processor, layer))
-        .showMenuAsync(juce::PopupMenu::Options().withTargetComponent(layoutMenuButton),
-                       [self](int chosen)
-                       {
-                           if (self == nullptr || chosen <= 0)
-                               return;
+    showMenu(popupMenuOf(layoutMenu(processor, layer)), layoutMenuButton, *this,
+             [this](int chosen)
+             {
+                 const juce::Component::SafePointer<VirtualInstrumentUI> self(this);
+                 chooseLayout(processor, layer, chosen);
 
-                           chooseLayout(self->processor, self->layer, chosen);
-
-                           // Questions of the menu may have outlived the editor.
-                           if (self != nullptr)
-                               self->refresh();
-                       });
+                 // The host may have closed the editor behind a question.
+                 if (self != nullptr)
+                     refresh();
+             });
 }
 
 void VirtualInstrumentUI::timerCallback()

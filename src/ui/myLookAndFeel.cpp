@@ -2,6 +2,7 @@
 #include "ui/myLookAndFeel.h"
 
 #include "resources/EditorFont.h"
+#include "ui/EditorColours.h"
 
 namespace quorel
 {
@@ -28,10 +29,7 @@ constexpr float tallLabelType = 9.0f;
 constexpr int tallLabelLines = 3;
 constexpr float tallLabelScale = 0.7f;
 
-const juce::Colour amber{0xffc38a00};
-const juce::Colour raisedColour{0xff303030};
-const juce::Colour sunkenColour{0xff111112};
-const juce::Colour edgeColour{0xff404040};
+const juce::Colour buttonColour{0xff303030};
 const juce::Colour brightText{0xffc0c0c0};
 constexpr float selectionAlpha = 0.4f;
 constexpr float informationAlpha = 0.65f;
@@ -93,7 +91,7 @@ void myLookAndFeel::setColours()
     setColour(juce::ComboBox::textColourId, grey);
     setColour(juce::PopupMenu::backgroundColourId, juce::Colours::black);
     setColour(juce::PopupMenu::textColourId, grey.withAlpha(textAlpha));
-    setColour(juce::PopupMenu::highlightedBackgroundColourId, juce::Colour(0xff303030));
+    setColour(juce::PopupMenu::highlightedBackgroundColourId, buttonColour);
     setColour(juce::PopupMenu::highlightedTextColourId, juce::Colours::white);
     setColour(juce::ScrollBar::trackColourId, juce::Colour(0x30ffffff));
     setColour(juce::ScrollBar::thumbColourId, grey);
@@ -101,17 +99,17 @@ void myLookAndFeel::setColours()
     setColour(juce::AlertWindow::textColourId, grey.withAlpha(textAlpha));
 
     // Buttons and fields of the boxes.
-    setColour(juce::AlertWindow::outlineColourId, edgeColour);
-    setColour(juce::TextButton::buttonColourId, raisedColour);
+    setColour(juce::AlertWindow::outlineColourId, colours::raised);
+    setColour(juce::TextButton::buttonColourId, buttonColour);
     setColour(juce::TextButton::textColourOffId, brightText);
     setColour(juce::TextButton::textColourOnId, brightText);
-    setColour(juce::TextEditor::backgroundColourId, sunkenColour);
+    setColour(juce::TextEditor::backgroundColourId, colours::sunken);
     setColour(juce::TextEditor::textColourId, brightText);
-    setColour(juce::TextEditor::outlineColourId, edgeColour);
-    setColour(juce::TextEditor::focusedOutlineColourId, amber);
-    setColour(juce::TextEditor::highlightColourId, amber.withAlpha(selectionAlpha));
+    setColour(juce::TextEditor::outlineColourId, colours::raised);
+    setColour(juce::TextEditor::focusedOutlineColourId, colours::amber);
+    setColour(juce::TextEditor::highlightColourId, colours::amber.withAlpha(selectionAlpha));
     setColour(juce::TextEditor::highlightedTextColourId, juce::Colours::white);
-    setColour(juce::CaretComponent::caretColourId, amber);
+    setColour(juce::CaretComponent::caretColourId, colours::amber);
 }
 
 juce::Typeface::Ptr myLookAndFeel::getTypefaceForFont(const juce::Font& font)
@@ -269,7 +267,7 @@ std::unique_ptr<juce::FocusOutline> myLookAndFeel::createFocusOutlineForComponen
         void drawOutline(juce::Graphics& g, int width, int height) override
         {
             const auto bounds = juce::Rectangle<int>(width, height).toFloat().reduced(focusLine / 2.0f);
-            g.setColour(amber);
+            g.setColour(colours::amber);
             g.drawRoundedRectangle(bounds, focusCorner, focusLine);
         }
     };

@@ -9,25 +9,7 @@ namespace quorel
 namespace
 {
 
-class MenuText : public juce::AccessibilityTextValueInterface
-{
-public:
-    explicit MenuText(juce::ComboBox& comboBox)
-        : box(comboBox)
-    {
-    }
-
-    bool isReadOnly() const override { return true; }
-
-    juce::String getCurrentValueAsString() const override { return box.getText(); }
-
-    void setValueAsString(const juce::String&) override {}
-
-private:
-    juce::ComboBox& box;
-};
-
-/** The base class gives the chosen text as the title as well: a menu is better called by what it chooses. */
+/** A combo box's own handler gives the chosen text as the title, too; here the title says what is chosen. */
 class MenuAccessibility : public juce::AccessibilityHandler
 {
 public:
@@ -37,7 +19,7 @@ public:
               juce::AccessibilityActions()
                   .addAction(juce::AccessibilityActionType::press, [&comboBox] { comboBox.showPopup(); })
                   .addAction(juce::AccessibilityActionType::showMenu, [&comboBox] { comboBox.showPopup(); }),
-              {std::make_unique<MenuText>(comboBox)})
+              {std::make_unique<SpokenText>([&comboBox] { return comboBox.getText(); })})
         , box(comboBox)
         , parameter(parameterNumber)
         , processor(pluginProcessor)

@@ -6,10 +6,30 @@
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <functional>
 #include <memory>
 
 namespace quorel
 {
+
+/** A text that screen readers can read and not change. */
+class SpokenText : public juce::AccessibilityTextValueInterface
+{
+public:
+    explicit SpokenText(std::function<juce::String()> textNow)
+        : text(std::move(textNow))
+    {
+    }
+
+    bool isReadOnly() const override { return true; }
+
+    juce::String getCurrentValueAsString() const override { return text(); }
+
+    void setValueAsString(const juce::String&) override {}
+
+private:
+    const std::function<juce::String()> text;
+};
 
 /** Step of a control that moves from 0 to 1, for arrow keys and screen readers. */
 inline constexpr double keyboardStep = 0.01;

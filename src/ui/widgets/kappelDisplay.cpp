@@ -16,39 +16,14 @@ const juce::Colour onColour{0xffb58308};
 const juce::Colour offColour{0xff000000};
 const juce::Colour frameColour{0xff000000};
 
-/** The steps as text, "x" for one that is on. */
-class PatternText : public juce::AccessibilityTextValueInterface
-{
-public:
-    explicit PatternText(const kappelDisplay& row)
-        : display(row)
-    {
-    }
-
-    bool isReadOnly() const override { return true; }
-
-    juce::String getCurrentValueAsString() const override
-    {
-        juce::String text;
-        for (int step = 0; step < steps; ++step)
-            text += (display.pattern() >> step & 1) != 0 ? "x" : "-";
-        return text;
-    }
-
-    void setValueAsString(const juce::String&) override {}
-
-private:
-    const kappelDisplay& display;
-};
-
 } // namespace
 
 kappelDisplay::kappelDisplay(juce::Rectangle<int> bounds, int parameterId, PluginProcessor& pluginProcessor)
-    : processor(pluginProcessor)
+    : KeyboardSurface(juce::AccessibilityRole::staticText)
+    , processor(pluginProcessor)
     , parameter(parameterId)
 {
     setUpControl(*this, "kappel", parameterId);
-    setWantsKeyboardFocus(true);
     setBounds(bounds);
 }
 
@@ -105,21 +80,12 @@ bool kappelDisplay::keyPressed(const juce::KeyPress& key)
     return true;
 }
 
-void kappelDisplay::focusGained(FocusChangeType)
+juce::String kappelDisplay::spokenText() const
 {
-    repaint();
-}
-
-void kappelDisplay::focusLost(FocusChangeType)
-{
-    repaint();
-}
-
-std::unique_ptr<juce::AccessibilityHandler> kappelDisplay::createAccessibilityHandler()
-{
-    return std::make_unique<juce::AccessibilityHandler>(
-        *this, juce::AccessibilityRole::staticText, juce::AccessibilityActions(),
-        juce::AccessibilityHandler::Interfaces{std::make_unique<PatternText>(*this)});
+    juce::String text;
+    for (int step = 0; step < steps; ++step)
+        text += (pattern() >> step & 1) != 0 ? "x" : "-";
+    return text;
 }
 
 } // namespace quorel

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "engine/PluginProcessor.h"
-
-#include <juce_gui_basics/juce_gui_basics.h>
+#include "ui/widgets/KeyboardSurface.h"
 
 namespace quorel
 {
 
 /** A row of the 16 steps of one channel of the rhythm gate, the first to the left: a click turns a step on or
     off. The pattern travels in one parameter, as a mask of 16 bits. Message thread. */
-class kappelDisplay : public juce::Component
+class kappelDisplay : public KeyboardSurface
 {
 public:
     kappelDisplay(juce::Rectangle<int> bounds, int parameterId, PluginProcessor& pluginProcessor);
@@ -19,12 +18,13 @@ public:
     void mouseDown(const juce::MouseEvent& event) override;
     /** Left and right choose a step, the space bar and Return turn it. */
     bool keyPressed(const juce::KeyPress& key) override;
-    void focusGained(FocusChangeType cause) override;
-    void focusLost(FocusChangeType cause) override;
-    std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
     /** Mask of the steps that are on; bit 0 is the first. */
     int pattern() const;
+
+protected:
+    /** The steps in order, "x" for one that is on. */
+    juce::String spokenText() const override;
 
 private:
     void turnStep(int step);

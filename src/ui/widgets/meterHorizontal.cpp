@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/meterHorizontal.h"
 
+#include "ui/EditorColours.h"
 #include "ui/widgets/WidgetTools.h"
 
 #include <cmath>
@@ -15,8 +16,6 @@ constexpr float silence = 0.00001f;
 constexpr int barHeight = 3;
 constexpr int rightBarY = 5;
 constexpr int tipWidth = 2;
-const juce::Colour groundColour{0xff111112};
-const juce::Colour barColour{0xffc38a00};
 const juce::Colour tipColour{0xffc30000};
 } // namespace
 
@@ -50,7 +49,7 @@ void meterHorizontal::timerCallback()
 void meterHorizontal::paintBar(juce::Graphics& g, int y, int length) const
 {
     const int tip = getWidth() - tipWidth;
-    g.setColour(barColour);
+    g.setColour(colours::amber);
     g.fillRect(0, y, length, barHeight);
     if (length >= tip)
     {
@@ -61,8 +60,8 @@ void meterHorizontal::paintBar(juce::Graphics& g, int y, int length) const
 
 void meterHorizontal::paint(juce::Graphics& g)
 {
-    g.fillAll(groundColour);
-    g.setColour(barColour);
+    g.fillAll(colours::sunken);
+    g.setColour(colours::amber);
     g.fillRect(0, 0, 1, getHeight());
     paintBar(g, 0, leftLength);
     paintBar(g, rightBarY, rightLength);
