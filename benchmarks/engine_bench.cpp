@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cost of the instrument as its host sees it, at 48 kHz. Counters: "percent" is the share of the block's own
-// duration, "ns" the time for one stereo sample, "ratio" the cost inside Quorel over that without it.
+// duration, "ns" the time for one stereo sample, "ratio" the cost of two things played in turn: inside Quorel over without it, with
+// all EQ over without.
 #include "support/ProcessorRig.h"
 
 #include <algorithm>
@@ -156,6 +157,40 @@ void hostOneInstrument(benchmark::State& state)
     state.counters["ratio"] = medianOf(inside) / medianOf(outside);
 }
 
+/** What all EQ adds to four layers: both played block by block in turn. "ns" is the added time for one sample, "ratio" the
+    whole with EQ over that without. */
+void addAllEq(benchmark::State& state)
+{
+    const auto samples = static_cast<int>(state.range(0));
+    ProcessorRig plain(sampleRate, samples);
+    ProcessorRig equalised(sampleRate, samples);
+    if (!fill(plain, Content::fourLayers) || !fill(equalised, Content::fourLayersAndEq))
+    {
+        state.SkipWithError("an instrument could not be loaded");
+        return;
+    }
+    for (auto* rig : {&plain, &equalised})
+    {
+        addChord(rig->midi);
+        rig->playSeconds(0.5);
+    }
+
+    juce::AudioBuffer<float> buffer(2, samples);
+    juce::MidiBuffer midi;
+    std::vector<double> without;
+    std::vector<double> with;
+    for (auto _ : state)
+    {
+        without.push_back(timeOf([&] { plain.processor.processBlock(buffer, midi); }));
+        with.push_back(timeOf([&] { equalised.processor.processBlock(buffer, midi); }));
+        state.SetIterationTime(with.back());
+    }
+    const double base = medianOf(without);
+    const double whole = medianOf(with);
+    state.counters["ns"] = (whole - base) * 1.0e9 / samples;
+    state.counters["ratio"] = whole / base;
+}
+
 void write(benchmark::State& state, int index)
 {
     ProcessorRig rig(sampleRate);
@@ -215,6 +250,7 @@ BENCHMARK_CAPTURE(playBlocks, empty, Content::nothing) QUOREL_BLOCKS;
 BENCHMARK_CAPTURE(playBlocks, four layers, Content::fourLayers) QUOREL_BLOCKS;
 BENCHMARK_CAPTURE(playBlocks, four layers and all EQ, Content::fourLayersAndEq) QUOREL_BLOCKS;
 BENCHMARK(hostOneInstrument)->UseManualTime() QUOREL_BLOCKS;
+BENCHMARK(addAllEq)->UseManualTime() QUOREL_BLOCKS;
 BENCHMARK_CAPTURE(write, plain, slot::multiMemory)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(write, layer volume, layerParameter(0, layerSlot::volume))->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(write, layer EQ gain, eqBase(0) + eqSlot::bands + eqSlot::bandGain)
