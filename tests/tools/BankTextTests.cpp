@@ -65,7 +65,7 @@ TEST(BankText, ASoundIsWhatItsTextSays)
 {
     const QuietLogger quietLogger;
     test::ProcessorRig rig;
-    SoundBuilder(rig.processor).build(parsePresetText(R"(
+    buildSound(rig.processor, parsePresetText(R"(
 Categories: Lead, Kappel FX, Dark
 
 [Layer 2]
@@ -188,7 +188,7 @@ TEST(BankText, ErrorsNameTheirLine)
         SCOPED_TRACE(c.text);
         try
         {
-            SoundBuilder(rig.processor).build(parsePresetText(c.text));
+            buildSound(rig.processor, parsePresetText(c.text));
             ADD_FAILURE() << "accepted";
         }
         catch (const TextError& error)

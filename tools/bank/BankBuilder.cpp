@@ -75,7 +75,7 @@ juce::Result BankBuilder::build(const juce::File& file, juce::MemoryBlock& bytes
     processor->prepareToPlay(rate, blockSize);
     try
     {
-        SoundBuilder(*processor).build(readPresetText(file));
+        buildSound(*processor, readPresetText(file));
     }
     catch (const TextError& error)
     {

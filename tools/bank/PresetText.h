@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The readable form of a preset: sections of "Key: Value" lines. What they mean is the SoundBuilder's.
+// The readable form of a preset: sections of "Key: Value" lines. `buildSound` knows what they mean.
 #pragma once
 
 #include <juce_core/juce_core.h>

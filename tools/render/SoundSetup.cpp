@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SoundSetup.h"
 
+#include "common/LayerPrograms.h"
 #include "common/MessagePump.h"
-#include "hosting/InstrumentBanks.h"
-#include "hosting/InstrumentTable.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
@@ -75,22 +74,6 @@ juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, co
     if (!arrived)
         return juce::Result::fail(file.getFullPathName() + ": the preset does not load");
     return checkInstruments(processor, chunk, file);
-}
-
-/** Programs as the layer's menu numbers them, from 0. */
-juce::StringArray programsOf(VirtualInstrument& layer)
-{
-    const auto* row = findInstrument(layer.getPluginName());
-    if (row != nullptr && row->programsByMidi)
-    {
-        layer.readProgramNames(layer.getBankName());
-        return layer.getProgramNames();
-    }
-    juce::StringArray names;
-    const InstanceAccess::Use plugin(layer.instanceAccess());
-    for (int program = 0; plugin && program < plugin->getNumPrograms(); ++program)
-        names.add(plugin->getProgramName(program));
-    return names;
 }
 
 juce::Result chooseProgram(VirtualInstrument& layer, const juce::String& program)
