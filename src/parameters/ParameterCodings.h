@@ -42,10 +42,10 @@ constexpr float cubicGain(float value) noexcept
     return static_cast<float>(cubicGainExact(static_cast<double>(value)));
 }
 
-/** Fader position of a linear gain: (g / 4)^(1/3). */
-inline float cubicGainPosition(float gain) noexcept
+/** Fader position of a level in dB: (g / 4)^(1/3) of its linear gain g. Above 1 from about +12.04 dB. */
+inline double faderPositionOfDecibels(double decibels) noexcept
 {
-    return std::cbrt(gain * 0.25f);
+    return std::cbrt(std::pow(10.0, decibels / 20.0) * 0.25);
 }
 
 /** A character as it stands in a text slot: c / 256 with the character taken as signed, so that only the

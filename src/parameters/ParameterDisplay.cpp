@@ -2,8 +2,8 @@
 #include "parameters/ParameterDisplay.h"
 
 #include "parameters/FxParameterText.h"
+#include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterCodings.h"
-#include "parameters/ParameterLayout.h"
 
 #include <cmath>
 
@@ -12,21 +12,6 @@ namespace quorel
 
 namespace
 {
-constexpr bool isWithin(int number, int first, int count) noexcept
-{
-    return number >= first && number < first + count;
-}
-
-juce::String onOffText(float value)
-{
-    return value > 0.0f ? "On" : "Off";
-}
-
-juce::String faderText(float value)
-{
-    return gainToText(cubicGain(value)) + " db";
-}
-
 juce::String viewText(float value)
 {
     switch (static_cast<int>(value * 10.0f))
@@ -42,68 +27,9 @@ juce::String viewText(float value)
     }
 }
 
-juce::String globalText(int index, const ParameterTextSources& sources)
+juce::String frequencyText(float value)
 {
-    switch (index)
-    {
-    case slot::masterVolume:
-        // As the master plays: a muted one is silent wherever its fader stands.
-        return faderText(sources.value(slot::masterMute) > 0.5f ? 0.0f : sources.value(index));
-    case slot::view:
-        return viewText(sources.value(index));
-    case slot::editedOrOriginal:
-        return sources.value(index) > 0.0f ? "Edited" : "Original";
-    default:
-        return {};
-    }
-}
-
-juce::String eqText(int offset, float value)
-{
-    if (offset == eqSlot::on || offset == eqSlot::lowPassOn || offset == eqSlot::highPassOn)
-        return onOffText(value);
-
-    const bool isFilterFrequency = offset == eqSlot::lowPassFreq || offset == eqSlot::highPassFreq;
-    const int inBand = isFilterFrequency ? eqSlot::bandFreq : (offset - eqSlot::bands) % eqSlot::slotsPerBand;
-
-    switch (inBand)
-    {
-    case eqSlot::bandOn:
-        return onOffText(value);
-    case eqSlot::bandFreq:
-        return juce::String(static_cast<int>(std::exp2(value * 10.0f) * 20.0f)) + " hz";
-    case eqSlot::bandWidth:
-        return juce::String(static_cast<int>(value * 100.0f)) + " %";
-    default:
-        return juce::String(paramToInt(value, -20, 20)) + " db";
-    }
-}
-
-juce::String layerText(int layer, int n, const ParameterTextSources& sources)
-{
-    const float value = sources.value(layerParameter(layer, n));
-
-    if (n == layerSlot::volume || isWithin(n, layerSlot::sendLevel, numSends))
-        return faderText(value);
-    if (n == layerSlot::pan)
-        return juce::String(centredPercent(value));
-    if (n == layerSlot::solo || n == layerSlot::on)
-        return onOffText(value);
-    // Not truncated as the channel is: between two channels the text shows where the value stands.
-    if (n == layerSlot::midiChannel)
-        return shortText(static_cast<double>(value) * 16.0);
-    if (n >= layerSlot::blockProgramChange && n <= layerSlot::blockUserController2)
-        return onOffText(value);
-    if (n == layerSlot::userController1 || n == layerSlot::userController2)
-        return juce::String(static_cast<int>(value * 128.0f));
-    if (n == layerSlot::transpose)
-        return juce::String(paramToInt(value, -24, 24));
-    if (isWithin(n, layerSlot::easyValue, numEasyParameters))
-        return sources.easyText(layer, n - layerSlot::easyValue);
-    if (n >= layerSlot::eq && n <= layerSlot::eqEnd)
-        return eqText(n - layerSlot::eq, value);
-
-    return {};
+    return juce::String(static_cast<int>(std::exp2(value * 10.0f) * 20.0f)) + " hz";
 }
 
 /** Two sides of which one keeps its 100: "100D/40W". The centre shows both at 100. */
@@ -115,22 +41,9 @@ juce::String crossfadeText(float value, const char* first, const char* second)
                          : juce::String("100") + first + "/" + faded + second;
 }
 
-juce::String fxText(int index, const ParameterTextSources& sources)
+juce::String effectText(int index, const ParameterTextSources& sources)
 {
     const int block = index % numFxBlocks;
-    const float value = sources.value(index);
-
-    if (index < slot::fxType)
-        return onOffText(value);
-    if (index < slot::fxVolume)
-        return fxTypes[static_cast<size_t>(fxTypeFromParameter(value))].name;
-    if (index < slot::fxMix)
-        return juce::String(paramToInt(value, -60, 20)) + " db";
-    if (index < slot::fxPan)
-        return crossfadeText(value, "D", "W");
-    if (index < slot::fxParameters)
-        return crossfadeText(value, "L", "R");
-
     FxParameterValues values{};
 
     for (int j = 0; j < numFxParameters; ++j)
@@ -139,6 +52,55 @@ juce::String fxText(int index, const ParameterTextSources& sources)
     return fxParameterText(fxTypeFromParameter(sources.value(slot::fxType + block)),
                            (index - slot::fxParameters) / numFxBlocks, values);
 }
+
+juce::String textByRule(const ParameterInfo& info, int index, const ParameterTextSources& sources)
+{
+    const float value = sources.value(index);
+    const auto integer = [&] { return juce::String(paramToInt(value, info.coding.low, info.coding.high)); };
+
+    switch (info.text)
+    {
+    case TextRule::none:
+        return {};
+    case TextRule::onOff:
+        return value > 0.0f ? "On" : "Off";
+    case TextRule::decibels:
+        return gainToText(faderGain(index, sources)) + " db";
+    case TextRule::hertz:
+        return frequencyText(value);
+    case TextRule::percent:
+        return juce::String(percentOf(value)) + " %";
+    case TextRule::centred:
+        return juce::String(centredPercent(value));
+    case TextRule::centredPercent:
+        return juce::String(centredPercent(value)) + " %";
+    case TextRule::integer:
+        return integer();
+    case TextRule::integerDecibels:
+        return integer() + " db";
+    case TextRule::steps:
+        return juce::String(static_cast<int>(value * static_cast<float>(info.coding.high)));
+    case TextRule::midiChannel:
+        // Not truncated as the channel is: between two channels the text shows where the value stands.
+        return shortText(static_cast<double>(value) * info.coding.high);
+    case TextRule::view:
+        return viewText(value);
+    case TextRule::compared:
+        return value > 0.0f ? "Edited" : "Original";
+    case TextRule::effectType:
+        return fxTypes[static_cast<size_t>(fxTypeFromParameter(value))].name;
+    case TextRule::dryWet:
+        return crossfadeText(value, "D", "W");
+    case TextRule::leftRight:
+        return crossfadeText(value, "L", "R");
+    case TextRule::effect:
+        return effectText(index, sources);
+    case TextRule::easyTarget:
+        return sources.easyText(layerOf(index), numberInLayer(index) - layerSlot::easyValue);
+    }
+
+    return {};
+}
 } // namespace
 
 juce::String parameterText(int index, const ParameterTextSources& sources)
@@ -146,22 +108,14 @@ juce::String parameterText(int index, const ParameterTextSources& sources)
     if (index < 0 || index >= numHostParameters)
         return {};
 
-    if (index < slot::firstLayer)
-        return globalText(index, sources);
+    const auto& info = parameterInfo(index);
+    return info.text == TextRule::none ? juce::String() : textByRule(info, index, sources);
+}
 
-    if (isLayerParameter(index))
-        return layerText(layerOf(index), numberInLayer(index), sources);
-
-    if (index >= slot::fxOn && index < fxParameter(0, numFxParameters))
-        return fxText(index, sources);
-
-    if (isWithin(index, slot::multiFader, numMultiFaders))
-        return juce::String(static_cast<int>(sources.value(index) * 100.0f)) + " %";
-
-    if (isWithin(index, slot::multiKnob, numMultiTargets))
-        return juce::String(centredPercent(sources.value(index))) + " %";
-
-    return {};
+float faderGain(int index, const ParameterTextSources& sources)
+{
+    const bool muted = index == slot::masterVolume && sources.value(slot::masterMute) > 0.5f;
+    return muted ? 0.0f : cubicGain(sources.value(index));
 }
 
 juce::String gainToText(float linearGain)
@@ -174,6 +128,11 @@ juce::String gainToText(float linearGain)
 
     const juce::String number(static_cast<int>(decibels));
     return decibels >= 1.0f ? "+" + number : number;
+}
+
+int percentOf(float value) noexcept
+{
+    return static_cast<int>(value * 100.0f);
 }
 
 int centredPercent(float value) noexcept

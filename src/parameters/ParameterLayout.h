@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Where everything lies in the flat table of 1508 parameters. The table is the host's parameter list, the
 // preset format and the memory of the whole sound at once: these numbers are a file format and must not move.
+// What each slot holds is in ParameterCatalogue.
 #pragma once
 
 namespace quorel
@@ -20,9 +21,13 @@ constexpr int numControllers = 128;
 constexpr int numMultiTargets = 16;
 constexpr int numMultiFaders = 4;
 
-/** All slots of the table; hosts are shown one less, so the last slot is reachable from inside alone. */
+/** All slots of the table. Hosts see one less: the last slot can be reached from inside only. */
 constexpr int numParameterSlots = 1508;
 constexpr int numHostParameters = 1507;
+
+/** In place of an index where there is no parameter: the ID of the editor's controls that stand for none, and
+    the target of a multi-control knob that has none. */
+constexpr int noParameter = 999999;
 
 /** Slots with one meaning for the whole instrument. */
 namespace slot
@@ -89,7 +94,8 @@ constexpr int eq = 380;
 constexpr int eqEnd = 396;
 } // namespace layerSlot
 
-/** Offsets within the 17 slots of an EQ unit. Band i takes four slots from `eqBands + 4 * i`. */
+/** Offsets within the 17 slots of an EQ unit. Band i (0 to 2) takes four slots from `bands + 4 * i`; the four
+    offsets from `bandOn` to `bandGain` count from there. */
 namespace eqSlot
 {
 constexpr int on = 0;
@@ -104,6 +110,12 @@ constexpr int lowPassFreq = 14;
 constexpr int highPassOn = 15;
 constexpr int highPassFreq = 16;
 } // namespace eqSlot
+
+/** True for the `count` numbers from `first`. */
+constexpr bool isWithin(int number, int first, int count) noexcept
+{
+    return number >= first && number < first + count;
+}
 
 /** Slot of number `n` (200 to 399) of layer `layer` (0 to 3). */
 constexpr int layerParameter(int layer, int n) noexcept

@@ -2,10 +2,9 @@
 #include "parameters/ParameterValueEntry.h"
 
 #include "parameters/FxParameterText.h"
+#include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterCodings.h"
-#include "parameters/ParameterLayout.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -14,35 +13,11 @@ namespace quorel
 
 namespace
 {
-enum class EntryKind
+/** True where the user can type a value: in the layers and above them, and for the master volume. */
+bool takesTypedValue(int index)
 {
-    none,
-    decibels,
-    centred,
-    percent,
-    plain
-};
-
-EntryKind layerEntryKind(int n)
-{
-    if (n == layerSlot::volume || (n >= layerSlot::sendLevel && n < layerSlot::sendLevel + numSends))
-        return EntryKind::decibels;
-
-    return n == layerSlot::pan ? EntryKind::centred : EntryKind::plain;
-}
-
-EntryKind entryKind(int index)
-{
-    if (index == slot::masterVolume)
-        return EntryKind::decibels;
-    if (isLayerParameter(index))
-        return layerEntryKind(numberInLayer(index));
-    if (index >= slot::multiFader && index < slot::multiFader + numMultiFaders)
-        return EntryKind::percent;
-    if (index >= slot::multiKnob && index < slot::multiKnob + numMultiTargets)
-        return EntryKind::centred;
-
-    return index > slot::lastLayer + 1 && index < numHostParameters ? EntryKind::plain : EntryKind::none;
+    return index == slot::masterVolume || isLayerParameter(index) ||
+           (index > slot::lastLayer + 1 && index < numHostParameters);
 }
 
 /** The number that a text begins with, blanks and a sign of either kind allowed; 0 without one. Unlike the
@@ -54,15 +29,15 @@ double leadingInteger(const juce::String& text)
         juce::jlimit<long>(std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), number));
 }
 
-double valueOf(EntryKind kind, const juce::String& text)
+double valueOf(Coding coding, const juce::String& text)
 {
-    switch (kind)
+    switch (coding)
     {
-    case EntryKind::decibels:
-        return std::cbrt(std::pow(10.0, leadingInteger(text) / 20.0) * 0.25);
-    case EntryKind::centred:
+    case Coding::fader:
+        return faderPositionOfDecibels(leadingInteger(text));
+    case Coding::centred:
         return leadingInteger(text) / 200.0 + 0.5;
-    case EntryKind::percent:
+    case Coding::percent:
         return leadingInteger(text) / 100.0;
     default:
         return text.getDoubleValue();
@@ -72,24 +47,19 @@ double valueOf(EntryKind kind, const juce::String& text)
 
 std::optional<ValueQuestion> valueQuestion(int index, const ParameterTextSources& sources)
 {
-    const EntryKind kind = entryKind(index);
-
-    if (kind == EntryKind::none)
+    if (!takesTypedValue(index))
         return {};
 
     const float value = sources.value(index);
 
-    switch (kind)
+    switch (parameterInfo(index).coding.kind)
     {
-    case EntryKind::decibels:
-    {
-        const bool muted = index == slot::masterVolume && sources.value(slot::masterMute) > 0.5f;
-        return ValueQuestion{"-100 to +12", gainToText(muted ? 0.0f : cubicGain(value))};
-    }
-    case EntryKind::centred:
+    case Coding::fader:
+        return ValueQuestion{"-100 to +12", gainToText(faderGain(index, sources))};
+    case Coding::centred:
         return ValueQuestion{"-100 to +100", juce::String(centredPercent(value))};
-    case EntryKind::percent:
-        return ValueQuestion{"0 to 100", juce::String(static_cast<int>(value * 100.0f))};
+    case Coding::percent:
+        return ValueQuestion{"0 to 100", juce::String(percentOf(value))};
     default:
         return ValueQuestion{"0 to 1", shortText(static_cast<double>(value))};
     }
@@ -97,12 +67,10 @@ std::optional<ValueQuestion> valueQuestion(int index, const ParameterTextSources
 
 std::optional<float> typedValue(int index, const juce::String& text)
 {
-    const EntryKind kind = entryKind(index);
-
-    if (kind == EntryKind::none)
+    if (!takesTypedValue(index))
         return {};
 
-    const double value = valueOf(kind, text);
+    const double value = valueOf(parameterInfo(index).coding.kind, text);
     return value >= 0.0 && value <= 1.0 ? std::optional<float>(static_cast<float>(value)) : std::nullopt;
 }
 
