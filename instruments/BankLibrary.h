@@ -17,9 +17,9 @@ struct Bank
     std::vector<Program> programs;
 };
 
-/** All banks that the bank folder holds, read at once so that the audio thread can change to any of them. They
-    stand in the order of the host's bank menu, whose place controller 32 gives. Where banks are folders, the
-    bank folder itself takes the place of the first one. */
+/** All banks that the bank folder holds, read at once so that the audio thread can change to any of them.
+    They stand in the order of the host's bank menu, whose place controller 32 gives. Where banks are folders,
+    the bank folder itself takes the place of the first one. */
 class BankLibrary
 {
 public:
@@ -28,13 +28,14 @@ public:
 
     int size() const { return static_cast<int>(banks.size()); }
 
-    /** The bank at a menu place, or null. */
+    /** The bank at a place of the menu, from 0; null past the end. */
     const Bank* at(int index) const;
 
     /** The first bank with this name that has programs, or null. */
     const Bank* find(const BankName& name) const;
 
-    /** What a new instrument starts with: the user's bank of the factory bank's name, or the latter. */
+    /** What a new instrument starts with: the user's bank that has the factory bank's name, or else the
+        factory bank itself. */
     const Bank& initial() const { return initialBank; }
 
 private:

@@ -38,7 +38,7 @@ void writeBanks(const quorel::StarterInstrument& info, const fs::path& folder)
         if (info.programsByMidi)
         {
             writePrograms(owner, folder / fs::u8path(bank.name), bank);
-            // Bank menus give the place of the first folder to the bank folder itself: it holds the same
+            // In bank menus the bank folder itself takes the place of the first folder, so it gets the same
             // sounds.
             if (first)
                 writePrograms(owner, folder, bank);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Synthesised drums. Each pad is a recipe for one voice: a swept sine, filtered noise or a metallic cluster.
-// The kit lies on the eight notes from C to G of each octave, middle C (60) playing it at its own pitch.
+// The kit lies on the eight notes from C to G of each octave; that of middle C (60) sounds at its own pitch.
 #include "VoiceEngine.h"
 
 namespace quorel
@@ -171,7 +171,7 @@ public:
         if (pad >= numPads)
             return false;
         recipe = recipeOf(pad, c, hard);
-        // The neighbouring octaves play the same kit, a minor third apart.
+        // Each octave plays the same kit, a minor third above the one below it.
         const int octave = note.note / 12 - 5;
         transpose = std::exp2(0.25f * static_cast<float>(octave));
         noise.state = note.seed;
@@ -188,7 +188,7 @@ public:
         toneLevel = noiseLevel = sweepLevel = 1.0f;
         toneSmooth = noiseSmooth = 0.0f;
         toneFactor = decayFactor(recipe.toneDecay, c.rate);
-        // The bursts of a clap are short, its tail has the decay set.
+        // The bursts of a clap are short; only its tail has the decay that was set.
         noiseFactor = decayFactor(recipe.bursts > 0 ? 0.03f : recipe.noiseDecay, c.rate);
         tailFactor = decayFactor(recipe.noiseDecay, c.rate);
         sweepFactor = decayFactor(2.5f * recipe.sweep, c.rate);

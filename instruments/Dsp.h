@@ -8,12 +8,12 @@
 namespace quorel
 {
 
-/** Samples between two updates of the slow controls. Fixed on the stream, so blocks don't matter. */
+/** Samples between two updates of the slow controls. The grid belongs to the stream, not to its blocks. */
 constexpr int controlInterval = 32;
 
 constexpr float twoPi = 6.28318530717958648f;
 
-/** Share of the rate that no oscillator or filter goes beyond. */
+/** Highest frequency of oscillators and filters, as a share of the sample rate. */
 constexpr float highestFrequency = 0.45f;
 
 /** sin(2 pi x) for any moderate x: Taylor series on a quarter turn, error below 4e-6. */
@@ -41,13 +41,13 @@ inline float velocityGain(float velocity, float sensitivity)
     return 0.8f + sensitivity * (velocity * (0.35f + 0.65f * velocity) - 0.8f);
 }
 
-/** What is left of 1 after n samples when 60 dB take `seconds`. */
+/** What is left of 1 after so many samples of a decay that takes `seconds` for 60 dB. */
 inline float decayFactor(float seconds, float rate, float samples = 1.0f)
 {
     return std::exp(-6.9078f * samples / (std::max(seconds, 1.0e-4f) * rate));
 }
 
-/** Odd saturation, unity slope at 0, flat at 1. */
+/** Odd-symmetric saturation: slope 1 at 0, flattening out at +-1 for inputs of +-3. */
 inline float saturate(float x)
 {
     x = std::clamp(x, -3.0f, 3.0f);
@@ -71,7 +71,7 @@ struct Noise
     float uniform() { return 0.5f + 0.5f * next(); }
 };
 
-/** A slow control's value, drawn as a line from one update to the next. */
+/** A slow control's value, a straight line from one update to the next. */
 struct Ramp
 {
     float value = 0.0f;
@@ -173,7 +173,7 @@ struct StateVariableFilter
         return std::tan(0.5f * twoPi * std::clamp(frequency / rate, 1.0e-4f, highestFrequency));
     }
 
-    /** g from gainFor, k = 1 / Q. */
+    /** `g` is from `gainFor`; `k` is 1 / Q. */
     void process(float x, float g, float k)
     {
         band = (s1 + g * (x - s2)) / (1.0f + g * (g + k));
@@ -230,7 +230,7 @@ inline void advance(float& phase, float step)
         phase -= 1.0f;
 }
 
-/** One step of an exponential decay, ended long before it gets denormal. */
+/** One step of an exponential decay, which ends long before its values get denormal. */
 inline void decayBy(float& level, float factor)
 {
     level = level > 1.0e-9f ? level * factor : 0.0f;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The factory sounds, in hundredths of each live parameter's range and in the order of ParameterSpecs.
+// The factory sounds: hundredths of each live parameter's range, in the order of `ParameterSpecs`.
 #include "Programs.h"
 
 namespace quorel
@@ -28,7 +28,7 @@ struct FactoryRow
     BankRow banks[2];
 };
 
-// Names hold neither dots (bank menus cut there) nor characters that a file system refuses.
+// Names must not hold dots, at which bank menus cut, nor characters that some file system refuses.
 // clang-format off
 constexpr FactoryRow rows[] = {
 // analogue:             Mix Det Cut Res Env Att Dec Sus Rel Shp Sub Vol FDc Key Vib PW

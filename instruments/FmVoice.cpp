@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Frequency modulation: a modulator with feedback drives two carriers, one to each side; a second short pair
-// adds the tine of a struck bar or the bite of a reed.
+// Frequency modulation: a modulator with feedback drives two carriers, one for each side; a second, short
+// pair adds the tine of a struck bar or the bite of a reed.
 #include "VoiceEngine.h"
 
 namespace quorel
@@ -75,8 +75,8 @@ public:
         const float touch = 1.0f + c.value[fm::velocity] * (1.4f * velocity - 1.0f);
         const float shape = c.value[fm::modSustain] + (1.0f - c.value[fm::modSustain]) * modulatorLevel;
         const float index = c.value[fm::brightness] * touch * keyScale * shape * (1.0f + 0.5f * c.modWheel);
-        // Carson's rule: sidebands reach about index + 1 modulator frequencies out; what won't fit is held
-        // back.
+        // Carson's rule: sidebands reach out by about index + 1 times the modulator's frequency. The index is
+        // limited to what fits.
         const float room = std::max(0.0f, (highestFrequency - leftStep) / modulatorStep - 1.0f);
         const float tineRoom = std::max(0.0f, (highestFrequency - tineStep) / tineModulatorStep - 1.0f);
         const float tineIndex = std::min(fixed.tineIndex * (0.4f + velocity), tineRoom);

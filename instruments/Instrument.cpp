@@ -38,7 +38,7 @@ float Instrument::parameter(int hostIndex) const
     const int letter = hostIndex - info().firstBankNameParameter;
     if (letter < 0 || letter >= bankNameLength)
         return 0.0f;
-    // Read back as int(value * 255.9): the middle of the step is safe from rounding.
+    // Hosts read the letter back as int(value * 255.9); the middle of its step is safe from rounding.
     const auto c = static_cast<unsigned char>(store.bankName()[static_cast<std::size_t>(letter)]);
     return c == 0 ? 0.0f : (static_cast<float>(c) + 0.5f) / 255.9f;
 }
@@ -106,7 +106,7 @@ bool Instrument::setState(const std::uint8_t* data, std::size_t size, bool progr
     if (!readState(owner, data, size, state))
         return false;
     store.restore(state);
-    // The sound comes from the state alone; the bank, if it still exists, serves the next program change.
+    // The sound comes from the state alone. The bank, if it still exists, is for the next program change.
     if (const auto* found = library.find(state.bankName))
         bank.store(found, std::memory_order_relaxed);
     else
@@ -126,7 +126,7 @@ void Instrument::queueMidi(int sample, const unsigned char* bytes)
         flushEvents();
     const Event event{std::max(sample, 0), bytes[0], static_cast<std::uint8_t>(bytes[1] & 0x7f),
                       static_cast<std::uint8_t>(bytes[2] & 0x7f)};
-    // Hosts send events in order; one that doesn't is sorted in behind its equals.
+    // Hosts send events in order. One that comes late is sorted in, behind those of its own time.
     auto place = events.end();
     while (place != events.begin() && (place - 1)->sample > event.sample)
         --place;
@@ -220,7 +220,7 @@ void Instrument::process(float* left, float* right, int n, bool add)
         deliver(right, bufferRight);
         position += length;
     }
-    // What was sent for a time past this block plays at the start of the next.
+    // Events for a time past this block play in the next one.
     events.erase(events.begin(), events.begin() + static_cast<std::ptrdiff_t>(next));
     for (auto& event : events)
         event.sample = std::max(0, event.sample - n);

@@ -13,10 +13,9 @@
 namespace quorel
 {
 
-/**
-    One instrument of the family without its plug-in shell: parameters, programs, banks, state and sound.
-    `queueMidi` and `process` belong to the audio thread; everything else may be called from any other.
-*/
+/** One instrument of the family without its plug-in shell: parameters, programs, banks, state and sound.
+    `queueMidi` and `process` belong to the audio thread; anything else may be called from any other thread.
+    */
 class Instrument
 {
 public:
@@ -27,7 +26,7 @@ public:
     const StarterInstrument& info() const { return *owner.info; }
 
     /** Reads the banks from the user's bank folder and starts with the first program. Not while processing.
-     */
+        */
     void open();
 
     float parameter(int hostIndex) const;
@@ -46,9 +45,9 @@ public:
 
     void renameProgram(const std::string& newName) { store.setProgramName(store.current(), newName); }
 
-    /** The state, or the current program alone. Always of one size. */
+    /** The state, or the current program alone. Each has a size that never changes. */
     Bytes state(bool programOnly) const;
-    /** False for data that are damaged or another instrument's: nothing changes then. */
+    /** False, with nothing changed, for data that are damaged or another instrument's. */
     bool setState(const std::uint8_t* data, std::size_t size, bool programOnly);
 
     void prepare(double sampleRate) { synth.prepare(sampleRate); }
@@ -60,7 +59,7 @@ public:
     /** Writes (or with `add` adds) n samples to each output. Null outputs are left out. */
     void process(float* left, float* right, int n, bool add);
 
-    /** True once after parameters or programs have changed by MIDI or by a program choice. */
+    /** True once after MIDI or a program choice has changed programs and, with them, parameters. */
     bool takeDisplayChange() { return displayChanged.exchange(false, std::memory_order_relaxed); }
 
 private:
@@ -84,7 +83,7 @@ private:
     BankLibrary library;
     Synth synth;
     std::vector<Event> events;
-    std::atomic<const Bank*> bank{nullptr}; ///< owned by the library; where programs by MIDI come from
+    std::atomic<const Bank*> bank{nullptr}; ///< in the library; where program changes look
     std::atomic<bool> displayChanged{false};
 };
 

@@ -14,11 +14,11 @@ struct ModalVoicing
 {
     float tuned[numPartials]; ///< partial ratios at Material 0
     float free[numPartials];  ///< and at Material 1
-    float tilt;               ///< how fast upper partials get weaker
+    float tilt;               ///< exponent by which higher partials get weaker
 };
 
-// Glasson: from tuned bars to a cast bell. Glasson2: from a harmonic series to the modes of a rim, which go
-// with the square of their number.
+// Glasson: from tuned bars to a cast bell. Glasson2: from a harmonic series to the modes of a glass's rim,
+// whose frequencies grow with the square of their number.
 constexpr ModalVoicing voicings[] = {
     {{1.0f, 2.0f, 4.0f, 3.0f, 6.0f, 8.0f, 10.0f, 12.0f},
      {1.0f, 2.0f, 2.4f, 3.0f, 4.2f, 5.43f, 6.8f, 8.21f},
@@ -94,7 +94,7 @@ public:
             const float level = colours[k] * ((1.0f - 0.8f * bow) * strikes[k] + bowed);
             const float side =
                 0.7f * c.value[modal::width] * (k % 2 == 0 ? -1.0f : 1.0f) * (k == 0 ? 0.2f : 1.0f);
-            // A partial fades out over the last tenth below the limit instead of being switched off.
+            // A partial fades out over the last tenth below the limit, rather than stop there.
             const float fits = std::clamp((highestFrequency - step) / (0.1f * highestFrequency), 0.0f, 1.0f);
             set(leftLevels[k], fits * level * (1.0f - side));
             set(rightLevels[k], fits * level * (1.0f + side));
@@ -139,7 +139,7 @@ public:
     }
 
 private:
-    /** The bow speaks within about 0.15 s. */
+    /** How far the bow's level goes towards its aim in one control interval: a time constant of 0.15 s. */
     static float bowShare(const Controls& c)
     {
         return std::min(1.0f, static_cast<float>(controlInterval) / (0.15f * c.rate));

@@ -24,7 +24,7 @@ public:
         frequency = noteFrequency(static_cast<float>(note.note));
         gain = velocityGain(note.velocity, 0.35f);
         for (float& phase : phases)
-            phase = noise.uniform(); // the wheels never stop turning
+            phase = noise.uniform(); // as of tone wheels that never stop turning
         percussionPhase = 0.0f;
         percussionLevel = c.value[organ::percussion];
         clickLevel = 0.5f * c.value[organ::keyClick];
@@ -48,7 +48,7 @@ public:
         const float depth = std::min(1.0f, c.value[organ::rotorDepth] + c.modWheel);
         const float pitch = frequency * c.pitchRatio * (1.0f + 0.0035f * depth * c.tremoloSide) / c.rate;
         const auto set = [this](Ramp& ramp, float target) { started ? ramp.jump(target) : ramp.aim(target); };
-        // The more is drawn, the less each bar counts: all nine together are 5 dB louder than one.
+        // The more bars are drawn, the less each counts: all nine together are 5 dB louder than one.
         float drawnInAll = 1.0f;
         for (std::size_t k = 0; k < numDrawbars; ++k)
             drawnInAll += 0.015625f * c.value[k] * c.value[k];
@@ -57,7 +57,7 @@ public:
             const float step = pitch * harmonics[k];
             steps[k] = std::min(step, 0.5f);
             const float fits = std::clamp((highestFrequency - step) / (0.1f * highestFrequency), 0.0f, 1.0f);
-            // A drawbar's mark is worth about 3 dB; the eighth part of the range keeps 0 silent.
+            // Squared, the upper marks of a drawbar lie 2 to 3 dB apart, and mark 0 is silent.
             const float drawn = 0.125f * c.value[static_cast<std::size_t>(organ::firstDrawbar + k)];
             set(levels[k], fits * drawn * drawn * 2.0f / drawnInAll);
         }

@@ -27,7 +27,7 @@ struct ParameterSpec
 
 using ParameterSpecs = std::array<ParameterSpec, numLiveParameters>;
 
-/** The sixteen live parameters of an engine. Number 11 is always the volume, 0.8 being unity. */
+/** The sixteen live parameters of an engine. Number 11 is always the volume, with unity gain at 0.8. */
 const ParameterSpecs& parameterSpecs(EngineKind engine);
 
 constexpr int volumeParameter = 11;
@@ -35,12 +35,12 @@ constexpr int volumeParameter = 11;
 /** Parameter that sets the rate in Hz of the engine's tremolo, or -1. */
 int tremoloRateParameter(EngineKind engine);
 
-/** Parameter that adds vibrato to the wheel's, or -1. */
+/** Parameter whose vibrato is added to that of the modulation wheel, or -1. */
 int vibratoParameter(EngineKind engine);
 
 float physicalValue(const ParameterSpec& spec, float normalised);
 
-/** The physical value in at most 7 characters, with a point whatever the locale. */
+/** The physical value in at most 7 characters, with a decimal point whatever the locale. */
 std::string parameterText(const ParameterSpec& spec, float normalised);
 
 // Indices into Controls::value, one list for each engine.

@@ -38,7 +38,7 @@ void appendUtf8(std::string& out, std::uint32_t c)
         out += static_cast<char>(0x80 | ((c >> (6 * i)) & 0x3f));
 }
 
-/** Text with the five named and all numeric entities resolved; an unknown one stands as it is. */
+/** Text with XML's five named and all numeric entities resolved; others stay as they are. */
 std::string unescape(const std::string& text)
 {
     static constexpr struct

@@ -6,14 +6,12 @@
 namespace quorel
 {
 
-/** File name of the binary that this code is part of, without folder and extension, in UTF-8; empty on
- * failure. */
+/** File name of the binary that this code is part of, without folder and extension, in UTF-8. Empty on
+    failure. */
 std::string ownFileName();
 
-/**
-    A per-user setting in UTF-8, or empty. On Windows a value below HKEY_CURRENT_USER; elsewhere a VALUE
-   element named `key\value` in $XDG_CONFIG_HOME/Ostrand/Registry.xml.
-*/
+/** A per-user setting in UTF-8, or empty. On Windows it is a value below HKEY_CURRENT_USER, elsewhere a VALUE
+    element named `key\value` in $XDG_CONFIG_HOME/Ostrand/Registry.xml. */
 std::string readUserSetting(const std::string& key, const std::string& value);
 
 /** The attribute `val` of the VALUE element with this name in a settings file's text, or empty. */

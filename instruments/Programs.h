@@ -20,7 +20,7 @@ struct Program
 {
     std::array<char, programNameSize> name{};
     std::array<float, numLiveParameters> values{};
-    bool usable = true; ///< false in a bank for a damaged file, which keeps its number but can't be chosen
+    bool usable = true; ///< false for a damaged file, which keeps its number but can't be chosen
 };
 
 using BankName = std::array<char, bankNameSize>;
@@ -29,7 +29,7 @@ using BankName = std::array<char, bankNameSize>;
 void setText(char* target, std::size_t size, const std::string& text);
 std::string getText(const char* text, std::size_t size);
 
-/** All that a state chunk holds. */
+/** Everything that a state chunk holds. */
 struct InstrumentState
 {
     int currentProgram = 0;
@@ -46,10 +46,8 @@ struct FactoryBank
 
 const std::vector<FactoryBank>& factoryBanks(const StarterInstrument& info);
 
-/**
-    The programs in use, shared by the audio and the message thread without a lock: every word is atomic. A
-   reader may see half of a program change, which the next block puts right.
-*/
+/** The programs in use, shared by the audio and the message thread without a lock: every word is atomic. A
+    reader may see half of a program change, which the next block puts right. */
 class ProgramStore
 {
 public:

@@ -10,7 +10,7 @@
 namespace quorel
 {
 
-/** The sound engines; each family member is one engine with a voicing and programs of its own. */
+/** The sound engines. Each member of the family is one of them, with a voicing and programs of its own. */
 enum class EngineKind
 {
     analogue,
@@ -32,7 +32,7 @@ constexpr int programsPerList = 8;
 struct StarterInstrument : InstrumentRow
 {
     EngineKind engine;
-    /** Which of the engine's fixed settings. */
+    /** Index of one of the engine's fixed settings. */
     int voicing;
     /** Output trim: a note at velocity 100 peaks at about -15 dBFS. */
     float level;

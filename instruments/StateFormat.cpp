@@ -124,7 +124,8 @@ constexpr std::uint32_t fourBytes(const char (&text)[5])
     return x;
 }
 
-constexpr auto stateMagic = fourBytes("StsO"), programMagic = fourBytes("PtsO"); // read as "OstS", "OstP"
+constexpr auto stateMagic = fourBytes("StsO"),
+               programMagic = fourBytes("PtsO"); // "OstS" and "OstP" in the bytes' order
 constexpr auto container = fourBytes("CcnK");
 constexpr auto programOfParameters = fourBytes("FxCk"), programOfChunk = fourBytes("FPCh");
 constexpr auto bankOfPrograms = fourBytes("FxBk"), bankOfChunk = fourBytes("FBCh");
@@ -160,7 +161,7 @@ void appendHash(Writer& out)
     out.word(hashBytes(out.bytes.data(), out.bytes.size()));
 }
 
-/** Checks the hash at the end and the header; what lies between is left to read. */
+/** Checks the hash at the end and the header, and leaves what lies between to be read. */
 Reader openChunk(const FormatOwner& owner, const std::uint8_t* data, std::size_t size, std::uint32_t magic)
 {
     if (data == nullptr || size < 16)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Plucked strings after Karplus and Strong: delay loops with a two-point average as the loss, a fractional
-// delay by third-order Lagrange interpolation, a pickup comb and two body resonances. Two strings to the left
-// and right, a third an octave up.
+// delay by third-order Lagrange interpolation, a pickup comb and two body resonances. Two strings stand left
+// and right, a third sounds an octave above them.
 #include "VoiceEngine.h"
 
 #include <vector>
@@ -14,7 +14,7 @@ namespace
 
 constexpr int numStrings = 3;
 
-/** Lowest frequency that the lines have room for: note 0 with bend and vibrato down. */
+/** Lowest frequency in Hz that the lines have room for: note 0, bent down, at the bottom of its vibrato. */
 constexpr float lowestFrequency = 6.5f;
 
 struct StringLine
@@ -76,8 +76,8 @@ public:
             line.writeIndex = 0;
             line.previous = 0.0f;
         }
-        // The finger leaves a pulse on the string, the narrower the brighter: one windowed turn of a sine,
-        // free of DC, in at most half a period.
+        // The finger leaves a pulse on the string, brighter as it gets narrower: one turn of a sine under a
+        // window, which is free of DC.
         const float hard =
             c.value[pluck::brightness] * (1.0f - c.value[pluck::velocityTone] * (1.0f - note.velocity));
         const float period = c.rate / std::min(frequency, highestFrequency * c.rate);
@@ -121,7 +121,8 @@ public:
             {
                 const float f =
                     std::clamp(frequency * c.pitchRatio * ratios[i], lowestFrequency, 0.2f * c.rate);
-                // Phase delay of the loss filter (1 - s) + s z^-1 at the fundamental comes off the line.
+                // The line is shorter by the phase delay of the loss filter, (1 - s) + s z^-1, at the
+                // fundamental.
                 const float w = twoPi * f / c.rate;
                 const float filterDelay =
                     std::atan2(fullLoss * std::sin(w), 1.0f - fullLoss + fullLoss * std::cos(w)) / w;

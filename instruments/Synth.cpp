@@ -158,7 +158,7 @@ int Synth::takeSlot()
         oldest->fading = true;
     if (unused != nullptr)
         return static_cast<int>(unused - slots.data());
-    // All spare voices are still fading: the faintest goes, and its last value dies away in its place.
+    // All spare voices are still fading: the faintest is cut, and its last value dies away on its own.
     auto& cut = mostFaded != nullptr ? *mostFaded : slots.front();
     residueLeft += cut.lastLeft;
     residueRight += cut.lastRight;
@@ -273,7 +273,7 @@ void Synth::render(float* left, float* right, int n)
 
 void Synth::renderSegment(float* left, float* right, int n)
 {
-    // Voices end on the control grid alone, or their last faint samples would depend on the blocks.
+    // Voices end only on the control grid; otherwise their last faint samples would depend on the block size.
     const bool controlDue = n == untilControl;
     float sumLeft[controlInterval]{}, sumRight[controlInterval]{};
     float voiceLeft[controlInterval], voiceRight[controlInterval];

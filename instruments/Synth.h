@@ -10,20 +10,18 @@
 namespace quorel
 {
 
-/**
-    Plays MIDI on a voice engine: voice allocation, pedal, bend, wheel, smoothing of the live parameters.
-    All of it runs on the audio thread except the constructor and `prepare`, which need the audio stopped.
-    The output doesn't depend on how the stream is cut into blocks.
-*/
+/** Plays MIDI on a voice engine: voice allocation, pedal, bend, wheel, smoothing of the live parameters. All
+    of it runs on the audio thread except the constructor and `prepare`, for which audio has to be stopped.
+    The output doesn't depend on how the stream is cut into blocks. */
 class Synth
 {
 public:
     Synth(EngineKind kind, int voicing, float level);
 
-    /** Sets the sample rate in Hz, 1000 and up, and silences. */
+    /** Sets the sample rate (Hz; at least 1000 is used) and resets. */
     void prepare(double rate);
 
-    /** Silences at once and puts the controllers to rest. */
+    /** Falls silent at once and resets the controllers. */
     void reset();
 
     /** Where the live parameters are to go, 0..1 each. */

@@ -20,8 +20,8 @@ struct Controls
     float pitchRatio = 1.0f;  ///< bend and vibrato
     float modWheel = 0.0f;    ///< 0..1
     float tremolo = 0.0f;     ///< the tremolo oscillator, -1..1
-    float tremoloSide = 0.0f; ///< the same a quarter turn on
-    bool changed = true;      ///< values differ from the last update's
+    float tremoloSide = 0.0f; ///< the same, a quarter turn ahead
+    bool changed = true;      ///< some value differs from that of the last update
 };
 
 struct NoteStart
@@ -42,7 +42,7 @@ public:
     virtual bool start(int voice, const NoteStart& note, const Controls& controls) = 0;
     virtual void release(int voice) = 0;
     virtual void control(int voice, const Controls& controls) = 0;
-    /** Overwrites n samples, at most `controlInterval`; false once the voice is silent for good. */
+    /** Overwrites n samples, at most `controlInterval`. False once the voice is silent for good. */
     virtual bool render(int voice, float* left, float* right, int n) = 0;
 
     /** Whether a new note cuts a sounding one short. */
@@ -51,7 +51,7 @@ public:
 
 constexpr int numVoices = 32;
 
-/** The engine of a voice type with prepare, start, release, control and render of its own. */
+/** The engine of a voice type that has prepare, start, release, control and render of its own. */
 template <typename Voice>
 class VoiceRow : public VoiceEngine
 {

@@ -42,7 +42,7 @@ Plugin& pluginOf(AEffect* effect)
     return *static_cast<Plugin*>(effect->object);
 }
 
-/** Copies text with its end into a host's buffer of `size` bytes. */
+/** Copies text, terminated, into a host's buffer of `size` bytes. */
 void giveText(void* target, const std::string& text, std::size_t size)
 {
     if (target == nullptr)
@@ -52,7 +52,7 @@ void giveText(void* target, const std::string& text, std::size_t size)
     out[size - 1] = '\0';
 }
 
-/** Hosts poll the program name from their message thread: the place to tell of changes that came by MIDI. */
+/** Called where hosts poll from their message thread: only there may they be told of changes made by MIDI. */
 void tellOfChanges(Plugin& plugin)
 {
     if (plugin.instrument.takeDisplayChange() && plugin.host != nullptr)
@@ -91,7 +91,7 @@ struct Call
     float option;
 };
 
-/** A group of opcodes; none for an opcode that isn't in it. */
+/** What a group of opcodes answers; none for an opcode outside the group. */
 using Answer = std::optional<t_fstPtrInt>;
 
 Answer answerLifeAndSound(Plugin& plugin, const Call& call)
@@ -181,7 +181,7 @@ Answer answerState(Plugin& plugin, const Call& call)
     switch (call.opcode)
     {
     case effIdentify:
-        return 0x4e764566; // "NvEf"
+        return 0x4e764566; // "NvEf", what VST2 expects here
     case effGetChunk:
         if (call.data == nullptr)
             return 0;
@@ -244,7 +244,7 @@ t_fstPtrInt dispatchUnguarded(Plugin& plugin, const Call& call)
 {
     for (auto* group : {answerLifeAndSound, answerPrograms, answerParameters, answerState, answerIdentity})
     {
-        // The plug-in may be gone after an answer.
+        // After effClose the plug-in is gone.
         if (const auto answer = group(plugin, call))
             return *answer;
     }

@@ -5,8 +5,8 @@ namespace quorel
 {
 
 /** The last sample rate and block size that any instance in this process was prepared with. All instances
-   share them: a play head computes its bar lengths with this rate, and an instrument loaded later starts at
-   it. */
+    share them: a play head computes its bar lengths at this rate, and an instrument loaded later starts with
+    both. */
 struct HostRate
 {
     /** Any thread. */

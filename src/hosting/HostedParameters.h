@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Parameters of a hosted instrument by index, through JUCE's parameter objects: the index-based calls of
-// JUCE's instances write a shared word each time, which several threads may not do at once. Any thread,
-// within a `Use`.
+// Parameters of a hosted instrument by index. They go through JUCE's parameter objects, because each of the
+// instance's own calls by index writes a shared word, which two threads must not do at once. Any thread,
+// within an `InstanceAccess::Use`. Reading and writing values waits for the instrument's lock, which a call
+// to the instrument from another thread may hold for as long as it takes.
 #pragma once
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -14,7 +15,7 @@ inline int numHostedParameters(const juce::AudioPluginInstance& plugin)
     return plugin.getParameters().size();
 }
 
-/** Empty for an index outside. */
+/** Empty for an index out of range. */
 inline juce::String hostedParameterName(const juce::AudioPluginInstance& plugin, int index)
 {
     constexpr int maximumLength = 255;
@@ -22,14 +23,14 @@ inline juce::String hostedParameterName(const juce::AudioPluginInstance& plugin,
     return parameter != nullptr ? parameter->getName(maximumLength) : juce::String();
 }
 
-/** 0 to 1; 0 for an index outside. */
+/** 0 to 1; 0 for an index out of range. */
 inline float hostedParameter(const juce::AudioPluginInstance& plugin, int index)
 {
     const auto* parameter = plugin.getParameters()[index];
     return parameter != nullptr ? parameter->getValue() : 0.0f;
 }
 
-/** Does nothing for an index outside. */
+/** Does nothing for an index out of range. */
 inline void setHostedParameter(juce::AudioPluginInstance& plugin, int index, float value)
 {
     if (auto* parameter = plugin.getParameters()[index])

@@ -10,17 +10,17 @@ namespace quorel
 
 /** Keeps a hosted instrument alive while any thread is inside it.
 
-    The message thread publishes and withdraws the instrument; every other use goes through a `Use`, which
-    counts itself in before it reads the pointer. Withdrawing waits until all who counted in have left, so
-    nothing is deleted under a running block. Counting costs two atomic additions and never waits on the
-    user's side.
+    The message thread publishes and withdraws the instrument; everyone else goes through a `Use`, which
+    counts itself in before it reads the pointer. Before it deletes the instrument, the message thread
+    withdraws it and waits until all who counted themselves in have left, so that nothing vanishes under a
+    running block. A `Use` costs two atomic additions and never waits.
 
     All operations here are sequentially consistent on purpose: with weaker ones a user could read the old
     pointer while the message thread reads a count of 0. */
 class InstanceAccess
 {
 public:
-    /** Scoped use of the instrument. Null where the layer has none. */
+    /** Scoped use of the instrument; null while there is none. */
     class Use
     {
     public:
@@ -47,12 +47,13 @@ public:
         juce::AudioPluginInstance* plugin;
     };
 
+    /** Null withdraws the instrument. Message thread. */
     void publish(juce::AudioPluginInstance* plugin) noexcept { published.store(plugin); }
 
     bool hasInstance() const noexcept { return published.load() != nullptr; }
 
-    /** Message thread, outside any `Use` of its own: returns once nobody is inside. New users may come in
-        meanwhile unless the pointer is withdrawn or a flag keeps them out. */
+    /** Returns once nobody is inside. New users may come in meanwhile unless the pointer was withdrawn or a
+        flag keeps them out. Message thread, outside any `Use` of its own. */
     void waitUntilUnused() const noexcept
     {
         while (users.load() != 0)

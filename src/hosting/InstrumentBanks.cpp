@@ -74,8 +74,8 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
     {
         const auto* parameter = parameters[instrument->firstBankNameParameter + i];
         const float value = parameter == nullptr ? 0.0f : parameter->getValue();
-        // A foreign instrument may answer anything at all: only what gives a printable letter is turned into
-        // a number.
+        // An instrument may answer anything, even NaN, which must not be cast: only values of printable
+        // characters get that far.
         const double scaled = static_cast<double>(value) * 255.9;
         if (!(scaled >= 32.0 && scaled < 128.0))
             break;

@@ -10,20 +10,21 @@
 namespace quorel
 {
 
-/** The instrument's own bank folder from the user's settings. Empty where the instrument isn't known,
-    has no such setting, or the setting isn't an absolute path. */
+/** The instrument's own bank folder from the user's settings. Empty if the instrument isn't known, has no
+    such setting, or the setting isn't an absolute path. */
 juce::File readBankFolder(const juce::String& instrumentName, const UserStore& store);
 
-/** Puts the instrument's banks into `bankNames`, sorted: folders, of which the first is shown as "Root
-    Folder", or ".fxb" file names. Without any bank `bankNames` stays as it is, so empty it first. */
+/** Replaces `bankNames` by the instrument's banks, in the order of their numbers: ".fxb" file names, or
+    folders with "Root Folder" in place of the first. Without any bank `bankNames` stays as it is, so empty it
+    first. */
 void listBanks(const juce::String& instrumentName, const UserStore& store, juce::StringArray& bankNames);
 
-/** Name of the bank in use, as the instrument publishes it letter by letter in 38 of its parameters.
-    Empty where the instrument isn't known. */
+/** Name of the bank in use, which the instrument spells in its parameters, one letter each. Empty if the
+    instrument isn't known. */
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName);
 
-/** Replaces `programNames` by the ".fxp" files, without ending, of one of the instrument's bank folders,
-    sorted. None without a bank name. */
+/** Replaces `programNames` by the ".fxp" files of one of the instrument's bank folders, without their ending
+    and in the order of their numbers. None for an empty bank name. */
 void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
                       const UserStore& store, juce::StringArray& programNames);
 
@@ -46,10 +47,10 @@ MenuEntries programMenu(juce::AudioPluginInstance& instance, const juce::String&
     first. */
 MenuEntries bankMenu(const juce::StringArray& bankNames, const juce::String& currentBank);
 
-/** What an instrument that takes programs by MIDI is sent for entry `id` of its program menu. */
+/** What chooses entry `id` of the program menu of an instrument that takes programs by MIDI. */
 juce::MidiMessage programSelectMessage(int id);
 
-/** What every instrument is sent for entry `id` of its bank menu: controller 32. */
+/** What chooses entry `id` of a bank menu: controller 32, for all instruments. */
 juce::MidiMessage bankSelectMessage(int id);
 
 } // namespace quorel

@@ -28,7 +28,7 @@ struct InstrumentRow
     const char* bankValue;
     /** Banks are folders; else they are ".fxb" files. */
     bool folderBanks;
-    /** Programs are ".fxp" files of the bank, chosen by MIDI; else they are the plug-in's own program list. */
+    /** Programs are ".fxp" files of the bank, chosen by MIDI; else they are the plug-in's own list. */
     bool programsByMidi;
     /** Number of parameters, which also sizes the state of an instrument that doesn't report one. */
     int parametersPerProgram;

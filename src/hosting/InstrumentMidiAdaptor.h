@@ -9,8 +9,8 @@
 namespace quorel
 {
 
-/** Forwards a layer's ten linked values to the first ten parameters of its hosted instrument. Message thread.
- */
+/** Forwards a layer's ten linked values to the first ten parameters of its hosted instrument. Message
+    thread. */
 class InstrumentMidiAdaptor : public MidiLearner, public juce::Value::Listener
 {
 public:
@@ -19,7 +19,7 @@ public:
     InstrumentMidiAdaptor(InstanceAccess& hostedInstrument, LinkedValues& values);
     ~InstrumentMidiAdaptor() override;
 
-    /** Instruments take their MIDI from the block alone: no input is learned or applied here. */
+    /** The next three do nothing: an instrument gets its MIDI with the block, and nothing is learned here. */
     void handleIncomingMidiMessage(juce::MidiInput* source, const juce::MidiMessage& message) override;
     void handlePartialSysexMessage(juce::MidiInput* source, const juce::uint8* data, int numBytes,
                                    double timestamp) override;

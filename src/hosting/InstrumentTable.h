@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Looks up instruments in the family's table, always by the exact name.
+// Looks instruments up in the family's table, always by their exact names.
 #pragma once
 
 #include "hosting/InstrumentFamily.h"
@@ -23,8 +23,8 @@ struct BankFolderSetting
     juce::String valueName;
 };
 
-/** Setting of the bank folder for a plug-in name. Besides the rows it knows "DorvikMulti" and
-    "Dorvik-KMulti". Empty for a name that it doesn't know. */
+/** Setting of the bank folder for a plug-in name. Besides the rows' names it knows "DorvikMulti" and
+    "Dorvik-KMulti". None for any other name. */
 std::optional<BankFolderSetting> bankFolderSetting(const juce::String& name);
 
 } // namespace quorel

@@ -4,8 +4,8 @@
 namespace quorel
 {
 
-/** The window of a hosted instrument, as its layer sees it: the layer owns it and takes it down before the
-    instrument goes. Destruction closes the window. Message thread. */
+/** The window of a hosted instrument, as its layer sees it. The layer owns it and closes it, by deleting it,
+    before the instrument goes. Message thread. */
 class InstrumentWindow
 {
 public:

@@ -8,7 +8,7 @@ namespace quorel
 
 namespace
 {
-/** The notes of the Dorvik drum pads that the zones play: C, D, E and F, then C sharp, D sharp, F sharp and G. */
+/** Notes of the Dorvik drum pads that the zones play: C, D, E, F, then C sharp, D sharp, F sharp, G. */
 constexpr std::array<juce::uint8, numZones> zoneTargetNote{60, 62, 64, 65, 61, 63, 66, 67};
 
 constexpr int midiChannelSteps = 16;

@@ -22,8 +22,8 @@ struct ZoneRange
     int velocityMax = 127;
 };
 
-/** The settings of one layer in plain numbers, as one block uses them. The start values are those of a
-    layer that was reset. */
+/** The settings of one layer in plain numbers, as one block uses them. They start as those of a layer that
+    was reset. */
 struct LayerMidiSettings
 {
     /** 1 to 16; 0 lets all channels and system messages through. Other channels stop system messages. */
@@ -48,29 +48,28 @@ struct LayerMidiSettings
     int velocityMax = 127;
     std::array<ZoneRange, numZones> zones;
 
-    // The rest is read afresh for every block, straight from the parameter table, by whoever calls the
-    // filter.
+    // The rest isn't kept in `LayerMidiParameters`: whoever calls the filter reads it from the parameter
+    // table for every block.
     std::array<bool, numZones> zoneOn{true, true, true, true, true, true, true, true};
     bool drumMode = false;
     /** Stops all controllers but 0, 1, 2, 4, 64 and 123. */
     bool freeControllerBlock = false;
 };
 
-/** The decoded settings that parameter writes from any thread hand to the audio thread, a word each.
-    Nothing orders two words against each other: a block may see a range with one end moved and the
-    other not yet. */
+/** The decoded settings, one word each, which parameter writes on any thread hand to the audio thread.
+    Nothing orders one word against another: a block may see a range of which only one end has moved. */
 class LayerMidiParameters
 {
 public:
     LayerMidiParameters() noexcept;
 
-    /** Decodes `value` (0 to 1) of number `n` within the layer: 236, 243 to 252, 260 to 264 and 270 to
-        301. Other numbers do nothing. Keeping a range's ends in order, and silencing the layer after a
-        transpose, are the caller's. Any thread. */
+    /** Decodes `value` (0 to 1) of number `n` within the layer: 236, 243 to 252, 260 to 264 and 270 to 301.
+        Other numbers do nothing. It is for the caller to keep a range's ends in order and to silence the
+        layer after a transpose. Any thread. */
     void write(int n, float value) noexcept;
 
-    /** All settings but the live ones (zone switches, drum mode, free controllers), which stay as in a
-        new `LayerMidiSettings`. Any thread. */
+    /** All settings but zone switches, drum mode and free controllers, which are as in a new
+        `LayerMidiSettings`. Any thread. */
     LayerMidiSettings snapshot() const noexcept;
 
 private:
@@ -83,8 +82,8 @@ private:
     std::array<std::atomic<int>, numNumbers> words{};
 };
 
-/** The input notes that are down in each drum zone. Never allocates. Audio thread, or any other while
-    that is kept out. */
+/** The input notes that are down in each drum zone. Never allocates. Audio thread, or another while that is
+    kept out. */
 class ZoneHeldNotes
 {
 public:
@@ -106,17 +105,17 @@ private:
 
 /** Appends to `out` what the layer lets through of `in`, in order and at the same sample positions.
 
-    With `silenceFirst` the whole of `in` is dropped; instead, at sample 0, every note from 0 to 127
-    gets a note-off, each followed by an all-notes-off, on the layer's channel (1 where it hears all),
-    and the zones forget their notes. Needed where a held note could no longer meet its note-off, as
-    after a transpose.
+    With `silenceFirst` the whole of `in` is dropped. Instead, at sample 0, each note from 0 to 127 gets a
+    note-off and, after it, an all-notes-off, on the layer's channel (1 if it hears all), and the zones forget
+    their notes. This is for changes after which the note-off of a held note would no longer match it, such as
+    a transpose.
 
-    In drum mode no note passes as itself: each zone whose key range holds it plays its own target note
-    instead, from the first key down to the last key up. Zones look at their own ranges and at nothing
-    else: neither channel nor key and velocity ranges of the layer stop them, nor do the block switches.
+    In drum mode no note passes as itself: each zone whose key range holds it plays the zone's own target
+    note, from when the first key goes down until the last comes up. Zones go by their own ranges alone: the
+    layer's channel, key and velocity ranges and block switches don't stop them.
 
-    Messages that are cut short or hold a data byte above 127 are dropped. Allocates only if `out` has
-    to grow. Audio thread. */
+    Messages that are cut short or hold a data byte above 127 are dropped. Allocates only if `out` has to
+    grow. Audio thread. */
 void filterLayerMidi(const LayerMidiSettings& settings, ZoneHeldNotes& held, bool silenceFirst,
                      const juce::MidiBuffer& in, juce::MidiBuffer& out);
 

@@ -12,7 +12,7 @@ namespace quorel
 class MultiControls;
 class UserStore;
 
-/** What a layer needs of the processor that it belongs to. */
+/** What a layer needs from the processor that it belongs to. */
 class LayerOwner : public ParameterAccess
 {
 public:
@@ -21,7 +21,7 @@ public:
     virtual UserInteraction& userInteraction() = 0;
     virtual UserStore& userStore() = 0;
     virtual MultiControls& multiControls() = 0;
-    /** Last rate (Hz) and block size that this processor was prepared with. */
+    /** The rate (Hz) and block size that this processor was last prepared with; 0 before. */
     virtual double preparedSampleRate() const noexcept = 0;
     virtual int preparedBlockSize() const noexcept = 0;
     /** Asks the editor to rebuild its view. */

@@ -6,10 +6,10 @@
 namespace quorel
 {
 
-/** False for a 64-bit ELF library that is cut short, as a broken copy or a full disk leaves it. The
-    system's loader doesn't look at a library's length: it maps what isn't there and takes the whole
-    process down. True for anything else, missing files and other formats included, which the loader
-    refuses by itself. Any thread. */
+/** False for a 64-bit ELF library that is cut short, as an interrupted copy or a full disk leaves it. The
+    system's loader doesn't check a library's length: it maps pages that the file doesn't have and takes the
+    whole process down. True for anything else, including missing files and other formats, which the loader
+    itself refuses. Any thread. */
 bool isWholePluginFile(const juce::File& file);
 
 } // namespace quorel

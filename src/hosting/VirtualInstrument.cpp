@@ -285,7 +285,7 @@ int VirtualInstrument::measureState()
     juce::MemoryBlock state;
     instance->getStateInformation(state);
 
-    // One that doesn't report its state is taken to need, for each program, its parameters and eight words more.
+    // One that reports no state is allowed, for each program, a word for each parameter and eight more.
     return state.getSize() > 0 ? static_cast<int>(state.getSize())
                                : (row->parametersPerProgram + 8) * numPrograms * 4;
 }
@@ -308,8 +308,8 @@ void VirtualInstrument::prepareInstance(double sampleRate, int blockSize)
 void VirtualInstrument::warmUp()
 {
     // JUCE's instance swaps its MIDI buffer with the one it is handed, and grows its list of events on
-    // demand: both buffers and the list get their full size here, so that no block has to take memory later.
-    // What the instrument is sent is silence.
+    // demand. Two blocks of events that make no sound bring both buffers and the list to their full size
+    // here, so that no later block has to take memory.
     juce::AudioBuffer<float> buffer(
         juce::jmax(2, instance->getTotalNumInputChannels(), instance->getTotalNumOutputChannels()),
         warmUpSamples);
@@ -406,8 +406,8 @@ void VirtualInstrument::processBlock(juce::AudioBuffer<float>& buffer, const juc
 
 void VirtualInstrument::renderInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer)
 {
-    // JUCE's VST2 instance leaves both the lock and the suspended flag to whoever drives it. The lock is only
-    // tried: whoever holds it is about to stop the instrument.
+    // JUCE's VST2 instance leaves it to its host to heed this lock and the suspended flag. Whoever holds the
+    // lock is about to stop the instrument, so it isn't worth waiting for.
     const juce::ScopedTryLock tryLock(plugin.getCallbackLock());
 
     if (!tryLock.isLocked() || plugin.isSuspended())
@@ -432,7 +432,7 @@ void VirtualInstrument::renderInstance(juce::AudioPluginInstance& plugin, juce::
             buffer.copyFrom(channel, 0, wideBuffer, channel, 0, samples);
     }
 
-    // A mono instrument belongs in the middle.
+    // A mono instrument sounds on both sides.
     if (outputs == 1)
         buffer.copyFrom(1, 0, buffer, 0, 0, samples);
     else if (outputs == 0)

@@ -20,9 +20,9 @@ namespace quorel
 /** One layer's slot for a hosted instrument. Four live as long as the processor, with or without a plug-in
     in them.
 
-    Loading and unloading happen on the message thread alone, and long requests wait in 50 ms ticks.
-    `loading` and `unloadPending` keep the audio thread out while an instrument comes or goes;
-    `InstanceAccess` sees to it that nobody is left inside. */
+    Loading and unloading happen on the message thread alone; requests that have to wait count 50 ms ticks.
+    `loading` and `unloadPending` keep the audio thread out while an instrument comes or goes, and
+    `InstanceAccess` keeps the instrument alive until nobody is inside it. */
 class VirtualInstrument : public juce::AudioProcessorListener,
                           public juce::ChangeBroadcaster,
                           private juce::Timer
@@ -37,21 +37,22 @@ public:
     //==========================================================================================================
     // Coming and going: message thread.
 
-    /** Loads at once. True if the instrument is there afterwards, also if it was already. On failure the
-        layer is empty and marked as missing, and the user is told. */
+    /** Loads at once. True if the instrument is there afterwards, even if it was there already. On failure
+        the layer is empty, the instrument counts as missing, and the user is told. */
     bool loadPlugin(const juce::PluginDescription& description);
 
-    /** Loads in three ticks, after any unload that is under way. */
+    /** Loads in three ticks, which count once any unload under way is done. */
     void requestLoad(const juce::PluginDescription& description);
 
-    /** Forgets a requested load that has not run yet. */
+    /** Drops a requested load that hasn't run yet. */
     void cancelLoad();
 
-    /** Unloads at once, or ten ticks after closing the instrument's window if that is open. True if it was
-     * open. */
+    /** Unloads at once; if the instrument's window is open, closes it and unloads ten ticks later. True if
+        the unload is still to come. */
     bool requestUnload();
 
-    /** Destroys the instrument, clears the multi-control targets in its Easy values and sets those to 0.5. */
+    /** Destroys the instrument, clears the multi-control targets that point at the layer's Easy values, and
+        sets these to 0.5. */
     void unloadPlugin();
 
     bool isUnloadPending() const noexcept { return unloadPending.load(); }
@@ -68,14 +69,16 @@ public:
     //==========================================================================================================
     // Running.
 
-    /** Audio thread: filters the events and lets the instrument add its sound to `buffer` (cleared, at
-        least two channels). Silent while an instrument comes or goes; the events of such a block are lost. */
+    /** Filters the events and lets the instrument put its sound into `buffer`, which comes cleared and with
+        at least two channels. Silent while an instrument comes or goes; the events of such a block are lost.
+        Audio thread. */
     void processBlock(juce::AudioBuffer<float>& buffer, const juce::MidiBuffer& incoming);
 
     /** Prepares the hosted instrument. Host thread, while no block runs. */
     void prepare(double sampleRate, int blockSize);
 
-    /** Follows a write to the layer's number `n`, 200 to 399. Any thread. */
+    /** Follows a write to the layer's number `n`, 200 to 399. Any thread, the audio thread included; but Easy
+        values and mappings call the instrument, and wait for its lock while another thread is inside it. */
     void parameterWritten(int n, float value);
 
     /** Scoped use of the hosted instrument from any thread. */
@@ -83,38 +86,39 @@ public:
 
     bool hasInstance() const noexcept { return access.hasInstance(); }
 
-    /** Sends `bytes` (one to three) in front of the next block, past the filter. Message thread. */
+    /** Sends a message of at most three bytes at the start of the next block, past the filter. A second one
+        before that block replaces the first. Message thread. */
     void sendMidi(const juce::MidiMessage& message) noexcept;
 
     void requestAllNotesOff() noexcept { allNotesOffRequested.store(true); }
 
     //==========================================================================================================
-    // Easy parameters, banks and programs: message thread, but for `easyName` and `easyText`.
+    // Easy parameters, banks and programs: message thread, except `easyName` and `easyText`.
 
-    /** Writes the default mapping of the instrument into the Easy mappings, and its values into the Easy
-     * values. */
+    /** Writes the instrument's default mapping into the Easy mappings, and the values there into the Easy
+        values. */
     void resetEasyMapping();
 
     /** Replaces `lines` by the twelve hosted parameter numbers of the Easy mapping. None for an instrument
-       outside the table. */
+        outside the table. */
     void saveEasyMapping(juce::StringArray& lines) const;
-    /** Maps the Easy controls to the hosted parameter numbers in the first twelve lines; each takes over its
-       new parameter's value. Text that is no number unmaps its control. */
+    /** Maps the Easy controls to the hosted parameter numbers in the first twelve lines; each takes over the
+        value of its new parameter. A line that isn't a number unmaps its control. */
     void loadEasyMapping(const juce::StringArray& lines);
 
-    /** Name of the hosted parameter behind Easy parameter `easy` (0 to 11), at most 15 characters; "Easy 1"
-        and so on without an instrument, and the number of the slot for a mapping that leads nowhere. Any
+    /** Name of the hosted parameter behind Easy parameter `easy` (0 to 11), cut to 15 characters. Without an
+        instrument "Easy 1" and so on; for a mapping that leads nowhere the number within the layer. Any
         thread. */
     juce::String easyName(int easy);
 
-    /** What the instrument says of the value behind Easy parameter `easy` (0 to 11). Empty without an
+    /** How the instrument writes the value behind Easy parameter `easy` (0 to 11). Empty without an
         instrument or a target. Any thread. */
     juce::String easyText(int easy);
 
-    /** Chooses entry `id` (from 1) of the program menu: by MIDI or through the instrument, as its family
-     * does. */
+    /** Chooses entry `id` (from 1) of the program menu, by MIDI or in the instrument's own list, as the table
+        says. */
     void chooseProgram(int id);
-    /** Chooses entry `id` (from 1) of the bank menu, which instruments take as controller 32. */
+    /** Chooses entry `id` (from 1) of the bank menu. */
     void chooseBank(int id);
     /** Name of the instrument's current bank; empty if it publishes none. */
     juce::String getBankName();
@@ -134,8 +138,8 @@ public:
     void setMissing(const juce::String& name);
     void clearMissing();
 
-    /** Keeps the state of an instrument that a sound asks for and that isn't to be had here, so that saving
-       the sound gives it back. A load or the layer's reset forgets it. */
+    /** Keeps the state of an instrument that a sound asks for and that isn't installed here, so that saving
+        the sound doesn't lose it. A load or the layer's reset forgets it. */
     void keepMissingState(const juce::MemoryBlock& state)
     {
         missingState.replaceAll(state.getData(), state.getSize());
@@ -146,7 +150,7 @@ public:
     /** Empty for none. */
     const juce::MemoryBlock& getMissingState() const noexcept { return missingState; }
 
-    /** Bytes that this layer declares in a state chunk: the state's size as it was at load. */
+    /** Bytes that this layer declares in a state chunk: the size that the state had at load. */
     int getChunkSize() const noexcept { return chunkSize; }
 
     bool isDrumInstrument() const noexcept { return drumInstrument; }
@@ -159,10 +163,10 @@ public:
 
     int getLongestParameterName() const noexcept { return longestParameterName; }
 
-    /** Layout in force; empty for the default mapping. */
+    /** File name of the layout in force; empty for the default mapping. */
     juce::String layoutName;
 
-    /** The editor is to read this layer anew. Any thread. */
+    /** Tells the editor to read this layer again. Any thread. */
     std::atomic<bool> needsDisplayUpdate{false};
 
     void audioProcessorParameterChanged(juce::AudioProcessor* processor, int index, float value) override;
@@ -242,7 +246,7 @@ private:
 
     /** Audio thread's own memory. */
     juce::MidiBuffer layerMidi;
-    /** What the instrument is handed, and swaps for a buffer of its own. */
+    /** What the instrument is handed; JUCE's instance swaps its contents for those of a buffer of its own. */
     juce::MidiBuffer hostedMidi;
     juce::AudioBuffer<float> wideBuffer;
 

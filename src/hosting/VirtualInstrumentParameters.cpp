@@ -13,8 +13,8 @@ namespace quorel
 
 namespace
 {
-/** Above 0 while this thread writes an Easy value through to a hosted instrument. An instrument that
-    reports every change back would otherwise be written again from its own report, for ever. */
+/** Above 0 while this thread copies an Easy value to the hosted instrument or from it. Otherwise an
+    instrument that reports each change back would be written again because of its own report, without end. */
 thread_local int writeThroughDepth = 0;
 
 struct WriteThroughScope
@@ -140,7 +140,7 @@ juce::String VirtualInstrument::easyText(int easy)
     if (!plugin)
         return {};
 
-    // Asked for any other text, the parameter answers with its bare number.
+    // The other call, for the text of a given value, answers with the bare number.
     const auto& hosted = plugin->getParameters();
     const int target = easyTarget(easy, hosted.size());
     return target > 0 ? hosted[target]->getCurrentValueAsText() : juce::String();
@@ -152,7 +152,7 @@ void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, in
     {
         if (decodeParamInt(read(layerSlot::easyMapping + easy)) == index)
         {
-            // The value came from the instrument: mirror it, and don't write it back.
+            // The value came from the instrument and must not be written back.
             const WriteThroughScope scope;
             owner.writeParameterNotifyingHost(parameter(layerSlot::easyValue + easy), value);
             return;

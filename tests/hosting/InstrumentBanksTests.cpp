@@ -60,7 +60,8 @@ void setBankFolder(const juce::String& instrument, const juce::File& folder)
     ASSERT_TRUE(makeUserStore()->write(setting->key, setting->valueName, folder.getFullPathName()));
 }
 
-/** A quarter of a second of middle C, played by a new instance after a choice from its bank and program menus. */
+/** A quarter of a second of middle C, played by a new instance after a choice from its bank and program
+    menus. */
 std::vector<float> heard(const juce::String& instrument, int bankId, int programId)
 {
     const auto instance = open(instrument);

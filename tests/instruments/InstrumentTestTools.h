@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "StarterInstruments.h"
 #include "RawVst2Host.h"
+#include "StarterInstruments.h"
 
 #include <gtest/gtest.h>
 

@@ -23,10 +23,8 @@ struct StereoBuffer
     std::vector<float> left, right;
 };
 
-/**
-    A VST2 plug-in driven through its binary interface, the way a host would: no library between. The first
-   two outputs are heard; further ones and all inputs get scratch buffers.
-*/
+/** A VST2 plug-in driven through its binary interface, as by a host, with no library in between. The first
+    two outputs are heard; further ones and all inputs get scratch buffers. */
 class RawVst2Host
 {
 public:
