@@ -21,6 +21,42 @@
 namespace quorel
 {
 
+#if defined(_WIN32)
+
+static std::string toUtf8(const wchar_t* text)
+{
+    return std::filesystem::path(text).u8string();
+}
+
+std::string ownFileName()
+{
+    static const char here = 0;
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<LPCWSTR>(&here), &module))
+        return {};
+    static constexpr DWORD longest = 32768;
+    std::wstring path(longest, L'\0');
+    const auto length = GetModuleFileNameW(module, path.data(), longest);
+    path.resize(length);
+    return std::filesystem::path(path).stem().u8string();
+}
+
+std::string readUserSetting(const std::string& key, const std::string& value)
+{
+    wchar_t text[1024]{};
+    DWORD size = sizeof(text) - sizeof(wchar_t);
+    const auto wideKey = std::filesystem::u8path(key).wstring();
+    const auto wideValue = std::filesystem::u8path(value).wstring();
+    if (RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideValue.c_str(), RRF_RT_REG_SZ, nullptr, text,
+                     &size) != ERROR_SUCCESS)
+        return {};
+    return toUtf8(text);
+}
+
+#else
+
 namespace
 {
 
@@ -107,8 +143,7 @@ std::string attribute(const std::string& tag, const std::string& wanted)
     return {};
 }
 
-} // namespace
-
+/** The attribute `val` of the VALUE element with this name in a settings file's text, or empty. */
 std::string findSettingInXml(const std::string& xml, const std::string& name)
 {
     static const std::string element = "<VALUE";
@@ -134,41 +169,7 @@ std::string findSettingInXml(const std::string& xml, const std::string& name)
     return {};
 }
 
-#if defined(_WIN32)
-
-static std::string toUtf8(const wchar_t* text)
-{
-    return std::filesystem::path(text).u8string();
-}
-
-std::string ownFileName()
-{
-    static const char here = 0;
-    HMODULE module = nullptr;
-    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<LPCWSTR>(&here), &module))
-        return {};
-    static constexpr DWORD longest = 32768;
-    std::wstring path(longest, L'\0');
-    const auto length = GetModuleFileNameW(module, path.data(), longest);
-    path.resize(length);
-    return std::filesystem::path(path).stem().u8string();
-}
-
-std::string readUserSetting(const std::string& key, const std::string& value)
-{
-    wchar_t text[1024]{};
-    DWORD size = sizeof(text) - sizeof(wchar_t);
-    const auto wideKey = std::filesystem::u8path(key).wstring();
-    const auto wideValue = std::filesystem::u8path(value).wstring();
-    if (RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideValue.c_str(), RRF_RT_REG_SZ, nullptr, text,
-                     &size) != ERROR_SUCCESS)
-        return {};
-    return toUtf8(text);
-}
-
-#else
+} // namespace
 
 std::string ownFileName()
 {

@@ -14,7 +14,4 @@ std::string ownFileName();
     element named `key\value` in $XDG_CONFIG_HOME/Ostrand/Registry.xml. */
 std::string readUserSetting(const std::string& key, const std::string& value);
 
-/** The attribute `val` of the VALUE element with this name in a settings file's text, or empty. */
-std::string findSettingInXml(const std::string& xml, const std::string& name);
-
 } // namespace quorel
