@@ -152,6 +152,10 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     const std::set<int> wanted{slot::fxOn + 2, slot::fxType + 2, slot::fxMix + 2};
     EXPECT_TRUE(std::includes(indices.begin(), indices.end(), wanted.begin(), wanted.end())) << outcome.text;
     EXPECT_EQ(indices.count(slot::masterVolume), 0u);
+    const auto everything = juce::JSON::parse(run({"show", "A/Two", "--json", "--all"}).text);
+    EXPECT_GT(everything["parameters"].size(), 1000);
+    for (const auto& word : juce::StringArray::fromTokens(run({"categories", "list"}).text, ":,\n", {}))
+        EXPECT_TRUE(word.isEmpty() || !word.trim().containsOnly("0123456789")) << "a category without a name";
     outcome = run({"verify"});
     EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
     EXPECT_TRUE(outcome.text.contains("3 presets in 2 folders: 0 errors, 0 notes")) << outcome.text;
@@ -231,6 +235,25 @@ TEST_F(PresetsCommand, VerifyNamesEachDamage)
     EXPECT_EQ(run({"verify", file("A", "One").getFullPathName()}).exitCode, 0);
 }
 
+TEST_F(PresetsCommand, VerifyNotesWhatIsMissingAroundAPreset)
+{
+    rig.user.listFile().replaceWithText("<KNOWNPLUGINS/>");
+    auto outcome = run({"verify"});
+    EXPECT_TRUE(outcome.text.contains("A/One: note: layer 2 needs Tarn, which isn't installed"))
+        << outcome.text;
+    EXPECT_TRUE(outcome.text.contains("0 errors, 1 note\n")) << outcome.text;
+    rig.user.listFile().deleteFile();
+    outcome = run({"verify"});
+    EXPECT_TRUE(outcome.text.contains("no list of installed instruments")) << outcome.text;
+    EXPECT_TRUE(outcome.text.contains("0 errors, 0 notes\n")) << outcome.text;
+
+    write(rig.user.banksFolder().getChildFile("Stray.qrl"), bytesOf(file("A", "Two")));
+    outcome = run({"verify", "--strict"});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.text.contains("Stray.qrl: note: isn't listed")) << outcome.text;
+    EXPECT_TRUE(outcome.text.contains("0 errors, 1 note\n")) << outcome.text;
+}
+
 TEST_F(PresetsCommand, CategoriesChangeAndNothingElse)
 {
     // A file whose end the reader would drop must keep it.
@@ -277,7 +300,8 @@ TEST_F(PresetsCommand, CopiesAndRenamesWithoutLosingAnything)
          {juce::StringArray{"copy", "A/One", "B/Three"}, juce::StringArray{"rename", "A/One", "Two"},
           juce::StringArray{"copy", "A/One", "../Escaped"}, juce::StringArray{"copy", "A/One", "A/.."},
           juce::StringArray{"copy", "A/One", "A/a:b"}, juce::StringArray{"rename", "A/One", "NUL"},
-          juce::StringArray{"copy", "A/One", "One"}, juce::StringArray{"copy", "A/Nothing", "B/Nothing"}})
+          juce::StringArray{"copy", "A/One", "One"}, juce::StringArray{"copy", "A/One", "A/One", "--replace"},
+          juce::StringArray{"copy", "A/Nothing", "B/Nothing"}})
     {
         const auto outcome = run(refused);
         EXPECT_EQ(outcome.exitCode, 1) << refused.joinIntoString(" ");
@@ -293,6 +317,8 @@ TEST_F(PresetsCommand, ExportsAndImportsAFolder)
     const auto path = archive("a.zip").getFullPathName();
     ASSERT_EQ(run({"export", "A", "-o", path}).exitCode, 0);
     EXPECT_EQ(run({"export", "A", "-o", path}).exitCode, 1) << "it exists";
+    write(archive("a.zip"), "an older archive");
+    EXPECT_EQ(run({"export", "A", "-o", path, "--replace"}).exitCode, 0);
     EXPECT_EQ(run({"import", path}).exitCode, 1) << "the presets are there";
     ASSERT_EQ(run({"import", path, "--folder", "Guest"}).exitCode, 0);
     EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
@@ -303,10 +329,14 @@ TEST_F(PresetsCommand, ExportsAndImportsAFolder)
     EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 0);
     EXPECT_EQ(bytesOf(file("A", "One")), one);
 
-    // One of several files can't be written: what was replaced before it comes back.
+    // One of several files can't be written: what was replaced before it comes back, and what is new goes.
     EXPECT_EQ(run({"categories", "set", "A/One", "Arp"}).exitCode, 0);
     ASSERT_TRUE(file("A", "Two").deleteFile() && file("A", "Two").createDirectory());
     auto before = snapshot();
+    EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 1);
+    EXPECT_TRUE(snapshot() == before);
+    ASSERT_TRUE(file("A", "One").deleteFile());
+    before = snapshot();
     EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 1);
     EXPECT_TRUE(snapshot() == before);
 }
@@ -353,7 +383,9 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
     // What systems add to archives is passed over; presets at the top take the archive's name.
     const auto mixed =
         zip("Mixed.zip", {{"Fine.qrl", good}, {"__MACOSX/._Fine.qrl", "x"}, {"notes.txt", "x"}});
-    EXPECT_EQ(run({"import", mixed.getFullPathName()}).exitCode, 0);
+    const auto imported = run({"import", mixed.getFullPathName()});
+    EXPECT_EQ(imported.exitCode, 0);
+    EXPECT_TRUE(imported.text.contains("passed over \"notes.txt\"")) << imported.text;
     EXPECT_EQ(run({"search", "Fine"}).text, "Mixed/Fine  [Bass]\n");
 }
 

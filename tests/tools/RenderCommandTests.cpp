@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quorel-render as a user starts it.
+#include "parameters/ParameterLayout.h"
+#include "presets/StateChunk.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -115,9 +117,7 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     kept.addArray({"--preset", path("made.qrl"), "-o", path("kept.wav")});
     auto outcome = render(made);
     ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-    EXPECT_TRUE(outcome.output.contains("peak") && outcome.output.contains("RMS") &&
-                outcome.output.contains("length") && outcome.output.contains("real time"))
-        << outcome.output;
+    const auto report = outcome.output;
     outcome = render(kept);
     ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
 
@@ -128,6 +128,19 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     const float peak = samples.getMagnitude(0, samples.getNumSamples());
     EXPECT_GT(peak, 0.01f);
     EXPECT_LT(peak, 4.0f);
+    const auto decibels = [](double level)
+    { return juce::String(juce::Decibels::gainToDecibels(level), 1) + " dBFS"; };
+    const double left = static_cast<double>(samples.getRMSLevel(0, 0, samples.getNumSamples()));
+    const double right = static_cast<double>(samples.getRMSLevel(1, 0, samples.getNumSamples()));
+    const auto told = "length 1.47 s, peak " + decibels(static_cast<double>(peak)) + ", RMS " +
+                      decibels(std::sqrt((left * left + right * right) / 2.0)) + ", ";
+    EXPECT_TRUE(report.contains(told) && report.contains(" times real time")) << told << "\n" << report;
+
+    // Where its instruments aren't known it doesn't play.
+    outcome = start({QUOREL_TEST_RENDER, "--prefix", path("nobody"), "--preset", path("made.qrl"), midi, "-o",
+                     path("nobody.wav")});
+    EXPECT_EQ(outcome.exitCode, 1u);
+    EXPECT_TRUE(outcome.output.contains("needs an instrument that is not here")) << outcome.output;
     EXPECT_TRUE(scratch.child("made.wav").hasIdenticalContentTo(scratch.child("kept.wav")));
 
     // By its name, through the fades that a player hears.
@@ -207,6 +220,34 @@ TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
             EXPECT_NEAR(out.getSample(0, 4800), 0.5f * std::pow(10.0f, -0.5f), 0.001f);
         }
     }
+
+    // 20 dB more than it was: too much for whole numbers, and said so.
+    for (const char* bits : {"24", "32"})
+    {
+        const auto outcome = render({"--input", path("click.wav"), "--rate", "24000", "--bits", bits, "--fx",
+                                     "1=0:mix=0,level=1", "-o", path("loud.wav")});
+        EXPECT_EQ(outcome.exitCode, 0u);
+        EXPECT_EQ(outcome.output.contains("the sound is clipped"), juce::String(bits) == "24")
+            << outcome.output;
+    }
+}
+
+TEST_F(RenderCommand, PutsASoundTogetherWithoutPlayingIt)
+{
+    const auto outcome = render({"--send", "3:2=0.5pre", "--send", "1:4=1/4", "--param", "Layer1 Pan=0.75",
+                                 "--save-preset", path("sound.qrl")});
+    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    juce::MemoryBlock bytes;
+    StateChunk chunk;
+    ASSERT_TRUE(scratch.child("sound.qrl").loadFileAsData(bytes));
+    ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
+    const auto value = [&chunk](int layer, int n)
+    { return chunk.parameters[static_cast<std::size_t>(layerParameter(layer, n))]; };
+    EXPECT_EQ(value(2, layerSlot::sendLevel + 1), 0.5f);
+    EXPECT_EQ(value(2, layerSlot::sendPreFader + 1), 1.0f);
+    EXPECT_EQ(value(0, layerSlot::sendLevel + 3), 0.25f);
+    EXPECT_EQ(value(0, layerSlot::sendPreFader + 3), 0.0f);
+    EXPECT_EQ(value(0, layerSlot::pan), 0.75f);
 }
 
 TEST_F(RenderCommand, ListsInstrumentsAndEffects)

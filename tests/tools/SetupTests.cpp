@@ -160,13 +160,15 @@ TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
     folder.write("source/presets/02 Pads/notes.txt", "no preset");
     folder.write("my sounds/02 Pads/Same Name.qrl", "the user's own");
     folder.write("my sounds/Mine/Mine.qrl", "mine");
+    // What is the same as ours counts as ours, and follows it.
+    folder.write("my sounds/01 Keys/Plain.qrl", "plain");
     // The rest of the source is missing, so the run as a whole fails; the presets are installed all the same.
     juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
                                 folder.child("source").getFullPathName()};
     const auto text = [&banks](const char* path) { return banks.getChildFile(path).loadFileAsString(); };
 
     const auto first = setup(arguments);
-    EXPECT_TRUE(first.text.contains("3 installed, 1 changed by you and kept")) << first.text;
+    EXPECT_TRUE(first.text.contains("2 installed, 1 up to date, 1 changed by you and kept")) << first.text;
     EXPECT_TRUE(first.text.contains("Kept as you changed it: " +
                                     banks.getChildFile("02 Pads/Same Name.qrl").getFullPathName()));
     EXPECT_EQ(text("01 Keys/Plain.qrl"), "plain");
@@ -232,6 +234,28 @@ TEST(Setup, errorsAreOneLineAndAnExitCode)
     EXPECT_EQ(blocked.exitCode, 1);
     EXPECT_TRUE(blocked.text.contains("cannot write the setting SOFTWARE\\Ostrand\\Quorel\\Banks Path"));
     EXPECT_EQ(folder.child("file").loadFileAsString(), "not a folder");
+
+    // A file where a folder has to be, for the instruments, for one of them, and for the memory of it all.
+    const auto data = userPlaces(folder.child("s")).dataFolder;
+    for (const char* place : {"Layouts", "Plugins/Ostrand/Tarn"})
+        ASSERT_TRUE(data.getChildFile(place).create());
+    ASSERT_TRUE(data.getChildFile("Installed.xml/full").create());
+    const auto standing = setup({"--prefix", folder.child("s").getFullPathName()});
+    EXPECT_EQ(standing.exitCode, 1);
+    for (const auto& expected :
+         {"cannot create the folder " + data.getChildFile("Layouts").getFullPathName(),
+          "to " + data.getChildFile("Plugins/Ostrand/" + binary("Tarn")).getFullPathName(),
+          juce::String("cannot write the list of installed files in ")})
+        EXPECT_TRUE(standing.text.contains(expected)) << expected << "\n" << standing.text;
+    EXPECT_TRUE(data.getChildFile("Plugins/Ostrand/" + binary("Orlen")).existsAsFile()) << "the rest is done";
+
+    // Each of these alone is a failure.
+    for (const char* place : {"Layouts", "Plugins/Ostrand/Tarn"})
+    {
+        const auto prefixOf = folder.child(juce::String("alone ") + place[0]);
+        ASSERT_TRUE(userPlaces(prefixOf).dataFolder.getChildFile(place).create());
+        EXPECT_EQ(setup({"--prefix", prefixOf.getFullPathName()}).exitCode, 1) << place;
+    }
 
     // Settings of the user's that can't work are named and left alone.
     const auto store = makeUserStore(userPlaces(folder.child("q")));
