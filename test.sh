@@ -5,7 +5,7 @@
 #   ./test.sh asan       under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan       under ThreadSanitizer
 #   ./test.sh style      clang-format and clang-tidy over our own code
-# Further words go to ctest, as in: ./test.sh release -R Chunk
+# Further arguments go to ctest, as in: ./test.sh release -R Chunk
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -22,5 +22,5 @@ build=build
 [[ "$kind" == release ]] || build="build/$kind"
 
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=0:detect_odr_violation=0}"
-export TSAN_OPTIONS="${TSAN_OPTIONS:-suppressions=$PWD/packaging/tsan-suppressions.txt:second_deadlock_stack=1}"
+export TSAN_OPTIONS="${TSAN_OPTIONS:-second_deadlock_stack=1}"
 exec ctest --test-dir "$build" --output-on-failure -j"$(nproc)" "$@"

@@ -2,23 +2,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Installs other effects (packaging/peer-packages.txt), times Quorel's effects beside them, and puts the tables into
 # docs/performance.md. Five to ten minutes.
-#   benchmarks/run-peers.sh [BUILD-FOLDER]     an existing build of another place than build/
+#   benchmarks/run-peers.sh [BUILD-FOLDER]     an existing build in another place than build/
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 packaging/install-packages.sh
-missing=()
-while read -r package; do
-    [[ -z "$package" || "$package" == \#* ]] && continue
-    [[ "$(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2> /dev/null)" == ii* ]] || missing+=("$package")
-done < packaging/peer-packages.txt
-
-if [[ ${#missing[@]} -gt 0 ]]; then
-    as_root=()
-    [[ $EUID -eq 0 ]] || as_root=(sudo)
-    "${as_root[@]}" apt-get update -q
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
-fi
+packaging/install-packages.sh packaging/peer-packages.txt
 
 build="${1:-build}"
 page=docs/performance.md

@@ -17,14 +17,13 @@ if(QUOREL_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${QUOREL_CCACHE}")
 endif()
 
-# One preset must sound the same on every machine: no fused multiply-add behind our back, and no
-# value-changing optimisation.
+# A preset must sound the same on every machine: the compiler may not fuse multiplications with additions.
 add_compile_options(-ffp-contract=off)
 
 if(QUOREL_SANITIZE)
     list(JOIN QUOREL_SANITIZE "," sanitizers)
     add_compile_options(-fsanitize=${sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
-    # The vptr check wants type information from every hosted binary: it cannot hold across plug-ins.
+    # The vptr check needs type information from every binary involved, and hosted plug-ins have none to offer.
     if("undefined" IN_LIST QUOREL_SANITIZE)
         add_compile_options(-fno-sanitize=vptr)
     endif()

@@ -1,15 +1,15 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# `quorel_juce`: all JUCE modules in use, compiled once into a static library that plug-in, tools, tests and
-# benchmarks share, with hosting of VST2 through the FST headers.
+# `quorel_juce`: all JUCE modules in use, compiled once into a static library that the plug-in, tools, tests and
+# benchmarks share. It hosts VST2 through the FST headers.
 find_package(JUCE 7.0.5 REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 
 juce_set_vst2_sdk_path("${CMAKE_CURRENT_SOURCE_DIR}/cmake/fst")
 
-# Hosted instruments ask who their host is, and the answer must not depend on the program around us: JUCE lets a
-# standalone application's name override JUCE_VST_FALLBACK_HOST_NAME. A changed copy of that one source goes into
-# the build tree; the step stops if JUCE's text is not what it expects.
+# Hosted instruments ask for their host's name, and the answer must not depend on the program around us: in JUCE a
+# standalone application's name overrides JUCE_VST_FALLBACK_HOST_NAME. A changed copy of that one source goes into the
+# build tree. Configuring stops if JUCE's text isn't what is expected here.
 set(juceProcessors "${JUCE_MODULES_DIR}/juce_audio_processors")
 set(patchedDir "${CMAKE_BINARY_DIR}/patched-juce")
 file(READ "${juceProcessors}/format_types/juce_VSTPluginFormat.cpp" vstFormatText)
@@ -30,8 +30,8 @@ get_target_property(processorSources juce_audio_processors INTERFACE_SOURCES)
 list(FILTER processorSources EXCLUDE REGEX "/juce_audio_processors\\.cpp$")
 set_target_properties(juce_audio_processors PROPERTIES INTERFACE_SOURCES "${processorSources}")
 
-# On a server without a window manager some atoms don't exist, and JUCE's windows stop the process with an X error
-# for the missing ones: in another changed copy it creates those that it takes for granted.
+# On a server without a window manager some atoms don't exist, and JUCE's windows end the process with an X error over
+# the missing ones. In another changed copy JUCE creates the atoms that it takes for granted.
 set(juceGui "${JUCE_MODULES_DIR}/juce_gui_basics")
 file(READ "${juceGui}/native/x11/juce_linux_XWindowSystem.cpp" windowSystemText)
 string(REPLACE "\r\n" "\n" windowSystemText "${windowSystemText}")
@@ -87,13 +87,13 @@ target_include_directories(quorel_juce SYSTEM INTERFACE $<TARGET_PROPERTY:quorel
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     pkg_check_modules(QUOREL_IMAGE REQUIRED IMPORTED_TARGET libpng libjpeg zlib)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_IMAGE ${CMAKE_DL_LIBS})
-    # The module's own package look-ups, made again because its sources are linked privately here.
+    # The modules look these up for their own targets; here those are linked privately, so users need them again.
     pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa flac freetype2)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_SOUND rt)
 endif()
 
-# JUCE's headers take most of the time that one of our sources takes to compile. Builds for release do without a
-# precompiled header, so that each file shows what it includes.
+# Most of the time that one of our sources takes to compile goes into JUCE's headers. Release builds do without a
+# precompiled header, so that a missing include is noticed.
 option(QUOREL_PRECOMPILE "Compile JUCE's headers once: builds in a third of the time, for work on the code" OFF)
 
 function(quorel_precompile target)

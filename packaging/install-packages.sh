@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs what packaging/debian-packages.txt lists and isn't there yet. Wants root, or sudo.
+# Installs what a list names and isn't there yet. Needs root, or sudo.
+#   packaging/install-packages.sh [LIST]     packaging/debian-packages.txt unless another list is given
 set -euo pipefail
 
-list="$(dirname "${BASH_SOURCE[0]}")/debian-packages.txt"
+list="${1:-$(dirname "${BASH_SOURCE[0]}")/debian-packages.txt}"
 missing=()
 
 while read -r package; do

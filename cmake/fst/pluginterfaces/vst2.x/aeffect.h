@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What JUCE asks for as its VST2 header, served by the free FST headers. JUCE includes this inside a namespace of
-// its own, so no system header may stand in here.
+// JUCE includes this as its VST2 header; the free FST headers provide the contents. It does so inside a namespace of its
+// own, so no system header may be included here.
 //
 // Three things in FST don't fit what JUCE does with them:
 // - FST's speaker arrangement ends in a flexible array, while JUCE allocates `sizeof (VstSpeakerArrangement)` and
 //   writes up to eight entries: with FST's own type that overruns the heap.
-// - FST's pin properties end after the short label, while plug-ins fill in the 48 reserved bytes that follow in
-//   every other host's: a hosted instrument would write past our stack's copy.
-// - FST numbers the opcodes it hasn't explored as placeholders (100000 and up). Hosts and plug-ins that send the
-//   real ones would be ignored, or worse, JUCE would send a placeholder. The numbers below are those in use.
+// - FST's pin properties end after the short label. The interface has 48 reserved bytes behind it, and plug-ins fill
+//   them in: a hosted instrument would write past the copy on our stack.
+// - FST gives opcodes that it hasn't explored placeholders for numbers (100000 and up). Hosts and plug-ins that send the
+//   real numbers would be ignored or, worse, sent a placeholder. The numbers below are the real ones.
 #pragma once
 
 #define FST_DONT_DEPRECATE_UNKNOWN 1
