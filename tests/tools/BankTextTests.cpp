@@ -85,8 +85,21 @@ Parameter Resonance: 25 %
 Easy 12: Vibrato
 Solo: On
 
+[Layer 4]
+Instrument: Hexley
+Zone 1: C1 - D1, 1 - 90
+Zone 2: E1
+Zone 3: off
+
+[Master]
+Volume: -12.0412 db
+EQ Low-pass: 8000 hz
+
 [Effect 3]
 Type: Kappel
+Mix: 30 %
+Level: +20 db
+Balance: -50
 Speed: 1/16
 Left Steps: x--- ---- ---- ---x
 
@@ -132,6 +145,28 @@ Knob 4: Layer 2 Pan, -100 %
     EXPECT_EQ(text(fxParameter(0, 3)) + text(fxParameter(0, 6)), "+0 %20.5 kHz") << "not given, so neutral";
     EXPECT_EQ(static_cast<int>(rig.get(fxParameter(2, 5)) * 65535.9f), 0x8001);
     EXPECT_EQ(rig.get(slot::fxOn + 1), 0.0f);
+    EXPECT_FLOAT_EQ(rig.get(slot::fxMix + 2), 0.3f);
+    EXPECT_FLOAT_EQ(rig.get(slot::fxVolume + 2), 1.0f);
+    EXPECT_FLOAT_EQ(rig.get(slot::fxPan + 2), 0.25f);
+
+    // Low key, high key, low and high velocity of a zone; "off" takes one away that is on otherwise.
+    const auto zone = [&rig](int number)
+    {
+        std::vector<int> found;
+        for (const int n : {layerSlot::zoneKeys + 2 * number, layerSlot::zoneVelocities + 2 * number})
+            for (const int end : {0, 1})
+                found.push_back(paramToInt(rig.getLayer(3, n + end), 0, 127));
+        return found;
+    };
+    EXPECT_EQ(zone(0), (std::vector<int>{36, 38, 1, 90}));
+    EXPECT_EQ(zone(1), (std::vector<int>{40, 40, 1, 127}));
+    EXPECT_EQ(rig.getLayer(3, layerSlot::zoneOn + 2), 0.0f);
+
+    EXPECT_NEAR(static_cast<double>(cubicGain(rig.get(slot::masterVolume))), 0.25, 1.0e-3);
+    const auto masterEq = [&rig](int n) { return rig.get(eqBase(masterEqUnit) + n); };
+    EXPECT_EQ(masterEq(eqSlot::on), 1.0f);
+    EXPECT_EQ(masterEq(eqSlot::lowPassOn), 1.0f);
+    EXPECT_EQ(masterEq(eqSlot::highPassOn), 0.0f);
 
     const auto flags = categoriesOf(rig.processor);
     EXPECT_EQ(std::count(flags.begin(), flags.end(), 1), 3);
@@ -171,6 +206,7 @@ TEST(BankText, ErrorsNameTheirLine)
         {tarn + "Easy 13: Cutoff", 3, "unknown"},
         {tarn + "Keys: C3 - H9", 3, "keys such as"},
         {tarn + "Volume: +20 db", 3, "dB up to"},
+        {tarn + "Velocity: 1 - 128", 3, "velocities such as"},
         {tarn + "Zone 1: C1, 1 - 90, 3", 3, "velocities behind a comma"},
         {tarn + "Block: Everything", 3, "Everything"},
         {tarn + "EQ Band 1: 250 hz", 3, "gain and width"},
@@ -204,18 +240,27 @@ TEST(BankCommand, BuildsTheSameBytesAgainAndNamesWhatIsWrong)
     const test::ScratchFolder folder;
     const juce::String good = "02 Velocity Layers/Nylon to Steel";
     const auto text = juce::File(QUOREL_TEST_PRESET_TEXTS).getChildFile(good + ".txt");
+    folder.child("texts").createDirectory();
+    const auto build = [&folder](juce::String& output)
+    {
+        juce::ChildProcess process;
+        EXPECT_TRUE(process.start(juce::StringArray{QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
+                                                    folder.child("texts").getFullPathName(),
+                                                    folder.child("built").getFullPathName()}));
+        output = process.readAllProcessOutput();
+        process.waitForProcessToFinish(60000);
+        return process.getExitCode();
+    };
+    juce::String output;
+    EXPECT_EQ(build(output), 1u);
+    EXPECT_TRUE(output.contains("no presets in ")) << output;
+
     folder.write("texts/" + good + ".txt", text.loadFileAsString());
     const auto broken =
         folder.write("texts/02 Velocity Layers/Broken.txt", "[Layer 1]\nInstrument: Tarn\nKeys: H\n");
     folder.write("texts/02 Velocity Layers/Much too long a name for any preset.txt", "");
 
-    juce::ChildProcess process;
-    ASSERT_TRUE(process.start(juce::StringArray{QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
-                                                folder.child("texts").getFullPathName(),
-                                                folder.child("built").getFullPathName()}));
-    const auto output = process.readAllProcessOutput();
-    process.waitForProcessToFinish(60000);
-    EXPECT_EQ(process.getExitCode(), 1u);
+    EXPECT_EQ(build(output), 1u);
     const auto lines = juce::StringArray::fromLines(output.trimEnd());
     ASSERT_EQ(lines.size(), 2) << output;
     EXPECT_TRUE(lines[0].startsWith(broken.getFullPathName() + ":3: Keys takes")) << lines[0];

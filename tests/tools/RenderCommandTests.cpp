@@ -164,7 +164,7 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
 
     // Other formats and block sizes, a tempo of one's own, an argument file.
     const auto arguments =
-        scratch.write("sound.args", "# a comment\n\n--layer\n1=Zeph:Morning Pad\n--rate=48000\n");
+        scratch.write("sound.args", "# a comment\n\n--layer\n1= Zeph : Morning Pad\n--rate=48000\n");
     outcome = render({"@" + arguments.getFullPathName(), "--block", "37", "--bits", "16", "--tempo", "60",
                       "--tail", "1", midi, "-o", path("slow.flac")});
     ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
@@ -282,64 +282,74 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
         const char* expected;
     };
 
-    const Case cases[] = {
-        {{}, "no MIDI file"},
-        {{"--no-such-option"}, "no-such-option"},
-        {{midi}, "no output"},
-        {{midi, "-o", path("out.mp3")}, ".wav or .flac"},
-        {{midi, "-o", path("out.flac"), "--bits", "32"}, "FLAC"},
-        {{path("missing.mid"), "-o", wav}, "missing.mid"},
-        {{text, "-o", wav}, "not a Standard MIDI File"},
-        {{empty, "-o", wav}, "not a Standard MIDI File"},
-        {{scratch.path().getFullPathName(), "-o", wav}, "cannot read"},
-        {{midi, "-o", path("no/such/folder/out.wav")}, "cannot write"},
-        {{midi, "-o", wav, "--layer", "1=Theremin"}, "unknown instrument \"Theremin\""},
-        {{midi, "-o", wav, "--layer", "5=Tarn"}, "N from 1 to 4"},
-        {{midi, "-o", wav, "--layer", "1=Tarn:No Such Bass"}, "no program \"No Such Bass\""},
-        {{midi, "-o", wav, "--layer", "1=Tarn:9"}, "no program \"9\""},
-        {{midi, "-o", wav, "--param", "Volumen=1"}, "unknown parameter \"Volumen\""},
-        {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
-        {{midi, "-o", wav, "--param", "1=1.5"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--param", "1=1-2"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--fx", "Chorus"}, "N from 1 to 4"},
-        {{midi, "-o", wav, "--fx", "5=Chorus"}, "N from 1 to 4"},
-        {{midi, "-o", wav, "--fx", "1="}, "N from 1 to 4"},
-        {{midi, "-o", wav, "--fx", "1=Echo"}, "unknown effect \"Echo\""},
-        {{midi, "-o", wav, "--fx", "1=33"}, "unknown effect \"33\""},
-        {{midi, "-o", wav, "--fx", "1=-1"}, "unknown effect \"-1\""},
-        {{midi, "-o", wav, "--fx", "1=1:0,0,0,0,0,0,0,0,0,0,0"}, "at most 10"},
-        {{midi, "-o", wav, "--fx", "1=1:0.5,1.01"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--fx", "1=1:0.5,,0"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--fx", "1=1:0.5:mix=inf"}, "from 0 to 1"},
-        {{midi, "-o", wav, "--fx", "1=1:wet=1"}, "mix, pan and level"},
-        {{midi, "-o", wav, "--fx", "1=1:mix=1:0.5"}, "values first"},
-        {{midi, "-o", wav, "--send", "1=0.5"}, "LAYER:N=LEVEL"},
-        {{midi, "-o", wav, "--send", "1:5=0.5"}, "LAYER:N=LEVEL"},
-        {{midi, "-o", wav, "--send", "1:2=0.5post"}, "LAYER:N=LEVEL"},
-        {{"--input", text, "-o", wav}, "no WAV, AIFF or FLAC file"},
-        {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
-        {{"--input", text}, "no output"},
-        {{midi, "-o", wav, "--preset", text}, "not a preset"},
-        {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
-        {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in /"},
-        {{midi, "-o", wav, "--preset", "99 Default Preset/Init"}, "no preset \"99 Default Preset/Init\""},
-        {{midi, "-o", wav, "--preset", "Init"}, "FOLDER/NAME"},
-        {{midi, "-o", wav, "--preset", "../Banks/99 Default Preset/Default Preset"}, "FOLDER/NAME"},
-        {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
-        {{midi, "-o", wav, "--rate", "0"}, "--rate"},
-        {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},
-        {{"@" + path("missing.args")}, "missing.args"},
-    };
-    for (const auto& c : cases)
+    const auto expectRefusals = [&](const std::vector<Case>& cases, juce::uint32 exitCode)
     {
-        const auto outcome = render(c.arguments);
-        SCOPED_TRACE(c.arguments.joinIntoString(" ") + "\n" + outcome.output);
-        EXPECT_TRUE(outcome.exitCode == 1u || outcome.exitCode == 2u) << outcome.exitCode;
-        EXPECT_TRUE(outcome.output.contains(c.expected));
-        EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 1);
-    }
+        for (const auto& c : cases)
+        {
+            const auto outcome = render(c.arguments);
+            SCOPED_TRACE(c.arguments.joinIntoString(" ") + "\n" + outcome.output);
+            EXPECT_EQ(outcome.exitCode, exitCode);
+            EXPECT_TRUE(outcome.output.contains(c.expected));
+            EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 1);
+        }
+    };
+    constexpr juce::uint32 failed = 1, badUsage = 2;
+    expectRefusals(
+        {
+            {{}, "no MIDI file"},
+            {{"--no-such-option"}, "no-such-option"},
+            {{midi}, "no output"},
+            {{midi, "-o", path("out.mp3")}, ".wav or .flac"},
+            {{midi, "-o", path("out.flac"), "--bits", "32"}, "FLAC"},
+            {{midi, "-o", wav, "--layer", "5=Tarn"}, "N from 1 to 4"},
+            {{midi, "-o", wav, "--param", "1=1.5"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--param", "1=1-2"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--fx", "Chorus"}, "N from 1 to 4"},
+            {{midi, "-o", wav, "--fx", "5=Chorus"}, "N from 1 to 4"},
+            {{midi, "-o", wav, "--fx", "1="}, "N from 1 to 4"},
+            {{midi, "-o", wav, "--fx", "1=Echo"}, "unknown effect \"Echo\""},
+            {{midi, "-o", wav, "--fx", "1=33"}, "unknown effect \"33\""},
+            {{midi, "-o", wav, "--fx", "1=-1"}, "unknown effect \"-1\""},
+            {{midi, "-o", wav, "--fx", "1=1:0,0,0,0,0,0,0,0,0,0,0"}, "at most 10"},
+            {{midi, "-o", wav, "--fx", "1=1:0.5,1.01"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--fx", "1=1:0.5,,0"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--fx", "1=1:0.5:mix=inf"}, "from 0 to 1"},
+            {{midi, "-o", wav, "--fx", "1=1:wet=1"}, "mix, pan and level"},
+            {{midi, "-o", wav, "--fx", "1=1:mix=1:0.5"}, "values first"},
+            {{midi, "-o", wav, "--send", "1=0.5"}, "LAYER:N=LEVEL"},
+            {{midi, "-o", wav, "--send", "1:5=0.5"}, "LAYER:N=LEVEL"},
+            {{midi, "-o", wav, "--send", "1:2=0.5post"}, "LAYER:N=LEVEL"},
+            {{"--input", text}, "no output"},
+            {{midi, "-o", wav, "--preset", "Init"}, "FOLDER/NAME"},
+            {{midi, "-o", wav, "--preset", "../Banks/99 Default Preset/Default Preset"}, "FOLDER/NAME"},
+            {{midi, "-o", wav, "--rate", "0"}, "--rate"},
+            {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},
+            {{"@" + path("missing.args")}, "missing.args"},
+        },
+        badUsage);
+    expectRefusals(
+        {
+            {{path("missing.mid"), "-o", wav}, "missing.mid"},
+            {{text, "-o", wav}, "not a Standard MIDI File"},
+            {{empty, "-o", wav}, "not a Standard MIDI File"},
+            {{scratch.path().getFullPathName(), "-o", wav}, "cannot read"},
+            {{midi, "-o", path("no/such/folder/out.wav")}, "cannot write"},
+            {{midi, "-o", wav, "--layer", "1=Theremin"}, "unknown instrument \"Theremin\""},
+            {{midi, "-o", wav, "--layer", "1=Tarn:No Such Bass"}, "no program \"No Such Bass\""},
+            {{midi, "-o", wav, "--layer", "1=Tarn:9"}, "no program \"9\""},
+            {{midi, "-o", wav, "--param", "Volumen=1"}, "unknown parameter \"Volumen\""},
+            {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
+            {{"--input", text, "-o", wav}, "no WAV, AIFF or FLAC file"},
+            {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
+            {{midi, "-o", wav, "--preset", text}, "not a preset"},
+            {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
+            {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in /"},
+            {{midi, "-o", wav, "--preset", "99 Default Preset/Init"}, "no preset \"99 Default Preset/Init\""},
+            {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
+        },
+        failed);
     EXPECT_EQ(scratch.path().getNumberOfChildFiles(juce::File::findFilesAndDirectories), before);
 }
 
