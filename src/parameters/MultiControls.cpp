@@ -28,7 +28,7 @@ MultiControls::MultiControls(ParameterAccess& parameterTable) noexcept
 void MultiControls::forget(int t) noexcept
 {
     targetValue[cell(t)].store(0.0f, std::memory_order_relaxed);
-    targetIndex[cell(t)].store(noTarget, std::memory_order_relaxed);
+    targetIndex[cell(t)].store(noParameter, std::memory_order_relaxed);
 }
 
 int MultiControls::parameterOfListNumber(int listNumber) noexcept
@@ -52,7 +52,7 @@ bool MultiControls::isLive(int t) const noexcept
 {
     const int index = targetParameter(t);
     return decodeParamInt(parameters.readParameter(slot::multiAssignment + t)) > 0 && index > 0 &&
-           index != noTarget;
+           index != noParameter;
 }
 
 void MultiControls::moveTarget(int t, float amount)

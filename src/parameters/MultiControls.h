@@ -23,7 +23,6 @@ public:
     /** Entries of a layer in the list of targets; the list counts layer by layer from 1 to 72. */
     static constexpr int targetsPerLayer = 18;
     static constexpr int numTargets = targetsPerLayer * numLayers;
-    static constexpr int noTarget = 999999;
 
     explicit MultiControls(ParameterAccess& parameterTable) noexcept;
 
@@ -39,7 +38,7 @@ public:
     /** Clears every assignment whose target is one of `layer`'s Easy values. */
     void clearEasyTargetsOf(int layer);
 
-    /** Parameter that target `t` moves, or `noTarget`. */
+    /** Parameter that target `t` moves, or `noParameter`. */
     int targetParameter(int t) const noexcept { return targetIndex[cell(t)].load(std::memory_order_relaxed); }
 
     float runningValue(int t) const noexcept { return targetValue[cell(t)].load(std::memory_order_relaxed); }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ControlPage.h"
 
+#include "parameters/ParameterCatalogue.h"
 #include "ui/widgets/WidgetTools.h"
 
 namespace quorel
@@ -45,6 +46,11 @@ void ControlPage::addControls(std::initializer_list<juce::Component*> controls)
 {
     for (auto* control : controls)
         addAndMakeVisible(control);
+}
+
+void ControlPage::returnToDefault(juce::Slider& slider)
+{
+    slider.setDoubleClickReturnValue(true, static_cast<double>(parameterDefault(parameterOf(slider))));
 }
 
 void ControlPage::showToggle(juce::Button& toggle) const

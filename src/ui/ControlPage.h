@@ -71,6 +71,9 @@ public:
     /** The parameter that a component stands for, from its ID; 0 for none. */
     static int parameterOf(const juce::Component& component);
 
+    /** Lets a double click set a slider to its parameter's default. */
+    static void returnToDefault(juce::Slider& slider);
+
 protected:
     /** A position alone: a control made there takes its image's size. */
     static juce::Rectangle<int> at(juce::Point<int> position) { return {position.x, position.y, 0, 0}; }

@@ -10,7 +10,6 @@ namespace quorel
 
 namespace
 {
-constexpr double unityVolume = 0.63;
 constexpr int pageRadioGroup = 10;
 constexpr int minimumBpm = 30;
 constexpr int maximumBpm = 500;
@@ -78,7 +77,7 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     // Under everything else: the mute switch reaches into it.
     setUpHotspot(backPanelButton, geometry::header::backPanel, "Back panel");
     addAndMakeVisible(backPanelButton);
-    masterVolume.setDoubleClickReturnValue(true, unityVolume);
+    returnToDefault(masterVolume);
     tempoBox.minimum = minimumBpm;
     tempoBox.maximum = maximumBpm;
     meter.setInterceptsMouseClicks(false, false);

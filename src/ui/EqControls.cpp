@@ -7,13 +7,6 @@ namespace quorel
 {
 namespace
 {
-/** What the knobs return to at a double click: the parameters' defaults. */
-constexpr double bandFrequencies[] = {0.25, 0.5, 0.75};
-constexpr double bandDefaultWidth = 0.2;
-constexpr double bandDefaultGain = 0.5;
-constexpr double lowPassOpen = 1.0;
-constexpr double highPassOpen = 0.0;
-
 juce::Rectangle<int> at(juce::Point<int> position)
 {
     return {position.x, position.y, 0, 0};
@@ -42,16 +35,16 @@ EqControls::EqControls(ControlPage& page, int unit, PluginProcessor& pluginProce
     addToggle(page, on, "On");
     addToggle(page, lowPass.on, "Low-pass on");
     addToggle(page, highPass.on, "High-pass on");
-    addKnob(page, lowPass.frequency, "Low-pass frequency", lowPassOpen);
-    addKnob(page, highPass.frequency, "High-pass frequency", highPassOpen);
+    addKnob(page, lowPass.frequency, "Low-pass frequency");
+    addKnob(page, highPass.frequency, "High-pass frequency");
 
     for (size_t i = 0; i < bands.size(); ++i)
     {
         const auto name = "Band " + juce::String(i + 1);
         addToggle(page, bands[i].on, name + " on");
-        addKnob(page, bands[i].frequency, name + " frequency", bandFrequencies[i]);
-        addKnob(page, bands[i].width, name + " bandwidth", bandDefaultWidth);
-        addKnob(page, bands[i].gain, name + " gain", bandDefaultGain);
+        addKnob(page, bands[i].frequency, name + " frequency");
+        addKnob(page, bands[i].width, name + " bandwidth");
+        addKnob(page, bands[i].gain, name + " gain");
     }
 }
 
@@ -79,11 +72,11 @@ void EqControls::addToggle(ControlPage& page, myOnOff& toggle, const juce::Strin
     toggles.push_back(&toggle);
 }
 
-void EqControls::addKnob(ControlPage& page, myKnob& knob, const juce::String& name, double doubleClickValue)
+void EqControls::addKnob(ControlPage& page, myKnob& knob, const juce::String& name)
 {
     if (isMaster)
         knob.setTitle("Master EQ " + name);
-    knob.setDoubleClickReturnValue(true, doubleClickValue);
+    ControlPage::returnToDefault(knob);
     page.addAndMakeVisible(knob);
     knobs.push_back(&knob);
 }

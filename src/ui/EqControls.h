@@ -40,7 +40,7 @@ private:
 
     Band makeBand(ControlPage& page, const EditorImages& images, int band);
     void addToggle(ControlPage& page, myOnOff& toggle, const juce::String& name);
-    void addKnob(ControlPage& page, myKnob& knob, const juce::String& name, double doubleClickValue);
+    void addKnob(ControlPage& page, myKnob& knob, const juce::String& name);
 
     const bool isMaster;
     const int base;

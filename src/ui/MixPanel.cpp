@@ -9,8 +9,6 @@ namespace quorel
 namespace
 {
 constexpr int numMidiChannels = 16;
-constexpr double unityVolume = 0.63;
-constexpr double centredPan = 0.5;
 } // namespace
 
 MixPanel::MixPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages,
@@ -33,7 +31,7 @@ MixPanel::MixPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost, con
         auto& send = sends[static_cast<size_t>(n)];
         send = std::make_unique<myKnob>(at(geometry::strip::send(n)), this, id(layerSlot::sendLevel + n),
                                         &images.knobVolume, processor);
-        send->setDoubleClickReturnValue(true, 0.0);
+        returnToDefault(*send);
         addAndMakeVisible(*send);
 
         // Over the knob's corner.
@@ -45,8 +43,8 @@ MixPanel::MixPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost, con
         addAndMakeVisible(*prePost);
     }
 
-    panKnob.setDoubleClickReturnValue(true, centredPan);
-    volumeKnob.setDoubleClickReturnValue(true, unityVolume);
+    returnToDefault(panKnob);
+    returnToDefault(volumeKnob);
 
     addControls({&onSwitch, &soloSwitch, &channelMenu, &panKnob, &volumeKnob});
 }

@@ -13,8 +13,6 @@ namespace quorel
 namespace
 {
 constexpr int numBigFaderFrames = 142;
-constexpr double faderDefault = 0.0;
-constexpr double knobCentre = 0.5;
 constexpr int rowsPerColumn = numMultiTargets / numMultiFaders;
 constexpr int nameCharacters = slot::multiNameLength - 2;
 constexpr const char* nameLabel = "multiLabel";
@@ -90,7 +88,7 @@ void MultiControlPage::addColumn(int column)
     auto& fader = faders[static_cast<size_t>(column)];
     fader = std::make_unique<mySlider2>(at(geometry::multi::fader(column)), this, slot::multiFader + column,
                                         &images.bigFader, numBigFaderFrames, processor);
-    fader->setDoubleClickReturnValue(true, faderDefault);
+    returnToDefault(*fader);
     addAndMakeVisible(*fader);
 
     auto& name = names[static_cast<size_t>(column)];
@@ -110,7 +108,7 @@ void MultiControlPage::addTarget(int column, int row)
 
     target.knob = std::make_unique<myKnob>(at(geometry::multi::knob(column, row)), this, slot::multiKnob + t,
                                            &images.knobPan, processor);
-    target.knob->setDoubleClickReturnValue(true, knobCentre);
+    returnToDefault(*target.knob);
     target.hold =
         std::make_unique<HoldSwitch>(at(geometry::multi::hold(column, row)), *this, t, *target.knob);
     target.hold->setTitle(title + " hold");

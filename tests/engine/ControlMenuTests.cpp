@@ -54,7 +54,7 @@ TEST_F(ControlMenuTest, TheMenuTellsAndOffersWhatBelongsToTheControl)
                                             "Random|Increase|Decrease|Set Value|Latch To Midi|Unlatch "
                                             "Midi|Set Midi CC|Clear Midi");
 
-    for (const int outside : {-1, 0, 1507, 999999})
+    for (const int outside : {-1, 0, 1507, noParameter})
     {
         EXPECT_TRUE(controlMenu(rig.processor, outside).empty());
         runControlMenuItem(rig.processor, outside, 0.5f, controlMenuId::latchToMidi);

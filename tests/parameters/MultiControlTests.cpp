@@ -80,7 +80,7 @@ TEST_F(MultiControlTest, AssigningIsSilentAndRemovingTakesTheContributionOut)
     rig.set(assignment, 0.0f);
     EXPECT_NEAR(rig.get(panOfLayer1), 0.3f, 1e-6f);
     EXPECT_EQ(rig.get(knob), 0.5f);
-    EXPECT_EQ(rig.processor.multiControls().targetParameter(0), MultiControls::noTarget);
+    EXPECT_EQ(rig.processor.multiControls().targetParameter(0), noParameter);
     rig.set(fader, 0.0f);
     EXPECT_NEAR(rig.get(panOfLayer1), 0.3f, 1e-6f);
 }
@@ -123,7 +123,7 @@ TEST_F(MultiControlTest, ADamagedNumberDoesNoHarm)
         rig.set(assignment + 5, 0.0f);
     }
 
-    EXPECT_EQ(rig.processor.multiControls().targetParameter(5), MultiControls::noTarget);
+    EXPECT_EQ(rig.processor.multiControls().targetParameter(5), noParameter);
 }
 
 TEST_F(MultiControlTest, ARestoredSoundGoesOnWhereItWas)

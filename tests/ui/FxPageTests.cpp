@@ -252,6 +252,8 @@ TEST(LayerEqPanelTest, IsTheEqOfItsLayer)
         EXPECT_NE(window.find(layerParameter(2, n)), nullptr) << n;
     EXPECT_EQ(window.find(layerParameter(2, 394))->getPosition(), juce::Point<int>(442, 65));
     EXPECT_EQ(window.find("EQlcd")->getBounds(), juce::Rectangle<int>(736, 35, 346, 122));
+    EXPECT_NEAR(window.find<myKnob>(layerParameter(2, 390))->getDoubleClickReturnValue(), 0.75, 1e-6);
+    EXPECT_NEAR(window.find<myKnob>(layerParameter(2, 394))->getDoubleClickReturnValue(), 1.0, 1e-6);
     window.click(*window.find(layerParameter(2, 393)));
     EXPECT_EQ(rig.get(layerParameter(2, 393)), 1.0f);
     window.drag(*window.find("EQlcd"), {86, 61}, {86, 0});

@@ -260,6 +260,19 @@ TEST_F(LayerStripTest, AMovedControlIsTheNewBaseOfItsMultiControl)
     EXPECT_NEAR(engine.getLayer(0, layerSlot::pan), 0.6f, 1e-5f);
 }
 
+TEST_F(LayerStripTest, ADoubleClickSetsTheDefault)
+{
+    const std::pair<int, double> defaults[] = {
+        {slot::masterVolume, 0.63}, {232, 0.63}, {433, 0.5}, {641, 0.0}};
+
+    for (const auto& [parameter, value] : defaults)
+    {
+        const auto* control = window->find<juce::Slider>(parameter);
+        ASSERT_NE(control, nullptr) << parameter;
+        EXPECT_NEAR(control->getDoubleClickReturnValue(), value, 1e-6) << parameter;
+    }
+}
+
 TEST_F(LayerStripTest, SwitchingALayerOffSilencesIt)
 {
     ASSERT_TRUE(engine.load(0, "Orlen"));

@@ -84,7 +84,7 @@ TEST_F(MultiControlPageTest, EveryControlStandsAtItsPlace)
             EXPECT_EQ(control(1471 + t).getName(), "toggle");
             auto& button = control("multimenubutton" + juce::String(t));
             EXPECT_EQ(button.getBounds(), Box(468 + x, 413 + y, 120, 31));
-            EXPECT_EQ(button.getComponentID(), "999999");
+            EXPECT_EQ(button.getComponentID(), juce::String(noParameter));
             EXPECT_TRUE(button.getTitle().isNotEmpty());
             EXPECT_EQ(lines(t).joinIntoString("|"), "---|");
         }

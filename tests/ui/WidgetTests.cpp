@@ -340,7 +340,7 @@ TEST_F(WidgetTest, IntegerBoxesReadNumbersAndNotes)
     EXPECT_EQ(steps.getChildComponent(0)->getWidth(), steps.getWidth() - 16);
     tempo.update(1.0f);
     EXPECT_EQ(text(tempo), "BPM 500");
-    EXPECT_EQ(tempo.getComponentID(), "999999");
+    EXPECT_EQ(tempo.getComponentID(), juce::String(noParameter));
 
     // The text takes no mouse: the drag goes through it, and shows what it does.
     window.drag(steps, {10, 8}, {10, -17});

@@ -2,15 +2,13 @@
 // What the constructors of all controls share.
 #pragma once
 
+#include "parameters/ParameterLayout.h"
 #include "resources/CBitmap.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
 namespace quorel
 {
-
-/** Component ID of a control that stands for no parameter. */
-inline constexpr int noParameter = 999999;
 
 /** `bounds`, with a width or height of 0 taken from the image, which has `frames` from top to bottom. */
 inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBitmap* image, int frames)
@@ -24,7 +22,7 @@ inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBi
     return bounds;
 }
 
-/** Gives a control the kind that the editor's pass tells it by, and its parameter's number as its ID. A mouse
+/** Gives a control the kind that the editor's pass tells it by, and its parameter's number, or `noParameter`, as its ID. A mouse
     click leaves the keyboard focus where it is: the arrow keys belong to the presets until the user tabs. */
 inline void setUpControl(juce::Component& control, const char* kind, int parameterId)
 {
