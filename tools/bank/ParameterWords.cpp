@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ParameterWords.h"
 
+#include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterCodings.h"
 
 #include <charconv>
@@ -110,13 +111,14 @@ std::optional<float> faderValue(const juce::String& text)
     if (text.trim().equalsIgnoreCase("off"))
         return 0.0f;
     const auto level = numberWithUnit(text, "db");
-    return level ? unitValue(std::cbrt(std::pow(10.0, *level / 20.0) * 0.25)) : std::nullopt;
+    return level ? unitValue(faderPositionOfDecibels(*level)) : std::nullopt;
 }
 
 std::optional<float> effectLevelValue(const juce::String& text)
 {
     const auto level = numberWithUnit(text, "db");
-    return level ? unitValue((*level + 60.0) / 80.0) : std::nullopt;
+    const auto& range = parameterInfo(slot::fxVolume).coding;
+    return level ? unitValue((*level - range.low) / (range.high - range.low)) : std::nullopt;
 }
 
 std::optional<float> centredValue(const juce::String& text)

@@ -2,9 +2,7 @@
 // quorel-paramlist: prints or writes the list of parameters, or checks that a written one is current.
 #include "ParameterList.h"
 
-#include "common/ConsoleInteraction.h"
 #include "common/Tool.h"
-#include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -15,26 +13,9 @@ namespace
 {
 constexpr const char* toolName = "quorel-paramlist";
 
-/** The list of a processor whose user has no settings, folders or instruments. */
-juce::String makeList()
-{
-    const auto settings = juce::File::getSpecialLocation(juce::File::tempDirectory)
-                              .getChildFile(toolName + ("-" + juce::Uuid().toString()));
-    ConsoleInteraction interaction(toolName);
-    juce::String list;
-    {
-        // Too large for the stack.
-        const auto processor =
-            std::make_unique<PluginProcessor>(makeUserStore(userPlaces(settings)), interaction);
-        list = parameterList(*processor);
-    }
-    settings.deleteRecursively();
-    return list;
-}
-
 int work(const std::string& output, const std::string& check)
 {
-    const auto list = makeList();
+    const auto list = parameterList();
 
     if (!check.empty())
     {

@@ -2,11 +2,14 @@
 #include "ParameterList.h"
 
 #include "common/TextRuns.h"
+#include "effects/FxTypes.h"
 #include "parameters/FxParameterText.h"
-#include "parameters/ParameterText.h"
+#include "parameters/ParameterCatalogue.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterDisplay.h"
+#include "parameters/ParameterNames.h"
 
 #include <optional>
-#include <vector>
 
 namespace quorel
 {
@@ -22,28 +25,27 @@ struct Section
 
 constexpr std::array<Section, 9> sections{{
     {0, "Whole instrument",
-     "10 to 15 hold the preset's category bits. 4 mutes the master above one half. 100 and 132 begin the "
-     "texts "
-     "of preset and folder name, one character a parameter."},
+     "10 to 15 hold the preset's category bits. 4 mutes the master. 16 to 19 block free MIDI controllers for "
+     "layers 1 to 4. 100 and 132 begin the texts of preset and folder name, one character a parameter; a "
+     "reset "
+     "writes the names in force."},
     {200, "Layer 1",
      "Number n of layer l (1 to 4) is parameter 200 (l - 1) + n, with n from 200 to 399; what has no name is "
      "called by n. 200: name of the instrument. 253, 254: drum page and drum mode. 256 to 259: sends 1 to 4 "
      "before the fader. 270 to 309: keys, velocities and switches of the eight zones. 322 to 333: which "
      "parameter of the instrument each Easy value moves; with an instrument, Easy values take their names "
-     "and "
-     "texts from it."},
+     "and texts from it."},
     {400, "Layer 2", ""},
     {600, "Layer 3", ""},
     {800, "Layer 4", ""},
     {1000, "Controller map", "1050 + c: the parameter that MIDI controller c moves."},
     {1200, "Effect blocks",
      "The four blocks are interleaved: parameter j (0 to 9) of block k (1 to 4) is 1220 + 4 j + k - 1. Names "
-     "and texts follow the effect type; see below."},
+     "and texts follow the effect type; see below. A block that is on, but not above 0.5, runs bypassed."},
     {1300, "Master EQ", "1300 to 1316 mean what 380 to 396 mean to layer 1. They have no names or texts."},
     {1330, "Multi-controls",
      "1330 to 1345: targets of the sixteen knobs. 1370 on: names of the four faders, 25 characters each. "
-     "1471 "
-     "to 1486: hold switches. 1490 to 1505: positions that held knobs come back to."},
+     "1471 to 1486: hold switches. 1490 to 1505: positions that held knobs come back to."},
 }};
 
 struct Row
@@ -52,14 +54,15 @@ struct Row
     int last = 0;
     juce::String name;
     juce::String value;
+    juce::String coding;
     juce::String text;
-    /** Has a name that says more than a number. */
-    bool named = false;
+    /** Has a row of its own, whatever its neighbours are. */
+    bool alone = false;
 };
 
 bool canJoin(const Row& a, const Row& b)
 {
-    return !a.named && !b.named && a.value == b.value && a.text == b.text &&
+    return !a.alone && !b.alone && a.value == b.value && a.coding == b.coding && a.text == b.text &&
            a.name.isEmpty() == b.name.isEmpty();
 }
 
@@ -78,60 +81,95 @@ juce::String line(const Row& row)
     auto index = juce::String(row.first);
     if (row.last > row.first)
         index += " to " + juce::String(row.last);
-    return line(juce::StringArray{index, row.name, row.value, code(row.text)});
+    return line(juce::StringArray{index, row.name, row.value, row.coding, code(row.text)});
 }
 
-Row rowOf(PluginProcessor& processor, int index)
+juce::String codingText(const ParameterCoding& coding)
 {
+    switch (coding.kind)
+    {
+    case Coding::unused:
+        return {};
+    case Coding::position:
+        return "position";
+    case Coding::onOff:
+        return "switch";
+    case Coding::onAboveHalf:
+        return "switch, on above 0.5";
+    case Coding::onAtOne:
+        return "switch, on at 1";
+    case Coding::fader:
+        return "gain";
+    case Coding::centred:
+        return "-100 to 100";
+    case Coding::percent:
+        return "0 to 100";
+    case Coding::frequency:
+        return "frequency";
+    case Coding::integer:
+    case Coding::steps:
+        return juce::String(coding.low) + " to " + juce::String(coding.high);
+    case Coding::encodedInteger:
+        return "encoded integer";
+    case Coding::character:
+        return "character";
+    case Coding::categoryBits:
+        return "11 bits";
+    }
+    return {};
+}
+
+juce::String nameByDefault(int index)
+{
+    ParameterNameSources sources;
+    sources.fxType = [](int block) { return fxTypeFromParameter(parameterDefault(slot::fxType + block)); };
+    sources.easyName = [](int, int easy) { return "Easy " + juce::String(easy + 1); };
+    return parameterName(index, sources);
+}
+
+juce::String textByDefault(int index)
+{
+    return parameterText(index, {parameterDefault, [](int, int) { return juce::String(); }});
+}
+
+/** What a run of characters spells by default. */
+juce::String runByDefault(const TextRun& run)
+{
+    juce::String text;
+    for (int index = run.first; index < run.first + run.count; ++index)
+    {
+        const char character = decodeParamChar(parameterDefault(index));
+        if (character == 0)
+            break;
+        text += character;
+    }
+    return text;
+}
+
+Row rowOf(int index)
+{
+    const auto& info = parameterInfo(index);
     Row row;
     row.first = row.last = index;
-    row.name = processor.getParameterName(index);
-    row.value = shortText(static_cast<double>(processor.getParameter(index)));
-    row.text = processor.getParameterText(index);
-    const int number = isLayerParameter(index) ? numberInLayer(index) : index;
-    row.named = row.name.isNotEmpty() && !row.name.endsWith(juce::String(number));
+    row.name = nameByDefault(index);
+    row.value = info.isKeptByReset ? juce::String("kept") : shortText(static_cast<double>(info.defaultValue));
+    row.coding = codingText(info.coding);
+    row.text = textByDefault(index);
+    row.alone = info.name.naming == Naming::text || info.name.naming == Naming::easyTarget;
+    if (const auto run = textRunFrom(index))
+    {
+        row.last = index + run->count - 1;
+        const auto text = runByDefault(*run);
+        row.value = text.isEmpty() ? juce::String("no text") : "text " + code(text);
+        row.alone = true;
+    }
     return row;
 }
 
-/** The rows of all parameters; a text is one row, and neighbours that differ in nothing are joined later. */
-std::vector<Row> allRows(PluginProcessor& processor)
+juce::String parameterTables()
 {
-    std::vector<Row> rows;
-    for (int index = 0; index < numHostParameters; ++index)
-    {
-        rows.push_back(rowOf(processor, index));
-        if (const auto run = textRunFrom(index))
-        {
-            auto& row = rows.back();
-            row.last = index + run->count - 1;
-            const auto text = readParamText(processor, index, run->count - 1).trim();
-            row.value = text.isEmpty() ? juce::String("no text") : "text " + code(text);
-            row.named = true;
-            index = row.last;
-        }
-    }
-    return rows;
-}
-
-/** Puts "kept" in place of the default where a reset leaves the parameter as it is. */
-void markWhatResetsKeep(PluginProcessor& processor, std::vector<Row>& rows)
-{
-    constexpr float mark = 0.9f;
-    for (int index = 0; index < numHostParameters; ++index)
-        processor.setParameter(index, mark);
-    processor.resetAllParameters();
-    for (auto& row : rows)
-        if (processor.getParameter(row.first) == mark)
-            row.value = "kept";
-}
-
-juce::String parameterTables(PluginProcessor& processor)
-{
-    auto rows = allRows(processor);
-    markWhatResetsKeep(processor, rows);
-
     juce::String list;
-    auto section = sections.begin();
+    const auto* section = sections.begin();
     std::optional<Row> pending;
     const auto finish = [&]
     {
@@ -139,22 +177,24 @@ juce::String parameterTables(PluginProcessor& processor)
             list += line(*pending);
         pending.reset();
     };
-    for (const auto& row : rows)
+    for (int index = 0; index < numHostParameters;)
     {
+        const auto row = rowOf(index);
+        index = row.last + 1;
         if (section != sections.end() && row.first >= section->first)
         {
             finish();
             list += "\n## " + juce::String(section->title) + "\n\n";
             if (*section->note != 0)
                 list += juce::String(section->note) + "\n\n";
-            list += "| Index | Name | Default | Text |\n|---|---|---|---|\n";
+            list += "| Index | Name | Default | Holds | Text |\n|---|---|---|---|---|\n";
             ++section;
         }
         if (pending && canJoin(*pending, row))
         {
             pending->last = row.last;
             pending->name = pending->name.upToFirstOccurrenceOf(" to ", false, false);
-            if (row.name.isNotEmpty())
+            if (pending->name != row.name)
                 pending->name += " to " + row.name;
             continue;
         }
@@ -193,7 +233,7 @@ juce::String effectTables()
         for (int j = 0; j < numFxParameters; ++j)
         {
             const juce::String name(fx.labels[static_cast<size_t>(j)]);
-            if (name.isEmpty())
+            if (name.isEmpty() || name == "-")
                 continue;
             const auto texts = sampleTexts(type, j, 0.0f);
             const auto synced = sampleTexts(type, j, 1.0f);
@@ -205,18 +245,22 @@ juce::String effectTables()
 }
 } // namespace
 
-juce::String parameterList(PluginProcessor& processor)
+juce::String parameterList()
 {
     return "# Parameters\n\n"
-           "Written by `quorel-paramlist --output docs/parameters.md` from the engine's tables; a test sees "
-           "to "
+           "Written by `quorel-paramlist --output docs/parameters.md` from the catalogue of parameters; a "
+           "test sees to "
            "it that it is current.\n\n"
            "A host sees 1507 parameters of 0 to 1. Their indices are part of the preset format and don't "
            "move. "
            "\"Text\" is what a parameter reads at its default; \"kept\" marks what a reset leaves as it is, "
            "and "
-           "a new instrument starts these at 0.\n" +
-           parameterTables(processor) + effectTables();
+           "a new instrument starts these at 0.\n\n"
+           "What a value v holds: a switch is off at 0 alone; a gain is 4 v^3, so that 0.63 is 0 dB and 1 is "
+           "+12 dB; a frequency is 20 Hz times 2^(10 v); an encoded integer is (v - 0.5) times 65536, cut "
+           "off, "
+           "and 0 stands for none; a character is v times 256.\n" +
+           parameterTables() + effectTables();
 }
 
 } // namespace quorel

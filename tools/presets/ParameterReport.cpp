@@ -1,44 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ParameterReport.h"
 
-#include "common/ConsoleInteraction.h"
 #include "common/TextRuns.h"
 #include "effects/EffectMath.h"
 #include "effects/FxTypes.h"
-#include "engine/PluginProcessor.h"
 #include "parameters/Categories.h"
-#include "parameters/FxParameterText.h"
+#include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterDisplay.h"
 #include "parameters/ParameterNames.h"
 #include "parameters/ParameterText.h"
 
 #include <charconv>
-#include <memory>
 
 namespace quorel
 {
 
 namespace
 {
-/** Settings of nobody: whoever starts with them finds no folders and makes none. */
-class NoSettings final : public UserStore
-{
-public:
-    juce::String read(const juce::String&, const juce::String&) const override { return {}; }
-
-    bool write(const juce::String&, const juce::String&, const juce::String&) override { return false; }
-};
-
-/** What an instrument has that has just been made. */
+/** What an instrument has that has just been made, but for the names of its preset. */
 std::vector<float> defaultParameters()
 {
-    ConsoleInteraction interaction("quorel-presets");
-    // Too large for the stack.
-    const auto processor = std::make_unique<PluginProcessor>(std::make_unique<NoSettings>(), interaction);
     std::vector<float> values;
     values.reserve(numHostParameters);
     for (int i = 0; i < numHostParameters; ++i)
-        values.push_back(processor->readParameter(i));
+        values.push_back(parameterDefault(i));
     return values;
 }
 
@@ -79,7 +64,7 @@ ParameterTextSources textSources(const Values& values)
             [](int, int) { return juce::String(); }};
 }
 
-/** Has a line of its own in what `show` prints. */
+/** True where `show` has a line of its own for the parameter. */
 bool isToldElsewhere(int index)
 {
     const bool isCategory =
