@@ -100,7 +100,7 @@ float withCategory(float value, int flag, bool on) noexcept
 {
     const int bit = 1 << categoryBit(flag);
     const int bits = on ? bitsOf(value) | bit : bitsOf(value) & ~bit;
-    // The half keeps the number from being rounded down on the way back.
+    // The half keeps rounding from taking the number one lower on the way back.
     return (static_cast<float>(bits) + 0.5f) / steps;
 }
 

@@ -31,7 +31,7 @@ int ControllerMap::controllerOf(int parameter) const noexcept
 
 void ControllerMap::unbind(int controller)
 {
-    // A controller of -1 writes the unused slot before the table: kept, it does no harm.
+    // A controller of -1 writes the unused slot before the table, and always has: it does no harm.
     parameters.writeParameter(slot::controllerMap + controller, encodeParamInt(0));
 }
 

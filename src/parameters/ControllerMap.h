@@ -12,7 +12,7 @@ namespace quorel
 {
 
 /** Which MIDI controller moves which parameter: 128 entries that live in the parameter table itself, and the
-   one parameter that waits for its controller. */
+    one parameter, if any, that waits for its controller. */
 class ControllerMap
 {
 public:
@@ -21,8 +21,8 @@ public:
     {
     }
 
-    /** Audio thread: a controller (0 to 127) has arrived. Binds it to the waiting parameter, if any, then
-       moves the parameter bound to it to value / 127. */
+    /** Audio thread: a controller, 0 to 127, has arrived. Binds it to the waiting parameter, if any, then
+        moves the parameter bound to it to value / 127. */
     void controllerReceived(int controller, int value);
 
     /** The controller bound to `parameter`, the highest if several are; -1 if none is. */
@@ -32,18 +32,17 @@ public:
     void latch(int parameter);
     /** Frees the parameter's controller, and stops waiting if it is the one that waits. */
     void unlatch(int parameter);
-    /** Binds a controller by its number as typed. Text that is empty or no number of 0 to 127 does nothing.
-     */
+    /** Binds the controller whose number was typed. Text that isn't a number of 0 to 127 does nothing. */
     void assign(int parameter, const juce::String& controllerNumber);
-    /** Unbinds all controllers, by storing 0. */
+    /** Unbinds all controllers by storing 0, as "Clear Midi" does. */
     void clearEntries();
-    /** Unbinds all controllers, by storing the encoded 0. */
+    /** Unbinds all controllers by storing the encoded 0, as an empty table has it. */
     void clearControllerTable();
 
     /** 128 decimal integers: the parameters bound to controllers 0 to 127. */
     juce::StringArray exportTable() const;
-    /** Reads what `exportTable` wrote. Entries past 128 are ignored, missing ones leave theirs as they are;
-        text that is no integer unbinds. */
+    /** Reads what `exportTable` wrote. Lines past the 128th are ignored, controllers without a line keep
+        their parameters, and text that is no integer unbinds. */
     void importTable(const juce::StringArray& lines);
 
     /** The parameter that waits for its controller; 0 for none. Any thread. */

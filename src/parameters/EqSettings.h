@@ -11,8 +11,8 @@
 namespace quorel
 {
 
-/** The controls of one EQ unit as the block reads them, copied from its 17 slots whenever one of them is
-   written. Frequencies, widths and gains stay in their 0 to 1 form. */
+/** The controls of one EQ unit as the block reads them: copied from its 17 slots whenever one of them is
+    written. Frequencies, widths and gains stay positions of 0 to 1. */
 struct EqUnitSettings
 {
     struct Band

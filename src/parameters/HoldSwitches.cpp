@@ -10,9 +10,9 @@ namespace
 {
 constexpr float centre = 0.5f;
 
-bool isMultiTarget(int t) noexcept
+constexpr bool isMultiTarget(int t) noexcept
 {
-    return t >= 0 && t < numMultiTargets;
+    return isWithin(t, 0, numMultiTargets);
 }
 } // namespace
 

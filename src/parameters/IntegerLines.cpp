@@ -48,7 +48,7 @@ juce::StringArray readIntegerLines(const juce::File& file, int maxLines)
     juce::StringArray lines;
     lines.addLines(text);
 
-    // What stands behind the last line end is no line, or may be cut off in the middle of a number.
+    // What follows the last line end isn't a line, and may be a number cut off in the middle.
     if (lines.size() > 0 && (lines[lines.size() - 1].isEmpty() || !stream.isExhausted()))
         lines.remove(lines.size() - 1);
 

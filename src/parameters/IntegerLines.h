@@ -15,10 +15,10 @@ constexpr int largestLineInteger = 32767;
 int integerOfLine(const juce::String& line) noexcept;
 
 /** The first lines of a file, at most `maxLines`; none where it can't be read. Of a file over 64 KiB, which
-   is none of ours, the whole lines of that much are read. */
+    can't be one of ours, only the whole lines within that size count. */
 juce::StringArray readIntegerLines(const juce::File& file, int maxLines);
 
-/** Replaces the file; false where that fails: the file is then as it was. */
+/** Replaces the file; false where that fails, and the file is as it was. */
 bool writeIntegerLines(const juce::File& file, const juce::StringArray& lines);
 
 } // namespace quorel

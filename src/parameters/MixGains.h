@@ -10,9 +10,9 @@
 namespace quorel
 {
 
-/** The linear gains of the mixer, worked out when a parameter is written so that the block does no powers.
-   Written by any thread, read by the block: each is one relaxed word, so a change lands whole at the next
-   read. */
+/** The linear gains of the mixer, worked out when a parameter is written, so that the block takes no powers.
+    Written by any thread and read by the block: each is one relaxed word, so the next read sees a change
+    whole. */
 class MixGains
 {
 public:
@@ -37,7 +37,7 @@ public:
     /** 0 while the master is muted. */
     float masterGain() const noexcept { return master.load(std::memory_order_relaxed); }
 
-    /** From the fader and pan positions, 0 to 1: a linear balance in which the far side alone falls. */
+    /** From fader and pan, 0 to 1 each: a linear balance, in which only the far side falls. */
     void setLayer(int layer, float volume, float pan) noexcept;
     void setSend(int send, int layer, float level) noexcept;
     void setMaster(float volume, float mute) noexcept;

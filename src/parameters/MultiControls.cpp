@@ -14,7 +14,7 @@ constexpr std::array<int, 6> mixerTargets{layerSlot::volume,        layerSlot::p
 
 constexpr int faderOf(int t) noexcept
 {
-    return slot::multiFader + t / 4;
+    return slot::multiFader + t / multiTargetsPerFader;
 }
 } // namespace
 
@@ -66,11 +66,11 @@ void MultiControls::changed(int index, float oldValue, float newValue)
 {
     const float delta = newValue - oldValue;
 
-    if (index >= slot::multiKnob && index < slot::multiKnob + numMultiTargets)
+    if (isWithin(index, slot::multiKnob, numMultiTargets))
         knobMoved(index - slot::multiKnob, delta);
-    else if (index >= slot::multiFader && index < slot::multiFader + numMultiFaders)
+    else if (isWithin(index, slot::multiFader, numMultiFaders))
         faderMoved(index - slot::multiFader, delta);
-    else if (index >= slot::multiAssignment && index < slot::multiAssignment + numMultiTargets)
+    else if (isWithin(index, slot::multiAssignment, numMultiTargets))
         assignmentChanged(index - slot::multiAssignment, oldValue, newValue);
 }
 
@@ -82,7 +82,9 @@ void MultiControls::knobMoved(int t, float delta)
 
 void MultiControls::faderMoved(int group, float delta)
 {
-    for (int t = 4 * group; t < 4 * group + 4; ++t)
+    const int first = multiTargetsPerFader * group;
+
+    for (int t = first; t < first + multiTargetsPerFader; ++t)
     {
         const double knob = static_cast<double>(parameters.readParameter(slot::multiKnob + t));
         const float depth = static_cast<float>((knob - 0.5) * 2.0);
@@ -99,7 +101,7 @@ void MultiControls::assignmentChanged(int t, float oldValue, float newValue)
 
     if (oldNumber > 0 && newNumber != oldNumber)
     {
-        // Leave the target where it was before this knob had any effect, and the knob at its centre.
+        // The target goes back to where it stood before this knob had any effect, and the knob to its centre.
         const float knob = parameters.readParameter(slot::multiKnob + t);
         const float restored = runningValue(t) + (0.5f - knob) * 2.0f * parameters.readParameter(faderOf(t));
         const int index = targetParameter(t);
@@ -127,12 +129,8 @@ void MultiControls::clearEasyTargetsOf(int layer)
     const int first = layerParameter(layer, layerSlot::easyValue);
 
     for (int t = 0; t < numMultiTargets; ++t)
-    {
-        const int index = targetParameter(t);
-
-        if (index >= first && index < first + numEasyParameters)
+        if (isWithin(targetParameter(t), first, numEasyParameters))
             parameters.writeParameter(slot::multiAssignment + t, 0.0f);
-    }
 }
 
 } // namespace quorel

@@ -13,14 +13,14 @@ namespace quorel
 
 /** Four faders that each move four targets, every target by its own knob's depth and direction.
 
-    Each target keeps a running value outside the clamp of the table: a sweep may drive it past its end and
-   comes back along the same path. At any time that value is base + (knob - 0.5) * 2 * fader, with the base
-   taken when the target was assigned; each move adds its own share alone, so knobs and faders may be moved in
-   any order. */
+    Each target keeps a running value that the table doesn't clamp: a sweep may drive it past its end and
+    comes back along the same path. At any time that value is base + (knob - 0.5) * 2 * fader, with the base
+    taken when the target was assigned. Each move adds only its own share, so knobs and faders may be moved in
+    any order. */
 class MultiControls
 {
 public:
-    /** Entries of a layer in the list of targets; the list counts layer by layer from 1 to 72. */
+    /** The list of targets counts from 1 to 72: 18 of layer 1, then those of the next. */
     static constexpr int targetsPerLayer = 18;
     static constexpr int numTargets = targetsPerLayer * numLayers;
 
@@ -29,22 +29,22 @@ public:
     /** Follows a write to slot 1330 to 1369, after the new value is stored. Runs on the writer's thread. */
     void changed(int index, float oldValue, float newValue);
 
-    /** The user has moved `parameter` by its own control: targets that move it go on from `value`. */
+    /** The user has moved `parameter` by its own control: knobs that move it go on from `value`. */
     void rebase(int parameter, float value) noexcept;
 
-    /** Forgets target `t`, 0 to 15, without touching the table. */
+    /** Forgets the target of knob `t`, 0 to 15, without touching the table. */
     void forget(int t) noexcept;
 
     /** Clears every assignment whose target is one of `layer`'s Easy values. */
     void clearEasyTargetsOf(int layer);
 
-    /** Parameter that target `t` moves, or `noParameter`. */
+    /** Parameter that knob `t` moves, or `noParameter`. */
     int targetParameter(int t) const noexcept { return targetIndex[cell(t)].load(std::memory_order_relaxed); }
 
     float runningValue(int t) const noexcept { return targetValue[cell(t)].load(std::memory_order_relaxed); }
 
-    /** Parameter that number `listNumber` (from 1) of the target list stands for. A number past the list
-       gives an index outside the layers, as a damaged preset may hold one. */
+    /** Parameter of number `listNumber` (from 1) in the list of targets. A damaged preset may hold a number
+        past the list, which gives an index outside the layers. */
     static int parameterOfListNumber(int listNumber) noexcept;
 
 private:

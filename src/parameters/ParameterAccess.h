@@ -4,7 +4,7 @@
 namespace quorel
 {
 
-/** The road into the parameter table, as the parts of the engine see it. Any thread. */
+/** The parameter table as the parts of the engine reach it. Any thread. */
 class ParameterAccess
 {
 public:
@@ -13,11 +13,11 @@ public:
     /** Value, 0 to 1; 0 for an index outside the table. */
     virtual float readParameter(int index) const noexcept = 0;
 
-    /** Stores a value, clamped to 0 to 1, with all that follows from it. An index outside the table does
-     * nothing. */
+    /** Stores a value, clamped to 0 to 1, with all that follows from it. Does nothing for an index outside
+        the table. */
     virtual void writeParameter(int index, float value) = 0;
 
-    /** As `writeParameter`, but tells the host too and, for an index above 2, marks the preset as edited. */
+    /** The same, and tells the host and, for an index above 2, marks the preset as edited. */
     virtual void writeParameterNotifyingHost(int index, float value) = 0;
 };
 

@@ -263,8 +263,6 @@ constexpr void putMultiName(Draft& draft, int fader)
 
 constexpr void putMultiControls(Draft& draft)
 {
-    constexpr int knobsPerFader = numMultiTargets / numMultiFaders;
-
     for (int fader = 0; fader < numMultiFaders; ++fader)
     {
         draft.put(slot::multiFader + fader,
@@ -274,9 +272,9 @@ constexpr void putMultiControls(Draft& draft)
 
     for (int t = 0; t < numMultiTargets; ++t)
     {
-        draft.put(slot::multiKnob + t,
-                  withDefault(named("Multi Knob #/#", t / knobsPerFader + 1, t % knobsPerFader + 1), 0.5f,
-                              {Coding::centred}, TextRule::centredPercent));
+        draft.put(slot::multiKnob + t, withDefault(named("Multi Knob #/#", t / multiTargetsPerFader + 1,
+                                                         t % multiTargetsPerFader + 1),
+                                                   0.5f, {Coding::centred}, TextRule::centredPercent));
         draft.put(slot::multiAssignment + t, withDefault(unnamed, 0.0f, {Coding::encodedInteger}));
         draft.put(slot::multiHold + t, kept(unnamed, {Coding::onOff}));
         draft.put(slot::multiMemory + t, withDefault(unnamed, 0.5f, {Coding::position}));

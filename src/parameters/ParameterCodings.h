@@ -17,13 +17,14 @@ inline int paramToInt(float value, int low, int high) noexcept
     return static_cast<int>(clampUnit(value) / step) + low;
 }
 
-/** -32768 to 32768; 0 at 0.5 and no positive number below it. */
+/** -32768 to 32768: 0 at 0.5, and never positive below it. */
 constexpr int decodeParamInt(float value) noexcept
 {
     return static_cast<int>((static_cast<double>(clampUnit(value)) - 0.5) * 65536.0);
 }
 
-/** Inverse of `decodeParamInt`, limited to -32767 to 32767. */
+/** Inverse of `decodeParamInt`, for -32767 to 32767: numbers beyond are held to that range, and those near
+    its lower end come back one higher. */
 constexpr float encodeParamInt(int number) noexcept
 {
     const int limited = number < -32767 ? -32767 : (number > 32767 ? 32767 : number);
@@ -48,14 +49,14 @@ inline double faderPositionOfDecibels(double decibels) noexcept
     return std::cbrt(std::pow(10.0, decibels / 20.0) * 0.25);
 }
 
-/** A character as it stands in a text slot: c / 256 with the character taken as signed, so that only the
-   seven-bit characters come back. */
+/** A character as a text slot holds it: c / 256, with c taken as signed. The table clamps what lies below 0,
+    so only seven-bit characters come back. */
 constexpr float encodeParamChar(char character) noexcept
 {
     return static_cast<float>(static_cast<double>(static_cast<signed char>(character)) / 256.0);
 }
 
-/** Byte of a text slot. */
+/** The byte that a text slot holds. */
 constexpr char decodeParamChar(float value) noexcept
 {
     return static_cast<char>(static_cast<unsigned char>(static_cast<int>(clampUnit(value) * 256.0f) & 0xff));

@@ -32,7 +32,7 @@ juce::String frequencyText(float value)
     return juce::String(static_cast<int>(std::exp2(value * 10.0f) * 20.0f)) + " hz";
 }
 
-/** Two sides of which one keeps its 100: "100D/40W". The centre shows both at 100. */
+/** Two sides, of which one always reads 100: "100D/40W". At the centre both do. */
 juce::String crossfadeText(float value, const char* first, const char* second)
 {
     const juce::String faded =

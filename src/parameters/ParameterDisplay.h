@@ -19,7 +19,7 @@ struct ParameterTextSources
     std::function<juce::String(int layer, int easy)> easyText;
 };
 
-/** Text of a parameter's present value; empty where it has none. On any thread that the sources allow. */
+/** Text of a parameter's present value; empty where it has none. Any thread that the sources allow. */
 juce::String parameterText(int index, const ParameterTextSources& sources);
 
 /** Linear gain of a fader as it plays: a muted master is silent wherever its fader stands. `index` must be a

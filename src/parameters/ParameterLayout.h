@@ -20,6 +20,7 @@ constexpr int numEasyParameters = 12;
 constexpr int numControllers = 128;
 constexpr int numMultiTargets = 16;
 constexpr int numMultiFaders = 4;
+constexpr int multiTargetsPerFader = numMultiTargets / numMultiFaders;
 
 /** All slots of the table. Hosts see one less: the last slot can be reached from inside only. */
 constexpr int numParameterSlots = 1508;
@@ -29,7 +30,7 @@ constexpr int numHostParameters = 1507;
     the target of a multi-control knob that has none. */
 constexpr int noParameter = 999999;
 
-/** Slots with one meaning for the whole instrument. */
+/** First slots of what the whole instrument has once, in the order of their indices. */
 namespace slot
 {
 constexpr int masterVolume = 1;
@@ -111,7 +112,7 @@ constexpr int highPassOn = 15;
 constexpr int highPassFreq = 16;
 } // namespace eqSlot
 
-/** True for the `count` numbers from `first`. */
+/** True where `number` is one of the `count` numbers from `first`. */
 constexpr bool isWithin(int number, int first, int count) noexcept
 {
     return number >= first && number < first + count;
@@ -123,7 +124,7 @@ constexpr int layerParameter(int layer, int n) noexcept
     return slot::layerStride * layer + n;
 }
 
-/** True where the slot belongs to a layer. Slot 999 belongs to none: it is stored and does nothing. */
+/** True where the slot belongs to a layer. Slot 999 belongs to none: it is stored, and does nothing. */
 constexpr bool isLayerParameter(int index) noexcept
 {
     return index >= slot::firstLayer && index <= slot::lastLayer;
@@ -141,7 +142,7 @@ constexpr int numberInLayer(int index) noexcept
     return index - slot::layerStride * layerOf(index);
 }
 
-/** Slot of parameter `j` (0 to 9) of effect block `block` (0 to 3): the blocks are interleaved. */
+/** Slot of parameter `j` (0 to 9) of effect block `block` (0 to 3). The blocks are interleaved. */
 constexpr int fxParameter(int block, int j) noexcept
 {
     return slot::fxParameters + numFxBlocks * j + block;

@@ -17,7 +17,7 @@ struct ParameterNameSources
     std::function<juce::String(int layer, int easy)> easyName;
 };
 
-/** The host's name of a parameter; empty where it has none. On any thread that the sources allow. */
+/** The host's name of a parameter; empty where it has none. Any thread that the sources allow. */
 juce::String parameterName(int index, const ParameterNameSources& sources);
 
 } // namespace quorel

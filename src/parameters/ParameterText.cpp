@@ -30,8 +30,7 @@ juce::String readParamText(const ParameterAccess& parameters, int first, int cou
         if (character == 0)
             break;
 
-        // Stored bytes may be anything once a damaged chunk has been read: each counts as one Latin-1
-        // character.
+        // A damaged chunk may have brought in any byte: each counts as one Latin-1 character.
         text +=
             juce::String::charToString(static_cast<juce::juce_wchar>(static_cast<unsigned char>(character)));
     }

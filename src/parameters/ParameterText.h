@@ -9,14 +9,14 @@
 namespace quorel
 {
 
-/** The filler of an unused text slot: the space character. */
+/** The space character, which fills unused text slots. */
 constexpr float textFiller = 0.125f;
 
 /** Zeroes `count` slots from `first`, then writes at most `count` - 1 bytes of the text's UTF-8 form. Bytes
-   above 127 cannot be stored in a slot of 0 to 1 and end the text when it is read. */
+    above 127 can't be stored in a slot of 0 to 1: the text ends there when it is read. */
 void writeParamText(ParameterAccess& parameters, int first, const juce::String& text, int count);
 
-/** Reads `count` + 1 slots from `first`, up to the first zero. */
+/** Reads up to the first zero, and at most `count` + 1 slots from `first`. */
 juce::String readParamText(const ParameterAccess& parameters, int first, int count);
 
 } // namespace quorel

@@ -20,8 +20,8 @@ bool takesTypedValue(int index)
            (index > slot::lastLayer + 1 && index < numHostParameters);
 }
 
-/** The number that a text begins with, blanks and a sign of either kind allowed; 0 without one. Unlike the
-    string's own reading, "+6" is 6 here, as the prompts invite to type. */
+/** The integer that a text begins with, after blanks and a sign of either kind; 0 without one. Unlike the
+    string's own reading, it takes "+6", which the prompts invite. */
 double leadingInteger(const juce::String& text)
 {
     const long number = std::strtol(text.toRawUTF8(), nullptr, 10);

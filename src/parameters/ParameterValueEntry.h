@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Values that the user types instead of turning a knob. Pure functions; on any thread that the sources allow.
+// Values that the user types instead of turning a knob. Any thread that the sources allow.
 #pragma once
 
 #include "parameters/ParameterDisplay.h"
@@ -18,10 +18,10 @@ struct ValueQuestion
     juce::String current;
 };
 
-/** Nothing for a parameter that takes no typed value: those below the layers but the master volume. */
+/** Nothing for a parameter that takes no typed value: those below the layers, except the master volume. */
 std::optional<ValueQuestion> valueQuestion(int index, const ParameterTextSources& sources);
 
-/** Value, 0 to 1, that a typed text means to the parameter. A text that is no number counts as 0. Nothing
+/** Value, 0 to 1, that a typed text means for the parameter. A text that isn't a number counts as 0. Nothing
     where the result lies outside the parameter's range. */
 std::optional<float> typedValue(int index, const juce::String& text);
 

@@ -67,9 +67,9 @@ ParameterTextSources textSources(const Values& values)
 /** True where `show` has a line of its own for the parameter. */
 bool isToldElsewhere(int index)
 {
-    const bool isCategory =
-        index >= firstCategoryParameter && index < firstCategoryParameter + numCategoryParameters;
-    const bool isName = index >= slot::presetNameText && index < slot::folderNameText + slot::nameTextLength;
+    const bool isCategory = isWithin(index, firstCategoryParameter, numCategoryParameters);
+    const bool isName = isWithin(index, slot::presetNameText, slot::nameTextLength) ||
+                        isWithin(index, slot::folderNameText, slot::nameTextLength);
     return isCategory || isName ||
            (isLayerParameter(index) && numberInLayer(index) == layerSlot::pluginNameText);
 }
