@@ -4,7 +4,7 @@
 #include "effects/AmpTables.h"
 #include "effects/DriveCurve.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Quad.h"
 
 namespace quorel
@@ -81,10 +81,10 @@ void ampImpulse(const float* row, const AmpInput& left, const AmpInput& right, f
         ampSums<1>(row, left.samples + t, right.samples + t, outL + t, outR + t);
 }
 
-void setToneStack(FxSlot& slot)
+void setToneStack(FxContext& c)
 {
-    setSvf(slot, bassCut, 0.0f, 0.0f, slot.sampleRate);
-    setSvfB(slot, trebleCut, 0.0f, slot.sampleRate);
+    setSvf(c.svf, bassCut, 0.0f, 0.0f, c.sampleRate);
+    setSvfB(c.svf, trebleCut, 0.0f, c.sampleRate);
 }
 
 /** A cabinet's taps by twos, for left and right. */
@@ -113,16 +113,16 @@ const CabinetWeights cabinetWeights[8] = {CabinetWeights(0), CabinetWeights(1), 
 class CabinetFilter
 {
 public:
-    explicit CabinetFilter(CabinetFields& owner)
+    explicit CabinetFilter(CabinetState& owner)
         : f(owner)
-        , weights(cabinetWeights[owner.cabType])
-        , feed0(quadOf(cabFeed[owner.cabType][0]))
-        , feed1(quadOf(cabFeed[owner.cabType][1]))
-        , back1(quadOf(cabBack[owner.cabType][1]))
+        , weights(cabinetWeights[owner.type])
+        , feed0(quadOf(cabFeed[owner.type][0]))
+        , feed1(quadOf(cabFeed[owner.type][1]))
+        , back1(quadOf(cabBack[owner.type][1]))
     {
         for (int age = 0; age < length; ++age)
         {
-            const Quad entry = loadQuad(f.cabHist[(f.cabPos - 1 - age) & 31]);
+            const Quad entry = loadQuad(f.hist[(f.pos - 1 - age) & 31]);
             storeHalf(inputs + 2 * (fxChunk + age), entry);
             storeHalf(outputs + 2 * (fxChunk + age), _mm_movehl_ps(entry, entry));
         }
@@ -157,12 +157,12 @@ public:
 
     void store(int num)
     {
-        f.cabPos = (f.cabPos + num) & 31;
+        f.pos = (f.pos + num) & 31;
         for (int age = 0; age < length; ++age)
         {
             const float* in = inputs + 2 * (fxChunk - num + age);
             const float* out = outputs + 2 * (fxChunk - num + age);
-            storeQuad(f.cabHist[(f.cabPos - 1 - age) & 31], Quad{in[0], in[1], out[0], out[1]});
+            storeQuad(f.hist[(f.pos - 1 - age) & 31], Quad{in[0], in[1], out[0], out[1]});
         }
     }
 
@@ -174,7 +174,7 @@ private:
         _mm_storel_pi(reinterpret_cast<__m64*>(p), v);
     }
 
-    CabinetFields& f;
+    CabinetState& f;
     const CabinetWeights& weights;
     const Quad feed0, feed1, back1;
     float inputs[2 * (length + fxChunk)], outputs[2 * (length + fxChunk)];
@@ -195,26 +195,27 @@ void runToneStack(SvfBanks& banks, float bass, float treble, float boost, Source
 }
 } // namespace
 
-void ampUpdate(FxSlot& slot)
+void ampUpdate(AmpState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.ampType = discreteChoice(p[0], 5.99f);
-    slot.ampDrive = std::exp2(p[1] * 8.0f) - 1.0f;
-    slot.ampBass = levelGain(p[2], 40.0f, -20.0f);
-    slot.ampTreble = levelGain(p[3], 40.0f, -20.0f);
-    slot.ampBoost = levelGain(p[4], 40.0f, -20.0f);
-    setToneStack(slot);
+    const float* p = c.param;
+    f.type = discreteChoice(p[0], 5.99f);
+    f.drive = std::exp2(p[1] * 8.0f) - 1.0f;
+    f.bass = levelGain(p[2], 40.0f, -20.0f);
+    f.treble = levelGain(p[3], 40.0f, -20.0f);
+    f.boost = levelGain(p[4], 40.0f, -20.0f);
+    setToneStack(c);
 }
 
-void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void ampProcess(AmpState& f, FxContext& c, const float* x, const float* y, float* wetLeft, float* wetRight,
+                int num)
 {
     float sumL[fxChunk + 3], sumR[fxChunk + 3];
 
-    if (slot.ampType != 0)
+    if (f.type != 0)
     {
-        const AmpInput left(slot.ampHistL, slot.sampleCount + 1, x, num);
-        const AmpInput right(slot.ampHistR, slot.sampleCount + 1, y, num);
-        ampImpulse(ampTaps[slot.ampType], left, right, sumL, sumR, num);
+        const AmpInput left(f.histL, c.sampleCount + 1, x, num);
+        const AmpInput right(f.histR, c.sampleCount + 1, y, num);
+        ampImpulse(ampTaps[f.type], left, right, sumL, sumR, num);
     }
     else
     {
@@ -225,30 +226,31 @@ void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, fl
         }
     }
 
-    driveCurve(sumL, slot.ampDrive, sumL, num);
-    driveCurve(sumR, slot.ampDrive, sumR, num);
+    driveCurve(sumL, f.drive, sumL, num);
+    driveCurve(sumR, f.drive, sumR, num);
     runToneStack(
-        slot, slot.ampBass, slot.ampTreble, slot.ampBoost,
+        c.svf, f.bass, f.treble, f.boost,
         [&](int t) {
             return FloatPair{sumL[t], sumR[t]};
         },
         [](const SvfRun& svf) { return svf.highPass(); }, wetLeft, wetRight, num);
 }
 
-void cabinetUpdate(FxSlot& slot)
+void cabinetUpdate(CabinetState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.cabType = discreteChoice(p[0], 3.99f) + (slot.sampleRate > 80000.0f ? 4 : 0);
-    slot.cabDrive = std::exp2(p[1] * 8.0f) - 1.0f;
-    slot.cabBass = levelGain(p[2], 40.0f, -20.0f);
-    slot.cabTreble = levelGain(p[3], 40.0f, -20.0f);
-    slot.cabBoost = levelGain(p[4], 40.0f, -20.0f) * cabGain[slot.cabType];
-    setToneStack(slot);
+    const float* p = c.param;
+    f.type = discreteChoice(p[0], 3.99f) + (c.sampleRate > 80000.0f ? 4 : 0);
+    f.drive = std::exp2(p[1] * 8.0f) - 1.0f;
+    f.bass = levelGain(p[2], 40.0f, -20.0f);
+    f.treble = levelGain(p[3], 40.0f, -20.0f);
+    f.boost = levelGain(p[4], 40.0f, -20.0f) * cabGain[f.type];
+    setToneStack(c);
 }
 
-void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void cabinetProcess(CabinetState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    const float drive = slot.cabDrive;
+    const float drive = f.drive;
     const auto driven = [drive](FloatPair in)
     {
         const Quad out = driveCurve(Quad{in[0], in[1], 0.0f, 0.0f}, drive);
@@ -258,19 +260,19 @@ void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
     // Here "Treble" works below 4 kHz, not above.
     const auto treble = [](const SvfRun& svf) { return svf.lowPass(); };
 
-    if (slot.cabType == 0 || slot.cabType == 4)
+    if (f.type == 0 || f.type == 4)
         return runToneStack(
-            slot, slot.cabBass, slot.cabTreble, slot.cabBoost,
+            c.svf, f.bass, f.treble, f.boost,
             [&](int t) {
                 return driven(FloatPair{x[t], y[t]});
             },
             treble, wetLeft, wetRight, num);
 
     // The tone stack takes the samples one by one, a little behind the filter, whose sums leave time for it.
-    CabinetFilter filter(slot);
+    CabinetFilter filter(f);
     FloatPair waiting = filter.tick(0, x[0], y[0]);
     runToneStack(
-        slot, slot.cabBass, slot.cabTreble, slot.cabBoost,
+        c.svf, f.bass, f.treble, f.boost,
         [&](int t)
         {
             const FloatPair out = driven(waiting);

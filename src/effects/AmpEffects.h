@@ -5,25 +5,27 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-struct AmpFields
+struct AmpState
 {
-    std::int32_t ampType = 0;
-    float ampDrive = 0.0f, ampBass = 1.0f, ampTreble = 1.0f, ampBoost = 1.0f;
-    float ampHistL[64] = {}, ampHistR[64] = {};
+    std::int32_t type = 0;
+    float drive = 0.0f, bass = 1.0f, treble = 1.0f, boost = 1.0f;
+    float histL[64] = {}, histR[64] = {};
 };
 
-struct CabinetFields
+struct CabinetState
 {
-    std::int32_t cabType = 0; ///< row of the cabinet tables
-    std::int32_t cabPos = 0;
-    float cabDrive = 0.0f, cabBass = 1.0f, cabTreble = 1.0f, cabBoost = 1.0f;
-    float cabHist[32][4] = {}; ///< input left and right, output left and right
+    std::int32_t type = 0; ///< row of the cabinet tables
+    std::int32_t pos = 0;
+    float drive = 0.0f, bass = 1.0f, treble = 1.0f, boost = 1.0f;
+    float hist[32][4] = {}; ///< input left and right, output left and right
 };
 
-void ampUpdate(FxSlot& slot);
-void ampProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void cabinetUpdate(FxSlot& slot);
-void cabinetProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+void ampUpdate(AmpState& f, FxContext& c);
+void ampProcess(AmpState& f, FxContext& c, const float* x, const float* y, float* wetLeft, float* wetRight,
+                int num);
+void cabinetUpdate(CabinetState& f, FxContext& c);
+void cabinetProcess(CabinetState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
 } // namespace quorel

@@ -3,7 +3,7 @@
 
 #include "effects/DelayLine.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 #include "effects/ModLine.h"
 #include "effects/SyncTables.h"
@@ -16,68 +16,68 @@ namespace
 constexpr std::uint32_t modLineMask = fxModLineLength - 1;
 constexpr std::uint32_t lineMask = fxLineLength - 1;
 
-float lineLengthOf(const FxSlot& slot, float p)
+float lineLengthOf(const FxContext& c, float p)
 {
-    return slot.sampleRate * 0.05f * p + 1.0f;
+    return c.sampleRate * 0.05f * p + 1.0f;
 }
 
-void setChorusLfos(FxSlot& slot)
+void setChorusLfos(ChorusState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.chorusDepth = p[1] * 0.99f;
-    slot.chorusIncL = lfoInc(slot, p[2], p[3]);
-    slot.chorusIncR = static_cast<std::uint32_t>(
-        truncateTo((p[4] * 3.0f + 1.0f) * static_cast<float>(slot.chorusIncL), 0, 1 << 30));
+    const float* p = c.param;
+    f.depth = p[1] * 0.99f;
+    f.incL = lfoInc(c, p[2], p[3]);
+    f.incR =
+        static_cast<std::uint32_t>(truncateTo((p[4] * 3.0f + 1.0f) * static_cast<float>(f.incL), 0, 1 << 30));
 }
 
 /** Advances both LFOs and gives the two read distances. */
-void chorusDistances(ChorusFields& f, const float* sineUnipolar, float& left, float& right)
+void chorusDistances(ChorusState& f, const float* sineUnipolar, float& left, float& right)
 {
-    f.chorusPhaseL = lfoAdvance(f.chorusPhaseL, f.chorusIncL);
-    f.chorusPhaseR = lfoAdvance(f.chorusPhaseR, f.chorusIncR);
-    const float a = f.chorusDepth;
-    left = (a * sineUnipolar[f.chorusPhaseL >> 8] + 1.0f - a) * f.chorusLength;
-    right = (a * sineUnipolar[f.chorusPhaseR >> 8] + 1.0f - a) * f.chorusLength + f.chorusOffset;
+    f.phaseL = lfoAdvance(f.phaseL, f.incL);
+    f.phaseR = lfoAdvance(f.phaseR, f.incR);
+    const float a = f.depth;
+    left = (a * sineUnipolar[f.phaseL >> 8] + 1.0f - a) * f.length;
+    right = (a * sineUnipolar[f.phaseR >> 8] + 1.0f - a) * f.length + f.offset;
 }
 
 template <bool plain>
-void runTapeChorus(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft,
-                   float* wetRight, int num)
+void runTapeChorus(ChorusState& state, FxContext& c, TapeRun tape, const float* x, const float* y,
+                   float* wetLeft, float* wetRight, int num)
 {
-    ChorusFields f = slot;
-    ToneRun tone(slot);
-    const bool runs = slot.tape.guard == 0;
+    ChorusState f = state;
+    ToneRun tone(c.tone);
+    const bool runs = c.tape.guard == 0;
     float left = 0.0f, right = 0.0f;
 
     for (int t = 0; t < num; ++t)
     {
-        chorusDistances(f, slot.sineUnipolar, left, right);
+        chorusDistances(f, c.sines->unipolar, left, right);
         const Quad read =
-            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::speedFor(left, right)) : Quad{};
+            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::stepFor(left, right)) : Quad{};
         const Quad out = tone.tick(read);
         wetLeft[t] = out[0];
         wetRight[t] = out[1];
     }
 
-    static_cast<ChorusFields&>(slot) = f;
+    state = f;
     tone.store();
     tape.store();
-    tapeSetDistances(slot.tape, left, right);
+    tapeSetDistances(c.tape, left, right);
 }
 
 /** One voice of the ensemble over a block. */
 class EnsembleVoice
 {
 public:
-    EnsembleVoice(FxSlot& slot, int i)
-        : phase(slot.ensPhase[i])
-        , inc(slot.ensInc[i])
-        , count(slot.writeCount)
-        , line(slot.ensLines + i * EnsembleLines::stride)
-        , depth(slot.ensDepthSamples[i])
-        , base(slot.ensBaseSamples[i])
-        , feedback(quadOf(slot.ensFeedback))
-        , gains(Quad{slot.ensGainL[i], slot.ensGainR[i], slot.ensGainL[i], slot.ensGainR[i]})
+    EnsembleVoice(const EnsembleState& f, const FxContext& c, int i)
+        : phase(f.phase[i])
+        , inc(f.inc[i])
+        , count(c.writeCount)
+        , line(c.memory->shared.ensemble.voices + i * EnsembleLines::stride)
+        , depth(f.depthSamples[i])
+        , base(f.baseSamples[i])
+        , feedback(quadOf(f.feedback))
+        , gains(Quad{f.gainL[i], f.gainR[i], f.gainL[i], f.gainR[i]})
     {
     }
 
@@ -145,139 +145,123 @@ private:
 };
 } // namespace
 
-void modLineClear(FxSlot& slot)
+void chorusUpdate(ChorusState& f, FxContext& c)
 {
-    std::fill(std::begin(slot.modLineL), std::end(slot.modLineL), 0.0f);
-    std::fill(std::begin(slot.modLineR), std::end(slot.modLineR), 0.0f);
+    const float* p = c.param;
+    f.length = lineLengthOf(c, p[0]);
+    setChorusLfos(f, c);
+    f.offset = std::exp2(8.0f * p[5]) * 4.0f + 1.0f;
+    setToneFilters(c.tone, p[6], p[7], c.invSampleRate);
 }
 
-void chorusUpdate(FxSlot& slot)
+void chorusProcess(ChorusState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                   float* wetRight, int num)
 {
-    const float* p = slot.param;
-    slot.chorusLength = lineLengthOf(slot, p[0]);
-    setChorusLfos(slot);
-    slot.chorusOffset = std::exp2(8.0f * p[5]) * 4.0f + 1.0f;
-    setToneFilters(slot, p[6], p[7], slot.invSampleRate);
-}
-
-void chorusProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
-{
-    ChorusFields f = slot;
-    ToneFilter tone = slot;
-    std::uint32_t count = slot.sampleCount;
+    ChorusState f = state;
+    ToneFilter tone = c.tone;
+    std::uint32_t count = c.sampleCount;
 
     for (int t = 0; t < num; ++t)
     {
         ++count;
         float left, right;
-        chorusDistances(f, slot.sineUnipolar, left, right);
-        wetLeft[t] = modLineRead(slot.modLineL, count, left);
-        wetRight[t] = modLineRead(slot.modLineR, count, right);
+        chorusDistances(f, c.sines->unipolar, left, right);
+        wetLeft[t] = modLineRead(c.memory->modLineL, count, left);
+        wetRight[t] = modLineRead(c.memory->modLineR, count, right);
 
         float l = x[t], r = y[t];
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        slot.modLineL[count & modLineMask] = l;
-        slot.modLineR[count & modLineMask] = r;
+        c.memory->modLineL[count & modLineMask] = l;
+        c.memory->modLineR[count & modLineMask] = r;
     }
 
-    static_cast<ChorusFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    state = f;
+    c.tone = tone;
 }
 
-void tapeChorusUpdate(FxSlot& slot)
+void tapeChorusUpdate(ChorusState& f, FxContext& c)
 {
-    chorusUpdate(slot);
-    tapeSetFilter(slot.tape, 1.0f, 0.0f);
-    slot.tape.feedbackL = slot.tape.feedbackR = slot.tape.crossL = slot.tape.crossR = 0.0f;
+    chorusUpdate(f, c);
+    tapeSetFilter(c.tape, 1.0f, 0.0f);
+    c.tape.feedbackL = c.tape.feedbackR = c.tape.crossL = c.tape.crossR = 0.0f;
 }
 
-void tapeChorusProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void tapeChorusProcess(ChorusState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                       float* wetRight, int num)
 {
-    const TapeRun tape(slot.tape);
+    const TapeRun tape(c.tape);
     if (tape.isPlain())
-        runTapeChorus<true>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeChorus<true>(f, c, tape, x, y, wetLeft, wetRight, num);
     else
-        runTapeChorus<false>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeChorus<false>(f, c, tape, x, y, wetLeft, wetRight, num);
 }
 
-void chorusDelayUpdate(FxSlot& slot)
+void chorusDelayUpdate(ChorusDelayState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.chorusLength = std::min(lineLengthOf(slot, p[0]), 16383.0f);
-    setChorusLfos(slot);
-    slot.cdLength = std::min(syncedDelay(p[5], slot.samplesPerWhole), 262142.0f);
-    slot.cdFeed = p[6];
-    slot.cdVolume = p[7];
+    const float* p = c.param;
+    f.chorus.length = std::min(lineLengthOf(c, p[0]), 16383.0f);
+    setChorusLfos(f.chorus, c);
+    f.delayLength = std::min(syncedDelay(p[5], c.samplesPerWhole), 262142.0f);
+    f.feed = p[6];
+    f.volume = p[7];
 }
 
-void chorusDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                        int num)
+void chorusDelayProcess(ChorusDelayState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                        float* wetRight, int num)
 {
-    ChorusFields f = slot;
-    std::uint32_t sampleCount = slot.sampleCount, writeCount = slot.writeCount;
+    ChorusDelayState f = state;
+    std::uint32_t sampleCount = c.sampleCount, writeCount = c.writeCount;
 
     for (int t = 0; t < num; ++t)
     {
         ++sampleCount;
         ++writeCount;
         float left, right;
-        chorusDistances(f, slot.sineUnipolar, left, right);
-        const float cl = modLineRead(slot.modLineL, sampleCount, left);
-        const float cr = modLineRead(slot.modLineR, sampleCount, right);
-        slot.modLineL[sampleCount & modLineMask] = x[t];
-        slot.modLineR[sampleCount & modLineMask] = y[t];
+        chorusDistances(f.chorus, c.sines->unipolar, left, right);
+        const float cl = modLineRead(c.memory->modLineL, sampleCount, left);
+        const float cr = modLineRead(c.memory->modLineR, sampleCount, right);
+        c.memory->modLineL[sampleCount & modLineMask] = x[t];
+        c.memory->modLineR[sampleCount & modLineMask] = y[t];
 
         if ((sampleCount & 15) == 0)
         {
-            f.cdDelayTarget = std::min(f.cdLength, 262143.0f);
-            f.cdDelaySmooth = glideDistance(f.cdDelaySmooth, f.cdDelayTarget, 2.0f);
+            f.delayTarget = std::min(f.delayLength, 262143.0f);
+            f.delaySmooth = glideDistance(f.delaySmooth, f.delayTarget, 2.0f);
         }
 
-        const float a = lineRead(slot.lineL, lineMask, writeCount, f.cdDelaySmooth);
-        const float b = lineRead(slot.lineR, lineMask, writeCount, f.cdDelaySmooth);
-        slot.lineL[writeCount & lineMask] = heldForLine(a * f.cdFeed + cl);
-        slot.lineR[writeCount & lineMask] = heldForLine(b * f.cdFeed + cr);
-        wetLeft[t] = heldForLine(f.cdVolume * a + cl);
-        wetRight[t] = heldForLine(f.cdVolume * b + cr);
+        const float a = lineRead(c.memory->lineL, lineMask, writeCount, f.delaySmooth);
+        const float b = lineRead(c.memory->lineR, lineMask, writeCount, f.delaySmooth);
+        c.memory->lineL[writeCount & lineMask] = heldForLine(a * f.feed + cl);
+        c.memory->lineR[writeCount & lineMask] = heldForLine(b * f.feed + cr);
+        wetLeft[t] = heldForLine(f.volume * a + cl);
+        wetRight[t] = heldForLine(f.volume * b + cr);
     }
 
-    static_cast<ChorusFields&>(slot) = f;
+    state = f;
 }
 
-void ensembleInit(FxSlot& slot)
+void ensembleUpdate(EnsembleState& f, FxContext& c)
 {
-    for (int i = 0; i < 6; ++i)
-        slot.ensPhase[i] = static_cast<std::uint32_t>(i) * 0xffffffu / 6u;
-}
-
-void ensembleClear(FxSlot& slot)
-{
-    std::fill(std::begin(slot.ensLines), std::end(slot.ensLines), 0.0f);
-}
-
-void ensembleUpdate(FxSlot& slot)
-{
-    const float* p = slot.param;
-    slot.ensOutGain = 0.5f;
-    slot.ensFeedback = p[4];
-    const float b = lineLengthOf(slot, p[0]);
+    const float* p = c.param;
+    f.outGain = 0.5f;
+    f.feedback = p[4];
+    const float b = lineLengthOf(c, p[0]);
     const float s = (1.0f - p[5]) * -2.0f;
 
     for (int i = 0; i < 6; ++i)
     {
         const float v = static_cast<float>(i) * s;
-        slot.ensLength[i] = std::min(std::exp2(v / 5.0f) * b, 16383.0f);
+        f.length[i] = std::min(std::exp2(v / 5.0f) * b, 16383.0f);
 
         const float speed = std::exp2(v / 5.3f);
-        const float inc = p[3] >= 0.5f
-                              ? static_cast<float>(lfoIncTempo(p[2], slot.sampleRate, slot.bpm)) * speed
-                              : std::exp2(10.0f * p[2]) * slot.invSampleRate * 112640.0f * speed;
-        slot.ensInc[i] = static_cast<std::uint32_t>(truncateTo(inc, 0, 1 << 30));
+        const float inc = p[3] >= 0.5f ? static_cast<float>(lfoIncTempo(p[2], c.sampleRate, c.bpm)) * speed
+                                       : std::exp2(10.0f * p[2]) * c.invSampleRate * 112640.0f * speed;
+        f.inc[i] = static_cast<std::uint32_t>(truncateTo(inc, 0, 1 << 30));
 
         const float d = p[1] * 0.99f * std::exp2(v / 8.3f);
-        slot.ensDepthSamples[i] = slot.ensLength[i] * d;
-        slot.ensBaseSamples[i] = slot.ensLength[i] * (1.0f - d);
+        f.depthSamples[i] = f.length[i] * d;
+        f.baseSamples[i] = f.length[i] * (1.0f - d);
 
         float pan = 0.5f;
         if (i % 3 == 0)
@@ -285,14 +269,15 @@ void ensembleUpdate(FxSlot& slot)
         else if (i % 3 == 2)
             pan = 0.5f - p[6] * 0.5f;
 
-        slot.ensGainL[i] = clampUnit(2.0f - 2.0f * pan);
-        slot.ensGainR[i] = clampUnit(2.0f * pan);
+        f.gainL[i] = clampUnit(2.0f - 2.0f * pan);
+        f.gainR[i] = clampUnit(2.0f * pan);
     }
 
-    setToneFilters(slot, p[7], p[8], slot.invSampleRate);
+    setToneFilters(c.tone, p[7], p[8], c.invSampleRate);
 }
 
-void ensembleProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void ensembleProcess(EnsembleState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                     float* wetRight, int num)
 {
     // Left and right in turn.
     float in[2 * fxChunk], sums[2 * fxChunk] = {};
@@ -305,21 +290,21 @@ void ensembleProcess(FxSlot& slot, const float* x, const float* y, float* wetLef
 
     for (int i = 0; i < 6; ++i)
     {
-        EnsembleVoice voice(slot, i);
+        EnsembleVoice voice(f, c, i);
         int t = 0;
 
         if (voice.readsOldSamples())
             for (; t + 2 <= num; t += 2)
-                voice.two(slot.sineUnipolar, in + 2 * t, sums + 2 * t);
+                voice.two(c.sines->unipolar, in + 2 * t, sums + 2 * t);
 
         for (; t < num; ++t)
-            voice.one(slot.sineUnipolar, in + 2 * t, sums + 2 * t);
+            voice.one(c.sines->unipolar, in + 2 * t, sums + 2 * t);
 
-        slot.ensPhase[i] = voice.phase;
+        f.phase[i] = voice.phase;
     }
 
-    ToneRun tone(slot);
-    const float outGain = slot.ensOutGain;
+    ToneRun tone(c.tone);
+    const float outGain = f.outGain;
 
     for (int t = 0; t < num; ++t)
     {

@@ -1,52 +1,50 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/EffectConstants.h"
-
 #include <cstdint>
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-/** Fields of "Chorus", "Tape Chorus" and "Chorus / Delay". */
-struct ChorusFields
+/** "Chorus" and "Tape Chorus", and the chorus of "Chorus / Delay". */
+struct ChorusState
 {
-    float chorusLength = 0.0f, chorusDepth = 0.0f;
-    float chorusOffset = 0.0f; ///< extra samples of the right channel
-    std::uint32_t chorusPhaseL = 0, chorusIncL = 0, chorusPhaseR = 0, chorusIncR = 0;
-    float cdDelayTarget = 0.0f, cdDelaySmooth = 1.0f, cdFeed = 0.0f, cdVolume = 0.0f, cdLength = 0.0f;
+    float length = 0.0f, depth = 0.0f;
+    float offset = 0.0f; ///< extra samples of the right channel
+    std::uint32_t phaseL = 0, incL = 0, phaseR = 0, incR = 0;
 };
 
-struct EnsembleFields
+struct ChorusDelayState
 {
-    float ensFeedback = 0.0f, ensOutGain = 0.5f;
-    std::uint32_t ensInc[6] = {}, ensPhase[6] = {};
-    float ensLength[6] = {}, ensDepthSamples[6] = {}, ensBaseSamples[6] = {};
-    float ensGainL[6] = {}, ensGainR[6] = {};
+    ChorusState chorus;
+    float delayTarget = 0.0f, delaySmooth = 1.0f, feed = 0.0f, volume = 0.0f, delayLength = 0.0f;
 };
 
-struct EnsembleLines
+struct EnsembleState
 {
-    /** A voice's line, left and right in turn, its first entry again at the end, and some bytes more so that
-       the write positions of all lines don't share a cache set. */
-    static constexpr int stride = 2 * (fxModLineLength + 1) + 30;
+    float feedback = 0.0f, outGain = 0.5f;
+    std::uint32_t inc[6] = {};
+    std::uint32_t phase[6] = {firstPhase(0), firstPhase(1), firstPhase(2),
+                              firstPhase(3), firstPhase(4), firstPhase(5)};
+    float length[6] = {}, depthSamples[6] = {}, baseSamples[6] = {};
+    float gainL[6] = {}, gainR[6] = {};
 
-    float ensLines[6 * stride];
+private:
+    static constexpr std::uint32_t firstPhase(std::uint32_t voice) { return voice * 0xffffffu / 6u; }
 };
 
-void modLineClear(FxSlot& slot);
-void chorusUpdate(FxSlot& slot);
-void chorusProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void tapeChorusUpdate(FxSlot& slot);
-void tapeChorusProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                       int num);
-void chorusDelayUpdate(FxSlot& slot);
-void chorusDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                        int num);
+void chorusUpdate(ChorusState& f, FxContext& c);
+void chorusProcess(ChorusState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                   float* wetRight, int num);
+void tapeChorusUpdate(ChorusState& f, FxContext& c);
+void tapeChorusProcess(ChorusState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                       float* wetRight, int num);
+void chorusDelayUpdate(ChorusDelayState& f, FxContext& c);
+void chorusDelayProcess(ChorusDelayState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                        float* wetRight, int num);
 
-void ensembleInit(FxSlot& slot);
-void ensembleClear(FxSlot& slot);
-void ensembleUpdate(FxSlot& slot);
-void ensembleProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+void ensembleUpdate(EnsembleState& f, FxContext& c);
+void ensembleProcess(EnsembleState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                     float* wetRight, int num);
 } // namespace quorel

@@ -3,7 +3,7 @@
 
 #include "effects/DelayLine.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 
 namespace quorel
@@ -25,54 +25,50 @@ float combGain(float p)
 }
 } // namespace
 
-void combClear(FxSlot& slot)
+void combUpdate(CombState& f, FxContext& c)
 {
-    for (float* buffer : {slot.combInL, slot.combInR, slot.combOutL, slot.combOutR})
-        std::fill(buffer, buffer + combLength, 0.0f);
+    const float* p = c.param;
+    f.comb1Delay = combDelay(p[0], c.sampleRate);
+    f.comb1Gain = combGain(p[1]);
+    f.comb1Depth = std::sqrt(p[2]);
+    f.comb1PhaseInc = lfoIncTempo(p[3], c.sampleRate, c.bpm);
+    f.comb2Delay = combDelay(p[4], c.sampleRate);
+    f.comb2Gain = combGain(p[5]);
+    f.comb2Depth = std::sqrt(p[6]);
+    f.comb2PhaseInc = lfoIncTempo(p[7], c.sampleRate, c.bpm);
 }
 
-void combUpdate(FxSlot& slot)
+void combProcess(CombState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                 float* wetRight, int num)
 {
-    const float* p = slot.param;
-    slot.comb1Delay = combDelay(p[0], slot.sampleRate);
-    slot.comb1Gain = combGain(p[1]);
-    slot.comb1Depth = std::sqrt(p[2]);
-    slot.comb1PhaseInc = lfoIncTempo(p[3], slot.sampleRate, slot.bpm);
-    slot.comb2Delay = combDelay(p[4], slot.sampleRate);
-    slot.comb2Gain = combGain(p[5]);
-    slot.comb2Depth = std::sqrt(p[6]);
-    slot.comb2PhaseInc = lfoIncTempo(p[7], slot.sampleRate, slot.bpm);
-}
-
-void combProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
-{
-    CombFields f = slot;
+    CombState f = state;
+    CombLines& lines = c.memory->shared.comb;
 
     for (int t = 0; t < num; ++t)
     {
         f.comb1Phase = lfoAdvance(f.comb1Phase, f.comb1PhaseInc);
         f.comb2Phase = lfoAdvance(f.comb2Phase, f.comb2PhaseInc);
         f.comb1Now =
-            (f.comb1Depth * slot.sineUnipolar[f.comb1Phase >> 8] + 1.0f - f.comb1Depth) * f.comb1Gain;
+            (f.comb1Depth * c.sines->unipolar[f.comb1Phase >> 8] + 1.0f - f.comb1Depth) * f.comb1Gain;
         f.comb2Now =
-            (f.comb2Depth * slot.sineUnipolar[f.comb2Phase >> 8] + 1.0f - f.comb2Depth) * f.comb2Gain;
+            (f.comb2Depth * c.sines->unipolar[f.comb2Phase >> 8] + 1.0f - f.comb2Depth) * f.comb2Gain;
         f.comb1Pos = (f.comb1Pos + 256) & positionMask;
         f.comb2Pos = (f.comb2Pos + 256) & positionMask;
         const int r1 = ((f.comb1Pos - f.comb1Delay) >> 8) & 0x1fff, w1 = f.comb1Pos >> 8;
         const int r2 = ((f.comb2Pos - f.comb2Delay) >> 8) & 0x1fff, w2 = f.comb2Pos >> 8;
 
         // Each side reads the lines of the other: a mono input goes to and fro between the channels.
-        slot.combInL[w1] = x[t] + fxTiny;
-        const float left = heldForLine(slot.combOutR[r1] * f.comb1Now + slot.combInR[r1]) + fxTiny;
-        slot.combOutL[w1] = left;
+        lines.inL[w1] = x[t] + fxTiny;
+        const float left = heldForLine(lines.outR[r1] * f.comb1Now + lines.inR[r1]) + fxTiny;
+        lines.outL[w1] = left;
         wetLeft[t] = left + fxTiny;
 
-        slot.combInR[w2] = y[t] + fxTiny;
-        const float right = heldForLine(slot.combOutL[r2] * f.comb2Now + slot.combInL[r2]) + fxTiny;
-        slot.combOutR[w2] = right;
+        lines.inR[w2] = y[t] + fxTiny;
+        const float right = heldForLine(lines.outL[r2] * f.comb2Now + lines.inL[r2]) + fxTiny;
+        lines.outR[w2] = right;
         wetRight[t] = right + fxTiny;
     }
 
-    static_cast<CombFields&>(slot) = f;
+    state = f;
 }
 } // namespace quorel

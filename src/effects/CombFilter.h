@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "effects/EffectConstants.h"
-
 #include <cstdint>
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
 /** The cross-coupled pair of combs; positions and delays in 1/256 sample. */
-struct CombFields
+struct CombState
 {
     std::int32_t comb1Delay = 513, comb2Delay = 513;
     std::int32_t comb1Pos = 0, comb2Pos = 0;
@@ -19,12 +17,7 @@ struct CombFields
     float comb1Now = 0.0f, comb2Now = 0.0f;
 };
 
-struct CombBuffers
-{
-    float combInL[combLength], combInR[combLength], combOutL[combLength], combOutR[combLength];
-};
-
-void combClear(FxSlot& slot);
-void combUpdate(FxSlot& slot);
-void combProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+void combUpdate(CombState& f, FxContext& c);
+void combProcess(CombState& f, FxContext& c, const float* x, const float* y, float* wetLeft, float* wetRight,
+                 int num);
 } // namespace quorel

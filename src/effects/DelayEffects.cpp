@@ -3,7 +3,7 @@
 
 #include "effects/DelayLine.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 #include "effects/SyncTables.h"
 #include "effects/TapeRun.h"
@@ -20,27 +20,27 @@ float widenSamples(float p)
     return std::exp2(8.0f * p) * 4.0f;
 }
 
-void setDelayLengths(FxSlot& slot, float pL, float pR, float pWiden, float pSync)
+void setDelayLengths(DelayState& f, const FxContext& c, float pL, float pR, float pWiden, float pSync)
 {
     if (pSync > 0.5f)
     {
-        slot.lengthL = syncedDelay(pL, slot.samplesPerWhole);
-        slot.lengthR = syncedDelay(pR, slot.samplesPerWhole) + widenSamples(pWiden);
+        f.lengthL = syncedDelay(pL, c.samplesPerWhole);
+        f.lengthR = syncedDelay(pR, c.samplesPerWhole) + widenSamples(pWiden);
     }
     else
     {
-        slot.lengthL = std::exp2(12.0f * pL) / 1000.0f * slot.sampleRate + 1.0f;
-        slot.lengthR = std::exp2(12.0f * pR) / 1000.0f * slot.sampleRate + 1.0f + widenSamples(pWiden);
+        f.lengthL = std::exp2(12.0f * pL) / 1000.0f * c.sampleRate + 1.0f;
+        f.lengthR = std::exp2(12.0f * pR) / 1000.0f * c.sampleRate + 1.0f + widenSamples(pWiden);
     }
 
-    slot.lengthL = std::min(slot.lengthL, longestLength);
-    slot.lengthR = std::min(slot.lengthR, longestLength);
+    f.lengthL = std::min(f.lengthL, longestLength);
+    f.lengthR = std::min(f.lengthR, longestLength);
 }
 
-void setModulation(FxSlot& slot, float pAmount, float pSpeed)
+void setModulation(DelayModulation& modulation, const FxContext& c, float pAmount, float pSpeed)
 {
-    slot.modDepth = pAmount * pAmount;
-    slot.modRate = delayModRate(pSpeed, slot.invSampleRate);
+    modulation.depth = pAmount * pAmount;
+    modulation.rate = delayModRate(pSpeed, c.invSampleRate);
 }
 
 float signOf(float x)
@@ -54,37 +54,37 @@ float equalFeedback(float other, float ownLength, float otherLength)
     return signOf(other) * std::exp(ownLength / otherLength * std::log(std::abs(other) + 0.0001f));
 }
 
-void switchCrossOff(FxSlot& slot)
+void switchCrossOff(DelayState& f)
 {
-    slot.crossL = slot.crossR = 0.0f;
-    slot.crossOn = 0;
+    f.crossL = f.crossR = 0.0f;
+    f.crossOn = 0;
 }
 
-float advanceModulation(DelayFields& f, const float* sineUnipolar)
+float advanceModulation(DelayModulation& modulation, const float* sineUnipolar)
 {
-    f.modPhase = lfoAdvance(f.modPhase, f.modRate);
-    return f.modDepth * 0.125f * sineUnipolar[f.modPhase >> 8] + 1.0f;
+    modulation.phase = lfoAdvance(modulation.phase, modulation.rate);
+    return modulation.depth * 0.125f * sineUnipolar[modulation.phase >> 8] + 1.0f;
 }
 
 template <bool plain>
-void runTapeDelay(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft, float* wetRight,
-                  int num)
+void runTapeDelay(TapeDelayState& f, FxContext& c, TapeRun tape, const float* x, const float* y,
+                  float* wetLeft, float* wetRight, int num)
 {
-    const bool runs = slot.tape.guard == 0;
-    Pair speed = tape.speed();
+    const bool runs = c.tape.guard == 0;
+    TapeRun::Step step = tape.step();
 
     for (int t = 0; t < num; ++t)
     {
-        const std::uint32_t sampleCount = slot.sampleCount + 1 + static_cast<std::uint32_t>(t);
+        const std::uint32_t sampleCount = c.sampleCount + 1 + static_cast<std::uint32_t>(t);
 
         if ((sampleCount & 15) == 0)
         {
-            const float mod = advanceModulation(slot, slot.sineUnipolar);
-            tapeSetLengths(slot.tape, slot.tapeParamL, slot.tapeParamR, 0.0f, slot.tapeWiden, mod);
-            speed = tape.speed();
+            const float mod = advanceModulation(f.modulation, c.sines->unipolar);
+            tapeSetLengths(c.tape, f.paramL, f.paramR, 0.0f, f.widen, mod);
+            step = tape.step();
         }
 
-        const Quad out = runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, speed) : Quad{};
+        const Quad out = runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, step) : Quad{};
         wetLeft[t] = out[0];
         wetRight[t] = out[1];
     }
@@ -93,62 +93,56 @@ void runTapeDelay(FxSlot& slot, TapeRun tape, const float* x, const float* y, fl
 }
 } // namespace
 
-void delayClear(FxSlot& slot)
+void monoDelayUpdate(DelayState& f, FxContext& c)
 {
-    // Only the start of the lines: an old tail further on can come back with a long delay, and is meant to.
-    std::fill(slot.lineL, slot.lineL + 16384, 0.0f);
-    std::fill(slot.lineR, slot.lineR + 16384, 0.0f);
+    const float* p = c.param;
+    setDelayLengths(f, c, p[0], p[0], p[5], p[1]);
+    f.feedbackL = f.feedbackR = p[2] * 1.98f - 0.99f + fxTiny;
+    switchCrossOff(f);
+    setToneFilters(c.tone, p[3], p[4], c.invSampleRate);
+    setModulation(f.modulation, c, p[6], p[7]);
 }
 
-void monoDelayUpdate(FxSlot& slot)
+void stereoDelayUpdate(DelayState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    setDelayLengths(slot, p[0], p[0], p[5], p[1]);
-    slot.feedbackL = slot.feedbackR = p[2] * 1.98f - 0.99f + fxTiny;
-    switchCrossOff(slot);
-    setToneFilters(slot, p[3], p[4], slot.invSampleRate);
-    setModulation(slot, p[6], p[7]);
-}
+    const float* p = c.param;
+    setDelayLengths(f, c, p[0], p[1], 0.0f, p[2]);
+    f.feedbackL = f.feedbackR = p[3] * 1.98f - 0.99f + fxTiny;
+    f.crossL = f.crossR = p[4] * 1.98f - 0.99f;
 
-void stereoDelayUpdate(FxSlot& slot)
-{
-    const float* p = slot.param;
-    setDelayLengths(slot, p[0], p[1], 0.0f, p[2]);
-    slot.feedbackL = slot.feedbackR = p[3] * 1.98f - 0.99f + fxTiny;
-    slot.crossL = slot.crossR = p[4] * 1.98f - 0.99f;
-
-    if (std::abs(slot.crossL) < 0.03f)
-        switchCrossOff(slot);
+    if (std::abs(f.crossL) < 0.03f)
+        switchCrossOff(f);
 
     if (p[5] > 0.5f)
     {
-        switchCrossOff(slot);
-        if (slot.lengthL > slot.lengthR)
-            slot.feedbackR = equalFeedback(slot.feedbackL, slot.lengthR, slot.lengthL);
+        switchCrossOff(f);
+        if (f.lengthL > f.lengthR)
+            f.feedbackR = equalFeedback(f.feedbackL, f.lengthR, f.lengthL);
         else
-            slot.feedbackL = equalFeedback(slot.feedbackR, slot.lengthL, slot.lengthR);
+            f.feedbackL = equalFeedback(f.feedbackR, f.lengthL, f.lengthR);
     }
-    else if (std::abs(slot.crossL) > 0.0f)
+    else if (std::abs(f.crossL) > 0.0f)
     {
-        const float s = std::max(1.0f, std::abs(slot.feedbackL) + std::abs(slot.crossL) + 0.0001f);
-        slot.feedbackL /= s;
-        slot.crossL = -slot.crossL / s;
-        slot.feedbackR = slot.feedbackR / s + fxTiny;
-        slot.crossR = fxTiny - slot.crossR / s;
-        slot.crossOn = 1;
-        if (std::abs(slot.crossL) < 0.02f)
-            switchCrossOff(slot);
+        const float s = std::max(1.0f, std::abs(f.feedbackL) + std::abs(f.crossL) + 0.0001f);
+        f.feedbackL /= s;
+        f.crossL = -f.crossL / s;
+        f.feedbackR = f.feedbackR / s + fxTiny;
+        f.crossR = fxTiny - f.crossR / s;
+        f.crossOn = 1;
+        if (std::abs(f.crossL) < 0.02f)
+            switchCrossOff(f);
     }
 
-    setToneFilters(slot, p[6], p[7], slot.invSampleRate);
-    setModulation(slot, p[8], p[9]);
+    setToneFilters(c.tone, p[6], p[7], c.invSampleRate);
+    setModulation(f.modulation, c, p[8], p[9]);
 }
 
-void delayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void delayProcess(DelayState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                  float* wetRight, int num)
 {
-    DelayFields f = slot;
-    ToneFilter tone = slot;
-    std::uint32_t sampleCount = slot.sampleCount, writeCount = slot.writeCount;
+    DelayState f = state;
+    ToneFilter tone = c.tone;
+    std::uint32_t sampleCount = c.sampleCount, writeCount = c.writeCount;
 
     for (int t = 0; t < num; ++t)
     {
@@ -157,15 +151,15 @@ void delayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, 
 
         if ((sampleCount & 15) == 0)
         {
-            const float m = advanceModulation(f, slot.sineUnipolar);
+            const float m = advanceModulation(f.modulation, c.sines->unipolar);
             f.targetL = std::min(m * f.lengthL, 262143.0f);
             f.targetR = std::min(m * f.lengthR, 262143.0f);
             f.smoothL = glideDistance(f.smoothL, f.targetL, 10.0f);
             f.smoothR = glideDistance(f.smoothR, f.targetR, 10.0f);
         }
 
-        const float a = lineRead(slot.lineL, lineMask, writeCount, f.smoothL);
-        const float b = lineRead(slot.lineR, lineMask, writeCount, f.smoothR);
+        const float a = lineRead(c.memory->lineL, lineMask, writeCount, f.smoothL);
+        const float b = lineRead(c.memory->lineR, lineMask, writeCount, f.smoothR);
         float l = x[t] - a * f.feedbackL;
         float r = y[t] - b * f.feedbackR;
 
@@ -179,55 +173,51 @@ void delayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, 
         r = r + fxTiny;
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        slot.lineL[writeCount & lineMask] = heldForLine(l);
-        slot.lineR[writeCount & lineMask] = heldForLine(r);
+        c.memory->lineL[writeCount & lineMask] = heldForLine(l);
+        c.memory->lineR[writeCount & lineMask] = heldForLine(r);
         wetLeft[t] = a;
         wetRight[t] = b;
     }
 
-    static_cast<DelayFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    state = f;
+    c.tone = tone;
 }
 
-void tapeClear(FxSlot& slot)
+void monoTapeDelayUpdate(TapeDelayState& f, FxContext& c)
 {
-    tapeInit(slot.tape, slot.sampleRate);
+    const float* p = c.param;
+    c.tape.syncOn = p[1] > 0.5f ? 1 : 0;
+    c.tape.samplesPerWhole = c.tape.sampleRate * 240.0f / c.bpm;
+    f.paramL = f.paramR = p[0];
+    f.widen = widenSamples(p[5]);
+    c.tape.feedEqual = 0;
+    tapeSetFeedback(c.tape, p[2] * 1.98f - 0.99f, 0.0f);
+    tapeSetFilter(c.tape, p[3], p[4]);
+    setModulation(f.modulation, c, p[6], p[7]);
 }
 
-void monoTapeDelayUpdate(FxSlot& slot)
+void stereoTapeDelayUpdate(TapeDelayState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.tape.syncOn = p[1] > 0.5f ? 1 : 0;
-    slot.tape.samplesPerWhole = slot.tape.sampleRate * 240.0f / slot.bpm;
-    slot.tapeParamL = slot.tapeParamR = p[0];
-    slot.tapeWiden = widenSamples(p[5]);
-    slot.tape.feedEqual = 0;
-    tapeSetFeedback(slot.tape, p[2] * 1.98f - 0.99f, 0.0f);
-    tapeSetFilter(slot.tape, p[3], p[4]);
-    setModulation(slot, p[6], p[7]);
+    const float* p = c.param;
+    c.tape.syncOn = p[2] > 0.5f ? 1 : 0;
+    c.tape.samplesPerWhole = c.tape.sampleRate * 240.0f / c.bpm;
+    tapeSetLengths(c.tape, p[0], p[1], 0.0f, 0.0f, 1.0f);
+    f.paramL = p[0];
+    f.paramR = p[1];
+    f.widen = 0.0f;
+    c.tape.feedEqual = p[5] > 0.5f ? 1 : 0;
+    tapeSetFeedback(c.tape, p[3] * 1.98f - 0.99f, p[4] * 1.98f - 0.99f);
+    tapeSetFilter(c.tape, p[6], p[7]);
+    setModulation(f.modulation, c, p[8], p[9]);
 }
 
-void stereoTapeDelayUpdate(FxSlot& slot)
+void tapeDelayProcess(TapeDelayState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                      float* wetRight, int num)
 {
-    const float* p = slot.param;
-    slot.tape.syncOn = p[2] > 0.5f ? 1 : 0;
-    slot.tape.samplesPerWhole = slot.tape.sampleRate * 240.0f / slot.bpm;
-    tapeSetLengths(slot.tape, p[0], p[1], 0.0f, 0.0f, 1.0f);
-    slot.tapeParamL = p[0];
-    slot.tapeParamR = p[1];
-    slot.tapeWiden = 0.0f;
-    slot.tape.feedEqual = p[5] > 0.5f ? 1 : 0;
-    tapeSetFeedback(slot.tape, p[3] * 1.98f - 0.99f, p[4] * 1.98f - 0.99f);
-    tapeSetFilter(slot.tape, p[6], p[7]);
-    setModulation(slot, p[8], p[9]);
-}
-
-void tapeDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
-{
-    const TapeRun tape(slot.tape);
+    const TapeRun tape(c.tape);
     if (tape.isPlain())
-        runTapeDelay<true>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeDelay<true>(f, c, tape, x, y, wetLeft, wetRight, num);
     else
-        runTapeDelay<false>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeDelay<false>(f, c, tape, x, y, wetLeft, wetRight, num);
 }
 } // namespace quorel

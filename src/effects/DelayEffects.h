@@ -5,13 +5,19 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-/** Fields of the two plain delays, and the modulation that the tape delays share. */
-struct DelayFields
+/** Slow change of the delays' lengths. */
+struct DelayModulation
 {
-    std::uint32_t modPhase = 0, modRate = 0; ///< 24-bit LFO, a step every 16 samples
-    float modDepth = 0.0f;
+    std::uint32_t phase = 0, rate = 0; ///< 24-bit LFO, a step every 16 samples
+    float depth = 0.0f;
+};
+
+/** "Mono Delay" and "Stereo Delay". */
+struct DelayState
+{
+    DelayModulation modulation;
     float lengthL = 0.0f, lengthR = 0.0f; ///< samples
     float targetL = 0.0f, targetR = 0.0f; ///< the same, modulated
     float smoothL = 0.0f, smoothR = 0.0f; ///< read distances
@@ -19,19 +25,21 @@ struct DelayFields
     std::uint8_t crossOn = 0;
 };
 
-struct TapeDelayFields
+/** "Mono Tape Delay" and "Stereo Tape Delay"; the tape is the slot's. */
+struct TapeDelayState
 {
-    float tapeParamL = 0.0f, tapeParamR = 0.0f; ///< length parameters
-    float tapeWiden = 0.0f;                     ///< extra samples of the right channel
+    DelayModulation modulation;
+    float paramL = 0.0f, paramR = 0.0f; ///< length parameters
+    float widen = 0.0f;                 ///< extra samples of the right channel
 };
 
-void delayClear(FxSlot& slot);
-void monoDelayUpdate(FxSlot& slot);
-void stereoDelayUpdate(FxSlot& slot);
-void delayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+void monoDelayUpdate(DelayState& f, FxContext& c);
+void stereoDelayUpdate(DelayState& f, FxContext& c);
+void delayProcess(DelayState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                  float* wetRight, int num);
 
-void tapeClear(FxSlot& slot);
-void monoTapeDelayUpdate(FxSlot& slot);
-void stereoTapeDelayUpdate(FxSlot& slot);
-void tapeDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+void monoTapeDelayUpdate(TapeDelayState& f, FxContext& c);
+void stereoTapeDelayUpdate(TapeDelayState& f, FxContext& c);
+void tapeDelayProcess(TapeDelayState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                      float* wetRight, int num);
 } // namespace quorel

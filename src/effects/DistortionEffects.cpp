@@ -3,7 +3,7 @@
 
 #include "effects/DriveCurve.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 #include "effects/QuadMath.h"
 
@@ -157,27 +157,28 @@ void multiCurve(int type, float a, float b, const float* in, float* out, int num
     }
 }
 
-Quad waveshape(Quad in, const DistortionFields& f)
+Quad waveshape(Quad in, const WaveshaperState& f)
 {
     const QuadIndex top = in > 0.0f;
-    const Quad depth = top ? quadOf(f.wsTop) : quadOf(f.wsBottom);
-    return in * (top ? quadOf(1.0f) : quadOf(f.wsRect)) * cosine(in * 6.28318f * depth);
+    const Quad depth = top ? quadOf(f.top) : quadOf(f.bottom);
+    return in * (top ? quadOf(1.0f) : quadOf(f.rect)) * cosine(in * 6.28318f * depth);
 }
 } // namespace
 
-void ringModUpdate(FxSlot& slot)
+void ringModUpdate(RingModState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.ringType = discreteChoice(p[0], 4.99f);
-    slot.ringInc = std::exp2(p[1] * 10.0f) * 20.0f / slot.sampleRate;
-    slot.ringAmount = p[2];
+    const float* p = c.param;
+    f.type = discreteChoice(p[0], 4.99f);
+    f.inc = std::exp2(p[1] * 10.0f) * 20.0f / c.sampleRate;
+    f.amount = p[2];
 }
 
-void ringModProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void ringModProcess(RingModState& f, FxContext&, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    float phase = slot.ringPhase;
-    const float inc = slot.ringInc, amount = slot.ringAmount;
-    const int type = slot.ringType;
+    float phase = f.phase;
+    const float inc = f.inc, amount = f.amount;
+    const int type = f.type;
 
     for (int t = 0; t < num; ++t)
     {
@@ -194,35 +195,33 @@ void ringModProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
         wetRight[t] = v * y[t];
     }
 
-    slot.ringPhase = phase;
+    f.phase = phase;
 }
 
-void distortUpdate(FxSlot& slot)
+void distortUpdate(DistortState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.distLimit = p[0];
-    slot.distRect = p[1] * 2.0f - 1.0f;
-    slot.distSat = std::exp2(p[2] * 8.0f) - 1.0f;
-    slot.distTone = p[3];
-    slot.distEmp = p[4];
-    slot.distPost = levelGain(p[5], 40.0f, -30.0f);
-    slot.distModWheelAmt = p[6] * 2.0f - 1.0f;
+    const float* p = c.param;
+    f.limit = p[0];
+    f.rect = p[1] * 2.0f - 1.0f;
+    f.sat = std::exp2(p[2] * 8.0f) - 1.0f;
+    f.tone = p[3];
+    f.emp = p[4];
+    f.post = levelGain(p[5], 40.0f, -30.0f);
+    f.modWheelAmt = p[6] * 2.0f - 1.0f;
 }
 
-void distortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void distortProcess(DistortState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    const DistortionFields& f = slot;
     SvfSetting settings[fxChunk];
-    svfSettings(slot, slot.sampleCount, 16, settings, num,
-                [&slot](int)
-                {
-                    setSvf(slot, clampUnit(slot.distModWheelAmt * slot.modWheel + slot.distTone),
-                           slot.distEmp, 0.0f, slot.sampleRate);
+    svfSettings(c.svf, c.sampleCount, 16, settings, num,
+                [&](int) {
+                    setSvf(c.svf, clampUnit(f.modWheelAmt * c.modWheel + f.tone), f.emp, 0.0f, c.sampleRate);
                 });
 
-    driveCurve(x, f.distSat, wetLeft, num);
-    driveCurve(y, f.distSat, wetRight, num);
-    SvfRun svf(slot.svfA);
+    driveCurve(x, f.sat, wetLeft, num);
+    driveCurve(y, f.sat, wetRight, num);
+    SvfRun svf(c.svf.svfA);
 
     for (int t = 0; t < num; ++t)
     {
@@ -236,38 +235,37 @@ void distortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
 
     const auto shape = [&f](Quad b)
     {
-        b = b * (b < 0.0f ? quadOf(f.distRect) : quadOf(1.0f));
-        return finalCurve(f.distPost * heldTo(b, quadOf(-f.distLimit), quadOf(f.distLimit)));
+        b = b * (b < 0.0f ? quadOf(f.rect) : quadOf(1.0f));
+        return finalCurve(f.post * heldTo(b, quadOf(-f.limit), quadOf(f.limit)));
     };
     forQuads(wetLeft, wetLeft, num, shape);
     forQuads(wetRight, wetRight, num, shape);
 }
 
-void multiDistortUpdate(FxSlot& slot)
+void multiDistortUpdate(MultiDistortState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.mdType = discreteChoice(p[0], 11.99f);
-    slot.mdPre = levelGain(p[1], 60.0f, -30.0f);
-    slot.mdAmount1 = p[2];
-    slot.mdAmount2 = p[3];
-    slot.mdNormalize = p[4];
-    setSvf(slot, p[5], 0.0f, 0.0f, slot.sampleRate);
-    setSvfB(slot, p[6], 0.0f, slot.sampleRate);
-    slot.mdPost = levelGain(p[7], 60.0f, -30.0f);
+    const float* p = c.param;
+    f.type = discreteChoice(p[0], 11.99f);
+    f.pre = levelGain(p[1], 60.0f, -30.0f);
+    f.amount1 = p[2];
+    f.amount2 = p[3];
+    f.normalize = p[4];
+    setSvf(c.svf, p[5], 0.0f, 0.0f, c.sampleRate);
+    setSvfB(c.svf, p[6], 0.0f, c.sampleRate);
+    f.post = levelGain(p[7], 60.0f, -30.0f);
 }
 
-void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                         int num)
+void multiDistortProcess(MultiDistortState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                         float* wetRight, int num)
 {
-    const DistortionFields& f = slot;
-    const auto boosted = [&f](Quad in) { return heldTo(f.mdPre * in, quadOf(-1.0f), quadOf(1.0f)); };
+    const auto boosted = [&f](Quad in) { return heldTo(f.pre * in, quadOf(-1.0f), quadOf(1.0f)); };
     forQuads(x, wetLeft, num, boosted);
     forQuads(y, wetRight, num, boosted);
-    multiCurve(f.mdType, f.mdAmount1, f.mdAmount2, wetLeft, wetLeft, num);
-    multiCurve(f.mdType, f.mdAmount1, f.mdAmount2, wetRight, wetRight, num);
+    multiCurve(f.type, f.amount1, f.amount2, wetLeft, wetLeft, num);
+    multiCurve(f.type, f.amount1, f.amount2, wetRight, wetRight, num);
 
-    const float n = f.mdNormalize, post = f.mdPost;
-    Quad envelopes = {f.mdEnvInL, f.mdEnvInR, f.mdEnvOutL, f.mdEnvOutR};
+    const float n = f.normalize, post = f.post;
+    Quad envelopes = {f.envInL, f.envInR, f.envOutL, f.envOutR};
 
     for (int t = 0; t < num; ++t)
     {
@@ -279,13 +277,13 @@ void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* we
         wetRight[t] = wetRight[t] * gain[1];
     }
 
-    slot.mdEnvInL = envelopes[0];
-    slot.mdEnvInR = envelopes[1];
-    slot.mdEnvOutL = envelopes[2];
-    slot.mdEnvOutR = envelopes[3];
+    f.envInL = envelopes[0];
+    f.envInR = envelopes[1];
+    f.envOutL = envelopes[2];
+    f.envOutR = envelopes[3];
 
     svfSeries(
-        slot, wetLeft, wetRight, num,
+        c.svf, wetLeft, wetRight, num,
         [=](int t) {
             return FloatPair{wetLeft[t], wetRight[t]};
         },
@@ -297,32 +295,32 @@ void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* we
     forQuads(wetRight, wetRight, num, finished);
 }
 
-void lowFiUpdate(FxSlot& slot)
+void lowFiUpdate(LowFiState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.lofiLevels = std::exp2(17.0f - p[0] * 16.0f);
-    slot.lofiInvLevels = 1.0f / slot.lofiLevels;
-    slot.lofiHold = truncateTo(std::exp2(p[1] * 5.0f), 1, 32);
-    slot.lofiCut = p[2];
-    slot.lofiModWheelAmt = p[3] * 2.0f - 1.0f;
+    const float* p = c.param;
+    f.levels = std::exp2(17.0f - p[0] * 16.0f);
+    f.invLevels = 1.0f / f.levels;
+    f.hold = truncateTo(std::exp2(p[1] * 5.0f), 1, 32);
+    f.cut = p[2];
+    f.modWheelAmt = p[3] * 2.0f - 1.0f;
 }
 
-void lowFiProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void lowFiProcess(LowFiState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                  float* wetRight, int num)
 {
-    DistortionFields& f = slot;
     SvfSetting settings[fxChunk];
-    svfSettings(slot, slot.sampleCount, 16, settings, num,
-                [&slot](int)
+    svfSettings(c.svf, c.sampleCount, 16, settings, num,
+                [&](int)
                 {
-                    const float v = clampUnit(slot.lofiModWheelAmt * slot.modWheel + slot.lofiCut);
-                    slot.lofiCutSmooth = slot.lofiCutSmooth * 0.9f + v * 0.100000024f + fxTiny;
-                    setSvf(slot, clampUnit(slot.lofiCutSmooth), 0.1f, 0.0f, slot.sampleRate);
+                    const float v = clampUnit(f.modWheelAmt * c.modWheel + f.cut);
+                    f.cutSmooth = f.cutSmooth * 0.9f + v * 0.100000024f + fxTiny;
+                    setSvf(c.svf, clampUnit(f.cutSmooth), 0.1f, 0.0f, c.sampleRate);
                 });
 
     // A new sample is taken at each multiple of the hold. The count's turn at 2^32 is one, whatever the hold.
-    const auto hold = static_cast<std::uint32_t>(f.lofiHold);
-    std::uint32_t count = slot.sampleCount, remainder = count % hold;
-    float heldL = f.lofiHoldL, heldR = f.lofiHoldR;
+    const auto hold = static_cast<std::uint32_t>(f.hold);
+    std::uint32_t count = c.sampleCount, remainder = count % hold;
+    float heldL = f.holdL, heldR = f.holdR;
 
     for (int t = 0; t < num; ++t)
     {
@@ -334,71 +332,71 @@ void lowFiProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, 
         wetRight[t] = heldR;
     }
 
-    f.lofiHoldL = heldL;
-    f.lofiHoldR = heldR;
+    f.holdL = heldL;
+    f.holdR = heldR;
 
-    const float levels = f.lofiLevels, invLevels = f.lofiInvLevels;
+    const float levels = f.levels, invLevels = f.invLevels;
     const auto quantised = [=](Quad in) { return truncated(levels * in) * invLevels; };
     forQuads(wetLeft, wetLeft, num, quantised);
     forQuads(wetRight, wetRight, num, quantised);
-    svfLowPass(slot.svfA, settings, wetLeft, wetRight, num);
+    svfLowPass(c.svf.svfA, settings, wetLeft, wetRight, num);
 }
 
-void waveshaperUpdate(FxSlot& slot)
+void waveshaperUpdate(WaveshaperState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.wsTop = std::exp2(p[0] * 4.0f) - 1.0f;
-    slot.wsBottom = std::exp2(p[1] * 4.0f) - 1.0f;
-    slot.wsRect = 1.0f - p[2] * 2.0f;
-    slot.wsLow = p[3];
-    slot.wsModAmt = p[4];
-    slot.wsInc = lfoIncTempo(p[5], slot.sampleRate, slot.bpm);
+    const float* p = c.param;
+    f.top = std::exp2(p[0] * 4.0f) - 1.0f;
+    f.bottom = std::exp2(p[1] * 4.0f) - 1.0f;
+    f.rect = 1.0f - p[2] * 2.0f;
+    f.low = p[3];
+    f.modAmt = p[4];
+    f.inc = lfoIncTempo(p[5], c.sampleRate, c.bpm);
 }
 
-void waveshaperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void waveshaperProcess(WaveshaperState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                       float* wetRight, int num)
 {
-    const DistortionFields& f = slot;
-    const std::uint32_t phase = slot.wsPhase;
+    const std::uint32_t phase = f.phase;
     SvfSetting settings[fxChunk];
-    svfSettings(slot, slot.sampleCount, 4, settings, num,
-                [&slot, phase](int t)
+    svfSettings(c.svf, c.sampleCount, 4, settings, num,
+                [&, phase](int t)
                 {
-                    const std::uint32_t now =
-                        lfoAdvance(phase, slot.wsInc * (static_cast<std::uint32_t>(t) + 1));
-                    setSvf(slot, clampUnit(slot.sineBipolar[now >> 8] * slot.wsModAmt + slot.wsLow), 0.1f,
-                           0.0f, slot.sampleRate);
+                    const std::uint32_t now = lfoAdvance(phase, f.inc * (static_cast<std::uint32_t>(t) + 1));
+                    setSvf(c.svf, clampUnit(c.sines->bipolar[now >> 8] * f.modAmt + f.low), 0.1f, 0.0f,
+                           c.sampleRate);
                 });
-    slot.wsPhase = lfoAdvance(phase, slot.wsInc * static_cast<std::uint32_t>(num));
+    f.phase = lfoAdvance(phase, f.inc * static_cast<std::uint32_t>(num));
 
     const auto shape = [&f](Quad in) { return waveshape(in, f); };
     forQuads(x, wetLeft, num, shape);
     forQuads(y, wetRight, num, shape);
-    svfLowPass(slot.svfA, settings, wetLeft, wetRight, num);
+    svfLowPass(c.svf.svfA, settings, wetLeft, wetRight, num);
 }
 
-void clipperUpdate(FxSlot& slot)
+void clipperUpdate(ClipperState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.clipDrive = levelGain(p[0], 60.0f, -30.0f);
-    setSvf(slot, p[1], 0.0f, 0.0f, slot.sampleRate);
+    const float* p = c.param;
+    f.drive = levelGain(p[0], 60.0f, -30.0f);
+    setSvf(c.svf, p[1], 0.0f, 0.0f, c.sampleRate);
     const float t = std::exp2(-10.0f * p[2]);
-    slot.clipLower = slot.clipUpper = t;
+    f.lower = f.upper = t;
     if (p[3] < 0.5f)
-        slot.clipUpper = p[3] * 2.0f * t;
+        f.upper = p[3] * 2.0f * t;
     else
-        slot.clipLower = (2.0f - p[3] * 2.0f) * t;
+        f.lower = (2.0f - p[3] * 2.0f) * t;
 
-    setToneFilters(slot, p[4], p[5], slot.invSampleRate);
-    slot.clipPost = levelGain(p[6], 60.0f, -30.0f);
+    setToneFilters(c.tone, p[4], p[5], c.invSampleRate);
+    f.post = levelGain(p[6], 60.0f, -30.0f);
 }
 
-void clipperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void clipperProcess(ClipperState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    const Pair frequency = pairOf(slot.svfF), resonance = pairOf(slot.svfQ);
-    const float drive = slot.clipDrive;
-    const Quad lower = quadOf(-slot.clipLower), upper = quadOf(slot.clipUpper);
-    SvfRun svf(slot.svfA);
-    ToneRun tone(slot);
+    const Pair frequency = pairOf(c.svf.svfF), resonance = pairOf(c.svf.svfQ);
+    const float drive = f.drive;
+    const Quad lower = quadOf(-f.lower), upper = quadOf(f.upper);
+    SvfRun svf(c.svf.svfA);
+    ToneRun tone(c.tone);
 
     for (int t = 0; t < num; ++t)
     {
@@ -415,8 +413,8 @@ void clipperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft
 
     for (int t = 0; t < num; ++t)
     {
-        wetLeft[t] = wetLeft[t] * slot.clipPost;
-        wetRight[t] = wetRight[t] * slot.clipPost;
+        wetLeft[t] = wetLeft[t] * f.post;
+        wetRight[t] = wetRight[t] * f.post;
     }
 }
 } // namespace quorel

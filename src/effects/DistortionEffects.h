@@ -5,44 +5,61 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-/** Fields of "Ring-Mod", "Distort", "Multi Distort", "Low Fi", "Waveshaper" and "Clipper". */
-struct DistortionFields
+struct RingModState
 {
-    std::int32_t ringType = 0;
-    float ringAmount = 0.0f, ringInc = 0.0f, ringPhase = 0.0f;
-
-    float distSat = 0.0f, distRect = 0.0f, distLimit = 0.0f, distPost = 0.0f, distTone = 0.0f;
-    float distModWheelAmt = 0.0f, distEmp = 0.0f;
-
-    std::int32_t mdType = 0;
-    float mdPre = 0.0f, mdAmount1 = 0.0f, mdAmount2 = 0.0f, mdNormalize = 0.0f, mdPost = 0.0f;
-    float mdEnvInL = 0.0f, mdEnvInR = 0.0f, mdEnvOutL = 0.0f, mdEnvOutR = 0.0f;
-
-    float lofiLevels = 1.0f, lofiInvLevels = 1.0f, lofiCut = 0.0f, lofiModWheelAmt = 0.0f,
-          lofiCutSmooth = 0.0f;
-    float lofiHoldL = 0.0f, lofiHoldR = 0.0f;
-    std::int32_t lofiHold = 1;
-
-    float wsTop = 0.0f, wsBottom = 0.0f, wsRect = 0.0f, wsLow = 0.0f, wsModAmt = 0.0f;
-    std::uint32_t wsPhase = 0, wsInc = 0;
-
-    float clipDrive = 0.0f, clipUpper = 0.0f, clipLower = 0.0f, clipPost = 0.0f;
+    std::int32_t type = 0;
+    float amount = 0.0f, inc = 0.0f, phase = 0.0f;
 };
 
-void ringModUpdate(FxSlot& slot);
-void ringModProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void distortUpdate(FxSlot& slot);
-void distortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void multiDistortUpdate(FxSlot& slot);
-void multiDistortProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                         int num);
-void lowFiUpdate(FxSlot& slot);
-void lowFiProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void waveshaperUpdate(FxSlot& slot);
-void waveshaperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                       int num);
-void clipperUpdate(FxSlot& slot);
-void clipperProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+struct DistortState
+{
+    float sat = 0.0f, rect = 0.0f, limit = 0.0f, post = 0.0f, tone = 0.0f;
+    float modWheelAmt = 0.0f, emp = 0.0f;
+};
+
+struct MultiDistortState
+{
+    std::int32_t type = 0;
+    float pre = 0.0f, amount1 = 0.0f, amount2 = 0.0f, normalize = 0.0f, post = 0.0f;
+    float envInL = 0.0f, envInR = 0.0f, envOutL = 0.0f, envOutR = 0.0f;
+};
+
+struct LowFiState
+{
+    float levels = 1.0f, invLevels = 1.0f, cut = 0.0f, modWheelAmt = 0.0f, cutSmooth = 0.0f;
+    float holdL = 0.0f, holdR = 0.0f;
+    std::int32_t hold = 1; ///< samples that each one taken is held for
+};
+
+struct WaveshaperState
+{
+    float top = 0.0f, bottom = 0.0f, rect = 0.0f, low = 0.0f, modAmt = 0.0f;
+    std::uint32_t phase = 0, inc = 0;
+};
+
+struct ClipperState
+{
+    float drive = 0.0f, upper = 0.0f, lower = 0.0f, post = 0.0f;
+};
+
+void ringModUpdate(RingModState& f, FxContext& c);
+void ringModProcess(RingModState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void distortUpdate(DistortState& f, FxContext& c);
+void distortProcess(DistortState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void multiDistortUpdate(MultiDistortState& f, FxContext& c);
+void multiDistortProcess(MultiDistortState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                         float* wetRight, int num);
+void lowFiUpdate(LowFiState& f, FxContext& c);
+void lowFiProcess(LowFiState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                  float* wetRight, int num);
+void waveshaperUpdate(WaveshaperState& f, FxContext& c);
+void waveshaperProcess(WaveshaperState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                       float* wetRight, int num);
+void clipperUpdate(ClipperState& f, FxContext& c);
+void clipperProcess(ClipperState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
 } // namespace quorel

@@ -2,7 +2,7 @@
 #include "effects/Dynamics.h"
 
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/QuadMath.h"
 
 namespace quorel
@@ -10,17 +10,17 @@ namespace quorel
 namespace
 {
 /** Turns envelopes into the gains that they ask for, four at a time: 1 up to the threshold. */
-void compressedGains(const CompressorFields& f, float* values, int num)
+void compressedGains(const CompressorState& f, float* values, int num)
 {
     // Two loops, as a processor can't look far enough ahead to overlap turns of both at once.
     float powers[2 * fxChunk + 2];
 
     for (int i = 0; i < num; i += 4)
     {
-        const Quad level = larger(loadQuad(values + i), quadOf(f.compThresholdLin));
+        const Quad level = larger(loadQuad(values + i), quadOf(f.thresholdLin));
         const Quad decades = joined(log2Of(firstPair(level)) * 0.30102999566398119521,
                                     log2Of(lastPair(level)) * 0.30102999566398119521);
-        storeQuad(powers + i, (f.compThresholdDb - 20.0f * decades) * f.compSlope * 0.05f);
+        storeQuad(powers + i, (f.thresholdDb - 20.0f * decades) * f.slope * 0.05f);
     }
 
     for (int i = 0; i < num; i += 4)
@@ -28,7 +28,7 @@ void compressedGains(const CompressorFields& f, float* values, int num)
         const Quad power = loadQuad(powers + i);
         const Quad gain = joined(exp2Of(firstPair(power) * 3.32192809488736234787),
                                  exp2Of(lastPair(power) * 3.32192809488736234787));
-        storeQuad(values + i, loadQuad(values + i) > f.compThresholdLin ? gain : quadOf(1.0f));
+        storeQuad(values + i, loadQuad(values + i) > f.thresholdLin ? gain : quadOf(1.0f));
     }
 }
 
@@ -39,24 +39,24 @@ struct GateRun
     float env, gain, hold;
     std::int32_t state;
 
-    GateRun(const GateFields& f, int index)
-        : threshold(f.gateThreshold)
-        , attackStep(f.gateAttackStep)
-        , holdSamples(f.gateHoldSamples)
-        , decayStep(f.gateDecayStep)
-        , env(f.gateEnv[index])
-        , gain(f.gateGain[index])
-        , hold(f.gateHold[index])
-        , state(f.gateState[index])
+    GateRun(const GateState& f, int index)
+        : threshold(f.threshold)
+        , attackStep(f.attackStep)
+        , holdSamples(f.holdSamples)
+        , decayStep(f.decayStep)
+        , env(f.env[index])
+        , gain(f.gain[index])
+        , hold(f.hold[index])
+        , state(f.state[index])
     {
     }
 
-    void store(GateFields& f, int index) const
+    void store(GateState& f, int index) const
     {
-        f.gateEnv[index] = env;
-        f.gateGain[index] = gain;
-        f.gateHold[index] = hold;
-        f.gateState[index] = state;
+        f.env[index] = env;
+        f.gain[index] = gain;
+        f.hold[index] = hold;
+        f.state[index] = state;
     }
 
     // Each test looks at the state as the one before has left it, so one sample may open the gate and hold
@@ -104,24 +104,23 @@ struct GateRun
 };
 } // namespace
 
-void compressorUpdate(FxSlot& slot)
+void compressorUpdate(CompressorState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.compThresholdDb = p[0] * 40.0f - 40.0f;
-    slot.compThresholdLin = std::pow(10.0f, slot.compThresholdDb / 20.0f);
-    slot.compSlope = 1.0f / std::exp2((1.0f - p[1]) * 7.0f);
-    slot.compAttack = std::exp(-1000.0f / (std::exp2(p[2] * 7.0f) * slot.sampleRate));
-    slot.compRelease = std::exp(-1000.0f / (std::exp2(p[3] * 10.0f) * slot.sampleRate));
-    slot.compPost = levelGain(p[4], 40.0f, -20.0f);
+    const float* p = c.param;
+    f.thresholdDb = p[0] * 40.0f - 40.0f;
+    f.thresholdLin = std::pow(10.0f, f.thresholdDb / 20.0f);
+    f.slope = 1.0f / std::exp2((1.0f - p[1]) * 7.0f);
+    f.attack = std::exp(-1000.0f / (std::exp2(p[2] * 7.0f) * c.sampleRate));
+    f.release = std::exp(-1000.0f / (std::exp2(p[3] * 10.0f) * c.sampleRate));
+    f.post = levelGain(p[4], 40.0f, -20.0f);
 }
 
-void compressorProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void compressorProcess(CompressorState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                       float* wetRight, int num)
 {
-    CompressorFields& f = slot;
-    const float attack = f.compAttack, release = f.compRelease;
+    const float attack = f.attack, release = f.release;
     float gains[2 * fxChunk + 2]; // first the envelopes, left and right in turn
-    Quad envelope = {f.compEnv[0], f.compEnv[1], 0.0f, 0.0f},
-         peak = {f.compPeak[0], f.compPeak[1], 0.0f, 0.0f};
+    Quad envelope = {f.env[0], f.env[1], 0.0f, 0.0f}, peak = {f.peak[0], f.peak[1], 0.0f, 0.0f};
     Quad loudest = quadOf(0.0f);
 
     for (int t = 0; t < num; ++t)
@@ -136,45 +135,46 @@ void compressorProcess(FxSlot& slot, const float* x, const float* y, float* wetL
         storeQuad(gains + 2 * t, envelope);
     }
 
-    f.compEnv[0] = envelope[0];
-    f.compEnv[1] = envelope[1];
-    f.compPeak[0] = peak[0];
-    f.compPeak[1] = peak[1];
+    f.env[0] = envelope[0];
+    f.env[1] = envelope[1];
+    f.peak[0] = peak[0];
+    f.peak[1] = peak[1];
 
-    if (loudest[0] > f.compThresholdLin || loudest[1] > f.compThresholdLin)
+    if (loudest[0] > f.thresholdLin || loudest[1] > f.thresholdLin)
         compressedGains(f, gains, 2 * num);
     else
         std::fill(gains, gains + 2 * num, 1.0f);
 
-    Quad gain = {f.compGain[0], f.compGain[1], 0.0f, 0.0f};
-    const float post = f.compPost;
+    Quad gain = {f.gain[0], f.gain[1], 0.0f, 0.0f};
+    const float post = f.post;
 
     for (int t = 0; t < num; ++t)
     {
-        const auto i = (slot.sampleCount + 1 + static_cast<std::uint32_t>(t)) & 255;
+        const auto i = (c.sampleCount + 1 + static_cast<std::uint32_t>(t)) & 255;
         gain = (1.0f - attack) * Quad{gains[2 * t], gains[2 * t + 1], 0.0f, 0.0f} + attack * gain;
-        wetLeft[t] = post * gain[0] * f.compLookL[i];
-        wetRight[t] = post * gain[1] * f.compLookR[i];
-        f.compLookL[i] = x[t];
-        f.compLookR[i] = y[t];
+        wetLeft[t] = post * gain[0] * f.lookL[i];
+        wetRight[t] = post * gain[1] * f.lookR[i];
+        f.lookL[i] = x[t];
+        f.lookR[i] = y[t];
     }
 
-    f.compGain[0] = gain[0];
-    f.compGain[1] = gain[1];
+    f.gain[0] = gain[0];
+    f.gain[1] = gain[1];
 }
 
-void noiseGateUpdate(FxSlot& slot)
+void noiseGateUpdate(GateState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.gateThreshold = levelGain(p[0], 40.0f, -40.0f);
-    slot.gateAttackStep = 1000.0f / (std::exp2(p[1] * 8.0f) * slot.sampleRate);
-    slot.gateHoldSamples = std::exp2(p[2] * 14.0f) / 1000.0f * slot.sampleRate;
-    slot.gateDecayStep = 1000.0f / (std::exp2(p[3] * 14.0f) * slot.sampleRate);
+    const float* p = c.param;
+    f.threshold = levelGain(p[0], 40.0f, -40.0f);
+    f.attackStep = 1000.0f / (std::exp2(p[1] * 8.0f) * c.sampleRate);
+    f.holdSamples = std::exp2(p[2] * 14.0f) / 1000.0f * c.sampleRate;
+    f.decayStep = 1000.0f / (std::exp2(p[3] * 14.0f) * c.sampleRate);
 }
 
-void noiseGateProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void noiseGateProcess(GateState& f, FxContext&, const float* x, const float* y, float* wetLeft,
+                      float* wetRight, int num)
 {
-    GateRun left(slot, 0), right(slot, 1);
+    GateRun left(f, 0), right(f, 1);
 
     for (int t = 0; t < num; ++t)
     {
@@ -182,11 +182,11 @@ void noiseGateProcess(FxSlot& slot, const float* x, const float* y, float* wetLe
         wetRight[t] = y[t] * right.step(std::abs(y[t]));
     }
 
-    left.store(slot, 0);
-    right.store(slot, 1);
+    left.store(f, 0);
+    right.store(f, 1);
 }
 
-void gateLinked(GateFields& gate, float* left, float* right, int num)
+void gateLinked(GateState& gate, float* left, float* right, int num)
 {
     GateRun run(gate, 0);
 

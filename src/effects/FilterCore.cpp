@@ -334,6 +334,7 @@ void runSteepLadder(FilterCore& core, const Signal& s)
 
 void runComb(FilterCore& core, const Signal& s)
 {
+    FilterComb& lines = *core.comb;
     int pos = core.combPos;
     int delay = 0;
     float gain = 0.0f;
@@ -348,12 +349,12 @@ void runComb(FilterCore& core, const Signal& s)
         {
             pos = (pos + 256) & 0x1fffff;
             const int r = ((pos - delay) >> 8) & 0x1fff, w = pos >> 8;
-            core.inL[w] = in[0] + fxTiny;
-            core.inR[w] = in[1] + fxTiny;
-            const float left = heldTo(core.outL[r] * gain + core.inL[r], 10.0f) + fxTiny;
-            const float right = heldTo(core.outR[r] * gain + core.inR[r], 10.0f) + fxTiny;
-            core.outL[w] = left;
-            core.outR[w] = right;
+            lines.inL[w] = in[0] + fxTiny;
+            lines.inR[w] = in[1] + fxTiny;
+            const float left = heldTo(lines.outL[r] * gain + lines.inL[r], 10.0f) + fxTiny;
+            const float right = heldTo(lines.outR[r] * gain + lines.inR[r], 10.0f) + fxTiny;
+            lines.outL[w] = left;
+            lines.outR[w] = right;
             return Quad{left, right, 0.0f, 0.0f};
         });
     core.combPos = pos;
@@ -506,9 +507,6 @@ void filterConstruct(FilterCore& core)
 {
     static_cast<FilterCoefficients&>(core) = {};
     std::fill(std::begin(core.stepCoefficients), std::end(core.stepCoefficients), FilterCoefficients{});
-
-    for (float* buffer : {core.inL, core.outL, core.inR, core.outR})
-        std::fill(buffer, buffer + combLength, 0.0f);
 }
 
 void filterInit(FilterCore& core, float sampleRate)

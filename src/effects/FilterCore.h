@@ -31,6 +31,12 @@ struct FilterStep
     int num;
 };
 
+/** The comb types' lines. */
+struct FilterComb
+{
+    float inL[combLength], outL[combLength], inR[combLength], outR[combLength];
+};
+
 /** A stereo filter of 29 types, from one-pole to ladder, comb, vowel and ring. States hold left and right in
    their first two lanes. Audio thread only. */
 struct FilterCore : FilterCoefficients
@@ -67,10 +73,10 @@ struct FilterCore : FilterCoefficients
 
     std::int32_t combPos = 0;                             ///< 1/256 sample
     FilterCoefficients stepCoefficients[fxChunk / 4 + 1]; ///< of one block's control steps
-    float inL[combLength], outL[combLength], inR[combLength], outR[combLength];
+    FilterComb* comb = nullptr;
 };
 
-/** Clears the comb's memory, which filterInit leaves as it is; once, when the slot is built. */
+/** Clears the coefficients, which filterInit leaves as they are; once, when the slot is built. */
 void filterConstruct(FilterCore& core);
 
 /** Sets the rate and puts all but the comb's memory at rest. */

@@ -5,40 +5,55 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FilterCore;
+struct FxContext;
 
-/** Fields of "Filter", "Bass", "WahWah Delay", "AutoWah" and "Widener". */
-struct FilterFields
+/** Settings of "Filter", from which its core is set at the control rate. */
+struct FilterState
 {
-    std::int32_t filterType = 0, fltWave = 0;
-    float fltCutoff = 0.0f, fltQ = 0.0f, fltVowel = 0.0f, fltLfoAmt = 0.0f, fltDrive = 0.0f,
-          fltModWheel = 0.0f;
-    std::uint32_t fltPhase = 0, fltLfoInc = 0;
-
-    float bassPre = 0.0f, bassDrive = 0.0f, bassPost = 0.0f;
-    float bassLpStateL = 0.0f, bassLpStateR = 0.0f;
-
-    float wahLow = 0.0f, wahHigh = 0.0f, wahSmooth = 0.0f, wahRes = 0.0f, wahNow = 0.0f;
-    float wahDelay = 0.0f, wahDelaySmooth = 0.0f, wahFeed = 0.0f, wahVolume = 0.0f;
-    std::int32_t wahWave = 0;
-    std::uint32_t wahPhase = 0, wahInc = 0;
-
-    std::uint8_t awBand = 0;
-    float awLow = 0.0f, awHigh = 0.0f, awSense = 0.0f, awRes = 0.0f, awCoef = 0.99609375f, awEnv = 0.0f;
-
-    float widenLength = 0.0f, widenDepth = 0.0f, widenRate = 0.0f, widenPhase = 0.0f;
+    std::int32_t type = 0, wave = 0;
+    float cutoff = 0.0f, q = 0.0f, vowel = 0.0f, lfoAmt = 0.0f, drive = 0.0f, modWheel = 0.0f;
+    std::uint32_t phase = 0, lfoInc = 0;
 };
 
-void filterUpdate(FxSlot& slot);
-void filterEffectProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                         int num);
-void bassUpdate(FxSlot& slot);
-void bassProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void wahWahDelayUpdate(FxSlot& slot);
-void wahWahDelayProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                        int num);
-void autoWahUpdate(FxSlot& slot);
-void autoWahProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void widenerUpdate(FxSlot& slot);
-void widenerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+struct BassState
+{
+    float pre = 0.0f, drive = 0.0f, post = 0.0f;
+    float lpStateL = 0.0f, lpStateR = 0.0f; ///< of the second low-pass; the first one is the slot's
+};
+
+struct WahWahDelayState
+{
+    float low = 0.0f, high = 0.0f, smooth = 0.0f, res = 0.0f, now = 0.0f;
+    float delay = 0.0f, delaySmooth = 0.0f, feed = 0.0f, volume = 0.0f;
+    std::int32_t wave = 0;
+    std::uint32_t phase = 0, inc = 0;
+};
+
+struct AutoWahState
+{
+    std::uint8_t band = 0; ///< 1 for the band-pass
+    float low = 0.0f, high = 0.0f, sense = 0.0f, res = 0.0f, coef = 0.99609375f, env = 0.0f;
+};
+
+struct WidenerState
+{
+    float length = 0.0f, depth = 0.0f, rate = 0.0f, phase = 0.0f;
+};
+
+void filterUpdate(FilterState& f, FxContext& c);
+void filterEffectProcess(FilterState& f, FilterCore& core, FxContext& c, const float* x, const float* y,
+                         float* wetLeft, float* wetRight, int num);
+void bassUpdate(BassState& f, FxContext& c);
+void bassProcess(BassState& f, FxContext& c, const float* x, const float* y, float* wetLeft, float* wetRight,
+                 int num);
+void wahWahDelayUpdate(WahWahDelayState& f, FxContext& c);
+void wahWahDelayProcess(WahWahDelayState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                        float* wetRight, int num);
+void autoWahUpdate(AutoWahState& f, FxContext& c);
+void autoWahProcess(AutoWahState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void widenerUpdate(WidenerState& f, FxContext& c);
+void widenerProcess(WidenerState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
 } // namespace quorel

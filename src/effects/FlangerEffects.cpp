@@ -3,7 +3,7 @@
 
 #include "effects/DelayLine.h"
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 #include "effects/ModLine.h"
 #include "effects/TapeRun.h"
@@ -14,104 +14,105 @@ namespace
 {
 constexpr std::uint32_t modLineMask = fxModLineLength - 1;
 
-float flangerDistance(FlangerFields& f, const float* sineUnipolar)
+float flangerDistance(FlangerState& f, const float* sineUnipolar)
 {
-    f.flangePhase = lfoAdvance(f.flangePhase, f.flangeInc);
-    return (f.flangeDepth * sineUnipolar[f.flangePhase >> 8] + 1.0f - f.flangeDepth) * f.flangeLength + 10.0f;
+    f.phase = lfoAdvance(f.phase, f.inc);
+    return (f.depth * sineUnipolar[f.phase >> 8] + 1.0f - f.depth) * f.length + 10.0f;
 }
 
-void panFlanger(FlangerFields& f, const float* sineBipolar, std::uint32_t sampleCount)
+void panFlanger(FlangerState& f, const float* sineBipolar, std::uint32_t sampleCount)
 {
     if ((sampleCount & 15) != 0)
         return;
 
-    const float q = sineBipolar[f.flangePhase >> 8] * f.flangePanDepth + 0.5f;
-    f.flangeGainL = clampUnit(2.0f - 2.0f * q);
-    f.flangeGainR = clampUnit(2.0f * q);
+    const float q = sineBipolar[f.phase >> 8] * f.panDepth + 0.5f;
+    f.gainL = clampUnit(2.0f - 2.0f * q);
+    f.gainR = clampUnit(2.0f * q);
 }
 
 template <bool plain>
-void runTapeFlanger(FxSlot& slot, TapeRun tape, const float* x, const float* y, float* wetLeft,
-                    float* wetRight, int num)
+void runTapeFlanger(FlangerState& state, FxContext& c, TapeRun tape, const float* x, const float* y,
+                    float* wetLeft, float* wetRight, int num)
 {
-    FlangerFields f = slot;
-    ToneRun tone(slot);
-    const bool runs = slot.tape.guard == 0;
-    std::uint32_t count = slot.sampleCount;
+    FlangerState f = state;
+    ToneRun tone(c.tone);
+    const bool runs = c.tape.guard == 0;
+    std::uint32_t count = c.sampleCount;
     float distance = 0.0f;
 
     for (int t = 0; t < num; ++t)
     {
         ++count;
-        distance = flangerDistance(f, slot.sineUnipolar);
+        distance = flangerDistance(f, c.sines->unipolar);
         const Quad read =
-            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::speedFor(distance, distance))
+            runs ? tape.process<plain>(Quad{x[t], y[t], 0.0f, 0.0f}, TapeRun::stepFor(distance, distance))
                  : Quad{};
-        panFlanger(f, slot.sineBipolar, count);
+        panFlanger(f, c.sines->bipolar, count);
         const Quad out = tone.tick(read);
-        wetLeft[t] = heldForLine(out[0] * f.flangeGainL);
-        wetRight[t] = heldForLine(out[1] * f.flangeGainR);
+        wetLeft[t] = heldForLine(out[0] * f.gainL);
+        wetRight[t] = heldForLine(out[1] * f.gainR);
     }
 
-    static_cast<FlangerFields&>(slot) = f;
+    state = f;
     tone.store();
     tape.store();
-    tapeSetDistances(slot.tape, distance, distance);
+    tapeSetDistances(c.tape, distance, distance);
 }
 } // namespace
 
-void flangerUpdate(FxSlot& slot)
+void flangerUpdate(FlangerState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    const double length = static_cast<double>(slot.sampleRate) * 0.05 * static_cast<double>(p[0]) + 44.0;
-    slot.flangeLength = static_cast<float>(std::min(length, 16383.0));
-    slot.flangeDepth = p[1] * 0.99f;
-    slot.flangeInc = lfoInc(slot, p[2], p[3]);
-    slot.flangeFeedback = p[4] * 1.98f - 0.99f + fxTiny;
-    slot.flangePanDepth = p[5] * 0.5f;
-    setToneFilters(slot, p[6], p[7], slot.invSampleRate);
+    const float* p = c.param;
+    const double length = static_cast<double>(c.sampleRate) * 0.05 * static_cast<double>(p[0]) + 44.0;
+    f.length = static_cast<float>(std::min(length, 16383.0));
+    f.depth = p[1] * 0.99f;
+    f.inc = lfoInc(c, p[2], p[3]);
+    f.feedback = p[4] * 1.98f - 0.99f + fxTiny;
+    f.panDepth = p[5] * 0.5f;
+    setToneFilters(c.tone, p[6], p[7], c.invSampleRate);
 }
 
-void flangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void flangerProcess(FlangerState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    FlangerFields f = slot;
-    ToneFilter tone = slot;
-    std::uint32_t count = slot.sampleCount;
+    FlangerState f = state;
+    ToneFilter tone = c.tone;
+    std::uint32_t count = c.sampleCount;
 
     for (int t = 0; t < num; ++t)
     {
         ++count;
-        const float d = flangerDistance(f, slot.sineUnipolar);
-        float l = modLineRead(slot.modLineL, count, d);
-        float r = modLineRead(slot.modLineR, count, d);
-        panFlanger(f, slot.sineBipolar, count);
-        slot.modLineR[count & modLineMask] = heldForLine(y[t] - l * f.flangeFeedback) + fxTiny;
-        slot.modLineL[count & modLineMask] = heldForLine(x[t] - r * f.flangeFeedback) + fxTiny;
+        const float d = flangerDistance(f, c.sines->unipolar);
+        float l = modLineRead(c.memory->modLineL, count, d);
+        float r = modLineRead(c.memory->modLineR, count, d);
+        panFlanger(f, c.sines->bipolar, count);
+        c.memory->modLineR[count & modLineMask] = heldForLine(y[t] - l * f.feedback) + fxTiny;
+        c.memory->modLineL[count & modLineMask] = heldForLine(x[t] - r * f.feedback) + fxTiny;
         toneLowPass(tone, l, r);
         toneHighPass(tone, l, r);
-        wetLeft[t] = heldForLine(l * f.flangeGainL);
-        wetRight[t] = heldForLine(r * f.flangeGainR);
+        wetLeft[t] = heldForLine(l * f.gainL);
+        wetRight[t] = heldForLine(r * f.gainR);
     }
 
-    static_cast<FlangerFields&>(slot) = f;
-    static_cast<ToneFilter&>(slot) = tone;
+    state = f;
+    c.tone = tone;
 }
 
-void tapeFlangerUpdate(FxSlot& slot)
+void tapeFlangerUpdate(FlangerState& f, FxContext& c)
 {
-    flangerUpdate(slot);
-    tapeSetFilter(slot.tape, 1.0f, 0.0f);
-    slot.tape.feedbackL = slot.tape.feedbackR = slot.flangeFeedback;
-    slot.tape.crossL = slot.tape.crossR = 0.0f;
+    flangerUpdate(f, c);
+    tapeSetFilter(c.tape, 1.0f, 0.0f);
+    c.tape.feedbackL = c.tape.feedbackR = f.feedback;
+    c.tape.crossL = c.tape.crossR = 0.0f;
 }
 
-void tapeFlangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                        int num)
+void tapeFlangerProcess(FlangerState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                        float* wetRight, int num)
 {
-    const TapeRun tape(slot.tape);
+    const TapeRun tape(c.tape);
     if (tape.isPlain())
-        runTapeFlanger<true>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeFlanger<true>(f, c, tape, x, y, wetLeft, wetRight, num);
     else
-        runTapeFlanger<false>(slot, tape, x, y, wetLeft, wetRight, num);
+        runTapeFlanger<false>(f, c, tape, x, y, wetLeft, wetRight, num);
 }
 } // namespace quorel

@@ -5,19 +5,20 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-/** Fields of "Flanger" and "Tape Flanger". */
-struct FlangerFields
+/** "Flanger" and "Tape Flanger". */
+struct FlangerState
 {
-    float flangeFeedback = 0.0f, flangeLength = 0.0f, flangeDepth = 0.0f, flangePanDepth = 0.0f;
-    std::uint32_t flangePhase = 0, flangeInc = 0;
-    float flangeGainL = 0.0f, flangeGainR = 0.0f;
+    float feedback = 0.0f, length = 0.0f, depth = 0.0f, panDepth = 0.0f;
+    std::uint32_t phase = 0, inc = 0;
+    float gainL = 0.0f, gainR = 0.0f;
 };
 
-void flangerUpdate(FxSlot& slot);
-void flangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void tapeFlangerUpdate(FxSlot& slot);
-void tapeFlangerProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight,
-                        int num);
+void flangerUpdate(FlangerState& f, FxContext& c);
+void flangerProcess(FlangerState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void tapeFlangerUpdate(FlangerState& f, FxContext& c);
+void tapeFlangerProcess(FlangerState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                        float* wetRight, int num);
 } // namespace quorel

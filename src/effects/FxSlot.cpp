@@ -2,8 +2,7 @@
 #include "effects/FxSlot.h"
 
 #include "effects/EffectMath.h"
-
-#include <cstring>
+#include "effects/FxEngines.h"
 
 namespace quorel
 {
@@ -19,6 +18,11 @@ float usableTempo(float bpm)
     return bpm > 0.0f ? std::min(std::max(bpm, 0.001f), 1.0e6f) : 120.0f;
 }
 
+const FxEngine& engineOf(const FxSlot& slot)
+{
+    return fxEngines[static_cast<std::size_t>(slot.type)];
+}
+
 void retuneReverb(FxSlot& slot, float rate)
 {
     for (ReverbUnit& unit : slot.reverb)
@@ -28,28 +32,12 @@ void retuneReverb(FxSlot& slot, float rate)
     }
 }
 
-/** Puts the settings and states of every type at rest; its memory stays. */
-void restFields(FxSlot& slot)
+/** Puts the settings and states of every type at rest; what is in the lines stays. */
+void restStates(FxSlot& slot)
 {
-    static_cast<ToneFilter&>(slot) = {};
-    static_cast<SvfBanks&>(slot) = {};
-    static_cast<DelayFields&>(slot) = {};
-    static_cast<TapeDelayFields&>(slot) = {};
-    static_cast<CombFields&>(slot) = {};
-    static_cast<HqReverbFields&>(slot) = {};
-    static_cast<ChorusFields&>(slot) = {};
-    static_cast<EnsembleFields&>(slot) = {};
-    static_cast<FlangerFields&>(slot) = {};
-    static_cast<PhaserFields&>(slot) = {};
-    static_cast<DistortionFields&>(slot) = {};
-    static_cast<AmpFields&>(slot) = {};
-    static_cast<CabinetFields&>(slot) = {};
-    static_cast<CompressorFields&>(slot) = {};
-    static_cast<GateFields&>(slot) = {};
-    static_cast<RhythmFields&>(slot) = {};
-    static_cast<FilterFields&>(slot) = {};
-    reverbInit(slot);
-    ensembleInit(slot);
+    slot.tone = {};
+    slot.svf = {};
+    static_cast<FxStates&>(slot) = {};
 }
 
 void prepareMix(FxSlot& slot)
@@ -108,9 +96,10 @@ void processChunk(FxSlot& slot, float* left, float* right, int num)
 
     keepCountPositive(slot);
 
-    if (const auto process = fxTypes[static_cast<std::size_t>(slot.type)].process)
+    if (const FxEngine& engine = engineOf(slot); engine.process != nullptr)
     {
-        process(slot, x, y, wetL, wetR, num);
+        slot.memory.noteUse(engine.use);
+        engine.process(slot, x, y, wetL, wetR, num);
         slot.wetLeft = wetL[num - 1];
         slot.wetRight = wetR[num - 1];
     }
@@ -138,30 +127,16 @@ void processChunk(FxSlot& slot, float* left, float* right, int num)
 
 void fxConstruct(FxSlot& slot)
 {
-    static_cast<FxClock&>(slot) = {};
-    static_cast<FxMix&>(slot) = {};
+    slot.sines = &sineTables();
+    slot.tape.reel = &slot.memory->shared.tape;
+    slot.filterCore.comb = &slot.memory->filterComb;
+    for (int u = 0; u < 3; ++u)
+        slot.reverb[u].cells = &slot.memory->shared.reverb.units[u];
 
-    for (int i = 0; i < fxSineLength; ++i)
-    {
-        const float sine = std::sin(static_cast<float>(i) * 1.5258789e-5f * 2.0f * 3.1415925f);
-        slot.sineBipolar[i] = sine;
-        slot.sineUnipolar[i] = sine * 0.5f + 0.5f;
-    }
-
-    std::fill(std::begin(slot.param), std::end(slot.param), 0.0f);
-    std::fill(std::begin(slot.paramCopy), std::end(slot.paramCopy), 0.0f);
-    std::fill(std::begin(slot.lineL), std::end(slot.lineL), 0.0f);
-    std::fill(std::begin(slot.lineR), std::end(slot.lineR), 0.0f);
-    std::fill(std::begin(slot.modLineL), std::end(slot.modLineL), 0.0f);
-    std::fill(std::begin(slot.modLineR), std::end(slot.modLineR), 0.0f);
-    std::fill(std::begin(slot.auxRing), std::end(slot.auxRing), 0.0f);
-    combClear(slot);
-    ensembleClear(slot);
-    tapeInit(slot.tape, slot.sampleRate);
     retuneReverb(slot, slot.sampleRate);
-    filterConstruct(slot.filter);
-    filterInit(slot.filter, slot.sampleRate);
-    restFields(slot);
+    filterConstruct(slot.filterCore);
+    filterInit(slot.filterCore, slot.sampleRate);
+    restStates(slot);
 }
 
 void fxInit(FxSlot& slot, float sampleRate)
@@ -179,13 +154,13 @@ void fxInit(FxSlot& slot, float sampleRate)
     slot.songPosition = 0.0f;
     slot.type = std::min(std::max(slot.type, 0), fxTypeCount - 1);
 
-    if (const auto clear = fxTypes[static_cast<std::size_t>(slot.type)].clear)
+    if (const auto clear = engineOf(slot).clear)
         clear(slot);
 
     slot.wetLeft = 0.0f;
     slot.wetRight = 0.0f;
-    filterInit(slot.filter, rate);
-    restFields(slot);
+    filterInit(slot.filterCore, rate);
+    restStates(slot);
 }
 
 void fxUpdate(FxSlot& slot, const float p[fxParameterCount], float bpm)
@@ -199,7 +174,7 @@ void fxUpdate(FxSlot& slot, const float p[fxParameterCount], float bpm)
     for (int j = 0; j < fxParameterCount; ++j)
         slot.param[j] = slot.paramCopy[j] = clampUnit(p[j]);
 
-    if (const auto update = fxTypes[static_cast<std::size_t>(slot.type)].update)
+    if (const auto update = engineOf(slot).update)
         update(slot);
 }
 

@@ -7,26 +7,57 @@
 #include "effects/DelayEffects.h"
 #include "effects/DistortionEffects.h"
 #include "effects/Dynamics.h"
-#include "effects/EffectConstants.h"
 #include "effects/FilterCore.h"
 #include "effects/FilterEffects.h"
 #include "effects/FlangerEffects.h"
-#include "effects/FxClock.h"
+#include "effects/FxContext.h"
 #include "effects/FxTypes.h"
 #include "effects/HqReverb.h"
 #include "effects/PhaserEffects.h"
 #include "effects/ReverbUnit.h"
 #include "effects/RhythmEffects.h"
-#include "effects/StateVariableFilter.h"
-#include "effects/TapeLine.h"
-#include "effects/ToneFilter.h"
 
 #include <cstdint>
 
 namespace quorel
 {
-/** Dry and wet mix of a slot. */
-struct FxMix
+/** Settings and state of every type; all of them go to rest when a type starts. */
+struct FxStates
+{
+    DelayState delay;
+    TapeDelayState tapeDelay;
+    CombState comb;
+    HqReverbState hqReverb;
+    ChorusState chorus;
+    ChorusDelayState chorusDelay;
+    EnsembleState ensemble;
+    FlangerState flanger;
+    PhaserState phaser;
+    RingModState ringMod;
+    DistortState distort;
+    MultiDistortState multiDistort;
+    LowFiState lowFi;
+    WaveshaperState waveshaper;
+    ClipperState clipper;
+    AmpState amp;
+    CabinetState cabinet;
+    WidenerState widener;
+    SweepState autoPan, tremelo;
+    KappelState kappel;
+    CompressorState compressor;
+    GateState noiseGate;
+    FilterState filter;
+    BassState bass;
+    WahWahDelayState wahWahDelay;
+    AutoWahState autoWah;
+};
+
+/** One effect block: the states of all types side by side, and memory for the lines of any.
+
+    Making a slot takes that memory; nothing is allocated afterwards, whatever the type. All functions below run
+    on the audio thread, but for fxConstruct, and for fxInit where the owner keeps audio away. The output doesn't
+    depend on how a signal is cut into blocks: any mix of fxProcessSample and fxProcessBlock gives the same. */
+struct FxSlot : FxContext, FxStates
 {
     std::uint8_t active = 1; ///< kept for the owner: it bypasses nothing
     float wetScale = 0.0f, dryScale = 0.0f;
@@ -35,54 +66,18 @@ struct FxMix
     float wetGainL = 0.0f, wetGainR = 0.0f, dryGainL = 0.0f, dryGainR = 0.0f;
     float outLevel = 1.0f;
     float mix = 0.5f;
-};
 
-/** One effect block: the state of all types side by side, tens of megabytes, so it belongs on the heap.
+    float paramCopy[fxParameterCount] = {}; ///< of the parameters; nothing reads it
 
-    Nothing is allocated after construction, whatever the type. All functions below run on the audio thread,
-   but for fxConstruct, and for fxInit where the owner keeps audio away. A slot doesn't change its samples by
-   how a block is cut: any mix of fxProcessSample and fxProcessBlock gives the same output. */
-struct FxSlot : FxClock,
-                FxMix,
-                ToneFilter,
-                SvfBanks,
-                DelayFields,
-                TapeDelayFields,
-                CombFields,
-                HqReverbFields,
-                ChorusFields,
-                EnsembleFields,
-                FlangerFields,
-                PhaserFields,
-                DistortionFields,
-                AmpFields,
-                CabinetFields,
-                CompressorFields,
-                GateFields,
-                RhythmFields,
-                FilterFields,
-                CombBuffers,
-                EnsembleLines
-{
-    float param[fxParameterCount];     ///< the parameters, 0 to 1
-    float paramCopy[fxParameterCount]; ///< the same once more
-
-    float lineL[fxLineLength], lineR[fxLineLength];
-    float modLineL[fxModLineLength], modLineR[fxModLineLength];
-    float auxRing[fxAuxRingLength];
-
-    float sineBipolar[fxSineLength], sineUnipolar[fxSineLength];
-
-    FilterCore filter;
+    FilterCore filterCore;
     ReverbUnit reverb[3];
-    TapeLine tape;
 };
 
-/** Builds the tables and clears all memory; once for each slot, before anything else. */
+/** Joins a new slot's parts and puts them at rest; once, before anything else. */
 void fxConstruct(FxSlot& slot);
 
 /** Clears what the slot's type reads and puts all settings at rest; after a change of type (which the caller
-   stores first) or rate, and on preset load. A rate that is no number above 0 is taken as 44100 Hz. */
+    stores first) or rate, and on preset load. A rate that is no number above 0 is taken as 44100 Hz. */
 void fxInit(FxSlot& slot, float sampleRate);
 
 /** Takes over the parameters (0 to 1) and the tempo in beats a minute; once a block, before its samples. */

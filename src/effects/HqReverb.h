@@ -1,21 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/Dynamics.h"
+
 #include <cstdint>
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
+struct ReverbUnit;
 
-struct HqReverbFields
+struct HqReverbState
 {
     std::int32_t preDelaySamples = 1; ///< at most 65535
     std::int32_t spreadSamples = 0;   ///< at most 65535
-    float lengthModRate1 = 0.0f, lengthModRate2 = 0.0f;
+    GateState gate;                   ///< both channels by its first half
 };
 
-void reverbInit(FxSlot& slot);
-void hqReverbClear(FxSlot& slot);
-void hqReverbUpdate(FxSlot& slot);
-void hqReverbProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+/** `units` are the three that run in parallel. */
+void hqReverbUpdate(HqReverbState& f, ReverbUnit* units, FxContext& c);
+void hqReverbProcess(HqReverbState& f, ReverbUnit* units, FxContext& c, const float* x, const float* y,
+                     float* wetLeft, float* wetRight, int num);
 } // namespace quorel

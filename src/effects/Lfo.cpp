@@ -2,7 +2,7 @@
 #include "effects/Lfo.h"
 
 #include "effects/EffectMath.h"
-#include "effects/FxClock.h"
+#include "effects/FxContext.h"
 #include "effects/SyncTables.h"
 
 namespace quorel
@@ -13,7 +13,26 @@ std::uint32_t toIncrement(float x)
 {
     return static_cast<std::uint32_t>(truncateTo(x, 0, 0x7fffff80));
 }
+
+SineTables filledSineTables()
+{
+    SineTables tables;
+    for (int i = 0; i < fxSineLength; ++i)
+    {
+        const float sine = std::sin(static_cast<float>(i) * 1.5258789e-5f * 2.0f * 3.1415925f);
+        tables.bipolar[i] = sine;
+        tables.unipolar[i] = sine * 0.5f + 0.5f;
+    }
+
+    return tables;
+}
 } // namespace
+
+const SineTables& sineTables()
+{
+    static const SineTables tables = filledSineTables();
+    return tables;
+}
 
 float lfoWave(int wave, std::uint32_t u)
 {
@@ -46,9 +65,9 @@ std::uint32_t lfoIncTempo(float p, float sampleRate, float bpm)
     return toIncrement(4194303.8f / (wholeNotes * 120.0f * sampleRate / bpm + 1.0f));
 }
 
-std::uint32_t lfoInc(const FxClock& clock, float p, float pSync)
+std::uint32_t lfoInc(const FxContext& c, float p, float pSync)
 {
-    return pSync >= 0.5f ? lfoIncTempo(p, clock.sampleRate, clock.bpm) : lfoIncFree(p, clock.invSampleRate);
+    return pSync >= 0.5f ? lfoIncTempo(p, c.sampleRate, c.bpm) : lfoIncFree(p, c.invSampleRate);
 }
 
 std::uint32_t delayModRate(float p, float invSampleRate)

@@ -1,14 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/EffectConstants.h"
+
 #include <cstdint>
 
 namespace quorel
 {
-struct FxClock;
+struct FxContext;
 
 /** LFO phases have 24 bits; the sine tables are read at the top 16. */
 inline constexpr std::uint32_t lfoPhaseMask = 0xffffff;
+
+/** One turn of a sine from -1 to 1, and from 0 to 1. */
+struct SineTables
+{
+    float bipolar[fxSineLength], unipolar[fxSineLength];
+};
+
+/** The process's tables; the first call fills them. */
+const SineTables& sineTables();
 
 inline std::uint32_t lfoAdvance(std::uint32_t phase, std::uint32_t increment)
 {
@@ -26,7 +37,7 @@ std::uint32_t lfoIncFree(float p, float invSampleRate);
 std::uint32_t lfoIncTempo(float p, float sampleRate, float bpm);
 
 /** Either of them: the tempo form when the "Sync" parameter is at 0.5 or more. */
-std::uint32_t lfoInc(const FxClock& clock, float p, float pSync);
+std::uint32_t lfoInc(const FxContext& c, float p, float pSync);
 
 /** 24-bit increment for each 16 samples of the delays' modulation, 0.027 to 27.5 Hz, p 0 to 1. */
 std::uint32_t delayModRate(float p, float invSampleRate);

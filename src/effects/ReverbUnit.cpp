@@ -169,7 +169,7 @@ void runRest(CombBank& bank, CombRun& run, const float* l, const float* r, float
 
 /** At most as many samples as the shortest comb is long, so that no tap reads what the same run writes. A
    comb nearly as long as its ring does read cells of the same run, but always ahead of the writing. */
-void runCombs(CombBank& bank, const float* l, const float* r, float* sumL, float* sumR, int num)
+void runCombs(CombBank& bank, float* cells, const float* l, const float* r, float* sumL, float* sumR, int num)
 {
     CombRun run;
     constexpr std::uint32_t mask = CombBank::length - 1;
@@ -178,7 +178,7 @@ void runCombs(CombBank& bank, const float* l, const float* r, float* sumL, float
 
     for (int comb = 0; comb < combCount; ++comb)
     {
-        float* ring = bank.cells + comb * CombBank::stride;
+        float* ring = cells + comb * ReverbCells::stride;
         const std::uint32_t readStart = (writeStart - bank.delay[comb]) & mask;
         run.from[comb] = ring + readStart;
         run.to[comb] = writesWrap ? run.wrapped[comb] : ring + writeStart;
@@ -194,7 +194,7 @@ void runCombs(CombBank& bank, const float* l, const float* r, float* sumL, float
     runRest(bank, run, l, r, sumL, sumR, num & ~3, num);
 
     for (int comb = 0; writesWrap && comb < combCount; ++comb)
-        writeRing(bank.cells + comb * CombBank::stride, bank.position, run.wrapped[comb], num);
+        writeRing(cells + comb * ReverbCells::stride, bank.position, run.wrapped[comb], num);
 
     bank.position = (bank.position + static_cast<std::uint32_t>(num)) & mask;
 }
@@ -268,13 +268,13 @@ void runTones(ReverbUnit* units, int numUnits, float (*left)[fxChunk], float (*r
     }
 }
 
-void runAllPass(AllPass& unit, float* signal, int num)
+void runAllPass(AllPass& unit, float* ring, float* signal, int num)
 {
     while (num > 0)
     {
         const int start = unit.position + 1 < unit.length ? unit.position + 1 : 0;
         const int run = std::min(num, unit.length - start);
-        float* __restrict buffer = unit.buffer + start;
+        float* __restrict buffer = ring + start;
         float* __restrict v = signal;
 
         for (int t = 0; t < run; ++t)
@@ -305,18 +305,14 @@ void reverbSetSampleRate(ReverbUnit& unit)
         unit.allPass[i].position = unit.allPass[4 + i].position = 0;
     }
 
-    reverbClear(unit);
+    reverbRest(unit);
 }
 
-void reverbClear(ReverbUnit& unit)
+void reverbRest(ReverbUnit& unit)
 {
     CombBank& bank = unit.bank;
-    std::fill(std::begin(bank.cells), std::end(bank.cells), 0.0f);
     std::fill(std::begin(bank.store), std::end(bank.store), 0.0f);
     bank.lpStateL = bank.hpStateL = bank.lpStateR = bank.hpStateR = 0.0f;
-
-    for (AllPass& allPass : unit.allPass)
-        std::fill(std::begin(allPass.buffer), std::end(allPass.buffer), 0.0f);
 }
 
 void reverbSetFeedback(ReverbUnit& unit, float size)
@@ -368,7 +364,8 @@ void reverbProcess(ReverbUnit* units, int numUnits, const float* l, const float*
         for (int start = 0; start < num;)
         {
             const int run = std::min(num - start, shortest);
-            runCombs(bank, l + start, r + start, left[u] + start, right[u] + start, run);
+            runCombs(bank, units[u].cells->combs, l + start, r + start, left[u] + start, right[u] + start,
+                     run);
             start += run;
         }
 
@@ -382,10 +379,11 @@ void reverbProcess(ReverbUnit* units, int numUnits, const float* l, const float*
 
     for (int u = 0; u < numUnits; ++u)
     {
+        ReverbCells& cells = *units[u].cells;
         for (int i = 0; i < 4; ++i)
         {
-            runAllPass(units[u].allPass[i], left[u], num);
-            runAllPass(units[u].allPass[4 + i], right[u], num);
+            runAllPass(units[u].allPass[i], cells.allPasses[i], left[u], num);
+            runAllPass(units[u].allPass[4 + i], cells.allPasses[4 + i], right[u], num);
         }
 
         for (int t = 0; t < num; ++t)

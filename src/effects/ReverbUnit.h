@@ -5,16 +5,12 @@
 
 namespace quorel
 {
-/** Ten damped combs a channel, in parallel, and a tone filter over their sums. Combs 0 to 9 are left, 10 to
- * 19 right. */
+/** Ten damped combs a channel, in parallel, and a tone filter over their sums. Combs 0 to 9 are left, 10 to 19
+    right. */
 struct CombBank
 {
     static constexpr int combs = 20;
-    static constexpr int length = 16384;
-
-    /** One comb's ring, and 64 bytes more so that the write positions of all rings don't share a cache set.
-     */
-    static constexpr int stride = length + 16;
+    static constexpr int length = 16384; ///< of each comb's ring
 
     std::uint32_t delay[combs]; ///< 1 to 16383 samples
     std::uint32_t position = 0;
@@ -23,21 +19,30 @@ struct CombBank
     float store[combs] = {};
     float lp = 1.0f, lpInv = 0.0f, hp = 0.0f, hpInv = 1.0f;
     float lpStateL = 0.0f, hpStateL = 0.0f, lpStateR = 0.0f, hpStateR = 0.0f;
-    float cells[combs * stride];
 };
 
 struct AllPass
 {
     static constexpr int capacity = 8192;
 
-    float buffer[capacity];
     std::int32_t length = 1; ///< 1 to 8191
     std::int32_t position = 0;
+};
+
+/** The rings of one unit. */
+struct ReverbCells
+{
+    /** A comb's ring, and 64 bytes more so that the write positions of all rings don't share a cache set. */
+    static constexpr int stride = CombBank::length + 16;
+
+    float combs[CombBank::combs * stride];
+    float allPasses[8][AllPass::capacity];
 };
 
 /** One of the three parallel units of the reverb. Audio thread only. */
 struct ReverbUnit
 {
+    ReverbCells* cells = nullptr;
     float feedback = 0.65f;
     float damp = 0.0f;
     float sampleRate = 44100.0f;
@@ -46,10 +51,11 @@ struct ReverbUnit
     float combScale[10] = {}; ///< slow modulation of the combs' lengths
 };
 
-/** Retunes the unit to its sampleRate and clears it. */
+/** Retunes the unit to its sampleRate and puts its filters at rest. Its cells are the owner's to clear. */
 void reverbSetSampleRate(ReverbUnit& unit);
 
-void reverbClear(ReverbUnit& unit);
+/** Puts the unit's filters at rest; likewise. */
+void reverbRest(ReverbUnit& unit);
 
 /** Sets the combs' feedback, 0.65 to 0.98 for a size of 0 to 1. */
 void reverbSetFeedback(ReverbUnit& unit, float size);

@@ -2,7 +2,7 @@
 #include "effects/RhythmEffects.h"
 
 #include "effects/EffectMath.h"
-#include "effects/FxSlot.h"
+#include "effects/FxContext.h"
 #include "effects/Lfo.h"
 #include "effects/SyncTables.h"
 
@@ -24,118 +24,121 @@ void unpackSteps(float p, float* steps)
         steps[i] = ((mask >> i) & 1u) != 0 ? 1.0f : 0.0f;
 }
 
-float nextPosition(const RhythmFields& f, const FxSlot& slot)
+float nextPosition(const KappelState& f, const FxContext& c)
 {
-    if (f.kapSyncMode == 1)
-        return std::trunc(f.kapSpeedFactor * 8.0f * slot.songPosition);
-    if (f.kapSyncMode == 2 && slot.transportPlaying == 1)
-        return f.kapSpeedFactor * 8.0f * slot.songPosition;
-    return f.kapPosition + f.kapStepRate;
+    if (f.syncMode == 1)
+        return std::trunc(f.speedFactor * 8.0f * c.songPosition);
+    if (f.syncMode == 2 && c.transportPlaying == 1)
+        return f.speedFactor * 8.0f * c.songPosition;
+    return f.position + f.stepRate;
 }
 
-std::size_t swungStep(const RhythmFields& f)
+std::size_t swungStep(const KappelState& f)
 {
-    const float e = 2.0f * std::trunc(f.kapPosition * 0.5f);
-    const float r = (f.kapPosition - e) * 0.5f;
-    const float swung = f.kapSwing > r ? r * f.kapSwingA : (r - f.kapSwing) * f.kapSwingB + 0.5f;
+    const float e = 2.0f * std::trunc(f.position * 0.5f);
+    const float r = (f.position - e) * 0.5f;
+    const float swung = f.swing > r ? r * f.swingA : (r - f.swing) * f.swingB + 0.5f;
     return static_cast<std::size_t>(truncateTo(swung * 2.0f + e, 0, 31)) & 15;
 }
 } // namespace
 
-void autoPanUpdate(FxSlot& slot)
+void autoPanUpdate(SweepState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.panWave = discreteChoice(p[0], 4.99f);
-    slot.panAmount = p[1] * 0.5f;
-    slot.panSmooth = std::exp2(p[2] * -13.0f);
-    slot.panInc = lfoInc(slot, p[3], p[4]);
+    const float* p = c.param;
+    f.wave = discreteChoice(p[0], 4.99f);
+    f.amount = p[1] * 0.5f;
+    f.smooth = std::exp2(p[2] * -13.0f);
+    f.inc = lfoInc(c, p[3], p[4]);
 }
 
-void autoPanProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void autoPanProcess(SweepState& state, FxContext&, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    RhythmFields f = slot;
+    SweepState f = state;
 
     for (int t = 0; t < num; ++t)
     {
-        f.panPhase = lfoAdvance(f.panPhase, f.panInc);
-        f.panTarget = lfoWave(f.panWave, f.panPhase >> 8) * f.panAmount + 0.5f;
-        f.panNow = glideGain(f.panNow, f.panTarget, f.panSmooth);
-        const float g = 2.0f * f.panNow;
+        f.phase = lfoAdvance(f.phase, f.inc);
+        f.target = lfoWave(f.wave, f.phase >> 8) * f.amount + 0.5f;
+        f.now = glideGain(f.now, f.target, f.smooth);
+        const float g = 2.0f * f.now;
         wetLeft[t] = clampUnit(2.0f - g) * x[t];
         wetRight[t] = clampUnit(g) * y[t];
     }
 
-    static_cast<RhythmFields&>(slot) = f;
+    state = f;
 }
 
-void tremeloUpdate(FxSlot& slot)
+void tremeloUpdate(SweepState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.tremWave = discreteChoice(p[0], 4.99f);
-    slot.tremAmount = p[1] * 0.5f;
-    slot.tremSmooth = std::exp2(p[2] * -13.0f);
-    slot.tremInc = lfoInc(slot, p[3], p[4]);
+    const float* p = c.param;
+    f.wave = discreteChoice(p[0], 4.99f);
+    f.amount = p[1] * 0.5f;
+    f.smooth = std::exp2(p[2] * -13.0f);
+    f.inc = lfoInc(c, p[3], p[4]);
 }
 
-void tremeloProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void tremeloProcess(SweepState& state, FxContext&, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num)
 {
-    RhythmFields f = slot;
+    SweepState f = state;
 
     for (int t = 0; t < num; ++t)
     {
-        f.tremPhase = lfoAdvance(f.tremPhase, f.tremInc);
-        f.tremTarget = lfoWave(f.tremWave, f.tremPhase >> 8) * f.tremAmount + (1.0f - f.tremAmount);
-        f.tremNow = glideGain(f.tremNow, f.tremTarget, f.tremSmooth);
-        wetLeft[t] = x[t] * f.tremNow;
-        wetRight[t] = y[t] * f.tremNow;
+        f.phase = lfoAdvance(f.phase, f.inc);
+        f.target = lfoWave(f.wave, f.phase >> 8) * f.amount + (1.0f - f.amount);
+        f.now = glideGain(f.now, f.target, f.smooth);
+        wetLeft[t] = x[t] * f.now;
+        wetRight[t] = y[t] * f.now;
     }
 
-    static_cast<RhythmFields&>(slot) = f;
+    state = f;
 }
 
-void kappelUpdate(FxSlot& slot)
+void kappelUpdate(KappelState& f, FxContext& c)
 {
-    const float* p = slot.param;
-    slot.kapSpeedFactor = kappelSpeedTable[static_cast<std::size_t>(lfoSyncIndex(p[0]))].value;
-    slot.kapStepCount = 16;
-    slot.kapStepRate = slot.bpm * 2.0f / 15.0f * slot.invSampleRate * slot.kapSpeedFactor;
-    slot.kapSmoothC = std::exp2(12.0f - (1.0f - p[1]) * 20.0f);
-    slot.kapSmoothK = 1.0f / (slot.kapSmoothC + 1.0f);
-    slot.kapSwing = p[4] * 0.5f + 0.5f;
-    slot.kapSwingA = 0.5f / slot.kapSwing;
-    slot.kapSwingB = 0.5f / (1.0f - slot.kapSwing); // infinite at full swing, where it is never used
-    slot.kapChannelMode = discreteChoice(p[2], 2.99f);
-    slot.kapSyncMode = discreteChoice(p[3], 2.99f);
-    slot.kapMaskLeft = p[5];
-    slot.kapMaskRight = p[6];
-    unpackSteps(p[5], slot.kapStepsL);
-    unpackSteps(p[6], slot.kapStepsR);
+    const float* p = c.param;
+    f.speedFactor = kappelSpeedTable[static_cast<std::size_t>(lfoSyncIndex(p[0]))].value;
+    f.stepCount = 16;
+    f.stepRate = c.bpm * 2.0f / 15.0f * c.invSampleRate * f.speedFactor;
+    f.smoothC = std::exp2(12.0f - (1.0f - p[1]) * 20.0f);
+    f.smoothK = 1.0f / (f.smoothC + 1.0f);
+    f.swing = p[4] * 0.5f + 0.5f;
+    f.swingA = 0.5f / f.swing;
+    f.swingB = 0.5f / (1.0f - f.swing); // infinite at full swing, where it is never used
+    f.channelMode = discreteChoice(p[2], 2.99f);
+    f.syncMode = discreteChoice(p[3], 2.99f);
+    f.maskLeft = p[5];
+    f.maskRight = p[6];
+    unpackSteps(p[5], f.stepsL);
+    unpackSteps(p[6], f.stepsR);
 }
 
-void kappelProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num)
+void kappelProcess(KappelState& state, FxContext& c, const float* x, const float* y, float* wetLeft,
+                   float* wetRight, int num)
 {
-    RhythmFields f = slot;
+    KappelState f = state;
 
     for (int t = 0; t < num; ++t)
     {
         wetLeft[t] = x[t] + fxTiny;
         wetRight[t] = y[t] + fxTiny;
 
-        f.kapPosition = nextPosition(f, slot);
-        f.kapPosition -= std::floor(f.kapPosition / 16.0f) * 16.0f;
+        f.position = nextPosition(f, c);
+        f.position -= std::floor(f.position / 16.0f) * 16.0f;
         const std::size_t s = swungStep(f);
 
-        f.kapStepNowL = f.kapStepsL[s] + fxTiny;
-        f.kapStepNowR = f.kapStepsR[s] + fxTiny;
-        f.kapGainL = (f.kapSmoothC * f.kapGainL + f.kapStepNowL) * f.kapSmoothK + fxTiny;
-        f.kapGainR = (f.kapSmoothC * f.kapGainR + f.kapStepNowR) * f.kapSmoothK + fxTiny;
+        f.stepNowL = f.stepsL[s] + fxTiny;
+        f.stepNowR = f.stepsR[s] + fxTiny;
+        f.gainL = (f.smoothC * f.gainL + f.stepNowL) * f.smoothK + fxTiny;
+        f.gainR = (f.smoothC * f.gainR + f.stepNowR) * f.smoothK + fxTiny;
 
-        if (f.kapChannelMode != 2)
-            wetLeft[t] = x[t] * f.kapGainL + fxTiny;
-        if (f.kapChannelMode != 1)
-            wetRight[t] = y[t] * f.kapGainR + fxTiny;
+        if (f.channelMode != 2)
+            wetLeft[t] = x[t] * f.gainL + fxTiny;
+        if (f.channelMode != 1)
+            wetRight[t] = y[t] * f.gainR + fxTiny;
     }
 
-    static_cast<RhythmFields&>(slot) = f;
+    state = f;
 }
 } // namespace quorel

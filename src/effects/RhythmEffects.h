@@ -5,32 +5,34 @@
 
 namespace quorel
 {
-struct FxSlot;
+struct FxContext;
 
-/** Fields of "AutoPan", "Tremelo" and "Kappel". */
-struct RhythmFields
+/** "AutoPan" or "Tremelo" (spelt so): a gain that glides after an LFO. */
+struct SweepState
 {
-    float panAmount = 0.0f, panSmooth = 0.0f, panNow = 0.0f, panTarget = 0.0f;
-    std::int32_t panWave = 0;
-    std::uint32_t panPhase = 0, panInc = 0;
-
-    float tremAmount = 0.0f, tremSmooth = 0.0f, tremNow = 0.0f, tremTarget = 0.0f;
-    std::int32_t tremWave = 0;
-    std::uint32_t tremPhase = 0, tremInc = 0;
-
-    float kapStepRate = 0.0f, kapSpeedFactor = 0.0f, kapPosition = 0.0f;
-    float kapSmoothC = 1.0f, kapSmoothK = 1.0f;
-    float kapSwing = 0.5f, kapSwingA = 0.0f, kapSwingB = 0.0f;
-    float kapMaskLeft = 0.0f, kapMaskRight = 0.0f; ///< the two patterns as they came, 16 bits / 65535.9
-    std::int32_t kapStepCount = 0, kapSyncMode = 0, kapChannelMode = 0;
-    float kapGainL = 0.0f, kapGainR = 0.0f, kapStepNowL = 0.0f, kapStepNowR = 0.0f;
-    float kapStepsL[16] = {}, kapStepsR[16] = {}; ///< 0 or 1
+    float amount = 0.0f, smooth = 0.0f, now = 0.0f, target = 0.0f;
+    std::int32_t wave = 0;
+    std::uint32_t phase = 0, inc = 0;
 };
 
-void autoPanUpdate(FxSlot& slot);
-void autoPanProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void tremeloUpdate(FxSlot& slot);
-void tremeloProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
-void kappelUpdate(FxSlot& slot);
-void kappelProcess(FxSlot& slot, const float* x, const float* y, float* wetLeft, float* wetRight, int num);
+struct KappelState
+{
+    float stepRate = 0.0f, speedFactor = 0.0f, position = 0.0f;
+    float smoothC = 1.0f, smoothK = 1.0f;
+    float swing = 0.5f, swingA = 0.0f, swingB = 0.0f;
+    float maskLeft = 0.0f, maskRight = 0.0f; ///< the two patterns as they came, 16 bits / 65535.9
+    std::int32_t stepCount = 0, syncMode = 0, channelMode = 0;
+    float gainL = 0.0f, gainR = 0.0f, stepNowL = 0.0f, stepNowR = 0.0f;
+    float stepsL[16] = {}, stepsR[16] = {}; ///< 0 or 1
+};
+
+void autoPanUpdate(SweepState& f, FxContext& c);
+void autoPanProcess(SweepState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void tremeloUpdate(SweepState& f, FxContext& c);
+void tremeloProcess(SweepState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                    float* wetRight, int num);
+void kappelUpdate(KappelState& f, FxContext& c);
+void kappelProcess(KappelState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
+                   float* wetRight, int num);
 } // namespace quorel

@@ -10,8 +10,6 @@ namespace quorel
 {
 namespace
 {
-constexpr double headDistance = 100.0;
-
 float signOf(float x)
 {
     return x > 0.0f ? 1.0f : (x < 0.0f ? -1.0f : 0.0f);
@@ -28,17 +26,12 @@ float limitedLength(float samples)
 }
 } // namespace
 
-void TapeQueue::reset()
+void TapeHead::windBack(double distance)
 {
-    front = 0;
-    count = 1;
-    entries[0] = {0.0, 0.0};
-}
-
-void TapeQueue::moveBack(double distance)
-{
-    for (int i = 0; i < count; ++i)
-        entries[(front + i) % capacity].time -= distance;
+    unwoundLater = later;
+    unwoundTime = nextTime;
+    time -= distance;
+    nextTime -= distance;
 }
 
 void tapeInit(TapeLine& tape, float sampleRate)
@@ -51,13 +44,12 @@ void tapeInit(TapeLine& tape, float sampleRate)
     tape.minCutoff = 20.0f / sampleRate;
     tape.samplesPerMs = sampleRate / 1000.0f;
     tape.invSampleRate = 1.0f / sampleRate;
-    tape.speedL = tape.speedR = 0.0;
     tape.posL = tape.posR = 0.0;
     tape.primedL = tape.primedR = 0;
-    tape.queueL.reset();
-    tape.queueR.reset();
+    tape.headL = tape.headR = {};
+    tape.back = 1;
     tape.baseL = tape.baseR = 100.0f;
-    tape.delayL = tape.delayR = 100.0f;
+    tape.delayL = tape.delayR = std::numeric_limits<float>::infinity();
     tape.feedbackL = tape.feedbackR = tape.crossL = tape.crossR = 0.0f;
     tape.lpCoef = 1.0f;
     tape.hpCoef = 0.0f;
@@ -81,16 +73,12 @@ void tapeSetLengths(TapeLine& tape, float pL, float pR, float extraL, float extr
 
     tape.delayL = limitedLength((extraL + tape.baseL) * mod);
     tape.delayR = limitedLength((extraR + tape.baseR) * mod);
-    tape.speedL = headDistance / static_cast<double>(tape.delayL);
-    tape.speedR = headDistance / static_cast<double>(tape.delayR);
 }
 
 void tapeSetDistances(TapeLine& tape, float left, float right)
 {
     tape.delayL = tape.baseL = std::max(left, 1.0e-3f);
     tape.delayR = tape.baseR = std::max(right, 1.0e-3f);
-    tape.speedL = headDistance / static_cast<double>(tape.delayL);
-    tape.speedR = headDistance / static_cast<double>(tape.delayR);
 }
 
 void tapeSetFeedback(TapeLine& tape, float feedback, float cross)
@@ -132,7 +120,7 @@ void tapeSetFilter(TapeLine& tape, float pLow, float pHigh)
 void tapeProcess(TapeLine& tape, float inL, float inR, float& outL, float& outR)
 {
     TapeRun run(tape);
-    const Quad out = run.process<false>(Quad{inL, inR, 0.0f, 0.0f}, run.speed());
+    const Quad out = run.process<false>(Quad{inL, inR, 0.0f, 0.0f}, run.step());
     run.store();
     outL = out[0];
     outR = out[1];

@@ -2,33 +2,49 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 
 namespace quorel
 {
-/** What lies on one tape track: samples with their positions, oldest first, in a ring that never grows. */
-struct TapeQueue
+/** What one sample has left on the tape, left and right. Its position is not kept: it follows from that of the
+    sample before by the speed, 100 / distance. */
+struct TapeSample
 {
-    struct Entry
-    {
-        double time;
-        double value;
-    };
+    float distance[2]; ///< delay in samples at which it was written
+    float first[2];    ///< its first value: the input while the head runs in, otherwise the same as `last`
+    float last[2];
+};
 
-    /** The longest delay, twice over for the time that the head takes to run in, and some slack for rounding.
-     */
-    static constexpr int capacity = 2 * 262143 + 1024;
+/** The tape itself, a ring that both tracks share. */
+struct TapeReel
+{
+    /** The longest delay, and some slack for rounding. */
+    static constexpr int capacity = 262143 + 1024;
 
-    Entry entries[capacity];
+    TapeSample samples[capacity];
+};
+
+/** Where a track is read: between the sample at `front` and the one after it. */
+struct TapeHead
+{
     int front = 0;
-    int count = 0;
+    int later = 0;         ///< samples after the front one
+    int doubled = 0;       ///< how many of these, the first ones, hold two values
+    double time = 0.0;     ///< position of the front sample, tape units
+    double nextTime = 0.0; ///< position of the sample after it, if there is one
 
-    void reset();
-    void moveBack(double distance);
+    // After the tape has been wound back, the samples already on it keep their old positions as long as they
+    // are added up, so that these round as they did when they were written.
+    int unwoundLater = 0; ///< samples after the next one, up to the first that was written at a new position
+    double unwoundTime = 0.0;
+
+    /** Moves all positions back; before a sample is written there. */
+    void windBack(double distance);
 };
 
 /** A tape echo: samples are written at a position that moves with the tape's speed, and read 100 units
-   behind. A change of delay changes the speed, and with it the pitch of what is on the tape. Audio thread
-   only. */
+    behind. A change of delay changes the speed, and with it the pitch of what is on the tape. Audio thread
+    only. */
 struct TapeLine
 {
     std::uint8_t feedEqual = 0; ///< feedback follows the two lengths
@@ -39,25 +55,28 @@ struct TapeLine
     float samplesPerMs = 44.1f;
     float invSampleRate = 0.0f;
     float baseL = 100.0f, baseR = 100.0f; ///< delay before modulation, samples
-    float delayL = 100.0f, delayR = 100.0f;
+
+    /** Delay in samples; infinite, for a tape that stands still, until it is set. */
+    float delayL = std::numeric_limits<float>::infinity(), delayR = std::numeric_limits<float>::infinity();
     float samplesPerWhole = 88200.0f;
     float feedbackL = 0.0f, feedbackR = 0.0f, crossL = 0.0f, crossR = 0.0f;
-    double speedL = 0.0, speedR = 0.0; ///< tape units a sample
-    double posL = 0.0, posR = 0.0;     ///< write head, tape units
+    double posL = 0.0, posR = 0.0; ///< write head, tape units
     std::uint8_t primedL = 0, primedR = 0;
     float lpCoef = 1.0f, hpCoef = 0.0f;
     float lpL = 0.0f, lpR = 0.0f, hpL = 0.0f, hpR = 0.0f;
     std::uint8_t guard = 0; ///< 1 while the engine is rebuilt: nothing may be processed
-    TapeQueue queueL, queueR;
+    TapeHead headL, headR;
+    int back = 1; ///< where the next sample goes
+    TapeReel* reel = nullptr;
 };
 
-/** Rewinds to an empty tape at the given rate. */
+/** Rewinds to an empty tape at the given rate. The first sample of the reel is the owner's to clear. */
 void tapeInit(TapeLine& tape, float sampleRate);
 
-/** Sets lengths and speeds from parameters of 0 to 1, extra samples, and a factor of modulation. */
+/** Sets lengths from parameters of 0 to 1, extra samples, and a factor of modulation. */
 void tapeSetLengths(TapeLine& tape, float pL, float pR, float extraL, float extraR, float mod);
 
-/** Sets speeds for two given distances in samples, at least 1e-3 each. */
+/** Sets two given distances in samples, at least 1e-3 each. */
 void tapeSetDistances(TapeLine& tape, float left, float right);
 
 /** Sets feedback (0 to 1, less is 0) and cross-feed (-1 to 1). */

@@ -5,63 +5,76 @@
 #include "effects/Quad.h"
 #include "effects/TapeLine.h"
 
+#include <algorithm>
+
 namespace quorel
 {
-/** A tape while it runs over a block of at most fxChunk samples: positions, queues and filters are held here
- * until store(). */
+/** A tape while it runs over a block of at most fxChunk samples: positions, heads and filters are held here
+    until store(). */
 class TapeRun
 {
 public:
+    /** Delays in samples, and how far the tape moves in one sample at these. */
+    struct Step
+    {
+        FloatPair distance;
+        Pair speed;
+    };
+
     explicit TapeRun(TapeLine& owner)
         : tape(owner)
+        , samples(owner.reel->samples)
         , feedback(Quad{owner.feedbackL, owner.feedbackR, 0.0f, 0.0f})
         , cross(Quad{owner.crossL, owner.crossR, 0.0f, 0.0f})
         , lpCoef(quadOf(owner.lpCoef))
         , hpCoef(quadOf(owner.hpCoef))
         , filterOn(owner.filterOn != 0)
         , position(Pair{owner.posL, owner.posR})
-        , left(owner.queueL)
-        , right(owner.queueR)
+        , left{owner.headL}
+        , right{owner.headR}
+        , back(owner.back)
         , low(Quad{owner.lpL, owner.lpR, 0.0f, 0.0f})
         , high(Quad{owner.hpL, owner.hpR, 0.0f, 0.0f})
     {
     }
 
-    /** True if for the next fxChunk samples the head stays run in, no queue wraps, fills up or runs empty,
-       and no position is wound back: then process<true>() does without looking. */
+    /** True if for the next fxChunk samples the heads stay run in, nothing wraps, fills up or runs empty, and
+        no position is wound back: then process<true>() does without looking. */
     bool isPlain() const
     {
         const double most = rewindDistance - fxChunk * headDistance / static_cast<double>(shortestDistance);
         return position[0] >= headDistance && position[1] >= headDistance && position[0] < most &&
-               position[1] < most && left.isPlain() && right.isPlain();
+               position[1] < most && left.isPlain(back) && right.isPlain(back) &&
+               TapeReel::capacity - back > 2 * fxChunk;
     }
 
-    Pair speed() const { return Pair{tape.speedL, tape.speedR}; }
+    /** At the distances that the tape is set to. */
+    Step step() const { return stepOf(FloatPair{tape.delayL, tape.delayR}); }
 
-    /** Tape units a sample for two distances in samples, at least 1e-3 each. */
-    static Pair speedFor(float leftDistance, float rightDistance)
+    /** At two distances in samples, at least 1e-3 each. */
+    static Step stepFor(float leftDistance, float rightDistance)
     {
-        return headDistance /
-               pairOf(std::max(leftDistance, shortestDistance), std::max(rightDistance, shortestDistance));
+        return stepOf(
+            FloatPair{std::max(leftDistance, shortestDistance), std::max(rightDistance, shortestDistance)});
     }
 
     /** One sample of both channels, in the first two lanes. */
     template <bool plain>
-    [[gnu::always_inline]] Quad process(Quad in, Pair speedNow)
+    [[gnu::always_inline]] Quad process(Quad in, const Step& step)
     {
-        if (!plain && (left.count == 0 || right.count == 0))
-            return Quad{};
-
-        position = position + speedNow;
+        position = position + step.speed;
         if (!plain && (position[0] > rewindDistance + 1024.0 || position[1] > rewindDistance + 1024.0))
-            position = Pair{left.rewound(position[0]), right.rewound(position[1])};
+            position = Pair{left.woundBack(position[0]), right.woundBack(position[1])};
 
         const Pair t = position - headDistance;
-        const Read l = left.read<plain>(position[0], t[0], in[0]),
-                   r = right.read<plain>(position[1], t[1], in[1]);
-        const Pair base = {l.a.value, r.a.value}, start = {l.a.time, r.a.time};
+        const bool runsInL = !plain && position[0] < headDistance,
+                   runsInR = !plain && position[1] < headDistance;
+        const Read l = runsInL ? silence : left.read<plain, 0>(samples, t[0]),
+                   r = runsInR ? silence : right.read<plain, 1>(samples, t[1]);
+        const Pair base = {l.value, r.value}, start = {l.time, r.time};
         const Pair read =
-            (Pair{l.b.value, r.b.value} - base) * (t - start) / (Pair{l.b.time, r.b.time} - start) + base;
+            (Pair{l.nextValue, r.nextValue} - base) * (t - start) / (Pair{l.nextTime, r.nextTime} - start) +
+            base;
         const Quad out = _mm_cvtpd_ps(read);
 
         const Quad crossed = __builtin_shufflevector(out, out, 1, 0, 2, 3);
@@ -75,9 +88,15 @@ public:
             written = low - high;
         }
 
-        const Pair kept = firstPair(written);
-        left.push<plain>(position[0], kept[0]);
-        right.push<plain>(position[1], kept[1]);
+        left.makeRoom<plain, 0>(samples);
+        right.makeRoom<plain, 1>(samples);
+        TapeSample& sample = samples[back];
+        sample = {{step.distance[0], step.distance[1]},
+                  {runsInL ? in[0] : written[0], runsInR ? in[1] : written[1]},
+                  {written[0], written[1]}};
+        back = next<plain>(back);
+        left.noteWritten<plain>(position[0], runsInL);
+        right.noteWritten<plain>(position[1], runsInR);
         return out;
     }
 
@@ -91,8 +110,9 @@ public:
         tape.lpR = low[1];
         tape.hpL = high[0];
         tape.hpR = high[1];
-        left.store();
-        right.store();
+        tape.headL = left.head;
+        tape.headR = right.head;
+        tape.back = back;
     }
 
 private:
@@ -103,110 +123,113 @@ private:
     // nothing in sound.
     static constexpr double rewindDistance = 1073741824.0;
 
-    /** The two entries around the read head. */
+    /** What lies before and behind the read head. */
     struct Read
     {
-        TapeQueue::Entry a, b;
+        double time, value, nextTime, nextValue;
     };
+
+    static constexpr Read silence = {0.0, 0.0, 1.0, 0.0};
+
+    static Step stepOf(FloatPair distance)
+    {
+        return {distance, headDistance / __builtin_convertvector(distance, Pair)};
+    }
+
+    template <bool plain>
+    static int next(int i)
+    {
+        return !plain && i + 1 == TapeReel::capacity ? 0 : i + 1;
+    }
 
     struct Track
     {
-        explicit Track(TapeQueue& owner)
-            : queue(owner)
-            , front(owner.entries + owner.front)
-            , back(owner.entries + (owner.front + owner.count) % TapeQueue::capacity)
-            , count(owner.count)
+        TapeHead head;
+
+        bool isPlain(int back) const { return back > head.front && head.unwoundLater == 0; }
+
+        /** Moves on to the last two values around position t. Before the tape has run the head's distance there is
+            nothing to read, nor with fewer than two values after the front one. */
+        template <bool plain, int channel>
+        [[gnu::always_inline]] Read read(const TapeSample* samples, double t)
         {
-        }
-
-        bool isPlain() const
-        {
-            return back > front && queue.entries + TapeQueue::capacity - back > 2 * fxChunk;
-        }
-
-        template <bool plain>
-        void step(TapeQueue::Entry*& entry)
-        {
-            if (++entry == queue.entries + TapeQueue::capacity && !plain)
-                entry = queue.entries;
-        }
-
-        const TapeQueue::Entry& second() const
-        {
-            return front + 1 == queue.entries + TapeQueue::capacity ? queue.entries[0] : front[1];
-        }
-
-        template <bool plain>
-        void push(double time, double value)
-        {
-            if (!plain && count == TapeQueue::capacity)
-                pop<plain>();
-
-            *back = {time, value};
-            step<plain>(back);
-            ++count;
-        }
-
-        template <bool plain>
-        void pop()
-        {
-            step<plain>(front);
-            --count;
-        }
-
-        /** Before the tape has run the head's distance the input is written as well, and nothing is read:
-           that is what two silent entries stand for. */
-        template <bool plain>
-        [[gnu::always_inline]] Read read(double at, double t, float in)
-        {
-            static constexpr Read silence = {{0.0, 0.0}, {1.0, 0.0}};
-
-            if (!plain && at < headDistance)
+            while (head.later + head.doubled >= 2)
             {
-                push<plain>(at, static_cast<double>(in));
-                return silence;
+                if (t < head.nextTime)
+                    return {head.time, static_cast<double>(samples[head.front].last[channel]), head.nextTime,
+                            static_cast<double>(samples[next<plain>(head.front)].first[channel])};
+
+                moveOn<plain, channel>(samples);
             }
 
-            while (true)
-            {
-                if (count < 3)
-                    return silence;
-
-                const TapeQueue::Entry next = plain ? front[1] : second();
-                if (t < next.time)
-                    return {*front, next};
-
-                pop<plain>();
-            }
+            return silence;
         }
 
-        double rewound(double at)
+        template <bool plain, int channel>
+        [[gnu::always_inline]] void moveOn(const TapeSample* samples)
+        {
+            head.front = next<plain>(head.front);
+            head.time = head.nextTime;
+            --head.later;
+            if (head.doubled > 0)
+                --head.doubled;
+
+            // A plain run never comes to the sample that was written last.
+            if (!plain && head.later == 0)
+            {
+                head.unwoundLater = 0;
+                return;
+            }
+
+            const double speed =
+                headDistance / static_cast<double>(samples[next<plain>(head.front)].distance[channel]);
+
+            if (plain || head.unwoundLater == 0)
+            {
+                head.nextTime = head.nextTime + speed;
+                return;
+            }
+
+            head.unwoundTime = head.unwoundTime + speed;
+            head.nextTime = head.unwoundTime - rewindDistance;
+            --head.unwoundLater;
+        }
+
+        /** Forgets the oldest sample of a full tape, which only one that stands still can fill. */
+        template <bool plain, int channel>
+        void makeRoom(const TapeSample* samples)
+        {
+            if (!plain && head.later + 1 == TapeReel::capacity)
+                moveOn<plain, channel>(samples);
+        }
+
+        template <bool plain>
+        void noteWritten(double at, bool twoValues)
+        {
+            if (!plain && head.later == 0)
+                head.nextTime = at;
+
+            ++head.later;
+            head.doubled += twoValues ? 1 : 0;
+        }
+
+        double woundBack(double at)
         {
             if (!(at > rewindDistance + 1024.0))
                 return at;
 
-            store();
-            queue.moveBack(rewindDistance);
+            head.windBack(rewindDistance);
             return at - rewindDistance;
         }
-
-        void store()
-        {
-            queue.front = static_cast<int>(front - queue.entries);
-            queue.count = count;
-        }
-
-        TapeQueue& queue;
-        TapeQueue::Entry* front;
-        TapeQueue::Entry* back; ///< where the next one goes
-        int count;
     };
 
     TapeLine& tape;
+    TapeSample* const samples;
     const Quad feedback, cross, lpCoef, hpCoef;
     const bool filterOn;
     Pair position;
     Track left, right;
+    int back;
     Quad low, high;
 };
 } // namespace quorel

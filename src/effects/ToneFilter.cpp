@@ -17,9 +17,9 @@ float onePoleCoefficient(float p, float invSampleRate)
 
 void setToneFilters(ToneFilter& tone, float pLow, float pHigh, float invSampleRate)
 {
-    tone.toneLp = onePoleCoefficient(pLow, invSampleRate);
-    tone.toneLpInv = 1.0f - tone.toneLp;
-    tone.toneHp = onePoleCoefficient(pHigh, invSampleRate);
-    tone.toneHpInv = 1.0f - tone.toneHp;
+    tone.lp = onePoleCoefficient(pLow, invSampleRate);
+    tone.lpInv = 1.0f - tone.lp;
+    tone.hp = onePoleCoefficient(pHigh, invSampleRate);
+    tone.hpInv = 1.0f - tone.hp;
 }
 } // namespace quorel

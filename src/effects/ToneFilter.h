@@ -6,18 +6,17 @@
 
 namespace quorel
 {
-/** One-pole low-pass and high-pass of both channels, in series wherever an effect has "LP Filter", "HP
- * Filter". */
+/** One-pole low-pass and high-pass of both channels, in series: "LP Filter" and "HP Filter" of most effects. */
 struct ToneFilter
 {
-    float toneLp = 1.0f;
-    float toneHp = 0.0f;
-    float toneLpInv = 0.0f;
-    float toneHpInv = 1.0f;
-    float toneLpStateL = 0.0f;
-    float toneLpStateR = 0.0f;
-    float toneHpStateL = 0.0f;
-    float toneHpStateR = 0.0f;
+    float lp = 1.0f;
+    float hp = 0.0f;
+    float lpInv = 0.0f;
+    float hpInv = 1.0f;
+    float lpStateL = 0.0f;
+    float lpStateR = 0.0f;
+    float hpStateL = 0.0f;
+    float hpStateR = 0.0f;
 };
 
 /** Sets both corners, pLow and pHigh 0 to 1 for 20 Hz to 40960 Hz as 2^(11 p) x 20. */
@@ -26,19 +25,19 @@ void setToneFilters(ToneFilter& tone, float pLow, float pHigh, float invSampleRa
 /** Low-pass of both channels in place. */
 inline void toneLowPass(ToneFilter& tone, float& l, float& r)
 {
-    tone.toneLpStateL = tone.toneLpInv * tone.toneLpStateL + tone.toneLp * l + fxTiny;
-    tone.toneLpStateR = tone.toneLpInv * tone.toneLpStateR + tone.toneLp * r + fxTiny;
-    l = tone.toneLpStateL;
-    r = tone.toneLpStateR;
+    tone.lpStateL = tone.lpInv * tone.lpStateL + tone.lp * l + fxTiny;
+    tone.lpStateR = tone.lpInv * tone.lpStateR + tone.lp * r + fxTiny;
+    l = tone.lpStateL;
+    r = tone.lpStateR;
 }
 
 /** High-pass of both channels in place. */
 inline void toneHighPass(ToneFilter& tone, float& l, float& r)
 {
-    tone.toneHpStateL = l * tone.toneHp + tone.toneHpInv * tone.toneHpStateL + fxTiny;
-    tone.toneHpStateR = r * tone.toneHp + tone.toneHpInv * tone.toneHpStateR + fxTiny;
-    l = l - tone.toneHpStateL;
-    r = r - tone.toneHpStateR;
+    tone.hpStateL = l * tone.hp + tone.hpInv * tone.hpStateL + fxTiny;
+    tone.hpStateR = r * tone.hp + tone.hpInv * tone.hpStateR + fxTiny;
+    l = l - tone.hpStateL;
+    r = r - tone.hpStateR;
 }
 
 /** Both filters while they run over a block; channels in the first two lanes. */
@@ -47,12 +46,12 @@ class ToneRun
 public:
     explicit ToneRun(ToneFilter& owner)
         : tone(owner)
-        , lp(quadOf(owner.toneLp))
-        , lpInv(quadOf(owner.toneLpInv))
-        , hp(quadOf(owner.toneHp))
-        , hpInv(quadOf(owner.toneHpInv))
-        , low(Quad{owner.toneLpStateL, owner.toneLpStateR, 0.0f, 0.0f})
-        , high(Quad{owner.toneHpStateL, owner.toneHpStateR, 0.0f, 0.0f})
+        , lp(quadOf(owner.lp))
+        , lpInv(quadOf(owner.lpInv))
+        , hp(quadOf(owner.hp))
+        , hpInv(quadOf(owner.hpInv))
+        , low(Quad{owner.lpStateL, owner.lpStateR, 0.0f, 0.0f})
+        , high(Quad{owner.hpStateL, owner.hpStateR, 0.0f, 0.0f})
     {
     }
 
@@ -66,10 +65,10 @@ public:
 
     void store() const
     {
-        tone.toneLpStateL = low[0];
-        tone.toneLpStateR = low[1];
-        tone.toneHpStateL = high[0];
-        tone.toneHpStateR = high[1];
+        tone.lpStateL = low[0];
+        tone.lpStateR = low[1];
+        tone.hpStateL = high[0];
+        tone.hpStateR = high[1];
     }
 
 private:

@@ -224,12 +224,12 @@ TEST(Compressor, LooksAheadAndFollowsItsCurve)
     Stereo fall = silence(96000);
     std::fill(fall.left.begin(), fall.left.begin() + 48000, 0.5f);
     run(*slow, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
-    EXPECT_LT(slow->compEnv[0], 0.5f * std::exp(-7.0f));
+    EXPECT_LT(slow->compressor.env[0], 0.5f * std::exp(-7.0f));
     auto half = makeSlot(27, rate);
     fall = silence(48000 + 12288);
     std::fill(fall.left.begin(), fall.left.begin() + 48000, 0.5f);
     run(*half, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
-    EXPECT_NEAR(half->compEnv[0],
+    EXPECT_NEAR(half->compressor.env[0],
                 0.5 * (0.128 * std::exp(-2.0) - 0.0208 * std::exp(-12.288)) / (0.128 - 0.0208), 0.002);
 }
 

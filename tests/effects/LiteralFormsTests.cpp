@@ -121,8 +121,10 @@ TEST(LiteralForms, ReverbUnit)
 
     for (const float scale : {1.0f, 0.0156f, 4.4f})
     {
+        const auto cells = std::make_unique<ReverbCells>();
+        unit->cells = cells.get();
         reverbSetLength(*unit, scale);
-        reverbClear(*unit);
+        reverbRest(*unit);
         for (AllPass& allPass : unit->allPass)
             allPass.position = 0;
         auto literal = std::make_unique<LiteralReverb>(*unit);
@@ -157,8 +159,10 @@ TEST(LiteralForms, TapeQueues)
 
         float gotL, gotR;
         tapeProcess(tape, in.left[i], in.right[i], gotL, gotR);
-        const auto l = static_cast<float>(left.read(tape.speedL, static_cast<double>(in.left[i])));
-        const auto r = static_cast<float>(right.read(tape.speedR, static_cast<double>(in.right[i])));
+        const double speedL = 100.0 / static_cast<double>(tape.delayL);
+        const double speedR = 100.0 / static_cast<double>(tape.delayR);
+        const auto l = static_cast<float>(left.read(speedL, static_cast<double>(in.left[i])));
+        const auto r = static_cast<float>(right.read(speedR, static_cast<double>(in.right[i])));
         const float wL = in.left[i] + l * tape.feedbackL + r * tape.crossL + fxTiny;
         const float wR = in.right[i] + r * tape.feedbackR + l * tape.crossR + fxTiny;
         left.times.push_back(left.pos);
@@ -191,16 +195,16 @@ TEST(LiteralForms, AmpAndCabinetSums)
                     const std::size_t i = (n + 1) & 63;
                     history[i] = in.left[n];
                     for (std::size_t k = 0; k < 64; ++k)
-                        sum += ampTaps[slot->ampType][k] * history[(i + k) & 63];
+                        sum += ampTaps[slot->amp.type][k] * history[(i + k) & 63];
                 }
                 else
                 {
                     ins[n & 31] = in.left[n];
                     for (std::size_t k = 0; k < 32; ++k)
-                        sum += cabFeed[slot->cabType][k] * ins[(n - k) & 31] +
-                               cabBack[slot->cabType][k] * outs[(n - k) & 31];
+                        sum += cabFeed[slot->cabinet.type][k] * ins[(n - k) & 31] +
+                               cabBack[slot->cabinet.type][k] * outs[(n - k) & 31];
                     outs[n & 31] = sum;
-                    sum *= cabGain[slot->cabType];
+                    sum *= cabGain[slot->cabinet.type];
                 }
                 expected[n] = sum;
             }
@@ -334,16 +338,16 @@ TEST(LiteralForms, CompressorGain)
         {
             const float delayed = look[n & 255], level = std::abs(in.left[n]);
             look[n & 255] = in.left[n];
-            const float c = peak > envelope ? slot->compAttack : slot->compRelease;
+            const float c = peak > envelope ? slot->compressor.attack : slot->compressor.release;
             envelope = (1.0f - c) * peak + c * envelope;
             peak = level > peak ? level : level * 0.001f + peak * 0.999f + fxTiny;
             const float target =
-                envelope > slot->compThresholdLin
-                    ? std::pow(10.0f, (slot->compThresholdDb - 20.0f * std::log10(envelope)) *
-                                          slot->compSlope * 0.05f)
+                envelope > slot->compressor.thresholdLin
+                    ? std::pow(10.0f, (slot->compressor.thresholdDb - 20.0f * std::log10(envelope)) *
+                                          slot->compressor.slope * 0.05f)
                     : 1.0f;
-            gain = (1.0f - slot->compAttack) * target + slot->compAttack * gain;
-            expected[n] = slot->compPost * gain * delayed;
+            gain = (1.0f - slot->compressor.attack) * target + slot->compressor.attack * gain;
+            expected[n] = slot->compressor.post * gain * delayed;
         }
 
         EXPECT_LE(deviation(out.left, expected), fullScaleLimit) << threshold;

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstddef>
+
+namespace quorel
+{
+/** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at
+    hand may be in use again, so that calloc would have to write it. Throws std::bad_alloc. */
+void* takeEmptyPages(std::size_t bytes);
+
+/** Gives back what takeEmptyPages() has returned for as many bytes. */
+void returnPages(void* pages, std::size_t bytes) noexcept;
+} // namespace quorel

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/FxMemory.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+
+namespace quorel
+{
+FxMemory::FxMemory()
+    : lines(static_cast<FxLines*>(takeEmptyPages(sizeof(FxLines))))
+{
+    static_assert(std::is_trivial_v<FxLines>, "all bytes zero must be an empty line");
+}
+
+void FxMemory::clearLineStarts()
+{
+    // What lies further on stays: an old tail can come back with a long delay, and is meant to.
+    constexpr int cleared = 16384;
+    if (!lineStartsWritten)
+        return;
+
+    std::fill(lines->lineL, lines->lineL + cleared, 0.0f);
+    std::fill(lines->lineR, lines->lineR + cleared, 0.0f);
+    lineStartsWritten = false;
+}
+
+void FxMemory::clearModLines()
+{
+    if (!modLinesWritten)
+        return;
+
+    std::fill(lines->modLineL, lines->modLineL + fxModLineLength, 0.0f);
+    std::fill(lines->modLineR, lines->modLineR + fxModLineLength, 0.0f);
+    modLinesWritten = false;
+}
+
+void FxMemory::clearShared(std::size_t bytes)
+{
+    std::memset(&lines->shared, 0, std::min(bytes, sharedWritten));
+    if (bytes >= sharedWritten)
+        sharedWritten = 0;
+}
+} // namespace quorel
