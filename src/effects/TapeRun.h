@@ -30,22 +30,22 @@ public:
         , hpCoef(quadOf(owner.hpCoef))
         , filterOn(owner.filterOn != 0)
         , position(Pair{owner.posL, owner.posR})
-        , left{owner.headL}
-        , right{owner.headR}
-        , back(owner.back)
+        , left(owner.headL, samples)
+        , right(owner.headR, samples)
+        , back(samples + owner.back)
         , low(Quad{owner.lpL, owner.lpR, 0.0f, 0.0f})
         , high(Quad{owner.hpL, owner.hpR, 0.0f, 0.0f})
     {
     }
 
-    /** True if for the next fxChunk samples the heads stay run in, nothing wraps, fills up or runs empty, and
-        no position is wound back: then process<true>() does without looking. */
+    /** True if for the next fxChunk samples the heads stay run in, nothing wraps, fills up or runs empty, no
+        position is wound back, and every sample holds one value: then process<true>() does without looking. */
     bool isPlain() const
     {
         const double most = rewindDistance - fxChunk * headDistance / static_cast<double>(shortestDistance);
         return position[0] >= headDistance && position[1] >= headDistance && position[0] < most &&
                position[1] < most && left.isPlain(back) && right.isPlain(back) &&
-               TapeReel::capacity - back > 2 * fxChunk;
+               samples + TapeReel::capacity - back > 2 * fxChunk;
     }
 
     /** At the distances that the tape is set to. */
@@ -69,8 +69,8 @@ public:
         const Pair t = position - headDistance;
         const bool runsInL = !plain && position[0] < headDistance,
                    runsInR = !plain && position[1] < headDistance;
-        const Read l = runsInL ? silence : left.read<plain, 0>(samples, t[0]),
-                   r = runsInR ? silence : right.read<plain, 1>(samples, t[1]);
+        const Read l = runsInL ? silence : left.read<plain, 0>(t[0]),
+                   r = runsInR ? silence : right.read<plain, 1>(t[1]);
         const Pair base = {l.value, r.value}, start = {l.time, r.time};
         const Pair read =
             (Pair{l.nextValue, r.nextValue} - base) * (t - start) / (Pair{l.nextTime, r.nextTime} - start) +
@@ -88,13 +88,14 @@ public:
             written = low - high;
         }
 
-        left.makeRoom<plain, 0>(samples);
-        right.makeRoom<plain, 1>(samples);
-        TapeSample& sample = samples[back];
-        sample = {{step.distance[0], step.distance[1]},
-                  {runsInL ? in[0] : written[0], runsInR ? in[1] : written[1]},
-                  {written[0], written[1]}};
-        back = next<plain>(back);
+        left.makeRoom<plain, 0>();
+        right.makeRoom<plain, 1>();
+        // Distances and first values in one, then the last values.
+        const Quad distance = {step.distance[0], step.distance[1], 0.0f, 0.0f};
+        const Quad first = {runsInL ? in[0] : written[0], runsInR ? in[1] : written[1], 0.0f, 0.0f};
+        storeQuad(back->distance, _mm_movelh_ps(distance, first));
+        _mm_storel_pi(reinterpret_cast<__m64*>(back->last), written);
+        back = next<plain>(back, samples);
         left.noteWritten<plain>(position[0], runsInL);
         right.noteWritten<plain>(position[1], runsInR);
         return out;
@@ -110,9 +111,9 @@ public:
         tape.lpR = low[1];
         tape.hpL = high[0];
         tape.hpR = high[1];
-        tape.headL = left.head;
-        tape.headR = right.head;
-        tape.back = back;
+        tape.headL = left.stored();
+        tape.headR = right.stored();
+        tape.back = static_cast<int>(back - samples);
     }
 
 private:
@@ -136,42 +137,51 @@ private:
         return {distance, headDistance / __builtin_convertvector(distance, Pair)};
     }
 
-    template <bool plain>
-    static int next(int i)
+    /** The sample after one, in the ring. */
+    template <bool plain, typename Sample>
+    static Sample* next(Sample* sample, Sample* ring)
     {
-        return !plain && i + 1 == TapeReel::capacity ? 0 : i + 1;
+        return !plain && sample + 1 == ring + TapeReel::capacity ? ring : sample + 1;
     }
 
     struct Track
     {
-        TapeHead head;
-
-        bool isPlain(int back) const { return back > head.front && head.unwoundLater == 0; }
-
-        /** Moves on to the last two values around position t. Before the tape has run the head's distance there is
-            nothing to read, nor with fewer than two values after the front one. */
-        template <bool plain, int channel>
-        [[gnu::always_inline]] Read read(const TapeSample* samples, double t)
+        Track(const TapeHead& from, const TapeSample* tapeRing)
+            : head(from)
+            , ring(tapeRing)
+            , front(tapeRing + from.front)
         {
-            while (head.later + head.doubled >= 2)
+        }
+
+        bool isPlain(const TapeSample* back) const
+        {
+            return back > front && head.doubled == 0 && head.unwoundLater == 0;
+        }
+
+        /** Moves on to the last two values around position t. With fewer than two values after the front one there
+            is nothing to read. */
+        template <bool plain, int channel>
+        [[gnu::always_inline]] Read read(double t)
+        {
+            while (head.later + (plain ? 0 : head.doubled) >= 2)
             {
                 if (t < head.nextTime)
-                    return {head.time, static_cast<double>(samples[head.front].last[channel]), head.nextTime,
-                            static_cast<double>(samples[next<plain>(head.front)].first[channel])};
+                    return {head.time, static_cast<double>(front->last[channel]), head.nextTime,
+                            static_cast<double>(next<plain>(front, ring)->first[channel])};
 
-                moveOn<plain, channel>(samples);
+                moveOn<plain, channel>();
             }
 
             return silence;
         }
 
         template <bool plain, int channel>
-        [[gnu::always_inline]] void moveOn(const TapeSample* samples)
+        [[gnu::always_inline]] void moveOn()
         {
-            head.front = next<plain>(head.front);
+            front = next<plain>(front, ring);
             head.time = head.nextTime;
             --head.later;
-            if (head.doubled > 0)
+            if (!plain && head.doubled > 0)
                 --head.doubled;
 
             // A plain run never comes to the sample that was written last.
@@ -181,8 +191,13 @@ private:
                 return;
             }
 
-            const double speed =
-                headDistance / static_cast<double>(samples[next<plain>(head.front)].distance[channel]);
+            // Delays change their distance every 16 samples at most: that saves most divisions.
+            const float now = next<plain>(front, ring)->distance[channel];
+            if (now != distance)
+            {
+                distance = now;
+                speed = headDistance / static_cast<double>(now);
+            }
 
             if (plain || head.unwoundLater == 0)
             {
@@ -195,12 +210,12 @@ private:
             --head.unwoundLater;
         }
 
-        /** Forgets the oldest sample of a full tape, which only one that stands still can fill. */
+        /** Forgets the oldest sample of a full tape; only one that stands still can fill up. */
         template <bool plain, int channel>
-        void makeRoom(const TapeSample* samples)
+        void makeRoom()
         {
             if (!plain && head.later + 1 == TapeReel::capacity)
-                moveOn<plain, channel>(samples);
+                moveOn<plain, channel>();
         }
 
         template <bool plain>
@@ -210,7 +225,8 @@ private:
                 head.nextTime = at;
 
             ++head.later;
-            head.doubled += twoValues ? 1 : 0;
+            if (!plain && twoValues)
+                ++head.doubled;
         }
 
         double woundBack(double at)
@@ -221,6 +237,19 @@ private:
             head.windBack(rewindDistance);
             return at - rewindDistance;
         }
+
+        TapeHead stored() const
+        {
+            TapeHead result = head;
+            result.front = static_cast<int>(front - ring);
+            return result;
+        }
+
+        TapeHead head; ///< but for its front
+        const TapeSample* ring;
+        const TapeSample* front;
+        float distance = 0.0f; ///< of the sample that was moved on to last, and the speed there
+        double speed = 0.0;
     };
 
     TapeLine& tape;
@@ -229,7 +258,7 @@ private:
     const bool filterOn;
     Pair position;
     Track left, right;
-    int back;
+    TapeSample* back; ///< where the next sample goes
     Quad low, high;
 };
 } // namespace quorel
