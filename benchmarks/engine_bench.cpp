@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Cost of the instrument as its host sees it, at 48 kHz. Counters: "percent" is the share of the block's own
-// duration, "ns" the time for one stereo sample, "ratio" the cost of two things played in turn: inside Quorel over without it, with
-// all EQ over without.
+// duration, "ns" the time for one stereo sample, "ratio" the cost of one thing over that of another, played
+// in turn: an instrument inside Quorel over the instrument alone, four layers with all EQ over four without.
 #include "support/ProcessorRig.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ using quorel::test::ProcessorRig;
 
 constexpr double sampleRate = 48000.0;
 constexpr std::array<int, 3> chord{48, 60, 67};
-// All of them hold a note for as long as it is down.
+// Instruments whose notes sound for as long as they are held.
 constexpr std::array<const char*, numLayers> sustainedInstruments{"Orlen", "Hexley2", "Zeph", "Fenn2"};
 
 enum class Content
@@ -70,7 +70,7 @@ void addChord(juce::MidiBuffer& midi)
         midi.addEvent(juce::MidiMessage::noteOn(1, note, 0.8f), 0);
 }
 
-/** Events as a rate that is turned over: the counter shows the time for one. */
+/** A rate of events, inverted: the counter shows the time for one. */
 benchmark::Counter timePer(benchmark::State& state, double eventsPerIteration)
 {
     return {static_cast<double>(state.iterations()) * eventsPerIteration,
@@ -118,7 +118,8 @@ double medianOf(std::vector<double>& values)
     return *middle;
 }
 
-/** The same instrument on one layer and alone, block by block in turn: the machine's mood hits both. */
+/** The same instrument on one layer and alone, block by block in turn, so that other load on the machine
+    affects both alike. */
 void hostOneInstrument(benchmark::State& state)
 {
     const auto samples = static_cast<int>(state.range(0));
@@ -157,8 +158,8 @@ void hostOneInstrument(benchmark::State& state)
     state.counters["ratio"] = medianOf(inside) / medianOf(outside);
 }
 
-/** What all EQ adds to four layers: both played block by block in turn. "ns" is the added time for one sample, "ratio" the
-    whole with EQ over that without. */
+/** What all EQ adds to four layers, with and without it played block by block in turn. "ns" is the added time
+    for one sample, "ratio" the whole with EQ over the whole without. */
 void addAllEq(benchmark::State& state)
 {
     const auto samples = static_cast<int>(state.range(0));
@@ -230,7 +231,7 @@ void restoreState(benchmark::State& state, Content content)
         rig.restore(chunk);
 }
 
-/** With the list of instruments that an earlier start has left, or with a scan for them. */
+/** With the list of instruments that an earlier start left behind, or with a scan for them. */
 void create(benchmark::State& state, bool firstStart)
 {
     ProcessorRig earlier(sampleRate);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What an instance costs that only sits there: memory and creation. The order counts, since the first instance pays for
-// what all of them share: run this program without repetitions and without interleaving.
+// What an idle instance costs: memory and creation. The order matters, since the first instance pays for what
+// all of them share: run this program without repetitions and without interleaving.
 #include "support/ProcessorRig.h"
 
 #include <benchmark/benchmark.h>
@@ -44,8 +44,8 @@ struct Memory
     bool isKnown() const { return resident > 0.0 && reserved > 0.0; }
 };
 
-/** A user whose instruments are known from an earlier start. That start was another process: a scan leaves the
-    instruments' code in memory, which isn't the instance's. */
+/** A user whose instruments are known from an earlier start. That start was another process, because a scan
+    leaves the instruments' code in memory, which isn't the instance's. */
 class KnownUser
 {
 public:
@@ -123,8 +123,8 @@ void holdInstances(benchmark::State& state)
     state.counters["virtual"] = (after.reserved - before.reserved) / number;
 }
 
-/** A further processor beside one that is there, with the list of instruments of an earlier start. The processor's
-    time of all threads. */
+/** Creates a further processor beside one that is there, with the list of instruments of an earlier start.
+    Processor time of all threads. */
 void createFurther(benchmark::State& state)
 {
     if (!isReady(state))

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Cost of the preset library and of what a preset brings: index, search, load, save, texts. The files of the
-// index lie in the system's memory after the first walk: a cold disk is another matter.
+// Cost of the preset library and of what a preset involves: index, search, load, save, texts. After the first
+// walk the index's files are in the system's cache; a cold disk is slower.
 #include "parameters/ParameterCodings.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
@@ -18,7 +18,7 @@ using quorel::test::ProcessorRig;
 constexpr int numFolders = 200;
 constexpr int presetsPerFolder = 50;
 
-/** 10,000 presets with names and categories of their own, made once. */
+/** 10,000 presets with random names and categories, made once. */
 class LargeLibrary
 {
 public:
@@ -53,7 +53,7 @@ private:
         index.build(banks());
     }
 
-    /** Without the wait for the disk that a user's preset is worth. */
+    /** Doesn't wait for the disk, as saving a user's preset does. */
     void write(const juce::String& folder, const juce::String& name, const juce::MemoryBlock& bytes) const
     {
         const auto file = presetFileFor(banks(), folder, name);
@@ -90,7 +90,7 @@ void filterCategories(benchmark::State& state, int numWanted)
         benchmark::DoNotOptimize(index.findCategories(wanted).size());
 }
 
-/** Lists of a folder of this many presets, and the menu that shows them. */
+/** The list of a folder with this many presets, and the menu that shows it. */
 void refreshLists(benchmark::State& state, int numPresets)
 {
     ProcessorRig rig;
@@ -103,7 +103,7 @@ void refreshLists(benchmark::State& state, int numPresets)
         benchmark::DoNotOptimize(rig.processor.getPresetCommands().presetMenu());
 }
 
-/** A saved preset, with an instrument on each layer or with none. */
+/** A saved preset, with an instrument on every layer or on none. */
 struct PresetRig
 {
     PresetRig(benchmark::State& state, bool withLayers)

@@ -68,7 +68,7 @@ const LV2Setup gxAutoWah = gx("gxautowah#autowah");
 const LV2Setup mdaDelay = mda("Delay");
 const LV2Setup mdaWah = mda("RezFilter");
 
-// Plug-ins that do nothing at their defaults are set to work; all others stay as they come.
+// Plug-ins that do nothing at their defaults are given values; all others stay as they are.
 std::vector<Job> makeJobs()
 {
     return {

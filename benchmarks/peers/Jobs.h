@@ -15,11 +15,10 @@ struct Peer
     std::vector<LV2Setup> plugins;
     std::string juceEffect = {};
     int combs = 0;           ///< combs and all-passes of a reverb, both channels together, where known
-    std::string lesser = {}; ///< what it lacks; such a peer is listed, and doesn't count as the cheapest
+    std::string lesser = {}; ///< what it lacks; such a peer is listed, but never the cheapest
 };
 
-/** One of Quorel's types, by its name in the type table; one of its kinds has a label and sets parameter 0.
- */
+/** One of Quorel's types, by its name in the type table. A kind of it has a label and sets parameter 0. */
 struct OwnType
 {
     std::string name;

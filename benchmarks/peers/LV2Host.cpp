@@ -230,7 +230,7 @@ struct LV2Effect : Candidate
     std::vector<std::unique_ptr<Instance>> instances;
 };
 
-/** The first feature that the plug-in can't do without and isn't in Instance; empty if there is none. */
+/** The first feature that the plug-in requires and Instance lacks; empty if there is none. */
 std::string missingFeature(const LilvPlugin* plugin)
 {
     static const std::set<std::string> known{LV2_URID__map,

@@ -10,7 +10,7 @@
 
 namespace quorel::peers
 {
-/** An LV2 plug-in, and the controls (by symbol) that are not to stay at their defaults. */
+/** An LV2 plug-in, and the controls (by symbol) that don't keep their defaults. */
 struct LV2Setup
 {
     std::string uri;

@@ -17,8 +17,8 @@ struct Rounds
 };
 
 /** Nanoseconds of processor time for a stereo frame of noise, for each candidate: the least of several
-   rounds, in which all of them play in turn. Threads that an effect starts count too. Null candidates give 0.
- */
+    rounds, in which all of them play in turn. Threads that an effect starts count too. Null candidates give
+    0. */
 std::vector<double> timeInTurn(const std::vector<Candidate*>& candidates, int blockLength,
                                const Rounds& rounds);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/TestLoop.h"
 #include "midi/MidiLinkedValueObject.h"
+#include "support/TestLoop.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -70,8 +70,8 @@ TEST(LinkedValue, AudioThreadWritesReachListenersOnTheMessageThread)
     EXPECT_EQ(g.listener.heard, std::vector<double>{1.0}) << "once, with the newest number";
     EXPECT_TRUE(g.listener.alwaysOnMessageThread);
 
-    // On the message thread the listeners hear without being asked; the same number is no news on either
-    // road.
+    // On the message thread listeners hear at once. Writing the same number again tells nobody, on either
+    // thread.
     g.value.setValueEased(0.5);
     test::pumpFor(20);
     g.value.setValueEased(0.5);
@@ -117,7 +117,7 @@ TEST(Easing, GlidesInAStraightLineAndEndsOnTheTarget)
         const auto seen = g.recordUntil(
             [&]
             {
-                // As a host does with its tempo at every block: it must not stretch the glide.
+                // As a host does with its tempo in every block: it must not prolong the glide.
                 g.value.setValueEased(target);
                 return !g.value.isInTransition();
             });
@@ -204,7 +204,7 @@ TEST(Easing, StopsPromptlyAtDestruction)
     {
         auto g = std::make_unique<Gliding>(60.0);
         g->value.setValueEased(1.0);
-        // Without a running loop the glide stands waiting for the lock.
+        // Without a running loop the glide waits for the lock.
         loopRuns ? test::pumpFor(80) : juce::Thread::sleep(30);
         ASSERT_TRUE(g->value.isInTransition());
         const double start = now();

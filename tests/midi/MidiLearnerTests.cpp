@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/TestLoop.h"
 #include "midi/MidiLinkedValueObject.h"
+#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +70,7 @@ TEST(MidiMapping, MatchesByDeviceKindChannelAndNumber)
     EXPECT_TRUE(control("", 0xb0, 7).matches(control("", 0xb0, 7), false));
     // A wheel's first byte is the fine half of its position, not a number.
     EXPECT_TRUE(control("Keys", 0xe0, 1).matches(control("Keys", 0xe0, 90), true));
-    // What has no kind of its own goes to any kind with that number, and never becomes a binding.
+    // A message without a kind of its own matches any kind with that number, and never becomes a binding.
     EXPECT_TRUE(stored.matches(control("Faders", 0xa0, 7), true));
     EXPECT_FALSE(control("Faders", 0xa0, 7).matches(control("Faders", 0xa0, 7), true));
 }

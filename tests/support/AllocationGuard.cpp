@@ -53,7 +53,7 @@ extern "C"
 #else
 
 #if defined(__GNUC__) && !defined(__clang__)
-// Where GCC inlines one of the two and not the other it takes them for a mismatched pair.
+// Where GCC inlines one of the two but not the other, it takes them for a mismatched pair.
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 #endif
 

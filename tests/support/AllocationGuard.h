@@ -4,9 +4,10 @@
 namespace quorel::test
 {
 
-/** Counts what its thread asks of the heap from its making on, taking and giving back alike: an audio thread may do
-    neither. With glibc that is every call, of JUCE and hosted instruments too; under a sanitizer, which stands in the
-    C library's place, and elsewhere it is new and delete of this program. One at a time in a thread. */
+/** Counts its thread's calls to the heap while it lives, allocating and freeing alike: an audio thread may do
+    neither. With glibc it sees every call, including those of JUCE and hosted instruments. Under a sanitizer,
+    which takes malloc's place itself, and elsewhere it sees this program's new and delete. One at a time in a
+    thread. */
 class AllocationGuard
 {
 public:

@@ -8,8 +8,8 @@
 namespace quorel::test
 {
 
-/** While it lives, the leak checker passes over what is allocated: for code that isn't ours and keeps its
-    memory to the end, such as an instrument from elsewhere. */
+/** While it lives, the leak checker ignores what is allocated: for code that isn't ours and never frees its
+    memory, such as a third-party instrument. */
 class ForeignLeaks
 {
 public:

@@ -22,8 +22,8 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
 
-    // Without a display JUCE would still try ":0.0": name one that can't exist. Tests with windows are
-    // started with theirs in QUOREL_TEST_DISPLAY.
+    // Without a display JUCE would still try ":0.0", so name one that can't exist. Tests with windows get
+    // theirs in QUOREL_TEST_DISPLAY.
     setVariable("DISPLAY", juce::SystemStats::getEnvironmentVariable("QUOREL_TEST_DISPLAY", ":9999"));
 
     const quorel::test::ScratchFolder user;

@@ -81,7 +81,7 @@ public:
     ScratchFolder scratch;
 };
 
-/** A processor of its own user, driven as a host would drive it. Message thread. */
+/** A processor with a user of its own, driven as a host would drive it. Message thread. */
 class ProcessorRig
 {
 public:
@@ -117,7 +117,7 @@ public:
             processor.chooseInstrument(layer, &description);
             const bool loaded =
                 pumpUntil([&] { return processor.getLayer(layer).getPluginName() == name; }, 3000);
-            // The reset of a layer writes its transpose, so its next block is for silencing alone.
+            // Resetting a layer writes its transpose, so its next block only silences it.
             play();
             return loaded;
         }
@@ -135,7 +135,7 @@ public:
 
     void noteOff(int note, int channel = 1) { send(juce::MidiMessage::noteOff(channel, note)); }
 
-    /** Plays `numBlocks` blocks in one go. */
+    /** Plays `numBlocks` blocks without the message loop in between. */
     Sound play(int numBlocks = 1)
     {
         Sound sound;
@@ -156,7 +156,7 @@ public:
 
     Sound playSeconds(double seconds) { return play(static_cast<int>(seconds * rate / block) + 1); }
 
-    /** Plays and runs the message loop by turns until `done`. */
+    /** Plays and runs the message loop in turn until `done`. */
     bool playUntil(const std::function<bool()>& done, int timeoutMillis = 10000)
     {
         return pumpUntil(

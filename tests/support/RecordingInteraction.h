@@ -6,9 +6,8 @@
 namespace quorel::test
 {
 
-/** Nobody sits in front of a test: it keeps what was said and gives the answers
-   that the test has laid out: no, and nothing, to begin with. Each entry is "title|text", that of a text
-   question "title|prompt|current". */
+/** Stands in for the user: keeps what was said, and gives the answers that the test has set, at first "no"
+    and nothing. Each entry is "title|text"; that of a question for a text is "title|prompt|current". */
 class RecordingInteraction : public UserInteraction
 {
 public:
@@ -54,12 +53,12 @@ public:
     juce::StringArray alerts;
     juce::StringArray questions;
     juce::StringArray textQuestions;
-    /** What is typed at the next question for a text; nothing cancels it. */
+    /** What is typed at the next question for a text; empty cancels it. */
     juce::String typedText;
     juce::StringArray progressTexts;
     /** Each entry is "title|path to start from|pattern". */
     juce::StringArray fileQuestions;
-    /** What the next choice of a file or folder gives; nothing cancels it. */
+    /** The answer to the next choice of a file or folder; none cancels it. */
     juce::File chosenFile;
     bool confirmAnswer = false;
 };

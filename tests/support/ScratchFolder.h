@@ -6,7 +6,7 @@
 namespace quorel::test
 {
 
-/** A new, empty folder that goes away with all that is in it. */
+/** A new, empty folder that is deleted with everything in it. */
 class ScratchFolder
 {
 public:
@@ -23,7 +23,7 @@ public:
 
     juce::File child(const juce::String& relativePath) const { return folder.getChildFile(relativePath); }
 
-    /** A file below it with this text, and the folders on the way. */
+    /** Writes a file below it with this text, creating the folders on the way. */
     juce::File write(const juce::String& relativePath, const juce::String& text) const
     {
         const auto file = child(relativePath);

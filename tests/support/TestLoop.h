@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the tests here share: the real message loop and foreign threads.
+// Helpers for tests that need the real message loop and other threads.
 #pragma once
 
 #include "common/MessagePump.h"
@@ -37,7 +37,7 @@ inline void onOtherThread(const std::function<void()>& work)
     thread.join();
 }
 
-/** Remembers every number a value told, and whether it came on the message thread. */
+/** Remembers every number that a value reported, and whether all came on the message thread. */
 struct Listener final : juce::Value::Listener
 {
     void valueChanged(juce::Value& value) override

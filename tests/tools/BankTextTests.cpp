@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The readable form of presets: what its words come to in the engine, and what its errors say.
+// The readable form of presets: what its words set in the engine, and what its errors say.
 #include "ParameterWords.h"
 #include "PresetText.h"
 #include "SoundBuilder.h"
@@ -149,7 +149,7 @@ Knob 4: Layer 2 Pan, -100 %
     EXPECT_FLOAT_EQ(rig.get(slot::fxVolume + 2), 1.0f);
     EXPECT_FLOAT_EQ(rig.get(slot::fxPan + 2), 0.25f);
 
-    // Low key, high key, low and high velocity of a zone; "off" takes one away that is on otherwise.
+    // Low key, high key, low and high velocity of a zone. "off" switches off a zone that is on by default.
     const auto zone = [&rig](int number)
     {
         std::vector<int> found;

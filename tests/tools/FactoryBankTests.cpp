@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Every factory preset as it comes out of the build, played: its level, and what the bank as a whole has to
-// show.
+// Plays every factory preset as the build makes it and checks its level, and that the bank as a whole shows
+// what the instrument can do.
 #include "common/QuietLogger.h"
 #include "support/ProcessorRig.h"
 

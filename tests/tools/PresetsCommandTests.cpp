@@ -135,7 +135,7 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).text, "");
     EXPECT_TRUE(run({"show", "A/One"}).text.contains("\nlayer 2     Tarn, "));
 
-    // Just what was set, and read as the instrument reads it.
+    // Only what was set, with the instrument's own texts.
     outcome = run({"show", "A/Two", "--json"});
     const auto json = juce::JSON::parse(outcome.text);
     EXPECT_EQ(json["name"], "Two");
@@ -161,7 +161,7 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     EXPECT_TRUE(outcome.text.contains("3 presets in 2 folders: 0 errors, 0 notes")) << outcome.text;
     EXPECT_TRUE(snapshot() == before);
 
-    // Nobody has set this user up, and looking does not.
+    // A user whom nobody has set up: looking doesn't set them up either.
     const auto nobody = rig.user.scratch.child("nobody");
     for (const auto& command : {juce::StringArray{"list"}, juce::StringArray{"search"},
                                 juce::StringArray{"verify"}, juce::StringArray{"show", "A/One"}})
@@ -256,7 +256,7 @@ TEST_F(PresetsCommand, VerifyNotesWhatIsMissingAroundAPreset)
 
 TEST_F(PresetsCommand, CategoriesChangeAndNothingElse)
 {
-    // A file whose end the reader would drop must keep it.
+    // Bytes behind the end, which a reader ignores, must survive.
     const auto before = bytesOf(file("A", "One")) + "kept";
     write(file("A", "One"), before);
     EXPECT_EQ(run({"categories", "set", "A/One", "riser", "Pad", "Dark"}).text,
@@ -323,7 +323,7 @@ TEST_F(PresetsCommand, ExportsAndImportsAFolder)
     ASSERT_EQ(run({"import", path, "--folder", "Guest"}).exitCode, 0);
     EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
 
-    // Back to where they came from, one of them changed meanwhile.
+    // Back to where they came from; one has changed meanwhile.
     const auto one = bytesOf(file("A", "One"));
     EXPECT_EQ(run({"categories", "set", "A/One", "Arp"}).exitCode, 0);
     EXPECT_EQ(run({"import", path, "--replace"}).exitCode, 0);
@@ -380,7 +380,7 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
     }
     EXPECT_TRUE(snapshot() == before);
 
-    // What systems add to archives is passed over; presets at the top take the archive's name.
+    // What operating systems add to archives is passed over; presets at the top take the archive's name.
     const auto mixed =
         zip("Mixed.zip", {{"Fine.qrl", good}, {"__MACOSX/._Fine.qrl", "x"}, {"notes.txt", "x"}});
     const auto imported = run({"import", mixed.getFullPathName()});

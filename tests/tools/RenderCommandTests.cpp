@@ -72,7 +72,7 @@ struct RenderCommand : testing::Test
 
     juce::String path(const char* name) const { return scratch.child(name).getFullPathName(); }
 
-    /** A sound file with the format that it should have; null if it is none. */
+    /** Opens a sound file and checks its format; null if it isn't one. */
     std::unique_ptr<juce::AudioFormatReader> open(const char* name, double rate, int bits,
                                                   double seconds) const
     {
@@ -136,7 +136,7 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
                       decibels(std::sqrt((left * left + right * right) / 2.0)) + ", ";
     EXPECT_TRUE(report.contains(told) && report.contains(" times real time")) << told << "\n" << report;
 
-    // Where its instruments aren't known it doesn't play.
+    // For a user who hasn't got the instruments it fails.
     outcome = start({QUOREL_TEST_RENDER, "--prefix", path("nobody"), "--preset", path("made.qrl"), midi, "-o",
                      path("nobody.wav")});
     EXPECT_EQ(outcome.exitCode, 1u);
@@ -162,7 +162,7 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
                     samples.getRMSLevel(channel, 0, samples.getNumSamples()), 0.01f * peak)
             << "the fade-in wasn't over, or another sound plays";
 
-    // Other formats and block sizes, a tempo of one's own, an argument file.
+    // Another format and block size, a fixed tempo, an argument file.
     const auto arguments =
         scratch.write("sound.args", "# a comment\n\n--layer\n1= Zeph : Morning Pad\n--rate=48000\n");
     outcome = render({"@" + arguments.getFullPathName(), "--block", "37", "--bits", "16", "--tempo", "60",
@@ -221,7 +221,7 @@ TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
         }
     }
 
-    // 20 dB more than it was: too much for whole numbers, and said so.
+    // Raised by 20 dB it clips in an integer format, and a warning says so.
     for (const char* bits : {"24", "32"})
     {
         const auto outcome = render({"--input", path("click.wav"), "--rate", "24000", "--bits", bits, "--fx",

@@ -160,7 +160,7 @@ TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
     folder.write("source/presets/02 Pads/notes.txt", "no preset");
     folder.write("my sounds/02 Pads/Same Name.qrl", "the user's own");
     folder.write("my sounds/Mine/Mine.qrl", "mine");
-    // What is the same as ours counts as ours, and follows it.
+    // A file that is the same as ours counts as ours and is updated.
     folder.write("my sounds/01 Keys/Plain.qrl", "plain");
     // The rest of the source is missing, so the run as a whole fails; the presets are installed all the same.
     juce::StringArray arguments{"--prefix", prefix.getFullPathName(), "--from",
@@ -235,7 +235,7 @@ TEST(Setup, errorsAreOneLineAndAnExitCode)
     EXPECT_TRUE(blocked.text.contains("cannot write the setting SOFTWARE\\Ostrand\\Quorel\\Banks Path"));
     EXPECT_EQ(folder.child("file").loadFileAsString(), "not a folder");
 
-    // A file where a folder has to be, for the instruments, for one of them, and for the memory of it all.
+    // Files stand where folders are needed, and a folder where the list of installed files goes.
     const auto data = userPlaces(folder.child("s")).dataFolder;
     for (const char* place : {"Layouts", "Plugins/Ostrand/Tarn"})
         ASSERT_TRUE(data.getChildFile(place).create());

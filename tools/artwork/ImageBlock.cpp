@@ -75,7 +75,7 @@ struct Files
     std::array<std::vector<juce::MemoryBlock>, numImages> doubleTiles;
 };
 
-/** Images drawn ahead of their encoding: bounds the memory they take. */
+/** Images drawn ahead of their encoding, which bounds their memory. */
 constexpr int maxWaitingJobs = 64;
 
 void waitForJobs(const juce::ThreadPool& pool, int remaining)
@@ -103,7 +103,7 @@ void drawTiles(juce::ThreadPool& pool, const ImageListing& listing, int scale,
 Files encodeAll()
 {
     Files files;
-    // Drawing goes one by one, since all text shares one typeface; the encoding is what takes long.
+    // Images are drawn one by one, since all text shares one typeface; it is the encoding that takes long.
     juce::ThreadPool pool(juce::SystemStats::getNumCpus());
     for (size_t i = 0; i < imageList.size(); ++i)
     {

@@ -11,8 +11,8 @@ namespace quorel::artwork
 namespace
 {
 
-/** Height of capitals in parts of a JUCE font's height (ascent and descent): Roboto's 1456 units of 1900 +
- * 500. */
+/** Height of capitals as a part of a JUCE font's height (ascent and descent): Roboto's 1456 units of 1900 +
+    500. */
 constexpr float capPart = 1456.0f / 2400.0f;
 
 std::array<juce::Typeface::Ptr, 3>& typefaces()

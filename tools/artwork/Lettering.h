@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Printed text. Sizes are heights of capitals in layout pixels and baselines stand on whole ones, so small
+// Printed text. Sizes are heights of capitals in layout pixels and baselines lie on whole ones, so that small
 // type comes out sharp.
 #pragma once
 

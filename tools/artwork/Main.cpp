@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// quorel-artwork: draws the editor's images into one block of files, as the program takes them in.
+// quorel-artwork: draws the editor's images into one block of files, which is compiled into the program.
 #include "ImageBlock.h"
 #include "Lettering.h"
 

@@ -147,7 +147,8 @@ juce::MemoryBlock pngOf(const juce::Image& image)
     const auto samples = samplesOf(image);
     int best = PNG_FILTER_NONE;
     size_t bestSize = std::numeric_limits<size_t>::max();
-    // With several filters libpng guesses the best of them for each row, which palettes and films defeat.
+    // Given several filters, libpng guesses the best for each row. For palettes and films the guess is often
+    // wrong.
     for (const int filters :
          {PNG_FILTER_NONE, PNG_FILTER_UP, PNG_FILTER_NONE | PNG_FILTER_UP | PNG_FILTER_PAETH})
     {

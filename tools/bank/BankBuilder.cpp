@@ -27,7 +27,7 @@ juce::Result failedAt(const juce::File& file, int line, const juce::String& mess
                               (line > 0 ? juce::String(line) + ":" : juce::String()) + " " + message);
 }
 
-/** Names go to every file system and into 32 bytes of the preset. */
+/** Names have to suit every file system, and 32 bytes of the preset. */
 bool isPortableName(const juce::String& name)
 {
     return name.length() <= longestName && name == name.trim() &&

@@ -8,8 +8,8 @@
 namespace quorel
 {
 
-/** Builds presets from their texts with a real processor and real instruments, in a user's places of their
-    own that go away with the builder. Message thread. */
+/** Builds presets from their texts with a real processor and real instruments, as a user of its own whose
+    files go away with the builder. Message thread. */
 class BankBuilder
 {
 public:

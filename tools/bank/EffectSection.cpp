@@ -13,8 +13,8 @@ namespace
 {
 constexpr int numSteps = 16;
 
-/** Sixteen steps, "x" for open and "-" for shut, as the Kappel keeps them: the first step in the
-    lowest bit. */
+/** Sixteen steps, "x" for open and "-" for shut, as the Kappel stores them: the first step in the lowest bit.
+    */
 std::optional<float> stepPattern(const juce::String& text)
 {
     const auto steps = text.removeCharacters(" ");
@@ -71,7 +71,8 @@ void setEffect(SoundWriter& sound, int block, const TextSection& section)
         sound.set(index, isLowPass ? 1.0f : restingValue([&](float v) { return sound.shownAt(index, v); }));
     }
 
-    // A length or speed reads as notes where the block is synced, and AutoPan takes its amount for that.
+    // These first: where a block is synced, a length or speed is shown as a note value. AutoPan shows its
+    // speed by its Amount instead.
     const auto decides = [](const TextLine& line) { return is(line, "Sync") || is(line, "Amount"); };
     for (const bool deciding : {true, false})
         for (std::size_t i = 1; i < section.lines.size(); ++i)

@@ -6,7 +6,7 @@
 namespace quorel::bank
 {
 
-/** Switches a block on with the type and the values that its section names; what it doesn't name rests. */
+/** Switches a block on with the type and values of its section. Parameters that it doesn't name rest. */
 void setEffect(SoundWriter& sound, int block, const TextSection& section);
 
 } // namespace quorel::bank

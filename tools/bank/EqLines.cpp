@@ -9,7 +9,7 @@ namespace quorel::bank
 
 bool setEq(SoundWriter& sound, int unit, const TextLine& line)
 {
-    // The master's slots show nothing: layer 1's of the same meaning do.
+    // The master's slots have no texts; layer 1's of the same meaning do.
     const auto setFrom = [&](int offset, const juce::String& wanted)
     {
         const int shown = eqBase(0) + offset;

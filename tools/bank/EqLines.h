@@ -6,7 +6,7 @@
 namespace quorel::bank
 {
 
-/** Sets the part of an EQ unit that the line names, and switches the unit on. False for a line about anything else. */
+/** Sets the part of an EQ unit that the line names, and switches the unit on. False if it names none. */
 bool setEq(SoundWriter& sound, int unit, const TextLine& line);
 
 } // namespace quorel::bank

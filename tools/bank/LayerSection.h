@@ -6,8 +6,8 @@
 namespace quorel::bank
 {
 
-/** Sets what a line of a layer's section names: range, strip, sends, EQ, switches. Lines that its instrument obeys
-    have been read before: they are passed over. */
+/** Sets what a line of a layer's section names: range, strip, sends, EQ or a switch. Passes over the lines
+    for its instrument, which have been read before. */
 void setLayer(SoundWriter& sound, int layer, const TextLine& line);
 
 } // namespace quorel::bank

@@ -121,7 +121,8 @@ void loadInstruments(SoundWriter& sound, const std::vector<TextSection>& text)
 
 void chooseSounds(SoundWriter& sound, int layer, const TextSection& section)
 {
-    // In this order, whatever the text's: a program replaces all parameters, and a mapping reads one.
+    // In this order, whatever the order of the text: a program replaces all parameters, and a mapping reads
+    // one.
     for (const auto& line : section.lines)
     {
         if (!is(line, "Program"))
@@ -137,7 +138,7 @@ void chooseSounds(SoundWriter& sound, int layer, const TextSection& section)
     for (const auto& line : section.lines)
         if (numberedFrom(line.key, "Easy", numEasyParameters) >= 0)
             mapEasy(sound, layer, line);
-    // A mapping written anew takes its value from the instrument.
+    // Writing a mapping, even the same one, makes it read its value from the instrument.
     for (int easy = 0; easy < numEasyParameters; ++easy)
     {
         const int mapping = layerParameter(layer, layerSlot::easyMapping + easy);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the readers of all sections do with a line.
+// Helpers for reading the lines of any section.
 #pragma once
 
 #include "PresetText.h"
@@ -11,7 +11,7 @@ namespace quorel::bank
 
 [[noreturn]] void fail(const TextLine& line, const juce::String& message);
 
-/** For a key that nobody takes. */
+/** For a key that the section doesn't have. */
 [[noreturn]] void failUnknown(const TextLine& line);
 
 /** The value, or a failure that says what the line's key takes. */

@@ -6,8 +6,8 @@
 namespace quorel::bank
 {
 
-/** Sets name, position and knobs of a multi-control. A target's base is where it stands when its knob is assigned, so
-    this comes after all else. */
+/** Sets name, position and knobs of a multi-control. Comes after everything else, because a target's base is
+    where it stands when its knob is assigned. */
 void setMultiControl(SoundWriter& sound, int group, const TextSection& section);
 
 } // namespace quorel::bank

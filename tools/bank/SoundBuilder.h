@@ -8,9 +8,9 @@
 namespace quorel
 {
 
-/** Brings a processor to the sound that a text describes. The processor is new, prepared, and used for nothing else;
-    its message loop and blocks run meanwhile. Throws a TextError for what the text says wrong, or names that isn't
-    there. Message thread. */
+/** Brings a processor to the sound that a text describes. The processor is new, prepared and used for nothing
+    else; the message loop and blocks run meanwhile. Throws a TextError for a mistake in the text, or for a
+    name that doesn't exist. Message thread. */
 void buildSound(PluginProcessor& processor, const std::vector<TextSection>& text);
 
 } // namespace quorel

@@ -22,7 +22,7 @@ SoundWriter::SoundWriter(PluginProcessor& destination)
 
 void SoundWriter::setShowing(int index, const juce::String& wanted, const TextLine& line)
 {
-    // Some show nothing that could be searched for.
+    // Some parameters have no text that could be searched for.
     const bool showsNothing = shownAt(index, 0.0f) == shownAt(index, 1.0f);
     const auto value = showsNothing ? percentValue(wanted)
                                     : valueShowing(wanted, [&](float v) { return shownAt(index, v); });

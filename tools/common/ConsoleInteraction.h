@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** How command line tools answer the engine: what it tells goes to the standard error stream, one line each,
-   and nothing is confirmed or chosen. */
+/** How command line tools answer the engine: its messages go to the standard error stream, a line each, and
+    nothing is ever confirmed or chosen. */
 class ConsoleInteraction final : public UserInteraction
 {
 public:

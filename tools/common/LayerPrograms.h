@@ -7,7 +7,7 @@
 namespace quorel
 {
 
-/** The programs that a layer's menu offers, in its order; `chooseProgram` counts them from 1. Message thread. */
+/** The programs of a layer's menu, in its order; `chooseProgram` counts them from 1. Message thread. */
 inline juce::StringArray programsOf(VirtualInstrument& layer)
 {
     const auto* row = findInstrument(layer.getPluginName());

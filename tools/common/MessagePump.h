@@ -7,7 +7,8 @@
 namespace quorel
 {
 
-/** Runs the message loop until `done` or for the time at most; true if it is done. Message thread. */
+/** Runs the message loop until `done`, at most for `timeoutMillis`. Returns whether it is done. Message
+    thread. */
 inline bool pumpUntil(const std::function<bool()>& done, int timeoutMillis)
 {
     constexpr int sliceMillis = 2;

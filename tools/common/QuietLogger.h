@@ -6,8 +6,7 @@
 namespace quorel
 {
 
-/** Keeps JUCE's notes about each plug-in that it opens off a tool's standard error stream, for the object's
- * life. */
+/** While it lives, keeps JUCE's notes about each plug-in that it opens off a tool's standard error stream. */
 class QuietLogger final : private juce::Logger
 {
 public:

@@ -8,14 +8,14 @@
 namespace quorel
 {
 
-/** Parameters that make up one text. */
+/** Consecutive parameters that hold one text, a character each. */
 struct TextRun
 {
     int first;
     int count;
 };
 
-/** The text that begins at a parameter, if one does. */
+/** The text that begins at a parameter, if any. */
 inline std::optional<TextRun> textRunFrom(int index)
 {
     if (index == slot::presetNameText || index == slot::folderNameText)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the command line programs have in common: their exit codes, how they tell an error, JUCE around their work.
+// What the command line programs have in common: exit codes, errors, and JUCE around their work.
 #pragma once
 
 #include <juce_core/juce_core.h>
@@ -46,19 +46,19 @@ public:
     }
 };
 
-/** The body of `main`. `parse` reads the command line into what `app` was told to fill; then `work` runs with
-    JUCE up, its notes about plug-ins kept off the standard error stream, and returns the exit code. Help and version go
-    to the standard output. Anything thrown becomes one line "name: what is wrong" on the standard error stream, with
-    "(see --help)" behind it if CLI11 threw it. */
+/** The body of `main`. `parse` reads the command line into the variables that `app` knows. Then `work` runs
+    while JUCE is up, with JUCE's notes about plug-ins kept off the standard error stream, and returns the
+    exit code. Help and version go to the standard output. An exception becomes one line "name: what is wrong"
+    on the standard error stream, followed by "(see --help)" if CLI11 threw it. */
 int runTool(CLI::App& app, const std::function<void()>& parse, const std::function<int()>& work);
 
-/** The same, for a program that leaves its arguments to CLI11 as they are. */
+/** The same, for a program whose arguments CLI11 parses as they are. */
 int runTool(CLI::App& app, int argc, const char* const* argv, const std::function<int()>& work);
 
 /** An argument's text, which is UTF-8. */
 juce::String textOf(const std::string& argument);
 
-/** The file that an argument names, from the current folder on. */
+/** The file that an argument names, relative to the current folder. */
 juce::File fileOf(const std::string& path);
 
 } // namespace quorel

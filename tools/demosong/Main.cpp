@@ -2,9 +2,9 @@
 // quorel-demosong: writes the demo song. Four bars of introduction and eight of a tune in 4/4, eight bars of
 // a middle part in 3/4, and two slowing bars to end on; D minor, 104 quarter notes a minute.
 //
-// Who plays what is a matter of keys alone, as on one keyboard: drums on 24 to 31, bass on 43 to 57 (written
-// an octave above its sound), chords on 58 to 76, the tune from 77. Its loud notes, from velocity 92, want a
-// second instrument.
+// The key alone decides who plays, as on one keyboard: drums on 24 to 31, bass on 43 to 57 (written an octave
+// above its sound), chords on 58 to 76, the tune from 77. Its loud notes, from velocity 92, are for a second
+// instrument.
 #include "Score.h"
 
 #include "common/Tool.h"

@@ -26,7 +26,7 @@ void Track::play(const Note& note)
     auto on = juce::MidiMessage::noteOn(channel, note.key, velocity);
     auto off = juce::MidiMessage::noteOff(channel, note.key);
     on.setTimeStamp(ticks(note.start));
-    // A tick short, so that a repeated key is let go before it comes again.
+    // A tick short, so that a repeated key is released before it is struck again.
     off.setTimeStamp(ticks(note.start + note.length) - 1.0);
     events.addEvent(on);
     events.addEvent(off);

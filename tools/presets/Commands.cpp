@@ -35,7 +35,7 @@ int fail(const juce::Result& result)
     return failWith(result.getErrorMessage());
 }
 
-/** Fails where there is nothing to work on. */
+/** Fails if there is nothing to work on. */
 juce::Result checkBanks(const PresetCollection& collection)
 {
     if (collection.banksFolder == juce::File())
@@ -277,7 +277,7 @@ int listCategories()
         for (int item = 0; item < categoriesPerGroup; ++item)
         {
             const juce::String word(categoryName(group * categoriesPerGroup + item));
-            // What has a number for a name is free.
+            // A number for a name means that the category is unused.
             if (word.isNotEmpty() && !word.containsOnly("0123456789"))
                 words.add(word);
         }

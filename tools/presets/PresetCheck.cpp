@@ -36,7 +36,7 @@ private:
     std::vector<Finding> found;
 };
 
-/** Reads parameters as text wants them. */
+/** A chunk's parameters, as the functions for texts read them. */
 class ChunkParameters final : public ParameterAccess
 {
 public:
@@ -146,7 +146,7 @@ void checkNames(const StateChunk& chunk, const juce::File& file, Findings& findi
         findings.note("the folder inside is \"" + printable(chunk.folderName) + "\"");
 }
 
-/** Whether lists and loads find the file. */
+/** Whether the lists show the file and loading finds it. */
 void checkPlace(const juce::File& file, Findings& findings)
 {
     const auto folder = file.getParentDirectory();

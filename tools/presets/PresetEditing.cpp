@@ -36,7 +36,7 @@ juce::Result findTarget(const juce::File& banksFolder, const PresetPlace& to, co
     if (!folderExists)
         if (const auto result = checkTypedName(to.folder, "a folder"); result.failed())
             return result;
-    // A name that stays is one that a file had already.
+    // A name that stays has proved itself.
     if (to.name != source.getFileNameWithoutExtension())
         if (const auto result = checkTypedName(to.name, "a preset"); result.failed())
             return result;

@@ -21,7 +21,7 @@ struct PresetPlace
     juce::String text() const { return folder + "/" + name; }
 };
 
-/** Fails where a typed name couldn't stand as it is, naming one that could. */
+/** Fails for a typed name that can't be used as it is, and suggests one that can. */
 juce::Result checkTypedName(const juce::String& name, const char* what);
 
 /** Where a copy or a renamed preset goes: fails for names that can't be, and for a preset that is there
@@ -32,7 +32,7 @@ juce::Result findTarget(const juce::File& banksFolder, const PresetPlace& to, co
 /** Copies a preset; the names inside become those of its new place. */
 juce::Result copyPreset(const juce::File& source, const juce::File& target, const PresetPlace& to);
 
-/** As `copyPreset`, and the old file goes. */
+/** As `copyPreset`, but the old file goes. */
 juce::Result renamePreset(const juce::File& source, const juce::File& target, const PresetPlace& to);
 
 enum class CategoryChange

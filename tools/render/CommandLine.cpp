@@ -13,7 +13,7 @@ namespace
 template <typename Choice>
 using Parser = juce::Result (*)(const juce::String&, Choice&);
 
-/** An option's own check of its syntax. */
+/** A check of an option's syntax. */
 template <typename Choice>
 std::function<std::string(const std::string&)> checkedBy(Parser<Choice> parse)
 {

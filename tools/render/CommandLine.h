@@ -16,7 +16,7 @@ public:
 
     CLI::App& parser() { return app; }
 
-    /** What the arguments say. Throws what `runTool` wants to hear: help, or a UsageFailure. */
+    /** What the arguments say. Throws CLI11's request for help, or a UsageFailure, both for `runTool`. */
     RenderOptions parse(int argc, const char* const* argv);
 
 private:
@@ -26,7 +26,7 @@ private:
     void addUserAndLists();
     RenderOptions choices() const;
 
-    /** Takes the plain numbers and flags; what wants reading stands below. */
+    /** Plain numbers and flags go here at once; what has yet to be parsed is kept below. */
     RenderOptions options;
     std::string midiFile, input, output, preset, savePreset, prefix;
     std::vector<std::string> layers, effects, sends, parameters;

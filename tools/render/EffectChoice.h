@@ -10,7 +10,7 @@ namespace quorel
 {
 
 /** "2=Stereo Delay:0.5,0.25:mix=0.4": an effect block that is switched on. What isn't given stays as it is.
- */
+    */
 struct EffectChoice
 {
     /** 0 to 3. */

@@ -25,7 +25,7 @@ std::unique_ptr<UserStore> storeFor(const RenderOptions& options)
     return options.prefix == juce::File() ? makeUserStore() : makeUserStore(userPlaces(options.prefix));
 }
 
-/** Draws on a terminal, and nowhere else. */
+/** Draws only on a terminal. */
 class ProgressBar
 {
 public:
@@ -96,7 +96,7 @@ juce::Result render(PluginProcessor& processor, const RenderOptions& options, co
     return juce::Result::ok();
 }
 
-/** The work without a song: a sound is put together and saved. */
+/** Puts a sound together and saves it, without playing anything. */
 juce::Result saveOnly(PluginProcessor& processor, const RenderOptions& options, const MidiSong& silence)
 {
     OfflineRender offline(processor, silence, nullptr, options.rate, options.block);
@@ -138,7 +138,7 @@ juce::Result work(const RenderOptions& options)
         return juce::Result::ok();
 
     ConsoleInteraction interaction(toolName);
-    // The effects' delay lines are part of the processor: far too large for the stack.
+    // Too large for the stack.
     const auto processor = std::make_unique<PluginProcessor>(storeFor(options), interaction);
     if (options.listInstruments)
         for (const auto& type : processor->getKnownPlugins().getTypes())

@@ -15,7 +15,7 @@ constexpr int numNotes = 128;
 constexpr int sustainPedal = 64;
 constexpr int tempoMeta = 0x51;
 constexpr int signatureMeta = 0x58;
-/** Powers of two: a denominator of 64 is the last that anyone writes. */
+/** As a power of two: nobody writes a denominator above 64. */
 constexpr int highestDenominatorPower = 6;
 
 /** A file's ticks. With a frame rate they are clock time, else fractions of a quarter note. */

@@ -11,7 +11,7 @@ namespace quorel
 namespace
 {
 constexpr int numChannels = 2;
-/** Long enough for the engine's timers (50 ms) to come round several times. */
+/** Long enough for the engine's timers (50 ms) to fire several times. */
 constexpr int settleMillis = 300;
 constexpr int settleSliceMillis = 20;
 /** How often the message loop gets its turn during a render, in wall time. */
@@ -89,7 +89,7 @@ juce::Result OfflineRender::run(SoundFile& file, double tailSeconds,
 
     for (juce::int64 position = 0; position < total; position += blockSize)
     {
-        // The last block is a whole one, as every host's; its surplus isn't written.
+        // The last block is a whole one, as in any host; what is too much isn't written.
         const int wanted = static_cast<int>(std::min<juce::int64>(blockSize, total - position));
         collectEvents(position, blockSize);
         playHead.moveTo(position, true);

@@ -38,12 +38,12 @@ public:
                   int blockSize);
     ~OfflineRender();
 
-    /** Runs empty blocks with the transport stopped, and the message loop by turns, until `done` or for the
-       time at most; true if it is done. */
+    /** Runs empty blocks with the transport stopped and the message loop in turn until `done`, at most for
+        `timeoutMillis`. Returns whether it is done. */
     bool playUntil(const std::function<bool()>& done, int timeoutMillis);
 
-    /** Runs empty blocks with the transport stopped, so that loads and messages asked for take their effect
-       before the first note. */
+    /** Runs empty blocks with the transport stopped, so that loads and messages take effect before the first
+        note. */
     void settle();
 
     /** Renders the input, or the song without one, and `tailSeconds` after it. `progress` gets 0 to 1 now and

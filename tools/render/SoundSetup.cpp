@@ -33,7 +33,7 @@ juce::Result readPreset(const juce::File& file, juce::MemoryBlock& bytes, StateC
     return juce::Result::ok();
 }
 
-/** Fails where a layer that has an instrument in the preset has none now. */
+/** Fails if a layer that has an instrument in the preset has none now. */
 juce::Result checkInstruments(PluginProcessor& processor, const StateChunk& chunk, const juce::File& file)
 {
     for (int layer = 0; layer < numLayers; ++layer)

@@ -118,7 +118,7 @@ void EditorPictures::play()
     juce::MidiBuffer midi;
     for (const int note : {36, 48, 60, 67, 76})
         midi.addEvent(juce::MidiMessage::noteOn(1, note, 0.8f), 0);
-    // A layer's first block after a load is for silencing alone.
+    // A layer's first block after a load only silences it.
     juce::MidiBuffer nothing;
     processor.processBlock(buffer, nothing);
     for (int i = 0; i < numBlocks; ++i)

@@ -48,7 +48,7 @@ public:
     /** Waits for a menu that is about to open. */
     static bool isMenuOpen();
 
-    /** Shows the editor in a window, without which menus close at once. Wants a window manager. */
+    /** Shows the editor in a window, without which menus close at once. Needs a window manager. */
     void openWindow();
 
 private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// quorel-screenshots: writes a PNG of every page, panel and mode of the editor. It wants a display that
-// windows can be made on, but no window manager.
+// quorel-screenshots: writes a PNG of every page, panel and mode of the editor. Needs a display, but no
+// window manager.
 #include "EditorPictures.h"
 #include "Scenes.h"
 
@@ -42,7 +42,7 @@ bool writePng(const juce::Image& image, const juce::File& file)
            file.replaceWithData(bytes.getData(), bytes.getDataSize());
 }
 
-/** What doesn't keep the other pictures from being taken. */
+/** Tells a failure that doesn't keep the other pictures from being taken. Returns the exit code. */
 int tell(const juce::String& text)
 {
     std::cerr << toolName << ": " << text << std::endl;

@@ -21,8 +21,8 @@ struct Scene
     std::function<bool(EditorPictures&)> arrange;
 };
 
-/** Every page, panel and mode, and all effect types. Menus are windows of their own, which want a window
- * manager. */
+/** Every page, panel and mode, and all effect types. Menus are windows of their own and need a window
+    manager. */
 std::vector<Scene> allScenes(bool withMenus);
 
 } // namespace quorel

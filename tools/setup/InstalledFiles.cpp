@@ -14,8 +14,7 @@ juce::PropertiesFile::Options manifestOptions()
     return options;
 }
 
-/** Size and FNV-1a sum: enough to notice a change, which is all that is asked of it. Empty where the
-    file can't be read. */
+/** Size and FNV-1a sum, which is enough to notice a change. Empty if the file can't be read. */
 juce::String fingerprint(const juce::File& file)
 {
     juce::MemoryBlock bytes;

@@ -92,7 +92,8 @@ std::vector<Installer::Setting> Installer::ownSettings() const
             own(pathSetting::help, data.getChildFile("Help")),
             own(pathSetting::ecs, data.getChildFile("ECS")),
             own(pathSetting::pluginList, places.settingsFolder.getChildFile("PluginList.xml")),
-            // Paths of the plug-in folder are cut at the maker's name, so the folder has to bear it.
+            // The plug-in folder's path is cut behind the maker's name when it is read, so it has to contain
+            // it.
             own(pathSetting::pluginFolder, data.getChildFile("Plugins").getChildFile("Ostrand"))};
 }
 
@@ -162,7 +163,7 @@ void Installer::installBanks(const juce::String& instrument, bool restoreRemoved
 {
     const auto setting = bankFolderSetting(instrument);
     const auto to = places.dataFolder.getChildFile("Instrument Banks").getChildFile(instrument);
-    // A folder of the user's own choice is not ours to fill.
+    // A folder that the user chose isn't ours to fill.
     const auto chosen = store.read(setting->key, setting->valueName);
     if (chosen.isNotEmpty() && fileOfSetting(chosen) != to)
         return;

@@ -27,7 +27,7 @@ juce::String timeText(double seconds)
     return juce::String(whole / 60).paddedLeft(' ', 2) + ":" + juce::String(whole % 60).paddedLeft('0', 2);
 }
 
-/** A preset doesn't touch these bindings. */
+/** Presets don't change these bindings. */
 void bindControllers(PluginProcessor& processor)
 {
     for (int group = 0; group < numMultiFaders; ++group)
@@ -36,7 +36,7 @@ void bindControllers(PluginProcessor& processor)
     processor.setParameter(slot::controllerMap + fadeController, encodeParamInt(slot::masterVolume));
 }
 
-/** On the road that a player's choice takes, with all its fades. */
+/** As when a player chooses it, with all its fades. */
 juce::Result choosePreset(PluginProcessor& processor, const PresetChoice& preset)
 {
     const auto silence = MidiSong::silence({});

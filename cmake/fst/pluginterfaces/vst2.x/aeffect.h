@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// JUCE includes this as its VST2 header; the free FST headers provide the contents. It does so inside a namespace of its
-// own, so no system header may be included here.
+// JUCE includes this as its VST2 header; the free FST headers provide the contents. JUCE does so inside a
+// namespace of its own, so no system header may be included here.
 //
 // Three things in FST don't fit what JUCE does with them:
-// - FST's speaker arrangement ends in a flexible array, while JUCE allocates `sizeof (VstSpeakerArrangement)` and
-//   writes up to eight entries: with FST's own type that overruns the heap.
-// - FST's pin properties end after the short label. The interface has 48 reserved bytes behind it, and plug-ins fill
-//   them in: a hosted instrument would write past the copy on our stack.
-// - FST gives opcodes that it hasn't explored placeholders for numbers (100000 and up). Hosts and plug-ins that send the
-//   real numbers would be ignored or, worse, sent a placeholder. The numbers below are the real ones.
+// - FST's speaker arrangement ends in a flexible array, while JUCE allocates `sizeof (VstSpeakerArrangement)`
+//   and writes up to eight entries: with FST's own type that overruns the heap.
+// - FST's pin properties end after the short label. The interface has 48 reserved bytes behind it, and
+//   plug-ins fill them in: a hosted instrument would write past the copy on our stack.
+// - FST gives opcodes that it hasn't explored placeholder numbers (100000 and up). Hosts and plug-ins that
+//   send the real numbers would be ignored or, worse, sent a placeholder. The numbers below are the real
+//   ones.
 #pragma once
 
 #define FST_DONT_DEPRECATE_UNKNOWN 1
