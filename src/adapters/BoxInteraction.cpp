@@ -8,7 +8,7 @@ namespace quorel
 
 namespace
 {
-/** Without a display JUCE can make no window at all, not even an alert. */
+/** Without a display JUCE can't open any window, not even an alert. */
 bool hasDisplay()
 {
     return !juce::Desktop::getInstance().getDisplays().displays.isEmpty();

@@ -10,8 +10,8 @@
 namespace quorel
 {
 
-/** Speaks to the user with boxes on the screen; on a machine without a screen, or before there is one, on the
-   standard error stream. Message thread, or with its lock held. */
+/** Talks to the user with boxes on the screen, or on the standard error stream where there is no screen.
+    Message thread, or with its lock held. */
 class BoxInteraction : public UserInteraction
 {
 public:

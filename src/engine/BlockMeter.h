@@ -7,17 +7,17 @@ namespace quorel
 {
 
 /** Output peaks and processing load. The block raises them, the processor's timer lets them fall, the editor
- * reads. */
+    reads them. */
 class BlockMeter
 {
 public:
-    /** Audio thread: size of the block at hand. */
+    /** Audio thread: the size of the block that is being rendered. */
     void setBlock(int samples, int channels) noexcept;
 
     /** Audio thread: largest absolute samples of the block. */
     void addPeaks(float left, float right) noexcept;
 
-    /** Audio thread: time that the block took; smoothed by 0.05 a block. */
+    /** Audio thread: how long the block took; smoothed by 0.05 a block. */
     void addBlockTime(double milliseconds) noexcept;
 
     /** Timer: works out the load, and lets the peaks fall by a factor of 0.8. */

@@ -23,16 +23,16 @@ constexpr int latchToMidi = 11;
 constexpr int unlatchMidi = 12;
 constexpr int setMidiController = 13;
 constexpr int clearMidi = 14;
-/** Rows that only tell something. */
+/** Rows that inform and can't be chosen. */
 constexpr int information = 9999;
 } // namespace controlMenuId
 
 /** The rows for a parameter: its name, its text, its controller, then the commands. None for an index outside
-   1 to 1506: such a control has no menu. */
+    1 to 1506: such a control has no menu. */
 MenuEntries controlMenu(PluginProcessor& processor, int parameter);
 
-/** Does what row `id` says. `defaultValue`, 0 to 1, is what a double click sets the control to. Ids that are
-    no command do nothing. "Set Value" and "Set Midi CC" ask the user and return with the answer. */
+/** Does what row `id` says. `defaultValue`, 0 to 1, is what a double click sets the control to. Other ids do
+    nothing. "Set Value" and "Set Midi CC" ask the user and return with the answer. */
 void runControlMenuItem(PluginProcessor& processor, int parameter, float defaultValue, int id);
 
 } // namespace quorel

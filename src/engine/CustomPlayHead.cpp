@@ -15,7 +15,7 @@ namespace
 constexpr double lowestTempo = 1.0e-3;
 constexpr double highestTempo = 1.0e6;
 
-/** Positions beyond this, 34 years at 120, are no positions. */
+/** In quarter notes: 34 years at a tempo of 120. What lies beyond is taken for an error. */
 constexpr double furthestQuarter = 2147483647.0;
 
 bool isTempo(double bpm) noexcept
@@ -109,8 +109,8 @@ void CustomPlayHead::updateFromHost()
 
 void CustomPlayHead::takePosition(const PositionInfo& host)
 {
-    // The transport follows the host also while it stands; what the host leaves out or garbles keeps its last
-    // value where there is one that makes sense.
+    // The transport follows a stopped host, too. What the host leaves out or garbles keeps its last sensible
+    // value.
     const double hostTempo = host.getBpm().orFallback(0.0);
     if (isTempo(hostTempo))
         tempo.store(hostTempo, std::memory_order_relaxed);

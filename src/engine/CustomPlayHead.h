@@ -11,8 +11,9 @@ namespace quorel
 {
 
 /** The play head that the hosted instruments see, and the tempo of the effects. Follows the host's transport
-   at every block; without a host's play head it serves the tempo that the user set. Hosts that tell nonsense
-   (a tempo of 0, a signature of 0, positions that are no numbers) do no harm: the last good value stays. */
+    at every block; without a host's play head it serves the tempo that the user set. Nonsense from a host (a
+    tempo of 0, a time signature with a 0, positions that are not numbers) does no harm: the last good value
+    stays. */
 class CustomPlayHead final : public juce::AudioPlayHead, public juce::Value::Listener
 {
 public:
@@ -23,17 +24,18 @@ public:
     juce::Optional<PositionInfo> getPosition() const override;
 
     /** Copies the host's transport, if there is a host play head. Audio thread, once a block, without
-     * allocation. */
+        allocation. */
     void updateFromHost();
 
     /** Not owned, may be null. Any thread; it must stay valid for the block that follows. */
     void setHostPlayHead(juce::AudioPlayHead* newHostPlayHead) noexcept;
 
-    /** Sets the tempo in quarter notes a minute; a tempo that is none is ignored. No other limit: that is the
-        interface's. A playing host takes it back at its next block. Message thread. */
+    /** Sets the tempo in quarter notes per minute. What can't be a tempo is ignored; there is no other limit,
+        as the range of the tempo box is the editor's business. A playing host overrides it at its next block.
+        Message thread. */
     void setBpm(float newBpm);
 
-    /** `masterBpm` was moved by somebody: its number becomes the tempo. */
+    /** `masterBpm` was moved from outside: its value becomes the tempo. */
     void valueChanged(juce::Value& changed) override;
 
     /** Tells the listeners of `beat` and `masterBpm` what the audio thread set. Message thread. */
@@ -43,7 +45,7 @@ public:
     double bpm() const noexcept { return tempo.load(std::memory_order_relaxed); }
 
     /** Length in samples of a bar of as many quarter notes as the signature has beats, at the process's last
-       sample rate; 0 before the first tempo. Any thread. */
+        sample rate; 0 before the first tempo. Any thread. */
     std::uint32_t getSamplesPerBar() const noexcept { return samplesPerBar.load(std::memory_order_relaxed); }
 
     /** 0 to 1 within the bar; negative in a host's pre-roll. Audio thread. */
@@ -67,14 +69,15 @@ private:
     double barFraction = 0.0;
     double previousBarFraction = 0.0;
     double previousPpqPosition = 0.0;
-    /** What is served; the audio thread's, but for the tempo, which `tempo` holds. */
+    /** What is served. It belongs to the audio thread, but for the tempo, which `tempo` holds. */
     CurrentPositionInfo position;
     std::atomic<juce::AudioPlayHead*> hostPlayHead{nullptr};
     const double creationSeconds;
     const juce::ReferenceCountedObjectPtr<AtomicValueSource> beatSource;
 
 public:
-    /** Number of the beat in the bar, from 0. The interface listens. */
+    /** Number of the beat in the bar, from 0, while the host plays. Listeners hear of each new beat on the
+        message thread. */
     juce::Value beat;
     /** The tempo as a linked value. 1 until the first tempo is set, though 120 is served. */
     MidiLinkedValueObject masterBpm;

@@ -13,7 +13,7 @@ class PluginProcessor;
 MenuEntries ecsMenu(PluginProcessor& processor);
 
 /** Does what row `id` of the menu says: clear the table, save it, delete the file in use, or load a file.
-   Saving and deleting ask the user first. Ids that the menu hasn't do nothing. */
+    Saving and deleting ask the user first. Ids that are not in the menu do nothing. */
 void chooseEcs(PluginProcessor& processor, int id);
 
 } // namespace quorel

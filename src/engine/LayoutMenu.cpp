@@ -19,8 +19,8 @@ LineFiles layoutFiles(PluginProcessor& processor, int layer)
             row != nullptr ? "." + juce::String(row->shortName) : juce::String(), "Layout"};
 }
 
-/** What a menu command works on, across a question to the user: the host may close the plug-in behind it, or
-   a preset load exchange the instrument. */
+/** The layer that a menu command works on, across a question to the user: meanwhile the host may close the
+    plug-in, or a preset may bring another instrument. */
 class QuestionedLayer
 {
 public:
@@ -31,7 +31,7 @@ public:
     {
     }
 
-    /** The layer, or null where it isn't as it was. */
+    /** The layer, or null if it isn't as it was. */
     VirtualInstrument* instrument() const
     {
         auto* found = alive != nullptr ? &alive->getLayer(layer) : nullptr;

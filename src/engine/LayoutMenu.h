@@ -14,7 +14,7 @@ class PluginProcessor;
 MenuEntries layoutMenu(PluginProcessor& processor, int layer);
 
 /** Does what row `id` of the menu says: default mapping, save, delete, or the mapping of a file. Saving and
-    deleting ask the user first. Ids that the menu hasn't do nothing. */
+    deleting ask the user first. Ids that are not in the menu do nothing. */
 void chooseLayout(PluginProcessor& processor, int layer, int id);
 
 } // namespace quorel

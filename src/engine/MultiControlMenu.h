@@ -14,7 +14,7 @@ class PluginProcessor;
 constexpr int noMultiTargetId = 73;
 
 /** The targets that any knob can have: a sub-menu for each layer, then "none". The present target of knob
-   `t`, 0 to 15, is ticked. */
+    `t`, 0 to 15, is ticked. */
 MenuEntries multiTargetMenu(PluginProcessor& processor, int t);
 
 /** Gives knob `t`, 0 to 15, the target of row `id`. Other numbers do nothing. */

@@ -25,7 +25,8 @@ std::optional<float> TapTempo::tap(std::uint32_t millis)
     if (count < tapsNeeded)
         return std::nullopt;
 
-    // The sum of the intervals is the row's length. In whole milliseconds; a row within none has no tempo.
+    // The average interval is the row's length over their number, in whole milliseconds. Taps within the same
+    // millisecond have no tempo.
     const std::uint32_t interval = (lastMillis - firstMillis) / (count - 1);
     if (interval == 0)
         return std::nullopt;

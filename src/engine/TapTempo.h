@@ -11,9 +11,9 @@ namespace quorel
 class TapTempo
 {
 public:
-    /** Takes a tap at `millis` of a counter that may wrap. From the fourth tap of a row on the tempo in
-       quarter notes a minute, unlimited; nothing before. A second's pause ends the row, and the tap that ends
-       it belongs to no row. */
+    /** Takes a tap at `millis` of a counter that may wrap. Gives the tempo in quarter notes per minute,
+        unclamped, from the fourth tap in a row on, and nothing before that. A pause of more than a second
+        ends the row; the tap that ends it starts no new one. */
     std::optional<float> tap(std::uint32_t millis);
 
 private:

@@ -41,7 +41,7 @@ bool isPlainName(const juce::String& name)
     if (name.isEmpty() || name == "." || name == ".." || name.containsChar('/'))
         return false;
 
-    // Where "\\" separates, ":" opens a stream within a file and devices have names.
+    // On Windows, where "\\" separates, ":" opens a stream within a file and devices have names.
     return juce::File::getSeparatorChar() != '\\' ||
            (!name.containsAnyOf("\\:*?\"<>|") && withoutControlCharacters(name) == name &&
             !isDeviceName(name));

@@ -13,12 +13,12 @@ juce::String withoutControlCharacters(const juce::String& text);
 bool isDeviceName(const juce::String& name);
 
 /** True where the name is a single component of a path, so that a file of this name lies in its folder: not
-   empty, not "." or "..", without this platform's separators and whatever else means something to it. Names
-   from chunks and archives are to be asked. */
+    empty, not "." or "..", without this platform's separators and whatever else is special to it. To be
+    checked for names that come from chunks and archives. */
 bool isPlainName(const juce::String& name);
 
 /** The file or folder `name` in `folder`; an empty file where the folder is empty or the name isn't a plain
-   one. A leading "~" is part of the name. */
+    one. A leading "~" is part of the name. */
 juce::File childNamed(const juce::File& folder, const juce::String& name);
 
 } // namespace quorel

@@ -77,7 +77,7 @@ bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
         }
     }
 
-    // The stream passes over a last buffer that was written in part, as happens when the disk runs full.
+    // The stream doesn't report a last buffer that was written in part, as happens when the disk fills up.
     written = written && temporary.getSize() == static_cast<juce::int64>(bytes.getSize());
 
     if (written && moveFile(temporary, file))
@@ -98,7 +98,7 @@ bool moveFile(const juce::File& from, const juce::File& to)
     if (!error)
         return true;
 
-    // A folder that is a link may lead to another disk.
+    // A linked folder may lie on another disk, where nothing can be renamed to.
     juce::MemoryBlock bytes;
     return error == std::errc::cross_device_link && readWholeFile(from, bytes) && replaceFile(to, bytes) &&
            from.deleteFile();

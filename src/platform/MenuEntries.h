@@ -10,7 +10,7 @@ namespace quorel
 {
 
 /** One row of a menu in plain data, for an editor to show and for a tool or a test to read: a command with an
-   id above 0, a line that separates (no id, no rows below it), or a sub-menu (no id, with rows). */
+    id above 0, a line that separates (no id, no rows below it), or a sub-menu (no id, with rows). */
 struct MenuEntry
 {
     int id = 0;
@@ -28,9 +28,9 @@ struct MenuEntry
 
     static MenuEntry separator() { return {}; }
 
-    static MenuEntry rows(const juce::String& title, std::vector<MenuEntry> entries)
+    static MenuEntry rows(const juce::String& title, std::vector<MenuEntry> entries, bool isTicked = false)
     {
-        return {0, title, true, false, std::move(entries)};
+        return {0, title, true, isTicked, std::move(entries)};
     }
 };
 

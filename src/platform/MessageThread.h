@@ -9,8 +9,8 @@ namespace quorel
 {
 
 /** Runs `work` on the message thread and returns when it is done: at once where the caller is that thread or
-   holds its lock. Hosts call from threads of their own, while instruments may be created and destroyed on the
-   message thread alone. Never from the audio thread. */
+    holds its lock. Hosts call from threads of their own, while instruments may be created and destroyed on
+    the message thread alone. Never from the audio thread. */
 template <typename Work>
 void runOnMessageThread(Work&& work)
 {

@@ -48,14 +48,34 @@ private:
 
 #else
 
-/** A base directory as freedesktop.org's rules have it: a variable that isn't an absolute path doesn't
-    count. */
+/** A base directory by freedesktop.org's rules: a variable that isn't an absolute path doesn't count. */
 juce::File baseDirectory(const char* variable, const char* defaultBelowHome)
 {
     const auto path = juce::SystemStats::getEnvironmentVariable(variable, {});
     if (path.startsWithChar('/'))
         return juce::File(path);
     return juce::File::getSpecialLocation(juce::File::userHomeDirectory).getChildFile(defaultBelowHome);
+}
+
+/** Moves a file or folder, also to another disk, where it has to be copied. */
+bool carryOver(const juce::File& file, const juce::File& place)
+{
+    namespace fs = std::filesystem;
+    const fs::path from = file.getFullPathName().toStdString();
+    const fs::path to = place.getFullPathName().toStdString();
+    std::error_code error;
+    fs::rename(from, to, error);
+
+    if (error == std::errc::cross_device_link)
+    {
+        error.clear();
+        fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+
+        if (!error)
+            fs::remove_all(from, error);
+    }
+
+    return !error;
 }
 
 #endif
@@ -121,7 +141,8 @@ bool moveToTrash(const juce::File& file)
 
 bool moveToTrash(const juce::File& file)
 {
-    // JUCE's own looks at fixed places and writes no record, without which nothing can be put back.
+    // JUCE's own `moveToTrash` looks at fixed places and writes no record, without which nothing can be
+    // restored.
     const auto trash = baseDirectory("XDG_DATA_HOME", ".local/share").getChildFile("Trash");
     const auto files = trash.getChildFile("files");
     const auto records = trash.getChildFile("info");
@@ -136,7 +157,7 @@ bool moveToTrash(const juce::File& file)
 
     do
     {
-        // A long name leaves room for the number and the record's ending.
+        // Cut, so that a long name leaves room for the number and the record's ending.
         const auto trashName =
             number == 1 ? name.substring(0, 48) : name.substring(0, 48) + "." + juce::String(number);
         place = juce::File::createFileWithoutCheckingPath(files.getFullPathName() + "/" + trashName);
@@ -149,27 +170,8 @@ bool moveToTrash(const juce::File& file)
     const auto text = "[Trash Info]\nPath=" + path +
                       "\nDeletionDate=" + juce::Time::getCurrentTime().formatted("%Y-%m-%dT%H:%M:%S") + "\n";
 
-    if (record.replaceWithText(text, false, false, nullptr))
-    {
-        namespace fs = std::filesystem;
-        const fs::path from = file.getFullPathName().toStdString();
-        const fs::path to = place.getFullPathName().toStdString();
-        std::error_code error;
-        fs::rename(from, to, error);
-
-        // From another disk it has to be carried over.
-        if (error == std::errc::cross_device_link)
-        {
-            error.clear();
-            fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
-
-            if (!error)
-                fs::remove_all(from, error);
-        }
-
-        if (!error)
-            return true;
-    }
+    if (record.replaceWithText(text, false, false, nullptr) && carryOver(file, place))
+        return true;
 
     record.deleteFile();
     return false;

@@ -28,7 +28,7 @@ UserPlaces userPlaces();
 UserPlaces userPlaces(const juce::File& prefix);
 
 /** Lets this process, and the instruments that it hosts, take the places under `prefix` for the user's own.
-   Call it before the first thread starts. On Windows the instruments keep to the registry. */
+    Call it before the first thread starts. On Windows the instruments keep to the registry. */
 void adoptUserPlaces(const juce::File& prefix);
 
 /** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, "Registry.xml" in the
@@ -42,8 +42,8 @@ std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places);
 juce::String pluginFileEnding();
 
 /** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
-   trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. False, and
-   nothing has happened, where there is no trash or it can't take it. */
+    trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. False, and
+    nothing has happened, where there is no trash or it can't take it. */
 bool moveToTrash(const juce::File& file);
 
 /** Such as "Linux 64 Bits version". */

@@ -6,9 +6,9 @@
 namespace quorel
 {
 
-/** How the engine speaks to whoever sits in front of it. The processor is given one: the plug-in shows boxes,
-   the command line tools print and answer no, tests record. All calls come on the message thread, or with it
-   held. */
+/** How the engine talks to its user. The processor is given one: the plug-in's shows boxes, that of the
+    command line tools prints and answers no, that of the tests records. All calls come on the message thread,
+    or with it held. */
 class UserInteraction
 {
 public:
@@ -21,7 +21,7 @@ public:
     virtual bool confirm(const juce::String& title, const juce::String& text) = 0;
 
     /** Asks for a line of text, with `current` to start from and `prompt` beside the field, and waits for the
-        answer. Empty where the user thinks better of it or nobody can answer. */
+        answer. Empty if the user cancels or nobody can answer. */
     virtual juce::String askText(const juce::String& title, const juce::String& prompt,
                                  const juce::String& current) = 0;
 
@@ -33,7 +33,7 @@ public:
     virtual juce::File chooseFileToOpen(const juce::String& title, const juce::File& start,
                                         const juce::String& pattern) = 0;
 
-    /** Lets the user name a file to write, `suggested` to start from; whoever answers has agreed to its being
+    /** Lets the user name a file to write, `suggested` to start from; a file that is chosen here may be
         replaced. An empty file where none was chosen. */
     virtual juce::File chooseFileToSave(const juce::String& title, const juce::File& suggested,
                                         const juce::String& pattern) = 0;

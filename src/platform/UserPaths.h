@@ -33,7 +33,7 @@ struct UserPaths
     /** Already cut with `cutAtOstrand`. */
     juce::File pluginFolder;
 
-    // Folders in the user's application data, whatever the settings say.
+    // Folders in the user's application data, whatever the settings say. Nothing here reads them yet.
     juce::File applicationFolder;
     juce::File samplesFolder;
     juce::File downloadsFolder;

@@ -13,7 +13,7 @@ juce::PropertiesFile::Options storeOptions()
     juce::PropertiesFile::Options options;
     options.storageFormat = juce::PropertiesFile::storeAsXML;
     options.ignoreCaseOfKeyNames = true;
-    // Saved by hand, in one go with the reading: no timer.
+    // No timer: each write reads, changes and saves in one go.
     options.millisecondsBeforeSaving = -1;
     return options;
 }
@@ -23,7 +23,7 @@ juce::String fullName(const juce::String& key, const juce::String& name)
     return key + "\\" + name;
 }
 
-/** The lock between processes counts for a whole process: threads need one of their own. */
+/** The lock between processes is held by a whole process: its threads need one of their own. */
 juce::CriticalSection& writeLock()
 {
     static juce::CriticalSection lock;

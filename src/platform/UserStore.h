@@ -15,16 +15,15 @@ class UserStore
 public:
     virtual ~UserStore() = default;
 
-    /** What the value holds now, whoever wrote it. Empty where it doesn't exist or can't be read. */
+    /** The value as it is now, whoever wrote it. Empty if it doesn't exist or can't be read. */
     virtual juce::String read(const juce::String& key, const juce::String& name) const = 0;
 
     /** False where the value could not be stored; the settings are then as they were. */
     virtual bool write(const juce::String& key, const juce::String& name, const juce::String& value) = 0;
 };
 
-/** The settings in one XML file, replaced as a whole at each write. A file that can't be understood
-    reads as empty; the first write to it keeps it as a copy with ".broken" added to its name and starts
-    afresh. */
+/** The settings in one XML file, replaced as a whole at each write. A file that can't be parsed reads as
+    empty; the first write to it keeps it as a copy with ".broken" added to its name and starts afresh. */
 class FileUserStore : public UserStore
 {
 public:

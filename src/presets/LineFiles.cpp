@@ -65,7 +65,7 @@ juce::String saveLinesAs(const LineFiles& files, const juce::String& title, cons
     {
         file = file.getSiblingFile(file.getFileName() + files.ending);
 
-        // Nobody has been asked about the file of that name.
+        // The user has not been asked about the file of that name.
         if (file.existsAsFile() && !user.confirm({}, file.getFileName() + " already exists. Replace ?"))
             return {};
     }

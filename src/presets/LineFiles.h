@@ -40,9 +40,9 @@ constexpr int firstFile = 4;
 MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,
                          const juce::String& currentName);
 
-/** Lets the user name a file and writes the lines to it. The file's name, or an empty text where the user
-    thought better of it or was told that the file could not be written. A name without the ending gets it:
-   the menu would never show the file otherwise. */
+/** Lets the user name a file and writes the lines to it. The file's name, or an empty text if the user
+    cancelled or was told that the file could not be written. A name without the ending gets it: the menu
+    would never show the file otherwise. */
 juce::String saveLinesAs(const LineFiles& files, const juce::String& title, const juce::String& suggestedName,
                          const juce::StringArray& lines, UserInteraction& user);
 

@@ -15,7 +15,7 @@ namespace
 namespace fs = std::filesystem;
 
 /** Calls `take` with the name of each entry that `wanted` accepts. Links count as what they lead to; those
-   that lead nowhere, or round in a circle, as nothing. */
+    that lead nowhere, or round in a circle, don't count. */
 void forEachEntry(const juce::File& folder, bool (*wanted)(const fs::directory_entry&),
                   const std::function<void(const juce::String&)>& take)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Preset files on disk: `<banks folder>/<folder name>/<preset name>.qrl`, each one a state chunk. Anything
-// may lie in these folders: what isn't a regular file under a readable name doesn't count as a preset. Any
-// thread but the audio thread.
+// may lie in these folders: only regular files whose names are valid text count as presets. Any thread but
+// the audio thread.
 #pragma once
 
 #include <juce_core/juce_core.h>
@@ -13,20 +13,20 @@ constexpr const char* presetFileEnding = ".qrl";
 constexpr const char* defaultFolderName = "99 Default Preset";
 constexpr const char* defaultPresetName = "Default Preset";
 
-/** Names of the folders in the banks folder, by code point. Hidden ones, those that begin with a point, don't
-    count: desktops and sync programs keep their own folders under such names. */
+/** Names of the folders in the banks folder, by code point. Hidden ones, which begin with a dot, don't count:
+    desktops and sync programs keep folders of their own under such names. */
 juce::StringArray listPresetFolders(const juce::File& banksFolder);
 
-/** Names, without ending, of the presets in a folder, by code point. The ending has to be ".qrl" in small
-    letters. */
+/** Names, without ending, of the presets in a folder, by code point. The ending has to be ".qrl" in lower
+    case. */
 juce::StringArray listPresets(const juce::File& folder);
 
 /** The file of a preset, by exact names among what the banks folder lists. An empty file if there is none. */
 juce::File findPresetFile(const juce::File& banksFolder, const juce::String& folderName,
                           const juce::String& presetName);
 
-/** Where a preset of these names is to be saved: always in a folder of the banks folder. An empty file where
-   a name isn't a plain one. */
+/** Where a preset of these names is saved: always in a folder of the banks folder. An empty file if either
+    name isn't a plain one. */
 juce::File presetFileFor(const juce::File& banksFolder, const juce::String& folderName,
                          const juce::String& presetName);
 

@@ -18,7 +18,7 @@ void PresetLibrary::scanFolders(const juce::File& banksFolder, const juce::Strin
 
     auto names = listPresetFolders(banksFolder);
 
-    // Somebody else may work on the folders: the index goes by their positions.
+    // The index goes by the positions of the folders, and other programs may change those.
     if (names != folderNames)
         indexStale = true;
 

@@ -10,7 +10,7 @@ namespace
 {
 constexpr const char* forbiddenCharacters = "\\/:*?\"<>|'";
 
-/** What both filters leave can still be a name that a platform treats in its own way. */
+/** What the filters leave can still be a name that some platform treats specially. */
 juce::String harmless(const juce::String& filtered, const juce::String& nothingLeft)
 {
     const auto name = withoutControlCharacters(filtered).trimEnd();

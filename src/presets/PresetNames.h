@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names of presets and folders as users type them, and what may stand as a name in the banks folder. Every
-// name is one component of a path and has to work on every platform, since banks travel between them. Any
-// thread.
+// Makes names for presets and folders of what users type. Every name is one component of a path and has to
+// work on every platform, since banks travel between them. Any thread.
 #pragma once
 
 #include <juce_core/juce_core.h>
@@ -11,13 +10,13 @@ namespace quorel
 
 constexpr int longestTypedName = 24;
 
-/** The name of a new preset from what was typed: the first 24 characters, points and a leading digit turned
-   into
-    "_", characters that no file name takes left out. Empty stays empty; "_default" where nothing is left. */
+/** The name of a new preset from what was typed: the first 24 characters, with dots and a leading digit
+    turned into "_" and the characters left out that no file name may contain. Empty stays empty; "_default"
+    where nothing is left. */
 juce::String cleanPresetName(const juce::String& typed);
 
-/** Every other typed name: the last 24 characters, a leading blank turned into "_", points and the characters
-    that no file name takes left out; "default" where nothing is left. */
+/** Every other typed name: the last 24 characters, with a leading blank turned into "_" and dots and the
+    characters left out that no file name may contain; "default" where nothing is left. */
 juce::String cleanTypedName(const juce::String& typed);
 
 } // namespace quorel

@@ -24,7 +24,7 @@ constexpr int layerParameter(int layer, int n)
 
 /** The state chunk taken apart and put together by its published layout, without the plug-in's own code:
     little-endian; magic at 0, number of parameters at 12, of layers at 16, version at 20, two names of 32
-   bytes at 24 and 56, the layers' sizes from 88, the parameters from 104, the layers' states behind. */
+    bytes at 24 and 56, the layers' sizes from 88, the parameters from 104, the layers' states behind. */
 struct SavedSound
 {
     /** Throws std::runtime_error if the bytes aren't a whole chunk. */
@@ -50,7 +50,7 @@ struct InstrumentChoice
 };
 
 /** What the instrument saves with that program chosen, in the bank file (.fxb) form in which hosted states
-   are kept. `instrument` is then set up that way. */
+    are kept. `instrument` is then set up that way. */
 Bytes hostedState(RawVst2Host& instrument, const InstrumentChoice& choice);
 
 /** A chunk of four instruments over the plug-in's defaults. */

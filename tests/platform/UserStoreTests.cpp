@@ -16,7 +16,7 @@ namespace
 constexpr const char* key = "SOFTWARE\\Ostrand\\Quorel";
 }
 
-TEST(UserStore, keepsWhatWasWrittenAndSeesOtherWriters)
+TEST(UserStore, KeepsWhatWasWrittenAndSeesOtherWriters)
 {
     const test::ScratchFolder folder;
     const auto file = folder.child("deep/Ostrand/Registry.xml");
@@ -48,7 +48,7 @@ TEST(UserStore, keepsWhatWasWrittenAndSeesOtherWriters)
     EXPECT_EQ(value->getStringAttribute("val"), "second");
 }
 
-TEST(UserStore, brokenFilesReadAsEmptyAndAreKeptAside)
+TEST(UserStore, BrokenFilesReadAsEmptyAndAreKeptAside)
 {
     const juce::StringArray broken{
         "not XML at all", "<PROPERTIES><VALUE name=\"SOFTWARE\\Ostrand\\Quorel\\Banks Path\" val=\"/x\"",
@@ -74,7 +74,7 @@ TEST(UserStore, brokenFilesReadAsEmptyAndAreKeptAside)
     EXPECT_EQ(folder.child("Registry.xml.broken2").loadFileAsString(), broken[1]);
 }
 
-TEST(UserStore, unwritablePlacesAreReported)
+TEST(UserStore, UnwritablePlacesAreReported)
 {
     const test::ScratchFolder folder;
     folder.write("file", "a file where a folder should be");
@@ -88,7 +88,7 @@ TEST(UserStore, unwritablePlacesAreReported)
     EXPECT_FALSE(onFolder.write(key, "Banks Path", "/x"));
 }
 
-TEST(UserStore, concurrentWritersLoseNothing)
+TEST(UserStore, ConcurrentWritersLoseNothing)
 {
     const test::ScratchFolder folder;
     const auto file = folder.child("Registry.xml");
@@ -111,7 +111,7 @@ TEST(UserStore, concurrentWritersLoseNothing)
             EXPECT_EQ(store.read(key, juce::String(w) + "/" + juce::String(i)), juce::String(i));
 }
 
-TEST(UserPaths, cutKeepsUpToTheLastOstrand)
+TEST(UserPaths, CutKeepsUpToTheLastOstrand)
 {
     const std::vector<std::pair<juce::String, juce::String>> cases{
         {"", ""},
@@ -126,7 +126,7 @@ TEST(UserPaths, cutKeepsUpToTheLastOstrand)
         EXPECT_EQ(cutAtOstrand(path), cut);
 }
 
-TEST(UserPaths, readsTheSixPathsAndCreatesNothing)
+TEST(UserPaths, ReadsTheSixPathsAndCreatesNothing)
 {
     const test::ScratchFolder folder;
     const auto store = makeUserStore(userPlaces(folder.path()));

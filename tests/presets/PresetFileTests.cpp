@@ -153,7 +153,7 @@ TEST(PresetFiles, ListsHoldPresetsAlone)
     ASSERT_TRUE(replaceFile(banks.getChildFile("stray.qrl"), blockOf("x")));
     juce::StringArray folders{"A", "B"};
 #if !JUCE_WINDOWS
-    // Links that lead nowhere, or round in a circle; a pipe; a name that is no text.
+    // Links that lead nowhere, or round in a circle; a pipe; a name that isn't valid text.
     ASSERT_EQ(symlink("loop.qrl", folder.getChildFile("loop.qrl").getFullPathName().toRawUTF8()), 0);
     ASSERT_EQ(symlink("nowhere", folder.getChildFile("lost.qrl").getFullPathName().toRawUTF8()), 0);
     ASSERT_EQ(symlink("..", folder.getChildFile("up").getFullPathName().toRawUTF8()), 0);
@@ -365,7 +365,7 @@ TEST(PresetFiles, DiscardedFilesGoToTheTrashWithTheirPath)
                                   "/Banks/50%25%20%C3%A9/x.qrl\nDeletionDate=20"))
         << record;
 
-    // A link goes by itself; a folder with all it holds.
+    // A link is removed alone; a folder with all its contents.
     ASSERT_TRUE(replaceFile(scratch.child("kept/y.qrl"), blockOf("kept")));
     ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
                       scratch.child("Banks/link").getFullPathName().toRawUTF8()),

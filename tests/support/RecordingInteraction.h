@@ -6,8 +6,8 @@
 namespace quorel::test
 {
 
-/** Stands in for the user: keeps what was said, and gives the answers that the test has set, at first "no"
-    and nothing. Each entry is "title|text"; that of a question for a text is "title|prompt|current". */
+/** Stands in for a user: records what it is told, and gives the answers that the test has prepared, to begin
+    with no and nothing. Each entry is "title|text", that of a text question "title|prompt|current". */
 class RecordingInteraction : public UserInteraction
 {
 public:
