@@ -4,6 +4,7 @@
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
+#include "presets/StateChunk.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,9 +15,7 @@ namespace quorel
 
 namespace
 {
-/** Parameter 10 in a chunk of four layers. */
-constexpr int categoryOffset = 144;
-/** An entry of menus that is no preset. */
+/** A menu entry that isn't a preset. */
 constexpr const char* placeholderName = "-- Select Preset --";
 
 bool isBetween(juce::juce_wchar character, juce::juce_wchar first, juce::juce_wchar last) noexcept
@@ -53,20 +52,7 @@ juce::juce_wchar lowerCase(juce::juce_wchar character) noexcept
     return character;
 }
 
-template <typename Matches>
-std::vector<int> findEntries(const std::vector<PresetIndexEntry>& entries, int folderIndex, Matches&& matches)
-{
-    std::vector<int> found;
-    found.reserve(entries.size());
-
-    for (size_t i = 0; i < entries.size(); ++i)
-        if ((folderIndex < 0 || entries[i].folderIndex == folderIndex) && matches(entries[i]))
-            found.push_back(static_cast<int>(i));
-
-    return found;
-}
-} // namespace
-
+/** The text in lower case, as UTF-8: Latin, Greek and Cyrillic letters, whatever the process's locale. */
 std::string searchForm(const juce::String& text)
 {
     std::string form;
@@ -84,14 +70,15 @@ std::string searchForm(const juce::String& text)
     return form;
 }
 
+/** Category values of a preset file, without reading the rest of it. */
 std::array<float, numCategoryParameters> readCategoryValues(const juce::File& file)
 {
     std::array<char, sizeof(float) * numCategoryParameters> bytes{};
     std::ifstream stream;
-    // Twenty-four bytes are wanted, not a buffer full.
+    // Unbuffered: twenty-four bytes are needed, not thousands.
     stream.rdbuf()->pubsetbuf(nullptr, 0);
     stream.open(pathOf(file), std::ios::binary);
-    stream.seekg(categoryOffset);
+    stream.seekg(static_cast<std::streamoff>(chunkOffset::parameter(firstCategoryParameter)));
     stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
 
     std::array<float, numCategoryParameters> values{};
@@ -104,6 +91,20 @@ std::array<float, numCategoryParameters> readCategoryValues(const juce::File& fi
 
     return values;
 }
+
+template <typename Matches>
+std::vector<int> findEntries(const std::vector<PresetIndexEntry>& entries, int folderIndex, Matches&& matches)
+{
+    std::vector<int> found;
+    found.reserve(entries.size());
+
+    for (size_t i = 0; i < entries.size(); ++i)
+        if ((folderIndex < 0 || entries[i].folderIndex == folderIndex) && matches(entries[i]))
+            found.push_back(static_cast<int>(i));
+
+    return found;
+}
+} // namespace
 
 void PresetIndex::build(const juce::File& banksFolder)
 {

@@ -19,24 +19,24 @@ struct PresetIndexEntry
     /** Position of the folder among the folders of the walk, from 0. */
     int folderIndex = 0;
     CategoryFlags flags{};
-    /** The name in small letters, as UTF-8, so that a search needn't convert it again. */
+    /** The name in lower case, as UTF-8, so that a search needn't convert it again. */
     std::string searchName;
 };
 
 /** Every preset of every folder with its categories, in the order of the lists: folders, then names, by code
-    point. It is what the disk held when it was built. Any one thread at a time. */
+    point. It shows the disk as it was when it was built. Any thread, but one at a time. */
 class PresetIndex
 {
 public:
-    /** Walks the banks folder and reads the six category values of each file from their fixed place. What a
-       short file doesn't have counts as 0. A tenth of a second for ten thousand files that the system has at
-       hand. */
+    /** Walks the banks folder and reads the six category values of each file from their fixed place. What
+        a short file lacks counts as 0. Takes a tenth of a second for ten thousand files in the system's
+        cache. */
     void build(const juce::File& banksFolder);
 
     const std::vector<PresetIndexEntry>& getEntries() const noexcept { return entries; }
 
     /** Positions of the entries whose names hold the text, in any letter case; all for an empty text. Entries
-       of other folders than `folderIndex` are left out, unless that is negative. */
+        of other folders than `folderIndex` are left out, unless that is negative. */
     std::vector<int> findText(const juce::String& text, int folderIndex = -1) const;
 
     /** Positions of the entries that have all the flags which are set in `wanted`; all if none is. */
@@ -45,12 +45,5 @@ public:
 private:
     std::vector<PresetIndexEntry> entries;
 };
-
-/** The text in small letters, as UTF-8: Latin, Greek and Cyrillic letters, whatever the process's locale is.
- */
-std::string searchForm(const juce::String& text);
-
-/** Category values of a preset file, without reading the rest of it. */
-std::array<float, numCategoryParameters> readCategoryValues(const juce::File& file);
 
 } // namespace quorel

@@ -10,9 +10,6 @@ namespace quorel
 
 namespace
 {
-constexpr size_t presetNameOffset = 24;
-constexpr size_t folderNameOffset = 56;
-constexpr size_t sizesOffset = 88;
 /** A chunk below this size and its parameters is refused. It is smaller than the true header: a sanity
     check, which older chunks rely on. */
 constexpr juce::int64 sanityHeader = 72;
@@ -160,19 +157,21 @@ ChunkStatus readStateChunk(const void* data, size_t size, StateChunk& chunk)
 
     const ByteReader reader(data, size);
 
-    if (!reader.holds(0, presetNameOffset) || reader.integerAt(0) != StateChunk::magic ||
-        reader.integerAt(20) != StateChunk::currentVersion)
+    if (!reader.holds(0, chunkOffset::presetName) ||
+        reader.integerAt(chunkOffset::magic) != StateChunk::magic ||
+        reader.integerAt(chunkOffset::version) != StateChunk::currentVersion)
         return ChunkStatus::foreign;
 
-    chunk.currentProgram = reader.integerAt(4);
-    chunk.numPrograms = reader.integerAt(8);
-    chunk.presetName = reader.textAt(presetNameOffset);
-    chunk.folderName = reader.textAt(folderNameOffset);
+    chunk.currentProgram = reader.integerAt(chunkOffset::currentProgram);
+    chunk.numPrograms = reader.integerAt(chunkOffset::numPrograms);
+    chunk.presetName = reader.textAt(chunkOffset::presetName);
+    chunk.folderName = reader.textAt(chunkOffset::folderName);
 
-    const juce::int64 numParameters = reader.integerAt(12);
-    const juce::int64 numLayersInChunk = reader.integerAt(16);
+    const juce::int64 numParameters = reader.integerAt(chunkOffset::numParameters);
+    const juce::int64 numLayersInChunk = reader.integerAt(chunkOffset::numLayers);
     const auto available = static_cast<juce::int64>(reader.length());
-    const juce::int64 parametersOffset = static_cast<juce::int64>(sizesOffset) + 4 * numLayersInChunk;
+    const juce::int64 parametersOffset =
+        static_cast<juce::int64>(chunkOffset::layerSizes) + 4 * numLayersInChunk;
 
     if (numParameters < 0 || numLayersInChunk < 0 || available < 4 * numParameters + sanityHeader ||
         available < parametersOffset)
@@ -180,7 +179,7 @@ ChunkStatus readStateChunk(const void* data, size_t size, StateChunk& chunk)
 
     for (size_t layer = 0;
          layer < chunk.layerSizes.size() && static_cast<juce::int64>(layer) < numLayersInChunk; ++layer)
-        chunk.layerSizes[layer] = reader.integerAt(sizesOffset + 4 * layer);
+        chunk.layerSizes[layer] = reader.integerAt(chunkOffset::layerSizes + 4 * layer);
 
     // The sanity check admits a chunk whose last parameters are cut off: those that are there count.
     const juce::int64 present = juce::jmin(numParameters, (available - parametersOffset) / 4);

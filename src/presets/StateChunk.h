@@ -17,6 +17,27 @@
 namespace quorel
 {
 
+/** Where in a chunk of `StateChunk::maxLayers` layers things lie, in bytes. */
+namespace chunkOffset
+{
+constexpr size_t magic = 0;
+constexpr size_t currentProgram = 4;
+constexpr size_t numPrograms = 8;
+constexpr size_t numParameters = 12;
+constexpr size_t numLayers = 16;
+constexpr size_t version = 20;
+constexpr size_t presetName = 24;
+constexpr size_t folderName = 56;
+constexpr size_t layerSizes = 88;
+
+/** Parameters begin behind the layers' sizes; `numParameters` of them end where the hosted states begin. */
+constexpr size_t parameter(size_t index) noexcept
+{
+    constexpr size_t layersInChunk = 4;
+    return layerSizes + 4 * layersInChunk + 4 * index;
+}
+} // namespace chunkOffset
+
 struct StateChunk
 {
     static constexpr int magic = 0x6B746D64;

@@ -89,7 +89,7 @@ void checkParameters(const StateChunk& chunk, Findings& findings)
 
 void checkStates(const StateChunk& chunk, std::size_t numBytes, Findings& findings)
 {
-    std::size_t offset = 88 + 4 * (numLayers + chunk.parameters.size());
+    std::size_t offset = chunkOffset::parameter(chunk.parameters.size());
     for (int layer = 0; layer < numLayers; ++layer)
     {
         const int size = chunk.layerSizes[static_cast<std::size_t>(layer)];

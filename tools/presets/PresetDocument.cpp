@@ -14,13 +14,6 @@ namespace quorel
 
 namespace
 {
-constexpr std::size_t numParametersOffset = 12;
-constexpr std::size_t numLayersOffset = 16;
-constexpr std::size_t versionOffset = 20;
-constexpr std::size_t presetNameOffset = 24;
-constexpr std::size_t folderNameOffset = 56;
-constexpr std::size_t headerSize = 88 + 4 * numLayers;
-
 int integerAt(const juce::MemoryBlock& bytes, std::size_t offset)
 {
     return static_cast<int>(
@@ -39,23 +32,23 @@ juce::String whyNotAPreset(const juce::MemoryBlock& bytes, StateChunk& chunk)
     const auto size = static_cast<juce::int64>(bytes.getSize());
     if (size == 0)
         return "the file is empty";
-    if (size < static_cast<juce::int64>(presetNameOffset))
+    if (size < static_cast<juce::int64>(chunkOffset::presetName))
         return "too short to be a preset: " + count(size, "byte");
-    if (integerAt(bytes, 0) != StateChunk::magic)
+    if (integerAt(bytes, chunkOffset::magic) != StateChunk::magic)
         return "not a preset: the file is of another format";
     if (status == ChunkStatus::foreign)
-        return "of format version " + juce::String(integerAt(bytes, versionOffset)) + ", not " +
+        return "of format version " + juce::String(integerAt(bytes, chunkOffset::version)) + ", not " +
                juce::String(StateChunk::currentVersion);
 
-    const int layers = integerAt(bytes, numLayersOffset);
-    const int parameters = integerAt(bytes, numParametersOffset);
+    const int layers = integerAt(bytes, chunkOffset::numLayers);
+    const int parameters = integerAt(bytes, chunkOffset::numParameters);
     if (layers != numLayers)
         return "has " + count(layers, "layer") + ", not " + juce::String(numLayers);
     if (parameters != numHostParameters)
         return "has " + count(parameters, "parameter") + ", not " + juce::String(numHostParameters);
     if (status == ChunkStatus::tooShort || chunk.parameters.size() < numHostParameters)
         return "the preset is cut off after " + count(size, "byte") + " of at least " +
-               juce::String(static_cast<juce::int64>(headerSize) + 4 * numHostParameters);
+               juce::String(static_cast<juce::int64>(chunkOffset::parameter(numHostParameters)));
     return {};
 }
 
@@ -101,8 +94,8 @@ void PresetDocument::setNames(const juce::String& preset, const juce::String& fo
         std::memcpy(static_cast<char*>(data.getData()) + offset, header.data(), header.size());
         writeParamText(*this, firstParameter, name, slot::nameTextLength);
     };
-    put(preset, presetNameOffset, slot::presetNameText);
-    put(folder, folderNameOffset, slot::folderNameText);
+    put(preset, chunkOffset::presetName, slot::presetNameText);
+    put(folder, chunkOffset::folderName, slot::folderNameText);
     content.presetName = preset;
     content.folderName = folder;
 }
@@ -123,7 +116,7 @@ void PresetDocument::writeParameter(int index, float newValue)
     juce::uint32 bits = 0;
     std::memcpy(&bits, &value, sizeof(bits));
     bits = juce::ByteOrder::swapIfBigEndian(bits);
-    std::memcpy(static_cast<char*>(data.getData()) + headerSize + sizeof(bits) * i, &bits, sizeof(bits));
+    std::memcpy(static_cast<char*>(data.getData()) + chunkOffset::parameter(i), &bits, sizeof(bits));
 }
 
 } // namespace quorel
