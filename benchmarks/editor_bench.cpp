@@ -101,11 +101,11 @@ void turnPage(benchmark::State& state)
 
     for (auto _ : state)
     {
-        rig.set(slot::view, viewOfPage(page));
+        rig.set(slot::view, viewOf(static_cast<Page>(page)));
         open.view().fullRefresh();
         open.paint();
         state.PauseTiming();
-        rig.set(slot::view, viewOfPage((page + 1) % 4));
+        rig.set(slot::view, viewOf(static_cast<Page>((page + 1) % numPages)));
         open.view().fullRefresh();
         open.paint();
         state.ResumeTiming();
@@ -186,7 +186,7 @@ void imageMemory(benchmark::State& state)
     {
         for (int page = 0; page < 4; ++page)
         {
-            rig.set(slot::view, viewOfPage(page));
+            rig.set(slot::view, viewOf(static_cast<Page>(page)));
             open.view().fullRefresh();
             benchmark::DoNotOptimize(
                 open.editor.createComponentSnapshot(open.editor.getLocalBounds(), true, scale));

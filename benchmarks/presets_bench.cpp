@@ -114,7 +114,7 @@ struct PresetRig
                 if (!rig.load(layer++, name))
                     state.SkipWithError("an instrument could not be loaded");
         rig.processor.setNames("Bench", "Bench");
-        if (!rig.processor.savePreset({}, true))
+        if (!rig.processor.getPresetStorage().save({}, true))
             state.SkipWithError("the preset could not be saved");
     }
 
@@ -125,14 +125,14 @@ void savePreset(benchmark::State& state, bool withLayers)
 {
     PresetRig preset(state, withLayers);
     for (auto _ : state)
-        preset.rig.processor.savePreset({}, true);
+        preset.rig.processor.getPresetStorage().save({}, true);
 }
 
 void loadPreset(benchmark::State& state, bool withLayers)
 {
     PresetRig preset(state, withLayers);
     for (auto _ : state)
-        preset.rig.processor.loadPresetFile();
+        preset.rig.processor.getSoundChange().loadPresetFile();
     if (withLayers != preset.rig.processor.getLayer(3).hasInstance())
         state.SkipWithError("the preset was not loaded");
 }

@@ -8,7 +8,7 @@
 
 namespace
 {
-/** The processor together with its way of speaking to the user. */
+/** The processor with its way of talking to the user. */
 class PluginInstance final : private quorel::BoxInteraction, public quorel::PluginProcessor
 {
 public:
@@ -29,7 +29,7 @@ public:
 
 private:
     /** The standalone opens with the preset that "--preset FOLDER/NAME" asks for, once it has restored what
-       it played last. Nothing sounds yet, so there is nothing to fade out. */
+        it played last. Nothing sounds yet, so there is nothing to fade out. */
     void openPresetOfCommandLine()
     {
         const auto arguments = juce::JUCEApplicationBase::getCommandLineParameterArray();
@@ -47,14 +47,14 @@ private:
                     return;
 
                 self->setNames(preset, folder);
-                self->loadPresetFile();
-                self->setParameter(quorel::slot::view, self->getCurrentView());
+                self->getSoundChange().loadPresetFile();
+                self->getEditorRequests().bringPageBack();
                 self->getPresetCommands().refreshLists();
                 self->requestEditorRefresh();
             });
     }
 
-    /** What one editor has decoded and set up is there for the next. */
+    /** Images and look of the first editor, kept for the next ones. */
     struct KeptForEditors
     {
         juce::SharedResourcePointer<quorel::ImageStore> images;

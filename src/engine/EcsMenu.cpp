@@ -18,7 +18,7 @@ LineFiles ecsFiles(PluginProcessor& processor)
 void clearEcs(PluginProcessor& processor)
 {
     processor.getControllerMap().clearControllerTable();
-    processor.ecsName.clear();
+    processor.getSession().setEcsName({});
 }
 
 void saveEcs(PluginProcessor& processor)
@@ -29,13 +29,13 @@ void saveEcs(PluginProcessor& processor)
 
     // The host may have closed the plug-in behind the open question.
     if (alive != nullptr && name.isNotEmpty())
-        processor.ecsName = name;
+        processor.getSession().setEcsName(name);
 }
 
 void deleteEcs(PluginProcessor& processor)
 {
     const juce::WeakReference<PluginProcessor> alive(&processor);
-    const auto name = processor.ecsName;
+    const auto name = processor.getSession().getEcsName();
 
     if (deleteLineFile(ecsFiles(processor), name, processor.userInteraction()) && alive != nullptr)
         clearEcs(processor);
@@ -47,13 +47,13 @@ void loadEcs(PluginProcessor& processor, const juce::File& file)
         return;
 
     processor.getControllerMap().importTable(readIntegerLines(file, numControllers));
-    processor.ecsName = file.getFileName();
+    processor.getSession().setEcsName(file.getFileName());
 }
 } // namespace
 
 MenuEntries ecsMenu(PluginProcessor& processor)
 {
-    return lineFileMenu(ecsFiles(processor), "Clear ECS", processor.ecsName);
+    return lineFileMenu(ecsFiles(processor), "Clear ECS", processor.getSession().getEcsName());
 }
 
 void chooseEcs(PluginProcessor& processor, int id)

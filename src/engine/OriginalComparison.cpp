@@ -26,14 +26,14 @@ bool OriginalComparison::showOriginal()
 {
     update();
 
-    if (showingOriginal || processor.isSoundChanging())
+    if (showingOriginal || processor.getSoundChange().isUnderWay())
         return false;
 
     showingOriginal = true;
     processor.getStateInformation(editedState);
 
     if (!originalState.isEmpty())
-        processor.restoreForComparison(originalState);
+        processor.getSoundChange().restoreForComparison(originalState);
 
     processor.requestEditorRefresh();
     return true;
@@ -43,13 +43,13 @@ bool OriginalComparison::showEdited()
 {
     update();
 
-    if (!showingOriginal || !processor.edited.load() || processor.isSoundChanging())
+    if (!showingOriginal || !processor.getSession().isEdited() || processor.getSoundChange().isUnderWay())
         return false;
 
     showingOriginal = false;
 
     if (!editedState.isEmpty())
-        processor.restoreForComparison(editedState);
+        processor.getSoundChange().restoreForComparison(editedState);
 
     processor.requestEditorRefresh();
     return true;
@@ -57,9 +57,10 @@ bool OriginalComparison::showEdited()
 
 void OriginalComparison::update()
 {
-    const bool edited = processor.edited.load();
+    auto& session = processor.getSession();
+    const bool edited = session.isEdited();
 
-    if (processor.editedChanged.exchange(false) && edited)
+    if (session.takeEdit() && edited)
         showingOriginal = false;
 
     if (edited != lastEdited)

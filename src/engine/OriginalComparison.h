@@ -9,7 +9,7 @@ namespace quorel
 class PluginProcessor;
 
 /** The sound as loaded or saved, kept beside the one that the user has made of it, to switch between both.
-   Names and MIDI bindings stay as they are. Message thread. */
+    Names and MIDI bindings stay as they are. Message thread. */
 class OriginalComparison
 {
 public:
@@ -25,17 +25,15 @@ public:
     bool isShowingOriginal() const noexcept { return showingOriginal; }
 
     /** Keeps the edited sound and brings the original back. False, and nothing happens, while the original is
-       heard or a preset is on its way. */
+        heard or a preset is on its way. */
     bool showOriginal();
     /** Brings the edited sound back. False, and nothing happens, unless the original of an edited preset is
-     * heard. */
+        heard. */
     bool showEdited();
 
     /** Follows the processor's flags: a further edit makes the sound that is heard the edited one. Each tick
-       of its timer. */
+        of its timer. */
     void update();
-
-    const juce::MemoryBlock& getOriginalState() const noexcept { return originalState; }
 
 private:
     PluginProcessor& processor;

@@ -66,7 +66,7 @@ void PluginProcessor::resetNames()
 
 void PluginProcessor::resetLayer(int layer)
 {
-    layerNeedsAttention[static_cast<size_t>(layer)].store(false);
+    editorRequests.setAttention(layer, false);
     getLayer(layer).forgetMissingState();
     resetText(*this, layerParameter(layer, layerSlot::pluginNameText));
 
@@ -81,7 +81,7 @@ void PluginProcessor::resetAllParameters()
     for (const int index : {slot::masterVolume, slot::masterMute, slot::view, slot::editedOrOriginal})
         writeDefaults(*this, index);
 
-    edited.store(false);
+    session.markSaved();
     writeDefaults(*this, slot::freeControllerBlock, numLayers);
     resetNames();
 

@@ -16,7 +16,7 @@ PresetCommands::PresetCommands(PluginProcessor& pluginProcessor, PresetLibrary& 
 
 bool PresetCommands::isBusy() const
 {
-    return processor.isSoundChanging();
+    return processor.getSoundChange().isUnderWay();
 }
 
 juce::File PresetCommands::banksFolder() const
@@ -41,7 +41,7 @@ void PresetCommands::refreshIndex()
 
 bool PresetCommands::load(const juce::String& folder, const juce::String& preset)
 {
-    if (isBusy() || !processor.requestPresetLoad(folder, preset))
+    if (isBusy() || !processor.getSoundChange().requestPreset(folder, preset))
         return false;
 
     library.clearSelection();
@@ -214,13 +214,13 @@ bool PresetCommands::run(const juce::String& command)
     return false;
 }
 
-PresetMenu PresetCommands::folderMenu()
+MenuEntries PresetCommands::folderMenu()
 {
     refreshLists();
     return makeFolderMenu(library);
 }
 
-PresetMenu PresetCommands::presetMenu()
+MenuEntries PresetCommands::presetMenu()
 {
     refreshLists();
     return makePresetMenu(library);
@@ -228,15 +228,15 @@ PresetMenu PresetCommands::presetMenu()
 
 void PresetCommands::folderMenuChosen(int id)
 {
-    if (id >= PresetMenu::firstFolderId)
-        selectFolder(id - PresetMenu::firstFolderId);
+    if (id >= presetMenuId::firstFolder)
+        selectFolder(id - presetMenuId::firstFolder);
     else
         run(folderCommandOf(id));
 }
 
 void PresetCommands::presetMenuChosen(int id)
 {
-    const int index = id - PresetMenu::firstPresetId;
+    const int index = id - presetMenuId::firstPreset;
 
     if (index < 0)
         run(presetCommandOf(id));

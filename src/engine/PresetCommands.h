@@ -12,13 +12,13 @@ namespace quorel
 
 class PluginProcessor;
 
-/** Everything that a user does with presets, folders and categories, whoever shows it: editor, tools and
-   tests.
+/** Everything that a user can do with presets, folders and categories. The editor, the tools and the tests
+    call the same operations.
 
     All commands are refused, without a word, while a preset is on its way. Questions go through the
-   processor's `UserInteraction` and may take as long as they like: if the plug-in is gone, or plays something
-   else, when the answer comes, nothing is done. Each command leaves the lists as the disk has them and asks
-   the editor to refresh. Message thread. */
+    processor's `UserInteraction` and may take as long as they like: if the plug-in is gone, or plays
+    something else, when the answer comes, nothing is done. Each command leaves the lists as the disk has them
+    and asks the editor to refresh. Message thread. */
 class PresetCommands
 {
 public:
@@ -40,7 +40,7 @@ public:
     // Choosing
 
     /** Makes a folder the current one and starts to load its first preset. An empty folder is chosen with
-       nothing loaded. False for a folder that isn't there. */
+        nothing loaded. False for a folder that isn't there. */
     bool selectFolder(int index);
     /** Starts to load a preset of the current folder, unless it is the current one. */
     void selectPreset(int index);
@@ -60,7 +60,7 @@ public:
     // Clicks in the lists
 
     /** A click on folder `index`: chooses it, or, in a search, limits the results to it. There, a second
-       click lifts the limit. */
+        click lifts the limit. */
     void clickFolder(int index, bool inSearch);
     /** A click on preset `index` of the current folder. */
     void clickPreset(int index, Modifier modifier);
@@ -84,8 +84,8 @@ public:
     /** Runs one of the commands above by its text, such as "new folder". False for another text. */
     bool run(const juce::String& command);
 
-    PresetMenu folderMenu();
-    PresetMenu presetMenu();
+    MenuEntries folderMenu();
+    MenuEntries presetMenu();
     /** What was chosen from these menus, by id; 0 for nothing. */
     void folderMenuChosen(int id);
     void presetMenuChosen(int id);
@@ -102,8 +102,8 @@ public:
 
 private:
     bool isBusy() const;
-    /** Asks for a name. Nothing where the user thinks better of it, or the plug-in is gone or has moved on to
-        another preset. */
+    /** Asks for a name. Nothing if the user cancels, or if the plug-in is gone or has moved on to another
+        preset by then. */
     std::optional<juce::String> askName(const juce::String& title, const juce::String& prompt,
                                         const juce::String& current);
     std::optional<bool> confirm(const juce::String& question);

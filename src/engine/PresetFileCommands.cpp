@@ -24,7 +24,7 @@ juce::String existsText(const char* kind, const juce::String& name)
     return kind + name + " already exists. Please select another name";
 }
 
-/** Name of a chosen preset file: a typed name may lack the ending, and hold points of its own. */
+/** Name of a chosen preset file: a typed name may lack the ending, and contain dots of its own. */
 juce::String presetNameOf(const juce::File& file)
 {
     const auto name = file.getFileName();
@@ -199,7 +199,7 @@ void PresetCommands::newPreset()
 
     if (isThere(file))
         tell(existsText("Preset ", name));
-    else if (!processor.createEmptyPreset(name))
+    else if (!processor.getPresetStorage().createEmpty(name))
         tell("Could not save Presert file: " + folder + "/" + name);
 
     filesChanged();
@@ -232,10 +232,10 @@ void PresetCommands::renamePreset()
             if (library.clipboardFolderName == folder && library.clipboardPresetName == oldName)
                 library.clipboardPresetName = name;
 
-            // The names inside the file are to match.
+            // The names inside the file have to match.
             processor.setNames(name, folder);
             processor.resetNames();
-            processor.savePreset(name, true);
+            processor.getPresetStorage().save(name, true);
         }
         else
         {
@@ -265,7 +265,7 @@ void PresetCommands::deletePreset()
             processor.setNames({}, folder);
 
             if (presets.isEmpty())
-                processor.closeInstruments();
+                processor.getLayers().unload();
             else
                 load(folder, presets[0]);
         }
@@ -303,7 +303,7 @@ void PresetCommands::pastePreset()
 
     if (source.existsAsFile() && source != stopOver)
     {
-        // Another preset of that name may live there.
+        // There may be another preset of that name.
         if (isThere(stopOver))
             stopOver = stopOver.getSiblingFile(".quorel-paste.tmp");
 
@@ -356,10 +356,10 @@ void PresetCommands::savePreset()
     const auto oldFolder = processor.getFolderName();
     const auto name = presetNameOf(chosen);
     const auto folder = chosen.getParentDirectory().getFileName();
-    // The user has agreed to the chosen file's being replaced, and to no other's.
+    // The user has agreed to replace the chosen file, and no other.
     const bool agreed = presetFileFor(banksFolder(), folder, name) == chosen;
     processor.setNames(oldPreset, folder);
-    const bool saved = processor.savePreset(name, agreed);
+    const bool saved = processor.getPresetStorage().save(name, agreed);
 
     if (alive == nullptr)
         return;

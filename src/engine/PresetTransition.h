@@ -6,68 +6,17 @@
 namespace quorel
 {
 
-/** The state machine of a preset change. A load replaces instruments and the whole table, so the output fades
-   out first, the load runs on the message thread's timer, and after a settling time the output fades in.
+/** The fade around a preset's load, and the waits within it. A load replaces instruments and the whole table,
+    so the output fades out first, the load runs on the message thread's timer, and after a settling time the
+    output fades in.
 
     Three actors share it, each word written by one of them at a time: whoever asks for a preset (message
-   thread), the audio block (the fades) and the processor's 50 ms timer (the countdowns). Fades are counted in
-   blocks, not in time: 501 out, 201 in. */
+    thread), the audio block (the fades) and the processor's 50 ms timer (the countdowns). Fades are counted in
+    blocks, not in time: 501 out, 201 in. Without running blocks a fade never ends, and nothing is loaded. */
 class PresetTransition
 {
 public:
-    static constexpr int timerMilliseconds = 50;
-    /** Timer ticks from a load to the fade-in: one second. */
-    static constexpr int settleTicks = 20;
-    /** Timer ticks, 2.5 seconds, that an instrument's open window is given to go away. */
-    static constexpr int windowTicks = 50;
-
-    /** Audio thread, at the top of a block. False for the one block that ends a fade-out: it does no work at
-     * all. */
-    bool advanceBlock() noexcept
-    {
-        if (fadeOutActive.load())
-        {
-            const float gain = static_cast<float>(static_cast<double>(fadeGain.load()) - 0.002);
-            fadeGain.store(gain);
-
-            if (gain < 0.0f)
-            {
-                faded.store(true);
-                fadeOutActive.store(false);
-                fadeGain.store(0.0f);
-                loadDelay.store(longerFadeWait.exchange(false) ? windowTicks : 1);
-                return false;
-            }
-        }
-
-        if (fadeInActive.load())
-        {
-            const float gain = static_cast<float>(static_cast<double>(fadeGain.load()) + 0.005);
-            fadeGain.store(gain);
-
-            if (gain > 1.0f)
-            {
-                fadeGain.store(1.0f);
-                fadeInActive.store(false);
-                presetBusy.store(false);
-            }
-        }
-
-        return true;
-    }
-
-    /** Message thread: starts the fade-out towards a load. False while another change is under way. */
-    bool request() noexcept
-    {
-        if (presetBusy.exchange(true))
-            return false;
-
-        displayHold.store(true);
-        fadeOutActive.store(true);
-        return true;
-    }
-
-    /** Timer: counts `ticks` down. True on the tick after it has reached 0, which also sets it idle. */
+    /** State of a countdown in timer ticks. It has elapsed on the one tick after it has reached 0. */
     enum class Countdown
     {
         idle,
@@ -75,6 +24,7 @@ public:
         elapsed
     };
 
+    /** Timer: counts `ticks` down; -1 is idle. */
     static Countdown tick(std::atomic<int>& ticks) noexcept
     {
         const int left = ticks.load();
@@ -86,24 +36,80 @@ public:
         return left > 0 ? Countdown::running : Countdown::elapsed;
     }
 
+    /** Timer ticks, 2.5 seconds, that an instrument's open window is given to go away. */
+    static constexpr int windowTicks = 50;
+
+    //==========================================================================================================
+    // Message thread
+
+    /** Starts the fade-out towards a load. False while another preset is on its way. */
+    bool request() noexcept;
+
+    /** The wait after the fade-out is to be `windowTicks` long: an instrument's window was open. */
+    void waitForWindows() noexcept { longerFadeWait.store(true); }
+
+    /** From a request until the fade-in has finished: further requests are refused. */
+    bool isBusy() const noexcept { return presetBusy.load(); }
+
+    /** From a request until the settling time ends: the editor keeps its picture. */
+    bool holdsDisplay() const noexcept { return displayHold.load(); }
+
+    void holdDisplay() noexcept { displayHold.store(true); }
+
+    /** Gives the display back at once, unless a preset holds it: no settling time will follow. */
+    void releaseDisplay() noexcept { displayHold.store(presetBusy.load()); }
+
+    /** Starts the settling time, at the end of which the output fades in. */
+    void settle() noexcept { settleDelay.store(settleTicks); }
+
+    //==========================================================================================================
+    // Audio thread, at the top of a block
+
+    /** Moves the fade on. False for the one block that ends a fade-out: it does no work at all. */
+    bool advanceBlock() noexcept;
+
+    /** 0 to 1. Any thread. */
+    float gain() const noexcept { return fadeGain.load(); }
+
+    bool isFading() const noexcept { return fadeOutActive.load() || fadeInActive.load(); }
+
+    /** Silent: the fade-out has ended, and the fade-in hasn't begun. Any thread. */
+    bool isFadedOut() const noexcept { return faded.load(); }
+
+    //==========================================================================================================
+    // Timer
+
+    /** Counts the wait between the fade-out and the load. A later tick is then given the load. */
+    Countdown tickLoadDelay() noexcept;
+
+    /** Counts the settling time. True when it ends, with the fade-in on its way. */
+    bool tickSettling() noexcept;
+
+    /** True once after each wait that `tickLoadDelay` has counted. */
+    bool takeLoad() noexcept { return loadRequested.exchange(false); }
+
+    /** The load has run: what is left of a fade-out ends, and the sound settles. */
+    void loadDone() noexcept;
+
+    /** Nothing fades, waits or is held. */
+    bool isAtRest() const noexcept;
+
+private:
+    /** Timer ticks from a load to the fade-in: one second. */
+    static constexpr int settleTicks = 20;
+
     std::atomic<float> fadeGain{1.0f};
     std::atomic<bool> fadeOutActive{false};
     std::atomic<bool> fadeInActive{false};
-    /** Marks the end of a fade-out. */
     std::atomic<bool> faded{false};
-    /** From a request until the fade-in has finished: further requests are refused. */
     std::atomic<bool> presetBusy{false};
-    /** From a request until the settling time ends: the editor keeps its picture. */
     std::atomic<bool> displayHold{false};
-    /** The next timer tick loads the preset. */
     std::atomic<bool> loadRequested{false};
-    /** A window of a hosted instrument was open at the request. */
     std::atomic<bool> longerFadeWait{false};
 
     /** Countdowns in timer ticks, -1 when idle. */
     std::atomic<int> loadDelay{-1};
     std::atomic<int> settleDelay{-1};
-    std::atomic<int> chunkRestoreTicks{-1};
 };
 
 } // namespace quorel

@@ -170,36 +170,21 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
     writeStateChunk(chunk, destination);
 }
 
-void restoreState(PluginProcessor& processor, const void* data, size_t size)
+bool restoreState(PluginProcessor& processor, const void* data, size_t size, RestoreReason reason)
 {
-    auto& transition = processor.getTransition();
-    const bool presetLoad = processor.isPresetLoadInProgress();
-
-    if (!presetLoad)
-        transition.displayHold.store(true);
-
     StateChunk chunk;
     const auto status = readStateChunk(data, size, chunk);
 
     if (status == ChunkStatus::foreign)
-    {
-        // Nothing will count the settling time down: give the display back at once.
-        if (!presetLoad)
-            transition.displayHold.store(transition.presetBusy.load());
+        return false;
 
-        return;
-    }
-
-    if (!presetLoad)
+    if (reason != RestoreReason::preset)
         processor.setNames(chunk.presetName, chunk.folderName);
 
     if (status == ChunkStatus::tooShort)
     {
-        if (!presetLoad)
-            transition.displayHold.store(transition.presetBusy.load());
-
         processor.userInteraction().alert({}, "restoring chunk too short");
-        return;
+        return false;
     }
 
     copyIntoTable(processor, chunk);
@@ -215,19 +200,17 @@ void restoreState(PluginProcessor& processor, const void* data, size_t size)
     copyIntoTable(processor, chunk);
     applyParameters(processor, chunk);
 
-    if (!presetLoad)
+    if (reason != RestoreReason::preset)
         processor.requestEditorRefresh();
 
-    processor.writeParameter(slot::view, 0.3f);
+    auto& editor = processor.getEditorRequests();
+    processor.writeParameter(slot::view, viewOf(Page::multiControls));
 
-    if (!presetLoad || processor.getCurrentView() != 0.2f)
-        processor.setCurrentView(0.3f);
+    if (reason != RestoreReason::preset || editor.getPage() != Page::presetManager)
+        editor.setPage(Page::multiControls);
 
-    for (int layer = 0; layer < numLayers; ++layer)
-        processor.getLayer(layer).needsDisplayUpdate.store(true);
-
-    if (!presetLoad)
-        transition.settleDelay.store(PresetTransition::settleTicks);
+    processor.getLayers().showAll();
+    return true;
 }
 
 } // namespace quorel

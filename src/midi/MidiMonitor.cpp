@@ -27,19 +27,6 @@ void addSilencingEvents(juce::MidiBuffer& destination, int lastChannel)
     }
 }
 
-MidiMonitor::MidiMonitor()
-{
-    events.ensureSize(midiBufferCapacity);
-}
-
-void MidiMonitor::setBlock(const juce::MidiBuffer& newEvents)
-{
-    const juce::SpinLock::ScopedTryLockType tryLock(lock);
-
-    if (tryLock.isLocked())
-        copyEvents(newEvents, events);
-}
-
 void MidiMonitor::noteOn(int channel, int note, int velocity) noexcept
 {
     noteVelocity.store(velocity, relaxed);
@@ -51,12 +38,6 @@ void MidiMonitor::controller(int number, int value) noexcept
 {
     controllerNumber.store(number, relaxed);
     controllerValue.store(value, relaxed);
-}
-
-juce::MidiBuffer MidiMonitor::lastBlock() const
-{
-    const juce::SpinLock::ScopedLockType scopedLock(lock);
-    return events;
 }
 
 } // namespace quorel

@@ -8,23 +8,14 @@
 namespace quorel
 {
 
-/** The last MIDI seen, for the editor's display. */
+/** The last note and the last controller seen, for the editor's display. Read from any thread. */
 class MidiMonitor
 {
 public:
-    MidiMonitor();
-
-    /** Audio thread: keeps a copy of the block's events. Where the editor reads at this very moment the old
-       copy stays: the block never waits. */
-    void setBlock(const juce::MidiBuffer& events);
-
     /** Audio thread. Channel 1 to 16. */
     void noteOn(int channel, int note, int velocity) noexcept;
     /** Audio thread. */
     void controller(int number, int value) noexcept;
-
-    /** Any thread but the audio thread: the events of the last block. */
-    juce::MidiBuffer lastBlock() const;
 
     int lastNoteNumber() const noexcept { return noteNumber.load(std::memory_order_relaxed); }
 
@@ -37,8 +28,6 @@ public:
     int lastControllerValue() const noexcept { return controllerValue.load(std::memory_order_relaxed); }
 
 private:
-    mutable juce::SpinLock lock;
-    juce::MidiBuffer events;
     std::atomic<int> noteNumber{0};
     std::atomic<int> noteChannel{0};
     std::atomic<int> noteVelocity{0};
@@ -53,7 +42,7 @@ constexpr size_t midiBufferCapacity = 32768;
 void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination);
 
 /** Adds, at sample 0 and for each channel from 1 to `lastChannel`, an all-notes-off and the note-offs of all
- * notes. */
+ *    notes. */
 void addSilencingEvents(juce::MidiBuffer& destination, int lastChannel = 16);
 
 } // namespace quorel

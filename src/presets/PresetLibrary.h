@@ -11,8 +11,8 @@ namespace quorel
 {
 
 /** What the user sees of the banks: the lists of folders and presets, the multiple selection, the index with
-   its results, and the clipboard's names. It reads the disk and changes nothing on it; `PresetCommands` acts.
-   Message thread. */
+    its results, and the clipboard's names. It reads the disk and changes nothing on it; `PresetCommands`
+    acts. Message thread. */
 class PresetLibrary
 {
 public:
@@ -23,7 +23,7 @@ public:
     void scanFolders(const juce::File& banksFolder, const juce::String& currentFolder);
 
     /** Lists the presets of a folder anew. Without the folder the names stay as they are and the count is 0.
-       A list that has changed takes the selection with it, which goes by position. */
+        A list that has changed takes the selection with it, which goes by position. */
     void scanPresets(const juce::File& banksFolder, const juce::String& folder,
                      const juce::String& currentPreset);
 
@@ -48,10 +48,8 @@ public:
 
     bool isSelected(int index) const { return selectedPresets.contains(index); }
 
-    /** Ends of the range that Shift has opened; -1 while none is open. */
+    /** Lower end of the range that Shift has opened; -1 while none is open. */
     int getRangeStart() const noexcept { return rangeStart; }
-
-    int getRangeEnd() const noexcept { return rangeEnd; }
 
     void clearSelection();
     /** Shift: the first call opens a range with this entry alone; later ones add all entries up to it. */
@@ -65,12 +63,10 @@ public:
     /** Reads all preset files' categories anew, and drops the results and the folder filter. */
     void rebuildIndex(const juce::File& banksFolder);
 
-    /** The files have changed: the index is to be built anew before it is shown. */
+    /** The files have changed: the index has to be rebuilt before it is shown. */
     void markIndexStale() noexcept { indexStale = true; }
 
     bool isIndexStale() const noexcept { return indexStale; }
-
-    const PresetIndex& getIndex() const noexcept { return presetIndex; }
 
     const juce::String& getSearchText() const noexcept { return searchText; }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetMenus.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -12,15 +14,18 @@ constexpr std::array<const char*, 5> presetCommands{presetCommand::newPreset, pr
                                                     presetCommand::deletePreset, presetCommand::loadPreset,
                                                     presetCommand::savePreset};
 
+constexpr int presetsPerSubMenu = 32;
+
 template <size_t size>
-std::vector<PresetMenuItem> commandItems(const std::array<const char*, size>& texts)
+MenuEntries commandEntries(const std::array<const char*, size>& texts)
 {
-    std::vector<PresetMenuItem> items;
+    MenuEntries menu;
 
     for (const char* text : texts)
-        items.push_back({static_cast<int>(items.size()) + 1, text, false});
+        menu.push_back(MenuEntry::command(static_cast<int>(menu.size()) + 1, text));
 
-    return items;
+    menu.push_back(MenuEntry::separator());
+    return menu;
 }
 
 template <size_t size>
@@ -30,46 +35,44 @@ juce::String commandOf(const std::array<const char*, size>& texts, int id)
                                                    : juce::String();
 }
 
-std::vector<PresetMenuItem> nameItems(const juce::StringArray& names, int first, int end, int firstId,
-                                      int ticked)
+void addPresets(MenuEntries& menu, const PresetLibrary& library, int first, int end)
 {
-    std::vector<PresetMenuItem> items;
-
     for (int i = first; i < end; ++i)
-        items.push_back({firstId + i, names[i], i == ticked});
-
-    return items;
+        menu.push_back(MenuEntry::command(presetMenuId::firstPreset + i, library.getPresetNames()[i],
+                                          i == library.getCurrentPresetIndex()));
 }
 } // namespace
 
-PresetMenu makeFolderMenu(const PresetLibrary& library)
+MenuEntries makeFolderMenu(const PresetLibrary& library)
 {
-    PresetMenu menu;
-    menu.commands = commandItems(folderCommands);
-    menu.items = nameItems(library.getFolderNames(), 0, library.getFolderCount(), PresetMenu::firstFolderId,
-                           library.getCurrentFolderIndex());
+    auto menu = commandEntries(folderCommands);
+
+    for (int i = 0; i < library.getFolderCount(); ++i)
+        menu.push_back(MenuEntry::command(presetMenuId::firstFolder + i, library.getFolderNames()[i],
+                                          i == library.getCurrentFolderIndex()));
+
     return menu;
 }
 
-PresetMenu makePresetMenu(const PresetLibrary& library)
+MenuEntries makePresetMenu(const PresetLibrary& library)
 {
-    PresetMenu menu;
-    menu.commands = commandItems(presetCommands);
-    const auto& names = library.getPresetNames();
+    auto menu = commandEntries(presetCommands);
     const int count = library.getPresetCount();
     const int current = library.getCurrentPresetIndex();
 
-    if (count <= PresetMenu::itemsPerSubMenu)
+    if (count <= presetsPerSubMenu)
     {
-        menu.items = nameItems(names, 0, count, PresetMenu::firstPresetId, current);
+        addPresets(menu, library, 0, count);
         return menu;
     }
 
-    for (int first = 0; first < count; first += PresetMenu::itemsPerSubMenu)
+    for (int first = 0; first < count; first += presetsPerSubMenu)
     {
-        const int end = juce::jmin(count, first + PresetMenu::itemsPerSubMenu);
-        menu.subMenus.push_back({"Presets " + juce::String(first + 1) + " - " + juce::String(end),
-                                 nameItems(names, first, end, PresetMenu::firstPresetId, current)});
+        const int end = juce::jmin(count, first + presetsPerSubMenu);
+        MenuEntries rows;
+        addPresets(rows, library, first, end);
+        menu.push_back(MenuEntry::rows("Presets " + juce::String(first + 1) + " - " + juce::String(end),
+                                       std::move(rows), current >= first && current < end));
     }
 
     return menu;

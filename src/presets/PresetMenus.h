@@ -2,10 +2,8 @@
 // The folder menu and the preset menu as plain data, whoever shows them. Message thread.
 #pragma once
 
+#include "platform/MenuEntries.h"
 #include "presets/PresetLibrary.h"
-
-#include <optional>
-#include <vector>
 
 namespace quorel
 {
@@ -25,37 +23,19 @@ constexpr const char* copyPreset = "copy preset";
 constexpr const char* pastePreset = "paste preset";
 } // namespace presetCommand
 
-struct PresetMenuItem
+namespace presetMenuId
 {
-    /** From 1; what the menu gives back. */
-    int id;
-    juce::String text;
-    bool ticked;
-};
+/** Commands count from 1; behind them come the folders, or the presets. */
+constexpr int firstFolder = 5;
+constexpr int firstPreset = 7;
+} // namespace presetMenuId
 
-/** A separator stands between the commands and the rest. */
-struct PresetMenu
-{
-    struct SubMenu
-    {
-        /** Such as "Presets 33 - 64". */
-        juce::String title;
-        std::vector<PresetMenuItem> items;
-    };
+/** The commands for folders, then all folders, the current one ticked. */
+MenuEntries makeFolderMenu(const PresetLibrary& library);
 
-    std::vector<PresetMenuItem> commands;
-    /** Folders or presets that stand in the menu itself. */
-    std::vector<PresetMenuItem> items;
-    /** More presets than 32 are spread over sub-menus instead. */
-    std::vector<SubMenu> subMenus;
-
-    static constexpr int firstFolderId = 5;
-    static constexpr int firstPresetId = 7;
-    static constexpr int itemsPerSubMenu = 32;
-};
-
-PresetMenu makeFolderMenu(const PresetLibrary& library);
-PresetMenu makePresetMenu(const PresetLibrary& library);
+/** The commands for presets, then those of the current folder. More than 32 are spread over sub-menus, such
+    as "Presets 33 - 64". The current preset is ticked, and so is its sub-menu. */
+MenuEntries makePresetMenu(const PresetLibrary& library);
 
 /** Text of a command of the menu by its id; empty for an id that is none. */
 juce::String folderCommandOf(int id);

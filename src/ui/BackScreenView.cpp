@@ -139,12 +139,12 @@ void BackScreenView::timerCallback()
         if (auto* peer = getPeer())
             peer->performAnyPendingRepaintsNow();
 
-        processor.scanPlugins(true);
+        processor.getInstallation().scan(true);
         refresh();
     }
 
-    if (scanStatus.getText() != processor.getScanStatus())
-        scanStatus.setText(processor.getScanStatus(), juce::dontSendNotification);
+    if (scanStatus.getText() != processor.getInstallation().getScanStatus())
+        scanStatus.setText(processor.getInstallation().getScanStatus(), juce::dontSendNotification);
 }
 
 void BackScreenView::chooseFolder()
@@ -157,7 +157,7 @@ void BackScreenView::chooseFolder()
     if (self == nullptr || folder == juce::File())
         return;
 
-    processor.changePluginFolder(folder);
+    processor.getInstallation().changePluginFolder(folder);
     refresh();
 }
 

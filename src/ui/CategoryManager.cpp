@@ -151,7 +151,7 @@ void CategoryManager::toggle(int flag)
 
 void CategoryManager::mouseDown(const juce::MouseEvent& event)
 {
-    if (!event.mods.isLeftButtonDown() || processor.isSoundChanging())
+    if (!event.mods.isLeftButtonDown() || processor.getSoundChange().isUnderWay())
         return;
 
     if (const auto flag = categoryAt(event.getPosition()))
@@ -176,7 +176,7 @@ bool CategoryManager::keyPressed(const juce::KeyPress& key)
     if (key.getKeyCode() != juce::KeyPress::spaceKey && key.getKeyCode() != juce::KeyPress::returnKey)
         return false;
 
-    if (!processor.isSoundChanging())
+    if (!processor.getSoundChange().isUnderWay())
         toggle(cursorFlag());
 
     return true;

@@ -7,11 +7,9 @@
 namespace quorel
 {
 
-int viewPageOf(const PluginProcessor& processor)
+Page viewPageOf(const PluginProcessor& processor)
 {
-    constexpr int numPages = 4;
-    const int page = static_cast<int>(processor.readParameter(slot::view) * 10.0f);
-    return page < numPages ? page : 0;
+    return pageOf(processor.readParameter(slot::view));
 }
 
 ControlPage::ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHost,

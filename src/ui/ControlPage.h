@@ -12,14 +12,8 @@
 namespace quorel
 {
 
-/** The page that the view parameter asks for, 0 to 3: layers, effects, preset manager, multi-controls. */
-int viewPageOf(const PluginProcessor& processor);
-
-/** The view parameter's value for a page. */
-constexpr float viewOfPage(int page) noexcept
-{
-    return 0.1f * static_cast<float>(page);
-}
+/** The page that the view parameter asks for. */
+Page viewPageOf(const PluginProcessor& processor);
 
 /** What pages and strips ask of the editor around them. Message thread. */
 class EditorHost

@@ -19,35 +19,6 @@ constexpr int cpuIndent = 3;
 constexpr float labelFontHeight = 13.0f;
 constexpr const char* loadingText = "LOADING PLEASE WAIT...";
 constexpr const char* userGuideFile = "quorel-user-guide.html";
-
-juce::PopupMenu popupMenuOf(const PresetMenu& content)
-{
-    juce::PopupMenu menu;
-
-    for (const auto& item : content.commands)
-        menu.addItem(item.id, item.text, true, item.ticked);
-
-    menu.addSeparator();
-
-    for (const auto& item : content.items)
-        menu.addItem(item.id, item.text, true, item.ticked);
-
-    for (const auto& subMenu : content.subMenus)
-    {
-        juce::PopupMenu rows;
-        bool holdsCurrent = false;
-
-        for (const auto& item : subMenu.items)
-        {
-            rows.addItem(item.id, item.text, true, item.ticked);
-            holdsCurrent = holdsCurrent || item.ticked;
-        }
-
-        menu.addSubMenu(subMenu.title, rows, true, nullptr, holdsCurrent);
-    }
-
-    return menu;
-}
 } // namespace
 
 EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorHost,
@@ -159,10 +130,11 @@ void EditorHeader::refresh()
     showSlider(masterVolume);
     masterMute.setToggleState(static_cast<int>(processor.readParameter(slot::masterMute)) != 0,
                               juce::dontSendNotification);
-    const int page = viewPageOf(processor);
+    const auto page = viewPageOf(processor);
 
     for (int i = 0; i < numPages; ++i)
-        pageKeys[static_cast<size_t>(i)]->setToggleState(i == page, juce::dontSendNotification);
+        pageKeys[static_cast<size_t>(i)]->setToggleState(static_cast<Page>(i) == page,
+                                                         juce::dontSendNotification);
 
     folderLabel.setText(processor.getFolderName(), juce::dontSendNotification);
     presetLabel.setText(processor.getPresetName(), juce::dontSendNotification);
@@ -191,7 +163,7 @@ void EditorHeader::showComparison()
 
 void EditorHeader::showMidi()
 {
-    const auto& monitor = processor.getMidiMonitor();
+    const auto& monitor = processor.getMidiInput().getMonitor();
 
     if (monitor.lastNoteNumber() != shownNote || monitor.lastNoteVelocity() != shownVelocity)
     {
@@ -268,7 +240,7 @@ void EditorHeader::buttonClicked(juce::Button* button)
 
         // The key that goes out reports a click, too.
         if (button->getToggleState())
-            showPage(page);
+            showPage(static_cast<Page>(page));
 
         return;
     }
@@ -280,7 +252,7 @@ void EditorHeader::buttonClicked(juce::Button* button)
     else if (button == &userGuide)
         openUserGuide();
     else if (button == &previewNote)
-        (button->isDown() ? processor.auditionNoteOn : processor.auditionNoteOff).store(true);
+        button->isDown() ? processor.getMidiInput().startAudition() : processor.getMidiInput().endAudition();
     else if (button == &editKey)
         processor.getOriginalComparison().showEdited();
     else if (button == &origKey)
@@ -307,11 +279,10 @@ void EditorHeader::buttonClicked(juce::Button* button)
         host.fullRefresh();
 }
 
-void EditorHeader::showPage(int page)
+void EditorHeader::showPage(Page page)
 {
-    const float view = viewOfPage(page);
-    processor.setParameterFromUi(slot::view, view);
-    processor.setCurrentView(view);
+    processor.setParameterFromUi(slot::view, viewOf(page));
+    processor.getEditorRequests().setPage(page);
     host.fullRefresh();
 }
 

@@ -38,14 +38,12 @@ public:
     void showHint(const juce::String& text);
 
 private:
-    static constexpr int numPages = 4;
-
     void addPageKeys();
     void addTitledControls();
     void setUpLabel(juce::Label& label, juce::Rectangle<int> bounds);
     void setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds, juce::Label& caption,
                          const juce::String& title);
-    void showPage(int page);
+    void showPage(Page page);
     void showComparison();
     void showMidi();
     void showTempo();

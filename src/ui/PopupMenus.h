@@ -20,7 +20,7 @@ inline juce::PopupMenu popupMenuOf(const MenuEntries& entries)
         if (entry.isSeparator())
             menu.addSeparator();
         else if (entry.id == 0)
-            menu.addSubMenu(entry.text, popupMenuOf(entry.subMenu), entry.enabled);
+            menu.addSubMenu(entry.text, popupMenuOf(entry.subMenu), entry.enabled, nullptr, entry.ticked);
         else
             menu.addItem(entry.id, entry.text, entry.enabled, entry.ticked);
     }

@@ -73,7 +73,7 @@ void PresetGrid::entryClicked(int index, const juce::ModifierKeys& modifiers)
 
 bool PresetGrid::isLocked() const
 {
-    return processor.isSoundChanging();
+    return processor.getSoundChange().isUnderWay();
 }
 
 } // namespace quorel

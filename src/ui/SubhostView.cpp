@@ -52,15 +52,15 @@ SubhostView::~SubhostView()
 //==============================================================================================================
 // The picture
 
-ControlPage& SubhostView::pageFor(int page)
+ControlPage& SubhostView::pageFor(Page page)
 {
     auto& made = pages[static_cast<size_t>(page)];
 
     if (made == nullptr)
     {
-        if (page == fxPage)
+        if (page == Page::effects)
             made = std::make_unique<FxPage>(processor, *this, images);
-        else if (page == managerPage)
+        else if (page == Page::presetManager)
             made = std::make_unique<PresetManagerPage>(processor, *this, images);
         else
             made = std::make_unique<MultiControlPage>(processor, *this, images);
@@ -104,7 +104,7 @@ void SubhostView::refreshPicture()
     std::vector<juce::Component*> wanted{&header};
     header.refresh();
 
-    if (viewPage != managerPage)
+    if (viewPage != Page::presetManager)
     {
         for (auto& strip : strips)
         {
@@ -113,7 +113,7 @@ void SubhostView::refreshPicture()
         }
     }
 
-    if (viewPage != layersPage)
+    if (viewPage != Page::layers)
     {
         auto& page = pageFor(viewPage);
         page.refresh();
@@ -163,7 +163,7 @@ void SubhostView::setScalePercent(int percent)
 
 bool SubhostView::isLoading() const
 {
-    return processor.getTransition().displayHold.load();
+    return processor.getSoundChange().getTransition().holdsDisplay();
 }
 
 void SubhostView::followProcessor()
@@ -176,7 +176,7 @@ void SubhostView::followProcessor()
 
     header.showLoading(false);
 
-    if (processor.refreshEditor.exchange(false))
+    if (processor.getEditorRequests().takeRefresh())
     {
         refreshPicture();
         return;

@@ -44,22 +44,13 @@ public:
     void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
 
 private:
-    enum Page
-    {
-        layersPage,
-        fxPage,
-        managerPage,
-        multiPage,
-        numPages
-    };
-
     void timerCallback() override { followProcessor(); }
 
     bool isLoading() const;
     void refreshPicture();
     /** Adds and removes children so that these, from back to front, are there. */
     void showChildren(const std::vector<juce::Component*>& wanted);
-    ControlPage& pageFor(int page);
+    ControlPage& pageFor(Page page);
     void showHint(const juce::MouseEvent& event);
 
     PluginProcessor& processor;
@@ -74,7 +65,7 @@ private:
     bool controlsMoved = true;
     bool onBackPanel = false;
     bool inPass = false;
-    int viewPage = 0;
+    Page viewPage = Page::layers;
     int scalePercent;
     std::function<void(int)> onScaleChosen;
 

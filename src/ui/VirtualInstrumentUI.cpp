@@ -73,7 +73,7 @@ void VirtualInstrumentUI::refresh()
     instrumentPanel.refresh();
     mixPanel.refresh();
 
-    const bool onLayersPage = viewPageOf(processor) == 0;
+    const bool onLayersPage = viewPageOf(processor) == Page::layers;
     showPanel(onLayersPage ? chosenPanel() : -1);
 
     for (auto& key : keys)

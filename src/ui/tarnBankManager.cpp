@@ -57,7 +57,7 @@ void tarnBankManager::entryClicked(int index, const juce::ModifierKeys&)
 
 bool tarnBankManager::isLocked() const
 {
-    return processor.isSoundChanging();
+    return processor.getSoundChange().isUnderWay();
 }
 
 } // namespace quorel

@@ -118,11 +118,11 @@ TEST_F(BlockTest, AControllerIsLearnedByTheMessageThatTeachesIt)
     EXPECT_EQ(rig.processor.getControllerMap().waitingParameter(), 0);
     EXPECT_EQ(rig.processor.getControllerMap().controllerOf(layerParameter(1, layerSlot::pan)), 74);
     EXPECT_EQ(rig.getLayer(1, layerSlot::pan), 1.0f);
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
     rig.send(juce::MidiMessage::controllerEvent(1, 74, 0));
     rig.play();
     EXPECT_EQ(rig.getLayer(1, layerSlot::pan), 0.0f);
-    EXPECT_EQ(rig.processor.getMidiMonitor().lastControllerNumber(), 74);
+    EXPECT_EQ(rig.processor.getMidiInput().getMonitor().lastControllerNumber(), 74);
 }
 
 TEST_F(BlockTest, ControllerCommandsBindAndFree)
@@ -162,42 +162,54 @@ TEST_F(BlockTest, ControllerCommandsBindAndFree)
 TEST_F(BlockTest, AuditionPlaysAndPanicSilences)
 {
     ASSERT_TRUE(rig.load(0, "Tarn"));
-    rig.processor.auditionNoteOn.store(true);
+    rig.processor.getMidiInput().startAudition();
     EXPECT_GT(rig.playSeconds(0.3).peak(), 0.001f);
-    EXPECT_EQ(rig.processor.getMidiMonitor().lastNoteNumber(), 60);
-    rig.processor.panicRequested.store(true);
+    const auto& monitor = rig.processor.getMidiInput().getMonitor();
+    EXPECT_EQ(monitor.lastNoteNumber(), 60);
+    EXPECT_EQ(monitor.lastNoteVelocity(), 127);
+    rig.processor.getMidiInput().requestPanic();
     rig.playSeconds(1.0);
     EXPECT_LT(rig.playSeconds(1.0).peak(), 1e-4f);
+
+    // Data bytes above 127 that a careless host passes on.
+    rig.send(juce::MidiMessage(0x95, 0xc0, 0xff));
+    rig.send(juce::MidiMessage(0xb0, 0x87, 0xfe));
+    rig.play();
+    EXPECT_EQ(monitor.lastNoteChannel(), 6);
+    EXPECT_EQ(monitor.lastNoteNumber(), 127);
+    EXPECT_EQ(monitor.lastNoteVelocity(), 127);
+    EXPECT_EQ(monitor.lastControllerNumber(), 127);
+    EXPECT_EQ(monitor.lastControllerValue(), 127);
 }
 
 TEST_F(BlockTest, FadesAreCountedInBlocks)
 {
     startTone();
-    auto& transition = rig.processor.getTransition();
-    ASSERT_TRUE(rig.processor.requestPresetLoad("99 Default Preset", "Default Preset"));
-    EXPECT_FALSE(rig.processor.requestPresetLoad("99 Default Preset", "Default Preset"));
+    auto& transition = rig.processor.getSoundChange().getTransition();
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
+    EXPECT_FALSE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
     rig.play(500);
-    EXPECT_TRUE(transition.fadeOutActive.load());
+    EXPECT_TRUE(transition.isFading());
 
     // The block that ends the fade does nothing at all: neither output nor events are touched.
     juce::AudioBuffer<float> buffer(2, 256);
     buffer.setSample(0, 3, 0.25f);
     rig.noteOn(60);
     rig.processor.processBlock(buffer, rig.midi);
-    EXPECT_FALSE(transition.fadeOutActive.load());
+    EXPECT_FALSE(transition.isFading());
+    EXPECT_TRUE(transition.isFadedOut());
     EXPECT_EQ(buffer.getSample(0, 3), 0.25f);
     EXPECT_FALSE(rig.midi.isEmpty());
-    EXPECT_EQ(transition.loadDelay.load(), 1);
     EXPECT_EQ(rig.play(10).peak(), 0.0f);
 
-    ASSERT_TRUE(pumpUntil([&] { return transition.fadeInActive.load(); }, 5000));
-    EXPECT_TRUE(transition.presetBusy.load());
+    ASSERT_TRUE(pumpUntil([&] { return transition.isFading(); }, 5000));
+    EXPECT_TRUE(transition.isBusy());
     rig.play(200);
-    EXPECT_TRUE(transition.fadeInActive.load());
+    EXPECT_TRUE(transition.isFading());
     rig.play(1);
-    EXPECT_FALSE(transition.fadeInActive.load());
-    EXPECT_FALSE(transition.presetBusy.load());
-    EXPECT_EQ(transition.fadeGain.load(), 1.0f);
+    EXPECT_FALSE(transition.isFading());
+    EXPECT_FALSE(transition.isBusy());
+    EXPECT_EQ(transition.gain(), 1.0f);
 }
 
 TEST_F(BlockTest, MetersRiseInTheBlockAndFallInTheTimer)
@@ -221,7 +233,7 @@ TEST_F(BlockTest, AnyBlockSizeSoundsTheSame)
     {
         ProcessorRig player;
         EXPECT_TRUE(player.load(0, "Orlen"));
-        // Let the load's leftovers go by.
+        // Until what the load leaves behind has died away.
         player.play(4);
         std::vector<float> out;
         size_t next = 0;

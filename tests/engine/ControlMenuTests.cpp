@@ -74,10 +74,10 @@ TEST_F(ControlMenuTest, ValueCommandsWriteAndMarkThePresetEdited)
     for (const auto& [id, from, to] : steps)
     {
         rig.set(pan, from);
-        rig.processor.edited.store(false);
+        rig.processor.getSession().markSaved();
         run(id, 0.7f);
         EXPECT_FLOAT_EQ(rig.get(pan), to) << id;
-        EXPECT_TRUE(rig.processor.edited.load());
+        EXPECT_TRUE(rig.processor.getSession().isEdited());
     }
 
     float lowest = 1.0f;

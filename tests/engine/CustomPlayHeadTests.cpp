@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/TestLoop.h"
 #include "engine/CustomPlayHead.h"
 #include "engine/TapTempo.h"
 #include "hosting/HostRate.h"
+#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -15,7 +15,7 @@ namespace
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-/** A host's transport that says what it is told to say. */
+/** A host's transport that reports what a test has set. */
 struct HostTransport final : juce::AudioPlayHead
 {
     juce::Optional<PositionInfo> getPosition() const override { return info; }

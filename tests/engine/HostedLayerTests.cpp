@@ -34,7 +34,7 @@ protected:
 TEST_F(HostedLayerTest, TheScanKnowsTheWholeFamilyOnce)
 {
     EXPECT_EQ(rig.processor.getKnownPlugins().getNumTypes(), 14);
-    EXPECT_EQ(rig.processor.getScanStatus(), "Found 14 Ostrand Instruments");
+    EXPECT_EQ(rig.processor.getInstallation().getScanStatus(), "Found 14 Ostrand Instruments");
 }
 
 TEST_F(HostedLayerTest, AnInstrumentComesInThreeTicksAndGoesAtOnce)
@@ -229,7 +229,7 @@ TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
 
 namespace
 {
-/** A window that a layer owns, and a note of its end. */
+/** A window that a layer owns; it reports its own end. */
 class OpenWindow final : public InstrumentWindow
 {
 public:
@@ -261,6 +261,19 @@ TEST_F(HostedLayerTest, AnOpenWindowGetsTimeToGoBeforeItsInstrument)
     EXPECT_TRUE(rig.playUntil([&] { return layer(0).hasInstance(); }, 5000))
         << "2.5 seconds later the state is back";
     EXPECT_GT(playNote(60), 0.001f);
+}
+
+TEST_F(HostedLayerTest, APresetWaitsForAnOpenWindowToGo)
+{
+    ASSERT_TRUE(rig.load(0, "Imre"));
+    bool closed = false;
+    layer(0).setWindow(std::make_unique<OpenWindow>(closed));
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
+    EXPECT_TRUE(closed);
+    rig.play(501);
+    ProcessorRig::pump(1500);
+    EXPECT_TRUE(layer(0).hasInstance()) << "2.5 seconds from the end of the fade";
+    EXPECT_TRUE(rig.playUntil([&] { return !layer(0).hasInstance(); }, 5000));
 }
 
 } // namespace quorel::test

@@ -4,8 +4,8 @@
 #include "engine/EcsMenu.h"
 #include "engine/LayoutMenu.h"
 #include "parameters/IntegerLines.h"
-#include "presets/LineFiles.h"
 #include "parameters/ParameterCodings.h"
+#include "presets/LineFiles.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>
@@ -67,12 +67,12 @@ TEST_F(LineFileTest, LayoutsAreSavedLoadedSharedAndDeleted)
         rig.setLayer(0, layerSlot::easyMapping + static_cast<int>(easy), encodeParamInt(defaults[11 - easy]));
 
     rig.interaction.chosenFile = layout("Mine.hexley");
-    rig.processor.edited.store(false);
+    rig.processor.getSession().markSaved();
     chooseLayout(rig.processor, 0, lineFileMenuId::save);
     EXPECT_EQ(rig.interaction.fileQuestions[0], "Please select preset filename to save...|" +
                                                     layout("Layout.hexley").getFullPathName() + "|*.hexley");
     EXPECT_EQ(layout("Mine.hexley").loadFileAsString(), "95\r93\r92\r91\r73\r71\r70\r69\r64\r78\r62\r61\r");
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
     rig.user.scratch.write("data/Layouts/Other.Hexley", "1\r");
     rig.user.scratch.write("data/Layouts/Aside.tarn", "1\r");
     layout("Folder.hexley").createDirectory();
@@ -99,15 +99,21 @@ TEST_F(LineFileTest, LayoutsAreSavedLoadedSharedAndDeleted)
     EXPECT_EQ(mapping(0, 0), 95);
     EXPECT_TRUE(layout("Mine.hexley").loadFileAsString().startsWith("95\r"));
 
-    // Deleting asks; without a layout in use there is nothing to delete.
+    // Deleting asks, and a "no" changes nothing.
+    chooseLayout(rig.processor, 0, lineFileMenuId::remove);
+    EXPECT_EQ(rig.interaction.questions[1], "|Delete Layout   Mine.hexley ?");
+    EXPECT_TRUE(layout("Mine.hexley").existsAsFile());
+    EXPECT_EQ(mapping(0, 0), 95);
+    EXPECT_EQ(rig.processor.getLayer(0).layoutName, "Mine.hexley");
     rig.interaction.confirmAnswer = true;
+    // Without a layout in use there is nothing to delete.
     chooseLayout(rig.processor, 1, lineFileMenuId::remove);
-    EXPECT_EQ(rig.interaction.questions[1], "|Delete Layout    ?");
+    EXPECT_EQ(rig.interaction.questions[2], "|Delete Layout    ?");
     EXPECT_TRUE(layout("Mine.hexley").existsAsFile());
     chooseLayout(rig.processor, 0, lineFileMenuId::remove);
-    EXPECT_EQ(rig.interaction.questions[2], "|Delete Layout   Mine.hexley ?");
     EXPECT_FALSE(layout("Mine.hexley").existsAsFile());
     EXPECT_EQ(mapping(0, 0), 61);
+    EXPECT_EQ(rig.processor.getLayer(0).layoutName, "");
     EXPECT_TRUE(layout("").isDirectory());
 }
 
@@ -175,7 +181,7 @@ TEST_F(LineFileTest, ControllerTablesAreSavedLoadedAndDeleted)
 
     chooseEcs(rig.processor, lineFileMenuId::reset);
     EXPECT_EQ(rig.get(slot::controllerMap + 7), 0.5f);
-    EXPECT_EQ(rig.processor.ecsName, "");
+    EXPECT_EQ(rig.processor.getSession().getEcsName(), "");
     chooseEcs(rig.processor, idOf(ecsMenu(rig.processor), "Desk"));
     EXPECT_EQ(boundTo(7), 233);
     rig.send(juce::MidiMessage::controllerEvent(1, 7, 127));
@@ -192,9 +198,13 @@ TEST_F(LineFileTest, ControllerTablesAreSavedLoadedAndDeleted)
     EXPECT_EQ(boundTo(127), 300);
     EXPECT_EQ(rig.get(slot::controllerMap + numControllers), 0.25f);
 
-    rig.interaction.confirmAnswer = true;
     chooseEcs(rig.processor, lineFileMenuId::remove);
     EXPECT_EQ(rig.interaction.questions[0], "|Delete ECS   Odd.ecs ?");
+    EXPECT_TRUE(ecs("Odd.ecs").existsAsFile());
+    EXPECT_EQ(boundTo(127), 300);
+    EXPECT_EQ(rig.processor.getSession().getEcsName(), "Odd.ecs");
+    rig.interaction.confirmAnswer = true;
+    chooseEcs(rig.processor, lineFileMenuId::remove);
     EXPECT_FALSE(ecs("Odd.ecs").existsAsFile());
     EXPECT_EQ(boundTo(127), 0);
     chooseEcs(rig.processor, lineFileMenuId::remove);
@@ -215,7 +225,7 @@ TEST_F(LineFileTest, AWriteThatFailsIsToldAndChangesNothing)
         chooseEcs(rig.processor, lineFileMenuId::save);
         ASSERT_EQ(rig.interaction.alerts.size(), 1);
         EXPECT_EQ(rig.interaction.alerts[0], "|Could not save ECS file: " + target.getFullPathName());
-        EXPECT_EQ(rig.processor.ecsName, "");
+        EXPECT_EQ(rig.processor.getSession().getEcsName(), "");
     }
 
     EXPECT_TRUE(folder.isDirectory());

@@ -24,7 +24,7 @@ protected:
                             .getChildFile(name)
                             .copyDirectoryTo(folder.getChildFile(name)));
 
-        rig.processor.changePluginFolder(folder);
+        rig.processor.getInstallation().changePluginFolder(folder);
         ASSERT_EQ(rig.processor.getKnownPlugins().getNumTypes(), names.size());
     }
 

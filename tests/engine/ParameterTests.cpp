@@ -131,13 +131,13 @@ TEST(Parameters, RangeEndsDragEachOtherAndTellTheHost)
     {
         rig.set(layerParameter(1, low), 0.2f);
         rig.set(layerParameter(1, low + 1), 0.4f);
-        rig.processor.edited.store(false);
+        rig.processor.getSession().markSaved();
         const auto before = ear.heard.size();
         rig.set(layerParameter(1, low), 0.6f);
         EXPECT_EQ(rig.getLayer(1, low + 1), 0.6f) << low;
         ASSERT_EQ(ear.heard.size(), before + 1);
         EXPECT_EQ(ear.heard.back(), std::make_pair(layerParameter(1, low + 1), 0.6f));
-        EXPECT_TRUE(rig.processor.edited.load());
+        EXPECT_TRUE(rig.processor.getSession().isEdited());
         rig.set(layerParameter(1, low + 1), 0.1f);
         EXPECT_EQ(rig.getLayer(1, low), 0.1f) << low;
     }
@@ -151,9 +151,9 @@ TEST(Parameters, GesturesMarkThePresetButForVolumeAndView)
     for (const auto& [index, marks] :
          std::vector<std::pair<int, bool>>{{1, false}, {2, false}, {3, true}, {233, true}})
     {
-        rig.processor.edited.store(false);
+        rig.processor.getSession().markSaved();
         rig.processor.setParameterFromUi(index, 0.4f);
-        EXPECT_EQ(rig.processor.edited.load(), marks) << index;
+        EXPECT_EQ(rig.processor.getSession().isEdited(), marks) << index;
         EXPECT_EQ(ear.heard.back(), std::make_pair(index, 0.4f));
     }
 }

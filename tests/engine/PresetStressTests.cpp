@@ -65,7 +65,7 @@ protected:
         processor.setParameter(slot::multiAssignment + 5, encodeParamInt(7 + number));
         const auto name = "Stress " + juce::String(number);
         processor.setNames(name, folder);
-        EXPECT_TRUE(processor.savePreset({}, true));
+        EXPECT_TRUE(processor.getPresetStorage().save({}, true));
         return name;
     }
 
@@ -100,7 +100,7 @@ protected:
         writePreset(*processor, 100, {"Tarn", "Orlen"});
         processor->setParameter(slot::fxOn, 0.0f);
         processor->setParameter(slot::fxOn + 1, 0.0f);
-        EXPECT_TRUE(processor->savePreset(finalPreset, true));
+        EXPECT_TRUE(processor->getPresetStorage().save(finalPreset, true));
     }
 
     /** The host's audio thread: fades run as fast as they can, what waits for the timer gets a block now and
@@ -117,8 +117,8 @@ protected:
 
             for (const auto& processor : processors)
             {
-                auto& transition = processor->getTransition();
-                const bool fading = transition.fadeOutActive.load() || transition.fadeInActive.load();
+                auto& transition = processor->getSoundChange().getTransition();
+                const bool fading = transition.isFading();
 
                 anyFading = anyFading || fading;
 
@@ -162,11 +162,7 @@ protected:
 
     static bool isIdle(PluginProcessor& processor)
     {
-        auto& transition = processor.getTransition();
-        return !transition.presetBusy.load() && !transition.displayHold.load() &&
-               !transition.fadeOutActive.load() && !transition.fadeInActive.load() &&
-               !transition.loadRequested.load() && transition.loadDelay.load() < 0 &&
-               transition.settleDelay.load() < 0;
+        return processor.getSoundChange().getTransition().isAtRest();
     }
 
     /** Half a second of a note, and how loud it still is two seconds after its end. */
@@ -177,7 +173,7 @@ protected:
         juce::AudioBuffer<float> block(2, blockSize);
         juce::MidiBuffer midi;
         float after = 0.0f;
-        // What a restore leaves behind goes by.
+        // Until what a restore leaves behind has died away.
         processor.processBlock(block, midi);
         processor.processBlock(block, midi);
         midi.addEvent(juce::MidiMessage::noteOn(1, 60, 0.8f), 0);
@@ -241,8 +237,8 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
                     else if (perProcessor[i] < howMany / numProcessors)
                     {
                         allIdle = false;
-                        EXPECT_TRUE(processors[i]->requestPresetLoad(folder, nextName()));
-                        EXPECT_FALSE(processors[i]->requestPresetLoad(folder, nextName()));
+                        EXPECT_TRUE(processors[i]->getSoundChange().requestPreset(folder, nextName()));
+                        EXPECT_FALSE(processors[i]->getSoundChange().requestPreset(folder, nextName()));
                         ++perProcessor[i];
                         ++started;
                     }
@@ -265,7 +261,7 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
     // Whatever each of them went through, all sound like one that has loaded nothing else.
     const auto fresh = makeProcessor();
     fresh->setNames(finalPreset, folder);
-    ASSERT_TRUE(fresh->loadPresetFile());
+    ASSERT_TRUE(fresh->getSoundChange().loadPresetFile());
     const auto [expected, expectedEnd] = listen(*fresh);
     EXPECT_GT(expected.getMagnitude(0, expected.getNumSamples()), 0.01f);
     EXPECT_LT(expectedEnd, 1e-4f);
@@ -273,8 +269,8 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
     for (auto& processor : processors)
     {
         // Automation went on after the load.
-        processor->loadPresetFile();
-        EXPECT_EQ(processor->getTransition().fadeGain.load(), 1.0f);
+        processor->getSoundChange().loadPresetFile();
+        EXPECT_EQ(processor->getSoundChange().getTransition().gain(), 1.0f);
         const auto [sound, end] = listen(*processor);
         EXPECT_LT(end, 1e-4f);
 

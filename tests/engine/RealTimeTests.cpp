@@ -67,7 +67,7 @@ TEST(AudioThread, TakesNoMemory)
         {
             // The densest block there is lets every list of events grow to its largest: a panic into a drum
             // layer.
-            rig.processor.panicRequested.store(true);
+            rig.processor.getMidiInput().requestPanic();
             rig.processor.processBlock(buffer, blocks[0]);
             const AllocationGuard guard;
 
@@ -78,7 +78,7 @@ TEST(AudioThread, TakesNoMemory)
                 {
                     rig.set(slot::fxType + static_cast<int>(i) / 16 % 4, static_cast<float>(i) / 200.0f);
                     rig.setLayer(static_cast<int>(i) % 4, layerSlot::transpose, 0.6f);
-                    rig.processor.panicRequested.store(true);
+                    rig.processor.getMidiInput().requestPanic();
                 }
 
                 rig.processor.processBlock(buffer, blocks[i]);

@@ -13,7 +13,7 @@ namespace quorel::test
 class StateTest : public testing::Test
 {
 protected:
-    /** Peak of a note after what a restore leaves behind has gone by. */
+    /** Peak of a note, once what a restore leaves behind has died away. */
     float playNote()
     {
         rig.play();
@@ -157,7 +157,7 @@ TEST_F(StateTest, ForeignAndShortBytesCostNothing)
     rig.restore(shortened);
     EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|restoring chunk too short");
     EXPECT_TRUE(rig.processor.getLayer(0).hasInstance());
-    EXPECT_FALSE(rig.processor.getTransition().displayHold.load());
+    EXPECT_FALSE(rig.processor.getSoundChange().getTransition().holdsDisplay());
 }
 
 TEST_F(StateTest, HostileNumbersNeverLeaveTheBytes)
@@ -277,25 +277,25 @@ TEST_F(StateTest, APresetIsSavedAndComesBackByItsRoad)
     ASSERT_TRUE(rig.load(0, "Imre"));
     rig.setLayer(0, layerSlot::pan, 0.75f);
     rig.processor.setNames("Default Preset", "My folder");
-    ASSERT_TRUE(rig.processor.savePreset("First", true));
-    EXPECT_FALSE(rig.processor.savePreset("First", false)) << "nobody here says yes";
+    ASSERT_TRUE(rig.processor.getPresetStorage().save("First", true));
+    EXPECT_FALSE(rig.processor.getPresetStorage().save("First", false)) << "nobody here says yes";
     EXPECT_EQ(rig.interaction.questions.joinIntoString(","), "|preset First already exists. Replace ?");
 
     rig.setLayer(0, layerSlot::pan, 0.1f);
     rig.set(slot::controllerMap + 20, 0.51f);
     rig.noteOn(60);
     rig.playSeconds(0.3);
-    ASSERT_TRUE(rig.processor.requestPresetLoad("My folder", "First"));
-    EXPECT_TRUE(rig.playUntil([&] { return !rig.processor.getTransition().presetBusy.load(); }, 20000));
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("My folder", "First"));
+    EXPECT_TRUE(rig.playUntil([&] { return !rig.processor.getSoundChange().isUnderWay(); }, 20000));
     EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.75f);
     EXPECT_EQ(rig.get(slot::controllerMap + 20), 0.51f)
         << "bindings belong to the project, not to the preset";
     EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Imre");
-    EXPECT_FALSE(rig.processor.edited.load());
+    EXPECT_FALSE(rig.processor.getSession().isEdited());
     EXPECT_GT(playNote(), 0.001f);
 
-    ASSERT_TRUE(rig.processor.requestPresetLoad("My folder", "Gone"));
-    EXPECT_TRUE(rig.playUntil([&] { return !rig.processor.getTransition().presetBusy.load(); }, 20000));
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("My folder", "Gone"));
+    EXPECT_TRUE(rig.playUntil([&] { return !rig.processor.getSoundChange().isUnderWay(); }, 20000));
     EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|Could not load Presert file: My folder/Gone");
     EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.5f);
 }
@@ -306,7 +306,7 @@ TEST_F(StateTest, AFailedSaveLeavesTheOldFileWhole)
     const auto folder = rig.user.banksFolder().getChildFile("Blocked");
     folder.replaceWithText("a file where the folder should be");
     rig.processor.setNames("Old", "Blocked");
-    EXPECT_FALSE(rig.processor.savePreset("New", true));
+    EXPECT_FALSE(rig.processor.getPresetStorage().save("New", true));
     EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|Could not save Presert file: Blocked/New");
     EXPECT_EQ(rig.processor.getPresetName(), "Old");
     EXPECT_EQ(folder.loadFileAsString(), "a file where the folder should be");

@@ -393,7 +393,7 @@ TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
     }
 
     // No answer and no change leave the preset as it is; a change marks it.
-    rig.processor.edited.store(false);
+    rig.processor.getSession().markSaved();
 
     for (const char* typed : {"", "0.63"})
     {
@@ -401,7 +401,7 @@ TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
         rig.interaction.typedText = typed;
         rig.processor.editParameterValue(264);
         EXPECT_EQ(rig.get(264), 0.63f);
-        EXPECT_FALSE(rig.processor.edited.load());
+        EXPECT_FALSE(rig.processor.getSession().isEdited());
     }
 
     rig.interaction.typedText = "0.5";
@@ -411,9 +411,9 @@ TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
         rig.processor.editParameterValue(index);
 
     EXPECT_TRUE(rig.interaction.textQuestions.isEmpty());
-    EXPECT_FALSE(rig.processor.edited.load());
+    EXPECT_FALSE(rig.processor.getSession().isEdited());
     rig.processor.editParameterValue(1506);
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
 }
 
 TEST(TypedValues, ReadAsTheyWereTyped)

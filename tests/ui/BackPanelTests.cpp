@@ -97,7 +97,7 @@ TEST_F(BackPanelTest, TheEcsMenuSavesLoadsAndClears)
     window.click(button("ECS Menu"));
     EXPECT_EQ(window.menuTexts().joinIntoString("|"), "Clear ECS|Save ECS|Delete ECS");
     EXPECT_TRUE(window.chooseFromMenu("Save ECS"));
-    EXPECT_EQ(rig.processor.ecsName, "Desk.ecs");
+    EXPECT_EQ(rig.processor.getSession().getEcsName(), "Desk.ecs");
     window.click(button("ECS Menu"));
     EXPECT_TRUE(window.chooseFromMenu("Clear ECS"));
     EXPECT_EQ(rig.processor.getControllerMap().controllerOf(233), -1);

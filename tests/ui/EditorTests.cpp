@@ -91,7 +91,7 @@ protected:
         for (const auto& name : names)
         {
             engine.processor.setNames(name, folder);
-            ASSERT_TRUE(engine.processor.savePreset(name, true));
+            ASSERT_TRUE(engine.processor.getPresetStorage().save(name, true));
         }
 
         engine.processor.setNames(names[0], folder);
@@ -100,7 +100,7 @@ protected:
 
     bool finishLoad()
     {
-        return engine.playUntil([this] { return !engine.processor.getTransition().presetBusy.load(); });
+        return engine.playUntil([this] { return !engine.processor.getSoundChange().isUnderWay(); });
     }
 
     ProcessorRig engine;
@@ -392,13 +392,13 @@ TEST_F(EditorTest, PageKeysSwitchPagesAndTheViewIsKept)
     {
         window->click(button(title));
         EXPECT_FLOAT_EQ(engine.get(viewParameter), value) << title;
-        EXPECT_FLOAT_EQ(engine.processor.getCurrentView(), value);
+        EXPECT_EQ(engine.processor.getEditorRequests().getPage(), pageOf(value));
         EXPECT_TRUE(button(title).getToggleState());
         EXPECT_EQ(window->find("Instrument 1") != nullptr, value != managerView);
     }
 
     // Turning pages is no edit of the sound.
-    EXPECT_FALSE(engine.processor.edited.load());
+    EXPECT_FALSE(engine.processor.getSession().isEdited());
 
     const std::pair<float, const char*> saved[] = {{0.35f, "Multi-control page"}, {0.4f, "Layers page"}};
 
@@ -411,7 +411,7 @@ TEST_F(EditorTest, PageKeysSwitchPagesAndTheViewIsKept)
     auto& back = *window->find("to Back Screen");
     window->click(back);
     EXPECT_EQ(window->find("Instrument 1"), nullptr);
-    EXPECT_EQ(engine.processor.refreshEditor.load(), false);
+    EXPECT_EQ(engine.processor.getEditorRequests().takeRefresh(), false);
     engine.processor.requestEditorRefresh();
     passes();
     EXPECT_EQ(window->find("Instrument 1"), nullptr) << "A refresh leaves the back panel in front";
@@ -517,7 +517,7 @@ TEST_F(EditorTest, TapsAndTheBoxSetTheTempo)
     EXPECT_DOUBLE_EQ(engine.processor.getTempo().bpm(), 120.0);
     box->setValue(1.0, juce::sendNotificationSync);
     EXPECT_NEAR(engine.processor.getTempo().bpm(), 500.0, 1.0);
-    EXPECT_FALSE(engine.processor.edited.load()) << "The tempo is no part of the preset";
+    EXPECT_FALSE(engine.processor.getSession().isEdited()) << "The tempo is no part of the preset";
 }
 
 TEST_F(EditorTest, ArrowsKeysAndMenusChoosePresets)
@@ -570,7 +570,7 @@ TEST_F(EditorTest, ArrowsKeysAndMenusChoosePresets)
 TEST_F(EditorTest, EditAndOrigSwitchBetweenTheSoundAndWhatItWas)
 {
     savePresets("Bank", {"One"});
-    ASSERT_TRUE(engine.processor.requestPresetLoad("Bank", "One"));
+    ASSERT_TRUE(engine.processor.getSoundChange().requestPreset("Bank", "One"));
     ASSERT_TRUE(finishLoad());
     open();
     EXPECT_TRUE(button("Original preset").getToggleState());
@@ -613,7 +613,8 @@ TEST_F(EditorTest, PreviewNoteSoundsWhileTheButtonIsHeld)
     window->press(note, {5, 5});
     EXPECT_GT(engine.play(20).peak(), 0.001f);
     window->release(note, {5, 5});
-    EXPECT_TRUE(engine.processor.auditionNoteOff.load());
+    engine.playSeconds(1.0);
+    EXPECT_LT(engine.playSeconds(1.0).peak(), 1e-4f);
 }
 
 TEST_F(EditorTest, MessagesOnTheScreenFadeByThemselves)
@@ -644,7 +645,7 @@ TEST_F(EditorTest, OpeningAndClosingLosesNothing)
             engine.set(random.nextInt(900) + 210, random.nextFloat());
 
         if (round % 20 == 0)
-            engine.processor.requestPresetLoad("Bank", round % 40 == 0 ? "Two" : "One");
+            engine.processor.getSoundChange().requestPreset("Bank", round % 40 == 0 ? "Two" : "One");
 
         engine.play(20);
         TestWindow::pump(4);

@@ -80,7 +80,7 @@ TEST_F(FxPageTest, ChoosingATypeStartsTheEffect)
     const float expected[] = {0.69f, 0.79f, 0.75f, 0.09f, 0.0f, 0.97f, 0.06f, 0.0f, 0.0f, 0.0f};
     for (int j = 0; j < numFxParameters; ++j)
         EXPECT_FLOAT_EQ(rig.get(fxParameter(block, j)), expected[j]) << j;
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
 }
 
 TEST_F(FxPageTest, EverySlotShowsWhatItsTypeHas)

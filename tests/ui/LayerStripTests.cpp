@@ -92,7 +92,7 @@ TEST_F(LayerStripTest, InstrumentsComeAndGoThroughTheMenu)
     EXPECT_EQ(menu("Layer 1 instrument").getText(), "Orlen");
     EXPECT_GT(menu("Layer 1 program").getNumItems(), 1);
     EXPECT_TRUE(window->find("toEditorIcon")->isShowing());
-    EXPECT_FALSE(engine.processor.edited.load() && engine.processor.getFolderName().isEmpty());
+    EXPECT_FALSE(engine.processor.getSession().isEdited() && engine.processor.getFolderName().isEmpty());
 
     // Another in its place, then the same again, which keeps what it plays.
     choose("Layer 1 instrument", "Hexley2");

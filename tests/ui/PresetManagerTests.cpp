@@ -115,7 +115,7 @@ protected:
     void waitForPreset()
     {
         EXPECT_TRUE(
-            rig.engine.playUntil([this] { return !rig.processor.getTransition().presetBusy.load(); }, 30000));
+            rig.engine.playUntil([this] { return !rig.processor.getSoundChange().isUnderWay(); }, 30000));
         page().refresh();
     }
 
@@ -277,7 +277,7 @@ TEST_F(PresetManagerTest, WordsFilterAndEdit)
         EXPECT_EQ(hasCategory(rig.get(categoryParameter(flag)), flag), !before) << name;
     }
 
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
     clickEntry(words.getGrid(), 3, ctrl);
     const float value = rig.get(10);
     window->click(words, CategoryManager::wordBounds(0, 1).getCentre());

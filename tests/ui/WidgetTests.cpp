@@ -146,7 +146,7 @@ TEST_F(WidgetTest, KnobFollowsEveryGesture)
     EXPECT_NEAR(rig.get(pan), 0.51f, tolerance);
     window.key(juce::KeyPress(juce::KeyPress::leftKey));
     EXPECT_NEAR(rig.get(pan), 0.5f, tolerance);
-    EXPECT_TRUE(rig.processor.edited.load());
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
 }
 
 TEST_F(WidgetTest, DisabledKnobTakesNoMouse)

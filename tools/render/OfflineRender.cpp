@@ -36,12 +36,12 @@ OfflineRender::OfflineRender(PluginProcessor& processorIn, const MidiSong& songI
     processor.setRateAndBufferSizeDetails(rate, blockSize);
     processor.prepareToPlay(rate, blockSize);
     if (input != nullptr)
-        processor.setSendInput(&sendBuffer);
+        processor.getGraph().setSendInput(&sendBuffer);
 }
 
 OfflineRender::~OfflineRender()
 {
-    processor.setSendInput(nullptr);
+    processor.getGraph().setSendInput(nullptr);
     processor.releaseResources();
     processor.setPlayHead(nullptr);
 }

@@ -69,8 +69,8 @@ juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, co
     if (const auto result = readPreset(file, bytes, chunk); result.failed())
         return result;
     const bool arrived =
-        processor.requestPresetLoad(choice.folder, choice.name) &&
-        offline.playUntil([&] { return !processor.getTransition().presetBusy.load(); }, loadTimeoutMillis);
+        processor.getSoundChange().requestPreset(choice.folder, choice.name) &&
+        offline.playUntil([&] { return !processor.getSoundChange().isUnderWay(); }, loadTimeoutMillis);
     if (!arrived)
         return juce::Result::fail(file.getFullPathName() + ": the preset does not load");
     return checkInstruments(processor, chunk, file);

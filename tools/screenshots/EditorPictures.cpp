@@ -54,17 +54,17 @@ bool EditorPictures::loadPreset(const juce::String& folder, const juce::String& 
     if (findPresetFile(processor.getPaths().banksFolder, folderName, name) == juce::File())
         return false;
     processor.setNames(name, folderName);
-    bool complete = processor.loadPresetFile();
+    bool complete = processor.getSoundChange().loadPresetFile();
     for (int layer = 0; layer < numLayers; ++layer)
         complete = complete && !processor.getLayer(layer).isMissing();
     processor.getPresetCommands().refreshLists();
     return complete;
 }
 
-void EditorPictures::showPage(int page)
+void EditorPictures::showPage(Page page)
 {
-    set(slot::view, viewOfPage(page));
-    processor.setCurrentView(viewOfPage(page));
+    set(slot::view, viewOf(page));
+    processor.getEditorRequests().setPage(page);
     editor->getView().fullRefresh();
 }
 

@@ -25,8 +25,7 @@ public:
 
     void set(int parameter, float value) { processor.setParameter(parameter, value); }
 
-    /** Page 0 to 3: Layers, Master FX/EQ, Preset Manager, Multi-control. */
-    void showPage(int page);
+    void showPage(Page page);
     void showBackPanel();
     /** Panel of all four strips, as `VirtualInstrumentUI::Panel` counts them. */
     void showPanels(int panel);

@@ -11,14 +11,6 @@ namespace quorel
 
 namespace
 {
-enum Page
-{
-    layersPage,
-    fxPage,
-    managerPage,
-    multiPage
-};
-
 constexpr const char* splits = "01 Keys and Splits";
 constexpr const char* drums = "03 Drums and Grooves";
 
@@ -38,7 +30,7 @@ void bendEq(EditorPictures& editor, int unit)
 
 bool showPanels(EditorPictures& editor, int panel)
 {
-    editor.showPage(layersPage);
+    editor.showPage(Page::layers);
     editor.showPanels(panel);
     return true;
 }
@@ -71,7 +63,7 @@ void addLayers(std::vector<Scene>& scenes)
     scenes.push_back({"layers-mixed", splits, "Four Corners",
                       [](EditorPictures& e)
                       {
-                          e.showPage(layersPage);
+                          e.showPage(Page::layers);
                           bendEq(e, 2);
                           e.showPanel(0, Panel::keyRange);
                           e.showPanel(1, Panel::easy);
@@ -85,7 +77,7 @@ void addEffects(std::vector<Scene>& scenes)
 {
     const auto show = [](EditorPictures& e)
     {
-        e.showPage(fxPage);
+        e.showPage(Page::effects);
         return true;
     };
     scenes.push_back({"fx-empty", "", "", show});
@@ -93,7 +85,7 @@ void addEffects(std::vector<Scene>& scenes)
                       [](EditorPictures& e)
                       {
                           bendEq(e, masterEqUnit);
-                          e.showPage(fxPage);
+                          e.showPage(Page::effects);
                           return true;
                       }});
     for (int first = 1; first < fxTypeCount; first += numFxBlocks)
@@ -109,7 +101,7 @@ void addEffects(std::vector<Scene>& scenes)
                                   for (int j = 0; j < numFxParameters; ++j)
                                       e.set(fxParameter(k, j), 0.1f * static_cast<float>(j));
                               }
-                              e.showPage(fxPage);
+                              e.showPage(Page::effects);
                               return true;
                           }});
     }
@@ -122,7 +114,7 @@ void addManager(std::vector<Scene>& scenes)
         scenes.push_back({name, splits, "Four Corners",
                           [mode](EditorPictures& e)
                           {
-                              e.showPage(managerPage);
+                              e.showPage(Page::presetManager);
                               return e.click(mode);
                           }});
     };
@@ -132,7 +124,7 @@ void addManager(std::vector<Scene>& scenes)
     scenes.push_back({"manager-search-name", splits, "Four Corners",
                       [](EditorPictures& e)
                       {
-                          e.showPage(managerPage);
+                          e.showPage(Page::presetManager);
                           return e.click("Search by name") && e.type("Search text", "glass");
                       }});
 }
@@ -142,7 +134,7 @@ void addOthers(std::vector<Scene>& scenes)
     scenes.push_back({"multi-control", splits, "Four Corners",
                       [](EditorPictures& e)
                       {
-                          e.showPage(multiPage);
+                          e.showPage(Page::multiControls);
                           return true;
                       }});
     scenes.push_back({"back-panel", splits, "Four Corners",
@@ -165,9 +157,9 @@ void addMenus(std::vector<Scene>& scenes)
                               return e.click(button) && EditorPictures::isMenuOpen();
                           }});
     };
-    addMenu("menu-folder", layersPage, "Folder menu");
-    addMenu("menu-preset", layersPage, "Preset menu");
-    addMenu("menu-layouts", layersPage, "Layer 1 Easy layouts");
+    addMenu("menu-folder", Page::layers, "Folder menu");
+    addMenu("menu-preset", Page::layers, "Preset menu");
+    addMenu("menu-layouts", Page::layers, "Layer 1 Easy layouts");
 }
 } // namespace
 

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/LayerRack.h"
+
+#include "engine/PluginProcessor.h"
+#include "parameters/ParameterText.h"
+
+namespace quorel
+{
+
+LayerRack::LayerRack(PluginProcessor& pluginProcessor)
+    : processor(pluginProcessor)
+{
+    for (int layer = 0; layer < numLayers; ++layer)
+        layers[static_cast<size_t>(layer)] = std::make_unique<VirtualInstrument>(processor, layer);
+}
+
+LayerRack::~LayerRack()
+{
+    destroy();
+}
+
+void LayerRack::destroy()
+{
+    for (size_t layer = layers.size(); layer-- > 0;)
+        layers[layer] = nullptr;
+}
+
+AudioGraph::Layers LayerRack::forGraph() const
+{
+    AudioGraph::Layers pointers{};
+
+    for (size_t layer = 0; layer < layers.size(); ++layer)
+        pointers[layer] = layers[layer].get();
+
+    return pointers;
+}
+
+void LayerRack::prepare(double rate, int blockSize)
+{
+    for (auto& layer : layers)
+        layer->prepare(rate, blockSize);
+}
+
+void LayerRack::writePluginName(int layer, const juce::String& name)
+{
+    writeParamText(processor, layerParameter(layer, layerSlot::pluginNameText), name, slot::nameTextLength);
+}
+
+void LayerRack::choose(int layer, const juce::PluginDescription* description)
+{
+    processor.resetLayer(layer);
+    auto& instrument = (*this)[layer];
+
+    if (description == nullptr)
+    {
+        instrument.clearMissing();
+        instrument.cancelLoad();
+
+        if (instrument.hasInstance())
+        {
+            instrument.requestUnload();
+            processor.setParameter(layerParameter(layer, layerSlot::pluginNameText), 0.0f);
+        }
+    }
+    else if (!instrument.hasInstance() || instrument.getPluginName() != description->name)
+    {
+        if (instrument.hasInstance())
+            instrument.requestUnload();
+
+        instrument.requestLoad(*description);
+        writePluginName(layer, description->name);
+    }
+    else
+    {
+        // The reset has emptied the name of an instrument that stays.
+        instrument.cancelLoad();
+        writePluginName(layer, description->name);
+    }
+
+    processor.requestEditorRefresh();
+}
+
+bool LayerRack::closeWindows()
+{
+    bool windowWasOpen = false;
+
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+
+        if (layer->isWindowShowing())
+        {
+            layer->closeWindow();
+            windowWasOpen = true;
+        }
+    }
+
+    return windowWasOpen;
+}
+
+bool LayerRack::requestUnload()
+{
+    bool windowWasOpen = false;
+
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+
+        if (layer->hasInstance())
+            windowWasOpen = layer->requestUnload() || windowWasOpen;
+    }
+
+    return windowWasOpen;
+}
+
+void LayerRack::unload()
+{
+    for (auto& layer : layers)
+    {
+        layer->cancelLoad();
+        layer->closeWindow();
+        layer->clearMissing();
+
+        if (layer->hasInstance())
+            layer->unloadPlugin();
+    }
+
+    showAll();
+}
+
+void LayerRack::showAll()
+{
+    for (auto& layer : layers)
+        layer->needsDisplayUpdate.store(true);
+}
+
+} // namespace quorel

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/MidiInput.h"
+
+#include "parameters/ControllerMap.h"
+
+namespace quorel
+{
+
+namespace
+{
+constexpr int auditionChannel = 1;
+constexpr int auditionNote = 60;
+constexpr juce::uint8 auditionVelocity = 127;
+} // namespace
+
+MidiInput::MidiInput(ControllerMap& controllerMap)
+    : controllers(controllerMap)
+{
+    forLayers.ensureSize(midiBufferCapacity);
+}
+
+const juce::MidiBuffer& MidiInput::collect(juce::MidiBuffer& midi)
+{
+    if (auditionNoteOn.exchange(false))
+        midi.addEvent(juce::MidiMessage::noteOn(auditionChannel, auditionNote, auditionVelocity), 0);
+
+    if (auditionNoteOff.exchange(false))
+        midi.addEvent(juce::MidiMessage::noteOff(auditionChannel, auditionNote), 0);
+
+    for (const auto event : midi)
+        note(event);
+
+    copyEvents(midi, forLayers);
+
+    if (panicRequested.exchange(false))
+        addSilencingEvents(forLayers);
+
+    return forLayers;
+}
+
+void MidiInput::note(const juce::MidiMessageMetadata& event)
+{
+    if (event.numBytes < 3)
+        return;
+
+    const int status = event.data[0] & 0xf0;
+    const int channel = (event.data[0] & 0x0f) + 1;
+    // A host may pass on bytes above 127, which are not MIDI data.
+    const int first = juce::jmin<int>(event.data[1], 127);
+    const int second = juce::jmin<int>(event.data[2], 127);
+
+    if (status == 0x90 && second > 0)
+    {
+        monitor.noteOn(channel, first, second);
+    }
+    else if (status == 0xb0)
+    {
+        monitor.controller(first, second);
+        controllers.controllerReceived(first, second);
+    }
+}
+
+} // namespace quorel

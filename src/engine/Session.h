@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <juce_core/juce_core.h>
+
+#include <atomic>
+
+namespace quorel
+{
+
+/** Where the sound that plays belongs: the preset and the controller table it came from or was saved to, and
+    whether it has been edited since. */
+class Session
+{
+public:
+    /** Any thread. */
+    juce::String getPresetName() const;
+    /** Any thread. */
+    juce::String getFolderName() const;
+    /** Any thread. */
+    void setNames(const juce::String& preset, const juce::String& folder);
+
+    /** File name of the controller table in use, ending included; empty for none. Message thread. */
+    const juce::String& getEcsName() const noexcept { return ecsName; }
+
+    void setEcsName(const juce::String& name) { ecsName = name; }
+
+    /** The sound differs from the preset as it was loaded or saved. Any thread. */
+    bool isEdited() const noexcept { return edited.load(); }
+
+    /** Any thread. */
+    void markEdited() noexcept;
+
+    /** The sound is now what the preset holds, or a fresh start. */
+    void markSaved() noexcept { edited.store(false); }
+
+    /** Puts the mark back to what it was before a change of sound that is no edit. */
+    void restoreMark(bool wasEdited) noexcept;
+
+    /** True once after each edit. */
+    bool takeEdit() noexcept { return editPending.exchange(false); }
+
+private:
+    mutable juce::CriticalSection nameLock;
+    juce::String presetName;
+    juce::String folderName;
+    juce::String ecsName;
+    std::atomic<bool> edited{false};
+    std::atomic<bool> editPending{false};
+};
+
+} // namespace quorel

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "presets/PresetFiles.h"
+#include "presets/StateChunk.h"
+#include "support/ProcessorRig.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+/** A processor whose commands work on real preset files. */
+class PresetCommandTest : public testing::Test
+{
+protected:
+    using Modifier = PresetCommands::Modifier;
+
+    /** A preset file with a master volume of its own, so that loads can be told apart. */
+    void makePreset(const juce::String& folder, const juce::String& name, float volume = 0.5f)
+    {
+        const auto file = presetFileFor(banks, folder, name);
+        StateChunk chunk;
+        chunk.presetName = name;
+        chunk.folderName = folder;
+        chunk.parameters.assign(numHostParameters, 0.0f);
+        chunk.parameters[slot::masterVolume] = volume;
+        juce::MemoryBlock bytes;
+        writeStateChunk(chunk, bytes);
+        ASSERT_TRUE(replaceFile(file, bytes));
+    }
+
+    bool waitForPreset()
+    {
+        return rig.playUntil([&] { return !rig.processor.getSoundChange().isUnderWay(); }, 30000);
+    }
+
+    /** Makes a preset the current one without waiting for its load. */
+    void standOn(const juce::String& folder, const juce::String& preset)
+    {
+        rig.processor.setNames(preset, folder);
+        commands.refreshLists();
+    }
+
+    juce::String files(const juce::String& folder)
+    {
+        return listPresets(childNamed(banks, folder)).joinIntoString("|");
+    }
+
+    juce::String folders() { return library.getFolderNames().joinIntoString("|"); }
+
+    juce::String lastAlert() { return rig.interaction.alerts[rig.interaction.alerts.size() - 1]; }
+
+    juce::String names() { return rig.processor.getFolderName() + "/" + rig.processor.getPresetName(); }
+
+    void type(const char* text) { rig.interaction.typedText = juce::String::fromUTF8(text); }
+
+    ProcessorRig rig;
+    PresetLibrary& library = rig.processor.getPresetLibrary();
+    PresetCommands& commands = rig.processor.getPresetCommands();
+    const juce::File banks = rig.user.banksFolder();
+};
+
+} // namespace quorel::test

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The lists of folders and presets, their menus, and clicks in them.
+#include "PresetCommandRig.h"
+
+namespace quorel::test
+{
+
+class PresetListTest : public PresetCommandTest
+{
+};
+
+TEST_F(PresetListTest, ListsStepsAndMenusFollowTheDisk)
+{
+    for (int i = 1; i <= 33; ++i)
+        makePreset("Many", juce::String(i).paddedLeft('0', 2), 0.01f * static_cast<float>(i));
+
+    childNamed(banks, "Void").createDirectory();
+    standOn("Many", "01");
+    EXPECT_EQ(folders(), "99 Default Preset|Many|Void");
+    auto menu = commands.presetMenu();
+    ASSERT_EQ(menu.size(), 8u) << "five commands, a line, two sub-menus";
+    EXPECT_EQ(menu[3].text, "load preset");
+    EXPECT_TRUE(menu[5].isSeparator());
+    EXPECT_EQ(menu[6].text, "Presets 1 - 32");
+    EXPECT_EQ(menu[7].text, "Presets 33 - 33");
+    EXPECT_TRUE(menu[6].ticked && menu[6].subMenu[0].ticked);
+    EXPECT_TRUE(!menu[7].ticked && !menu[7].subMenu[0].ticked);
+    EXPECT_EQ(menu[7].subMenu[0].id, 39);
+    presetFileFor(banks, "Many", "33").deleteFile();
+    menu = commands.presetMenu();
+    ASSERT_EQ(menu.size(), 6u + 32u);
+    EXPECT_EQ(menu[6].text, "01");
+    const auto folderMenu = commands.folderMenu();
+    EXPECT_EQ(folderMenu[2].text, "delete folder");
+    EXPECT_EQ(folderMenu[5].id, 6);
+    EXPECT_TRUE(folderMenu[5].ticked);
+
+    commands.folderMenuChosen(0);
+    commands.presetMenuChosen(0);
+    commands.presetMenuChosen(6);
+    commands.presetMenuChosen(7 + 32);
+    commands.folderMenuChosen(8);
+    EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << "none of these is there";
+    commands.selectPreset(0);
+    EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << "it is current already";
+
+    EXPECT_TRUE(commands.previousPreset()) << "at the end it is loaded again";
+    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(names(), "Many/01");
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.01f);
+    commands.presetMenuChosen(7 + 31);
+    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(names(), "Many/32");
+    EXPECT_TRUE(commands.stepPreset(-1));
+    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(names(), "Many/31");
+
+    EXPECT_TRUE(commands.nextFolder()) << "empty: chosen, and nothing loaded";
+    EXPECT_EQ(names(), "Void/31");
+    EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay());
+    EXPECT_FALSE(commands.stepPreset(1));
+    EXPECT_FALSE(commands.nextFolder());
+    EXPECT_TRUE(commands.previousFolder());
+    EXPECT_EQ(names(), "Many/01") << "a folder's first preset";
+    EXPECT_FALSE(commands.previousFolder()) << "busy";
+    EXPECT_TRUE(waitForPreset());
+    childNamed(banks, "Many").deleteRecursively();
+    EXPECT_FALSE(commands.selectFolder(1)) << "it has gone meanwhile";
+    commands.refreshLists();
+    EXPECT_EQ(library.getPresetCount(), 0);
+    EXPECT_EQ(library.getCurrentFolderIndex(), -1);
+}
+
+TEST_F(PresetListTest, ClicksSelectSearchAndFilter)
+{
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        makePreset("Bank", name);
+
+    makePreset("Other", "cc", 0.2f);
+    standOn("Bank", "a");
+    const auto selection = [&]
+    {
+        juce::StringArray items;
+
+        for (const int i : library.getSelectedPresets())
+            items.add(juce::String(i));
+
+        return items.joinIntoString(",");
+    };
+
+    commands.clickPreset(3, Modifier::control);
+    commands.clickPreset(3, Modifier::control);
+    commands.clickPreset(0, Modifier::control);
+    EXPECT_EQ(selection(), "0");
+    commands.clickPreset(3, Modifier::shift);
+    EXPECT_EQ(selection(), "3") << "a range starts afresh";
+    commands.clickPreset(1, Modifier::shift);
+    EXPECT_EQ(selection(), "3,1,2");
+    EXPECT_EQ(library.getRangeStart(), 1);
+    commands.clickPreset(4, Modifier::shift);
+    EXPECT_EQ(selection(), "3,1,2,4");
+    commands.clickPreset(2, Modifier::control);
+    EXPECT_EQ(selection(), "3,1,4");
+    EXPECT_EQ(library.getRangeStart(), -1);
+
+    commands.toggleCategory(1);
+    EXPECT_EQ(rig.get(10), 0.0f) << "not while several are selected";
+    commands.clickPreset(9, Modifier::none);
+    EXPECT_EQ(selection(), "3,1,4") << "no entry there";
+    commands.clickPreset(0, Modifier::none);
+    EXPECT_EQ(selection(), "");
+    commands.toggleCategory(1);
+    commands.toggleCategory(65);
+    EXPECT_EQ(rig.get(10), 2.5f / 4096.0f);
+    EXPECT_EQ(rig.get(15), 1024.5f / 4096.0f);
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
+    commands.toggleCategory(65);
+    EXPECT_EQ(rig.get(15), 0.5f / 4096.0f);
+    ASSERT_TRUE(rig.processor.getPresetStorage().save({}, true));
+    EXPECT_TRUE(library.isIndexStale());
+    commands.refreshIndex();
+
+    commands.toggleFilterCategory(1);
+    ASSERT_EQ(library.getFilteredCount(), 1);
+    EXPECT_EQ(library.getFilteredPreset(0).name, "a");
+    commands.toggleFilterCategory(2);
+    EXPECT_EQ(library.getFilteredCount(), 0);
+    commands.clearCategoryFilter();
+    EXPECT_EQ(library.getFilteredCount(), 7);
+    library.setSearchText("C");
+    library.searchPresets();
+    ASSERT_EQ(library.getFilteredCount(), 2);
+    commands.clickFolder(2, true);
+    library.searchPresets();
+    ASSERT_EQ(library.getFilteredCount(), 1);
+    EXPECT_EQ(names(), "Bank/a") << "a folder limits the results, and loads nothing";
+    commands.clickResult(0, Modifier::none);
+    EXPECT_EQ(names(), "Other/cc");
+    EXPECT_EQ(library.getCurrentFolderIndex(), 2);
+    commands.clickFolder(0, false);
+    EXPECT_EQ(names(), "Other/cc") << "busy";
+    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.2f);
+    commands.clearCategories();
+    EXPECT_EQ(rig.get(10), 0.0f);
+}
+
+} // namespace quorel::test
