@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The table as a host and an editor see it: names, what a write brings with it, the resets.
+#include "parameters/ParameterCatalogue.h"
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
 #include "support/ProcessorRig.h"
@@ -46,11 +47,14 @@ TEST(ParameterNames, FollowTheIndex)
         {1, "Master Volume"},
         {3, "Edited/Original preset"},
         {4, "4"},
+        {10, "10"},
         {17, "17"},
         {131, "131"},
+        {200, "Layer1 200"},
         {233, "Layer1 Pan"},
         {465, "Layer2 265"},
         {710, "Layer3 Easy 1"},
+        {787, "Layer3 EQ Band 2 BW"},
         {996, "Layer4 EQ HP Filter Freq"},
         {999, ""},
         {1000, ""},
@@ -62,8 +66,7 @@ TEST(ParameterNames, FollowTheIndex)
         {1258, "Gate Decay"},
         {1300, ""},
         {1352, "Multi Fader 3"},
-        {1354, "Multi Knob 1/1"},
-        {1369, "Multi Knob 4/4"},
+        {1360, "Multi Knob 2/3"},
         {1470, ""},
         {1506, ""},
         {1507, ""},
@@ -180,28 +183,62 @@ TEST(Parameters, MixerGainsFollowTheirFaders)
 
 TEST(Parameters, ResetGivesDefaultsAndLeavesTheRest)
 {
+    constexpr float mark = 0.9f;
     ProcessorRig rig;
+    const auto expectDefaults = [&rig](float kept)
+    {
+        for (int i = 0; i < numParameterSlots; ++i)
+        {
+            // The names in force stand there.
+            if (isWithin(i, slot::presetNameText, 2 * slot::nameTextLength))
+                continue;
+
+            const auto& info = parameterInfo(i);
+            EXPECT_EQ(rig.get(i), info.isKeptByReset ? kept : info.defaultValue) << i;
+        }
+    };
+
+    expectDefaults(0.0f);
 
     for (int i = 0; i < numParameterSlots; ++i)
-        rig.set(i, 0.9f);
+        rig.set(i, mark);
 
     rig.processor.resetAllParameters();
+    expectDefaults(mark);
     EXPECT_EQ(rig.get(slot::masterVolume), 0.63f);
     EXPECT_EQ(rig.getLayer(3, layerSlot::on), 1.0f);
-    EXPECT_EQ(rig.getLayer(3, layerSlot::solo), 0.0f);
-    EXPECT_EQ(paramToInt(rig.getLayer(0, layerSlot::keyMax), 0, 127), 127);
+    EXPECT_EQ(paramToInt(rig.getLayer(0, layerSlot::keyMin), 0, 127), 24);
+    EXPECT_EQ(paramToInt(rig.getLayer(0, layerSlot::zoneVelocities + 14), 0, 127), 1);
     EXPECT_EQ(static_cast<int>(rig.getLayer(2, layerSlot::userController1) * 128.0f), 39);
     EXPECT_EQ(decodeParamInt(rig.getLayer(1, layerSlot::easyMapping + 11)), 12);
     EXPECT_EQ(rig.get(slot::fxVolume + 3), 0.75f);
     EXPECT_EQ(readParamText(rig.processor, slot::multiName + 50, 24), "Multicontrol 3");
-    // The name's last character is left out until a preset brings it whole.
+    // The name's last character is left out until a preset brings the whole.
     EXPECT_EQ(readParamText(rig.processor, slot::presetNameText, 31), "Default Prese");
 
     // Left alone: program, Easy values, category words, controller map, the master EQ's band switches, effect
-    // values.
+    // parameters.
     for (const int index : {10, layerParameter(0, 242), layerParameter(2, 310), slot::controllerMap + 5,
                             slot::masterEq + 1, slot::fxParameters, slot::multiHold, 999})
-        EXPECT_EQ(rig.get(index), 0.9f) << index;
+        EXPECT_EQ(rig.get(index), mark) << index;
+}
+
+TEST(Parameters, ResetDrawsTheEasyValuesFromTheInstrument)
+{
+    ProcessorRig rig;
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+    {
+        rig.setLayer(0, layerSlot::easyMapping + easy, encodeParamInt(0));
+        rig.setLayer(0, layerSlot::easyValue + easy, 0.9f);
+    }
+
+    rig.processor.resetAllParameters();
+    const InstanceAccess::Use plugin(rig.processor.getLayer(0).instanceAccess());
+
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+        EXPECT_EQ(rig.getLayer(0, layerSlot::easyValue + easy), plugin->getParameter(easy + 1)) << easy;
 }
 
 TEST(Parameters, TextStopsAtWhatASlotCannotHold)

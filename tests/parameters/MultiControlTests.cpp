@@ -140,6 +140,18 @@ TEST_F(MultiControlTest, ARestoredSoundGoesOnWhereItWas)
     EXPECT_NEAR(rig.get(panOfLayer1), 0.7f, 1e-6f);
 }
 
+TEST_F(MultiControlTest, AResetLeavesATargetAtItsBase)
+{
+    // The layers are reset before the fader, which then takes its share back.
+    rig.set(panOfLayer1, 0.4f);
+    assign(0, 2);
+    rig.set(knob, 1.0f);
+    rig.set(fader, 0.5f);
+    rig.processor.resetAllParameters();
+    EXPECT_NEAR(rig.get(panOfLayer1), 0.4f, 1e-6f);
+    EXPECT_EQ(rig.processor.multiControls().targetParameter(0), noParameter);
+}
+
 TEST_F(MultiControlTest, ANewInstrumentFreesTheTargetsInItsEasyValues)
 {
     assign(0, 7);
