@@ -18,8 +18,8 @@ namespace quorel
 class VirtualInstrument;
 
 /** The fixed graph of the block: four instruments into four layer strips, four send buses through four effect
-   blocks, and the master EQ. Every stage handles the whole block at once. Large (the effect blocks are
-   embedded, so that a change of type allocates nothing): it lives on the heap with its processor. */
+    blocks, and the master EQ. Every stage handles the whole block at once. Large (the effect blocks are
+    embedded, so that a change of type allocates nothing): it lives on the heap with its processor. */
 class AudioGraph
 {
 public:
@@ -31,7 +31,7 @@ public:
     void setLayers(const Layers& newLayers) noexcept { layers = newLayers; }
 
     /** Starts every EQ unit and effect block afresh at `sampleRate` (Hz): all tails are dropped. While no
-     * block runs. */
+        block runs. */
     void initialise(double sampleRate);
 
     /** Any thread: the next block starts the EQ units and effect blocks afresh. */
@@ -41,12 +41,12 @@ public:
     void reserve(int numChannels, int numSamples);
 
     /** For tools that measure the effects; audio thread. While a buffer is set, the layers are not rendered:
-       every send bus starts from it at unity, and the effects' outputs alone are heard. It has two channels
-       and at least the samples of the blocks that follow, and outlives them. Null goes back to the layers. */
+        every send bus starts from it at unity, and the effects' outputs alone are heard. It has two channels
+        and at least the samples of the blocks that follow, and outlives them. Null goes back to the layers. */
     void setSendInput(const juce::AudioBuffer<float>* input) noexcept { sendInput = input; }
 
     /** Audio thread: adds everything up to the master EQ to `output`, which has been cleared. `bpm` is the
-       tempo of the effects. */
+        tempo of the effects. */
     void render(juce::AudioBuffer<float>& output, const juce::MidiBuffer& midi, float bpm);
 
 private:

@@ -68,8 +68,7 @@ void AtomicValueSource::deliverPending()
 
 bool AtomicValueSource::takePending() noexcept
 {
-    // The plain look first: nearly always there is nothing, and 1508 of these are asked twenty times a
-    // second.
+    // The plain look first: nearly always there is nothing.
     return pending.load(std::memory_order_relaxed) && pending.exchange(false, std::memory_order_acquire);
 }
 

@@ -10,8 +10,8 @@ namespace quorel
 /** The number behind a `juce::Value` that the audio thread writes too.
 
     A change made on the message thread tells the listeners in the usual way. A change made anywhere else is
-   only marked, and told at the next `deliverPending`: the listeners hear of it on the message thread, once
-   for however many writes came together. */
+    only marked, and told at the next `deliverPending`: the listeners hear of it on the message thread, once
+    for however many writes came together. */
 class AtomicValueSource final : public juce::Value::ValueSource
 {
 public:

@@ -13,9 +13,9 @@ namespace quorel
 {
 
 /** Ties MIDI messages straight to one value: while `learning`, the next message becomes a mapping; later
-   messages that match a mapping set the value. Messages come on a MIDI thread from a `juce::MidiInput`, or on
-   the message thread from `GlobalMidi`. Bindings to host parameters don't go this way: the processor's
-   controller table carries those. */
+    messages that match a mapping set the value. Messages come on a MIDI thread from a `juce::MidiInput`, or
+    on the message thread from `GlobalMidi`. Bindings to host parameters don't go this way: the processor's
+    controller table carries those. */
 class MidiLearner : public juce::MidiInputCallback, public juce::ChangeListener
 {
 public:
@@ -36,8 +36,7 @@ public:
     /** `broadcaster` is the `GlobalMidi` of the process. */
     void changeListenerCallback(juce::ChangeBroadcaster* broadcaster) override;
 
-    /** The work of `handleIncomingMidiMessage` for a source of that name. True if the message set the value.
-     */
+    /** The work of `handleIncomingMidiMessage` for a source of that name. True if the message set the value. */
     bool handleMessage(const juce::String& sourceName, const juce::MidiMessage& message);
 
     /** Taken only while there is no name yet. Message thread. */
@@ -49,7 +48,7 @@ public:
     int getNumMappings() const;
 
     /** How "Midi Mapped (...)" reaches the screen: set by whoever has one, called on the message thread or
-       with its lock held. Empty at start. Message thread. */
+        with its lock held. Empty at start. Message thread. */
     static std::function<void(const juce::String&)>& displayBox();
 
     juce::GlowEffect glow;

@@ -11,11 +11,11 @@ namespace quorel
 {
 
 /** The value object behind a parameter: a `juce::Value` that the interface binds to, that any thread may set,
-   that can glide, and that MIDI can be tied to.
+    that can glide, and that MIDI can be tied to.
 
     The number lives in an atomic of its own. Setting it with `setValueEased` is safe on the audio thread;
     everything that takes memory, a lock or a message (telling the listeners, starting a glide) is left for
-   the message thread: at once if the call came there, else at the next `deliverPending`. */
+    the message thread: at once if the call came there, else at the next `deliverPending`. */
 class MidiLinkedValueObject final : public MidiLearner
 {
 public:
@@ -27,7 +27,7 @@ public:
 
     void setValue(const juce::var& newValue);
     /** Shares the source of `other`. The number then follows it at each `deliverPending`, and numbers set off
-       the message thread reach it there. */
+        the message thread reach it there. */
     void referTo(const juce::Value& other);
 
     void addListener(juce::Value::Listener* listener) { value.addListener(listener); }
@@ -49,14 +49,14 @@ public:
     void setValueEased(const juce::var& target);
 
     /** Glides to `target`; nothing if it stands there already, at once below 5 ms. A new target continues
-       from the present value. Message thread, or its lock held. */
+        from the present value. Message thread, or its lock held. */
     void startTransition(float target, float seconds);
 
     /** True while a glide's thread lives. Message thread, or its lock held. */
     bool isInTransition() const { return easing != nullptr && easing->isThreadRunning(); }
 
     /** Tells the listeners what was set elsewhere and starts the glides asked for elsewhere. Message thread;
-       to be called regularly. */
+        to be called regularly. */
     void deliverPending();
 
     /** `midiValue` in 127ths, bent by `curve`, onto `minimum` to `maximum`. Any thread. */
@@ -74,7 +74,7 @@ private:
     juce::Value value;
     std::atomic<double> pendingTarget{0.0};
     std::atomic<bool> targetPending{false};
-    /** Made at the first glide: there are 1508 of these objects, and few ever glide. */
+    /** Made at the first glide: few values ever glide. */
     std::unique_ptr<ValueTransitionThread> easing;
 
 public:

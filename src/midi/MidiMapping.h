@@ -9,16 +9,16 @@ namespace quorel
 {
 
 /** One binding of a MIDI source to a value, made from the message that taught it. An incoming message is
-   turned into one as well, and compared with those stored. */
+    turned into one as well, and compared with those stored. */
 struct MidiMapping
 {
     /** `sourceName`: name of the MIDI input, empty for the process-wide buffer. Never reads past a short
-     * message. */
+        message. */
     MidiMapping(const juce::String& sourceName, const juce::MidiMessage& message);
 
     /** True where `incoming` belongs to this binding: same channel, same kind, same number (any number for
-       the pitch wheel). With `compareDevices`, this one must have a device whose name contains the other's or
-       is contained in it. */
+        the pitch wheel). With `compareDevices`, this one must have a device whose name contains the other's
+        or is contained in it. */
     bool matches(const MidiMapping& incoming, bool compareDevices) const;
 
     /** What the message says: `linkedValue` if there is one, else `value`. */
@@ -35,7 +35,7 @@ struct MidiMapping
     double timestamp = 0.0;
     std::unique_ptr<juce::Value> linkedValue;
     /** 0 to 127; 0 to 129 for the pitch wheel. Controllers below 4 count as 0: worn faders don't reach their
-     * end. */
+        end. */
     float value = 0.0f;
     float scale = 1.0f;
 };

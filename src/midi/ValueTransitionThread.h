@@ -8,8 +8,8 @@ namespace quorel
 {
 
 /** Glides one value to a target: a straight line in time, written about twenty times a second with the
-   message thread's lock held, its last write exactly the target. Somebody else's write ends the glide: the
-   newest word counts. */
+    message thread's lock held, its last write exactly the target. Somebody else's write ends the glide: the
+    newest word counts. */
 class ValueTransitionThread final : public juce::Thread
 {
 public:
