@@ -197,7 +197,7 @@ void imageMemory(benchmark::State& state)
 }
 
 /** Share of a core that an open editor takes when nothing happens: processor time over five seconds, less
-   that of the same time without an editor. */
+    that of the same time without an editor. */
 void idleEditor(benchmark::State& state)
 {
     if (!hasDisplay(state))

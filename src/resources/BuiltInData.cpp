@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "resources/BuiltInData.h"
 
-// The files come in through the assembler where there is a GNU one: a compiler takes minutes and gigabytes
-// over arrays of this size. Elsewhere the build writes them out as arrays after all.
+// A GNU assembler includes the files as they are: compiling arrays of this size takes minutes and gigabytes.
+// Where there is none, the build writes the arrays all the same.
 #if QUOREL_BUILT_IN_ARRAYS
 
 #include "BuiltInArrays.inc"

@@ -8,7 +8,7 @@ namespace quorel
 namespace
 {
 
-/** From this many pixels to a layout pixel on, the double-resolution image is the better source. */
+/** At this many pixels to a layout pixel and more, the double-resolution image is the better source. */
 constexpr float doubleFromScale = 1.01f;
 
 void drawPart(juce::Graphics& g, const juce::Image& image, juce::Rectangle<int> source,
@@ -25,7 +25,7 @@ void drawPart(juce::Graphics& g, const juce::Image& image, juce::Rectangle<int> 
         g.drawImageTransformed(image.getClippedImage(source), toDestination);
         return;
     }
-    // JUCE works a mask out over the whole clip.
+    // JUCE computes a mask over the whole clip region.
     const juce::Graphics::ScopedSaveState state(g);
     if (g.reduceClipRegion(destination.getSmallestIntegerContainer()))
         g.drawImageTransformed(image.getClippedImage(source), toDestination, true);

@@ -11,9 +11,9 @@
 namespace quorel
 {
 
-/** The decoded images of the process: each is decoded when it is first asked for, and kept. Every `CBitmap`
+/** The decoded images of the process. Each is decoded when it is first needed, and kept. Every `CBitmap`
     shares the one store, which goes with the last of them; hold a `juce::SharedResourcePointer<ImageStore>`
-   to keep it, and with it a quick opening of the next editor. Message thread. */
+    to keep it, so that the next editor opens quickly. Message thread. */
 class ImageStore
 {
 public:

@@ -10,8 +10,8 @@ namespace quorel
 /** Rows of a bitmap font: one for each character of its set but the blank. */
 constexpr int numGlyphRows = 40;
 
-/** Frames in one of a film's tiles. They stand side by side there, which packs better than one under the
-    other: what a frame shares with its neighbour is near it in each row. */
+/** Frames in one of a film's tiles. Side by side they compress better than one under the other: what a frame
+    has in common with its neighbour is then close by in every row. */
 constexpr int framesPerTile = 8;
 
 /** One image. Sizes are layout pixels: those of the whole image, with all its frames one under the other. */
@@ -23,7 +23,7 @@ struct ImageListing
     int height;
     /** 1; or 2 for up and down; or the frames of a film; or the rows of a bitmap font. */
     int frames;
-    /** Drawn at double resolution too. That is so for all images that a page shows. */
+    /** Drawn at double resolution too, as all images on the pages are. */
     bool doubled;
 
     constexpr int frameHeight() const noexcept { return height / frames; }

@@ -20,7 +20,7 @@ struct BuiltInBytes
 /** Names of all images, in the order of `imageList`. */
 const juce::StringArray& imageNames();
 
-/** The form in which names are kept: lower case, blanks and points as "_", anything else but letters, digits
+/** The form in which names are stored: lower case, blanks and full stops as "_", all else but letters, digits
     and "_" left out. So "key Edit.png" and "key_Edit_png" are one name. */
 juce::String foldedImageName(const juce::String& name);
 
@@ -37,10 +37,9 @@ enum class Resolution
     doubled
 };
 
-/** Number of PNG files that hold a row's image piecewise, for drawing. A film has one for every
-   `framesPerTile` frames, side by side, so that only those near shown frames need decoding. Any other image
-   has itself at single resolution and one file at double resolution; an image that isn't drawn at double
-   resolution has none. */
+/** Number of PNG files that a row's image is drawn from. A film has one for every `framesPerTile` frames,
+    side by side, so that only those near shown frames need decoding. Any other image has itself at single
+    resolution, and at double resolution one file, or none if it isn't drawn there. */
 int numTiles(int row, Resolution resolution);
 
 /** One of these files. */

@@ -26,7 +26,7 @@ BackScreenView::Caption::Caption(juce::Rectangle<int> bounds, const juce::String
     , button(captioned)
 {
     setBounds(bounds);
-    // The control speaks for both.
+    // Screen readers hear of the control alone.
     setAccessible(false);
 }
 
@@ -118,7 +118,7 @@ void BackScreenView::refresh()
 
 void BackScreenView::showPluginFolder()
 {
-    // Read afresh: an installer may have written it in the meantime.
+    // Read again each time: an installer may have changed it meanwhile.
     folderPath.setText(processor.userStore().read(pathSetting::key, pathSetting::pluginFolder),
                        juce::dontSendNotification);
 }
@@ -135,7 +135,7 @@ void BackScreenView::timerCallback()
     {
         scanRequested = false;
 
-        // The scan holds the message thread: what the status says must be on the screen before.
+        // The scan holds the message thread, so the status has to reach the screen first.
         if (auto* peer = getPeer())
             peer->performAnyPendingRepaintsNow();
 
@@ -153,7 +153,7 @@ void BackScreenView::chooseFolder()
     const auto folder = processor.userInteraction().chooseFolder("Please select new VST folder",
                                                                  processor.getPaths().pluginFolder);
 
-    // The editor may be gone when the chooser is answered.
+    // The editor may have gone by the time the chooser is answered.
     if (self == nullptr || folder == juce::File())
         return;
 

@@ -11,9 +11,8 @@
 namespace quorel
 {
 
-/** The settings behind the front: controller table, plug-in folder and scan, size of the editor, and which
-    layers the free MIDI controllers reach. A click beside its controls turns back to the front. Message
-    thread. */
+/** The settings on the back: controller table, plug-in folder and scan, size of the editor, and which layers
+    the free MIDI controllers reach. A click anywhere else returns to the front. Message thread. */
 class BackScreenView : public ControlPage, private juce::Timer
 {
 public:

@@ -37,7 +37,7 @@ constexpr int numWords()
     return count;
 }
 
-/** Column and row of a word counted through all columns. */
+/** Column and row of a word, counting through all columns. */
 std::pair<int, int> placeOf(int word)
 {
     int column = 0;

@@ -8,9 +8,9 @@
 namespace quorel
 {
 
-/** The words of all categories, and below them presets: in filter mode the words asked for and what has them,
-   else the current preset's own words and its folder. Sends a change message after each click. Message
-   thread. */
+/** The words of all categories, with presets below them: in filter mode the words searched for and the
+    presets found, otherwise the words of the current preset and the presets of its folder. Sends a change
+    message after each click. Message thread. */
 class CategoryManager : public KeyboardSurface, public juce::ChangeBroadcaster
 {
 public:
@@ -21,14 +21,15 @@ public:
 
     /** The category at a position, 0 to 65. The rows below the last word of a short column count as well. */
     static std::optional<int> categoryAt(juce::Point<int> position);
-    /** Place of word `row` of a column, 0 to 4. */
+    /** Bounds of word `row` of a column, 0 to 4. */
     static juce::Rectangle<int> wordBounds(int column, int row);
 
     PresetGrid& getGrid() noexcept { return grid; }
 
     void paint(juce::Graphics& g) override;
     void mouseDown(const juce::MouseEvent& event) override;
-    /** Left, Right, Page up and down, Home and End choose a word; the space bar and Return turn it. */
+    /** Left, Right, Page up and down, Home and End choose a word; the space bar and Return
+        switch it. */
     bool keyPressed(const juce::KeyPress& key) override;
 
 protected:
@@ -43,7 +44,7 @@ private:
     PluginProcessor& processor;
     PresetGrid grid;
     bool filterMode = false;
-    /** Word that the keyboard is at, counted through all columns. */
+    /** The word the keyboard is at, counting through all columns. */
     int cursor = 0;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(CategoryManager)

@@ -15,31 +15,31 @@ namespace quorel
 /** The page that the view parameter asks for. */
 Page viewPageOf(const PluginProcessor& processor);
 
-/** What pages and strips ask of the editor around them. Message thread. */
+/** What pages and strips need of the editor around them. Message thread. */
 class EditorHost
 {
 public:
     virtual ~EditorHost() = default;
 
-    /** Rebuilds the whole picture for the processor's state. The caller's children may be gone and back
-        afterwards. */
+    /** Rebuilds the whole picture from the processor's state. May remove the caller's children and add them
+        again. */
     virtual void fullRefresh() = 0;
 
-    /** A page has changed its children by itself: the look-up of controls by parameter is made anew. */
+    /** To be called by a page that has changed its children, so that controls are looked up again. */
     virtual void controlsChanged() = 0;
 
-    /** The panel in front of everything. */
+    /** Shows the back panel in front of everything. */
     virtual void showBackPanel() = 0;
 
-    /** Size of the editor in percent of its layout, one of `editorScales`; a choice is kept for the user and
-        takes effect at once. */
+    /** Scale of the editor in percent, one of `editorScales`. Setting it takes effect at once and is stored
+        for the user. */
     virtual int getScalePercent() const = 0;
     virtual void setScalePercent(int percent) = 0;
 };
 
-/** A part of the editor with controls of its own, laid over it without taking clicks beside its controls. It
-    hears its controls and writes what they say, by the parameter number in their component ID: a slider its
-    value, a toggle its state. Message thread. */
+/** A part of the editor with controls of its own, laid over the editor; clicks beside its controls go through
+    it. It listens to its controls and writes the parameter whose number is in their component ID: a slider's
+    value, a toggle's state. Message thread. */
 class ControlPage : public juce::Component,
                     public juce::Slider::Listener,
                     public juce::Button::Listener,
@@ -49,7 +49,7 @@ class ControlPage : public juce::Component,
 public:
     ControlPage(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages);
 
-    /** Sets every control from the processor and shows those that its state asks for. */
+    /** Sets every control from the processor, and shows those that its state calls for. */
     virtual void refresh() = 0;
 
     void sliderValueChanged(juce::Slider* slider) override;
@@ -69,7 +69,7 @@ public:
     static void returnToDefault(juce::Slider& slider);
 
 protected:
-    /** A position alone: a control made there takes its image's size. */
+    /** Bounds without a size: a control made there takes the size of its image. */
     static juce::Rectangle<int> at(juce::Point<int> position) { return {position.x, position.y, 0, 0}; }
 
     /** Prepares a button that draws nothing itself, over what the background shows there. */

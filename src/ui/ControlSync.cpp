@@ -36,7 +36,7 @@ bool isStripKey(int parameter)
 
 ControlSync::Kind ControlSync::kindOf(const juce::Component& component, int parameter)
 {
-    // Menus on a read-out ("bgmenu") wait for the next rebuild of the picture on purpose.
+    // Menus on a read-out ("bgmenu") are left out on purpose: they follow at the next rebuild of the picture.
     const auto& name = component.getName();
 
     if (name == "knob")
@@ -101,7 +101,7 @@ void ControlSync::run()
 
     for (int parameter = 1; parameter < numHostParameters; ++parameter)
     {
-        // Reading is far cheaper than taking, and nearly always enough.
+        // Reading a flag is far cheaper than taking it, and few are set.
         if (!table.isDirty(parameter))
             continue;
 

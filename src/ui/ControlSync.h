@@ -12,9 +12,9 @@
 namespace quorel
 {
 
-/** Brings what automation, controllers and restores have moved to the controls that show it. Each pass takes
-    the processor's dirty flags; the control of a parameter is looked up once per rebuild of the picture, not
-    in the pass. Message thread. */
+/** Moves the controls whose parameters automation, controllers or restores have changed. Each pass takes the
+    processor's dirty flags; which control belongs to a parameter is found when the picture is rebuilt, not in
+    the pass. Message thread. */
 class ControlSync
 {
 public:
@@ -24,12 +24,12 @@ public:
         entryOf.fill(noEntry);
     }
 
-    /** Finds the controls anew among the visible children of `root`, at any depth. Of several controls with
-        one parameter the first counts. */
+    /** Finds the controls among the visible children of `root`, at any depth. Of several controls with the
+        same parameter the first counts. */
     void rebuild(juce::Component& root);
 
-    /** Takes all dirty flags and sets the controls of those parameters. Without any change a matter of
-        microseconds. */
+    /** Takes all dirty flags and sets the controls of those parameters. Takes microseconds when nothing has
+        changed. */
     void run();
 
 private:

@@ -42,8 +42,8 @@ DisplayBox::~DisplayBox()
 
 void DisplayBox::showLearnedMappings()
 {
-    // Learning may speak from a MIDI thread that holds the message thread's lock, and windows are made on the
-    // message thread alone.
+    // Learning may report from a MIDI thread that holds the message thread's lock, but windows must be
+    // created on the message thread itself.
     MidiLearner::displayBox() = [](const juce::String& message)
     {
         juce::MessageManager::callAsync(

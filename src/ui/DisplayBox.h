@@ -11,11 +11,11 @@ namespace quorel
 class DisplayBox : public juce::Component, private juce::Timer, private juce::DeletedAtShutdown
 {
 public:
-    /** Puts the message on the screen; make it with `new` and forget it. */
+    /** Shows the message. Create it with `new`: it deletes itself. */
     explicit DisplayBox(const juce::String& message);
     ~DisplayBox() override;
 
-    /** Shows from now on what MIDI learning has to say. */
+    /** From now on shows the messages of MIDI learning. */
     static void showLearnedMappings();
 
     void paint(juce::Graphics& g) override;

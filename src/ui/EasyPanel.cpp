@@ -10,7 +10,7 @@ namespace quorel
 
 namespace
 {
-/** The film's name says 81, its height says this. */
+/** The film is named for 81 frames, but has one more. */
 constexpr int numFaderFrames = 82;
 constexpr float valueWithoutInstrument = 0.5f;
 } // namespace
@@ -36,7 +36,7 @@ void EasyPanel::TargetMenu::fill(const juce::StringArray& names, int from, int t
 
 void EasyPanel::TargetMenu::showTarget()
 {
-    // Parameter 0 of an instrument can't be a target: 0 stands for none.
+    // 0 means no target, so an instrument's parameter 0 can't be one.
     const int target = decodeParamInt(panel.value(layerSlot::easyMapping + easy));
     const auto& names = panel.instrument().getParameterNames();
     const bool valid = panel.plugin() != nullptr && target > 0 && target < names.size();

@@ -11,7 +11,7 @@
 namespace quorel
 {
 
-/** A layer's twelve Easy faders, and the menus that tie each to a parameter of the hosted instrument. */
+/** A layer's twelve Easy faders, each with a menu that ties it to a parameter of the hosted instrument. */
 class EasyPanel : public StripPanel
 {
 public:
@@ -22,8 +22,8 @@ public:
     void comboBoxChanged(juce::ComboBox* menu) override;
 
 private:
-    /** An instrument may have thousands of parameters, and there are 48 menus: a menu holds its one selected
-        entry until it opens. */
+    /** Holds only the selected entry until it opens: an instrument may have thousands of parameters, and
+        there are 48 of these menus. */
     class TargetMenu : public myBgMenu2
     {
     public:

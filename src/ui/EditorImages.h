@@ -8,8 +8,8 @@
 namespace quorel
 {
 
-/** The images that the editor's controls share: found by name once for each editor and handed to the controls
-    by pointer, so no control owns its film. Message thread. */
+/** The images of the editor's controls, looked up once for each editor. Controls share them by pointer.
+    Message thread. */
 struct EditorImages
 {
     // Page backgrounds, by page number, and the back panel.

@@ -8,8 +8,8 @@
 namespace quorel
 {
 
-/** Whoever holds one keeps this instrument's look the default of all windows that this binary makes: editors,
-    hosted instruments' windows, menus and alerts. It goes with the last holder, so editors may close in any
+/** While one exists, this instrument's look is the default of all windows that this binary makes: editors,
+    hosted instruments' windows, menus and alerts. It ends with the last holder, so editors may close in any
     order. Message thread. */
 class EditorLook
 {

@@ -65,7 +65,7 @@ EqControls::Band EqControls::makeBand(ControlPage& page, const EditorImages& ima
 
 void EqControls::addToggle(ControlPage& page, myOnOff& toggle, const juce::String& name)
 {
-    // A layer's parameters have names of their own, the master's none.
+    // A layer's parameters have names of their own, the master's have none.
     if (isMaster)
         toggle.setTitle("Master EQ " + name);
     page.addAndMakeVisible(toggle);

@@ -12,12 +12,12 @@
 namespace quorel
 {
 
-/** The controls of one EQ: the curve, three bands, low-pass and high-pass. Children of the page that owns
-   them, which hears them. Message thread. */
+/** The controls of one EQ: the curve, three bands, low-pass and high-pass. They are children of the page that
+    owns them, which listens to them. Message thread. */
 class EqControls
 {
 public:
-    /** `unit` is 0 to 3 for a layer's, at its strip's offsets, or `masterEqUnit`, at the editor's. */
+    /** `unit` is 0 to 3 for a layer's EQ, placed within its strip, or `masterEqUnit`. */
     EqControls(ControlPage& page, int unit, PluginProcessor& pluginProcessor, const EditorImages& images);
 
     /** Sets every control from the processor. */

@@ -11,10 +11,10 @@ namespace quorel
 namespace
 {
 constexpr int rhythmGateType = 26;
-/** The step masks of the rhythm gate travel in these parameters. */
+/** The rhythm gate keeps the step masks of its left and right channel in this parameter and the next. */
 constexpr int firstStepParameter = 5;
 
-/** A slot has no such knob with this effect type. */
+/** The effect type has no such parameter. */
 bool isUnused(const juce::String& name)
 {
     return name.isEmpty() || name == "-";

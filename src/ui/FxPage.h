@@ -16,8 +16,8 @@
 namespace quorel
 {
 
-/** The four effect slots and the master EQ. A slot shows what its effect type has: the names and films of its
-    knobs, and the step rows of the rhythm gate. Message thread. */
+/** The four effect slots and the master EQ. A slot shows what its effect type has: a named knob for each
+    parameter, and the step rows of the rhythm gate. Message thread. */
 class FxPage : public ControlPage
 {
 public:
@@ -25,7 +25,7 @@ public:
 
     void refresh() override;
 
-    /** A choice of a type switches the slot on, writes what the type starts with, and asks for a refresh. */
+    /** Choosing a type switches the slot on, writes the type's start values, and asks for a refresh. */
     void comboBoxChanged(juce::ComboBox* box) override;
 
 private:
@@ -48,7 +48,7 @@ private:
 
     void buildSlot(int block);
     void refreshSlot(int block);
-    /** Sets a knob to its parameter, which a double click returns to. */
+    /** Sets a knob to its parameter; a double click returns to this value. */
     void showKnob(myKnob& knob);
     void chooseType(int block, int type);
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Where everything stands on the 1110 by 786 layout, in pixels from its top left: read by the editor, which
-// puts the controls there, and by the artwork, which draws their captions, wells and frames. Positions within
-// a layer's strip count from the strip's own top left.
+// Where everything stands on the 1110 by 786 layout, in pixels from its top left: the editor places its
+// controls by it, and the artwork draws their captions, wells and frames. Positions within a layer's strip
+// count from the strip's own top left.
 #pragma once
 
 #include <juce_graphics/juce_graphics.h>
@@ -26,7 +26,7 @@ inline Box edges(int left, int top, int right, int bottom)
 constexpr int width = 1110;
 constexpr int height = 786;
 
-/** Frame of a knob; knob positions are the frame's top left, but for the master volume's centre. */
+/** Frame of a knob. Positions of knobs are the frame's top left; that of the master volume is its centre. */
 constexpr int knobSize = 47;
 constexpr int faderWidth = 28;
 constexpr int faderHeight = 98;
@@ -71,7 +71,7 @@ namespace strip
 {
 constexpr int width = 1110;
 constexpr int height = 165;
-/** The common part ends here; to its right stands the panel, or another page's controls. */
+/** Right edge of the part that all pages show; beyond it are the panel, or another page's controls. */
 constexpr int commonWidth = 438;
 
 inline Box bounds(int layer)

@@ -12,11 +12,11 @@
 namespace quorel
 {
 
-/** Where a strip's user goes for the maker of a missing instrument. */
+/** Web site of the instruments' maker, opened for an instrument that is missing. */
 constexpr const char* makerWebAddress = "https://ostrand.example/";
 
-/** The instrument part of a layer's strip: which instrument, its bank and program, its icon and its own
-    window. */
+/** The instrument part of a layer's strip: the choice of instrument, bank and program, the instrument's icon,
+    and the switch of its window. */
 class InstrumentPanel : public StripPanel
 {
 public:
@@ -27,7 +27,7 @@ public:
     void buttonClicked(juce::Button* button) override;
     void comboBoxChanged(juce::ComboBox* menu) override;
 
-    /** Lights the editor switch while the instrument's window is open. */
+    /** Lights the window's switch while the window is open. */
     void showWindowState();
 
 private:

@@ -12,7 +12,7 @@ namespace quorel
 namespace
 {
 constexpr int transposeRange = 24;
-/** The arrows stand on the right end of the box. */
+/** Keeps the text clear of the arrows on the right end of the box. */
 constexpr int transposeTextAdjust = -16;
 } // namespace
 
@@ -65,7 +65,7 @@ void KeyRangePanel::transposeBy(int semitones)
     const int wanted = juce::jlimit(-transposeRange, transposeRange, now + semitones);
     auto written = static_cast<float>(wanted + transposeRange) / static_cast<float>(2 * transposeRange);
 
-    // Rounding must not leave it a hair below its own step, where it would read as the one before.
+    // Rounded down, the value would read as the semitone below.
     while (paramToInt(written, -transposeRange, transposeRange) < wanted)
         written = std::nextafter(written, 1.0f);
 

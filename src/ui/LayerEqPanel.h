@@ -7,8 +7,8 @@
 namespace quorel
 {
 
-/** The EQ panel of a layer's strip: curve, switches and knobs, over the panel's image, which the strip draws.
-   Laid over the whole strip, at its size. Message thread. */
+/** The EQ panel of a layer's strip: curve, switches and knobs. The strip draws the panel's image below it.
+    As large as the strip. Message thread. */
 class LayerEqPanel : public ControlPage
 {
 public:

@@ -11,8 +11,8 @@
 namespace quorel
 {
 
-/** What a layer lets through of its MIDI: eight switches that block, and the two controllers of the user's
-    choice that the last two of them stand for. */
+/** What a layer's MIDI filter blocks: eight switches, the last two of which block a controller of the user's
+    choice each. */
 class MidiPanel : public StripPanel
 {
 public:

@@ -18,13 +18,13 @@ constexpr int nameCharacters = slot::multiNameLength - 2;
 constexpr const char* nameLabel = "multiLabel";
 constexpr const char* targetButtonName = "multimenubutton";
 
-/** "1/3": as the parameters of the knobs are called. */
+/** As the knobs' parameters are named: "1/3" is the third of column 1. */
 juce::String knobNumber(int t)
 {
     return juce::String(t / rowsPerColumn + 1) + "/" + juce::String(t % rowsPerColumn + 1);
 }
 
-/** A name's editor takes no more than is kept. */
+/** Takes no more characters than a preset stores. */
 class NameLabel : public myLabelEdit
 {
 public:
@@ -139,7 +139,7 @@ void MultiControlPage::refresh()
         showSlider(*faders[static_cast<size_t>(column)]);
         auto& name = *names[static_cast<size_t>(column)];
 
-        // What is being typed stays.
+        // Don't overwrite what is being typed.
         if (!name.isBeingEdited())
             name.setText(multiControlName(processor, column), juce::dontSendNotification);
     }

@@ -14,8 +14,8 @@
 namespace quorel
 {
 
-/** The multi-control panel: four named faders, and under each four knobs that can be given a target and held.
-    Message thread. */
+/** The multi-control panel: four named faders, and below each of them four knobs that can be given a target
+    and held. Message thread. */
 class MultiControlPage : public ControlPage
 {
 public:
@@ -39,7 +39,7 @@ private:
         const CBitmap& frame;
     };
 
-    /** While it is on its knob takes no input, whoever turned it on. */
+    /** Disables its knob while it is on, whoever switched it. */
     class HoldSwitch : public myOnOff
     {
     public:
@@ -51,7 +51,7 @@ private:
         juce::Component& knob;
     };
 
-    /** One knob with what belongs to it. */
+    /** A knob and what belongs to it. */
     struct Target
     {
         std::unique_ptr<myKnob> knob;

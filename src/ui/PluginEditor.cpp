@@ -21,7 +21,7 @@ PluginEditor::~PluginEditor() = default;
 
 void PluginEditor::parentHierarchyChanged()
 {
-    // Once: the host may want the keyboard back afterwards.
+    // Only once: the host may take the keyboard back.
     if (!hadFocus && isShowing())
     {
         hadFocus = true;

@@ -9,8 +9,8 @@
 namespace quorel
 {
 
-/** The editor as its host sees it: a shell around the one view, which it draws at the user's scale. A scale
-    that the host asks for comes on top of that. Message thread. */
+/** The editor as its host sees it: a shell around the view, drawn at the user's scale. A scale that the host
+    asks for multiplies that. Message thread. */
 class PluginEditor : public juce::AudioProcessorEditor
 {
 public:

@@ -24,7 +24,7 @@ PluginWindow::PluginWindow(VirtualInstrument& owner, juce::AudioProcessorEditor*
 
 PluginWindow::~PluginWindow()
 {
-    // The editor tells its instrument that it goes, so it goes while the window still stands.
+    // An editor tells its instrument that it is being deleted, and may expect its window to be there still.
     clearContentComponent();
 }
 
@@ -46,7 +46,7 @@ void PluginWindow::open(VirtualInstrument& layer)
     if (plugin == nullptr || layer.isUnloadPending())
         return;
 
-    // Only this thread takes instruments down, so the pointer holds.
+    // Only this thread unloads instruments, so the pointer stays valid.
     auto* editor = plugin->createEditorIfNeeded();
 
     if (editor == nullptr && !plugin->hasEditor())

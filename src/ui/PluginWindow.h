@@ -11,18 +11,18 @@ namespace quorel
 {
 
 /** The window of a hosted instrument, with the instrument's own editor or, where it has none, a list of its
-    parameters. The layer owns it and closes it with the instrument; it stays when this instrument's own
-   editor closes. Message thread. */
+    parameters. The layer owns it and closes it with the instrument; it stays open when this instrument's own
+    editor closes. Message thread. */
 class PluginWindow : public juce::DocumentWindow, public InstrumentWindow
 {
 public:
-    /** Opens the window of the layer's instrument, or brings it to the front. Does nothing for an empty
-        layer, or where the instrument's editor can't be had. */
+    /** Opens the window of the layer's instrument, or brings it to the front. Does nothing if the layer is
+        empty or the instrument's editor can't be created. */
     static void open(VirtualInstrument& layer);
 
     ~PluginWindow() override;
 
-    /** Also true while the window is iconised. */
+    /** True also while the window is minimised. */
     bool isShowing() const override { return isVisible(); }
 
     void closeButtonPressed() override;
@@ -30,9 +30,9 @@ public:
 private:
     PluginWindow(VirtualInstrument& owner, juce::AudioProcessorEditor* editor);
 
-    /** Keeps the look alive that the window was made with. */
+    /** Keeps the look that the window was made with. */
     EditorLook look;
-    /** Of the list of parameters: the editor's own look, grey on black, leaves it unreadable. */
+    /** For the list of parameters, which the editor's look, grey on black, would leave unreadable. */
     juce::LookAndFeel_V4 listLook;
     VirtualInstrument& layer;
 

@@ -28,8 +28,8 @@ inline juce::PopupMenu popupMenuOf(const MenuEntries& entries)
     return menu;
 }
 
-/** Opens a menu at `target`. `chosen` hears the ID of the row that is clicked, unless `owner` has gone by then:
-    a menu may outlive its editor. */
+/** Opens a menu at `target`. `chosen` hears the ID of the row that is clicked, unless `owner` has gone by
+    then: a menu may outlive its editor. */
 inline void showMenu(juce::PopupMenu menu, juce::Component& target, juce::Component& owner,
                      std::function<void(int)> chosen)
 {

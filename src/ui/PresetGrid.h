@@ -15,12 +15,12 @@ class PresetGrid : public RowGrid
 public:
     PresetGrid(PluginProcessor& pluginProcessor, RowGridLayout gridLayout);
 
-    /** True shows the results, false the folder. */
+    /** Shows the results of the search, or the folder. */
     void showResults(bool results);
 
     bool isShowingResults() const noexcept { return showingResults; }
 
-    /** A click has been carried out. */
+    /** Called after a click has been carried out. */
     std::function<void()> onClick;
 
 protected:

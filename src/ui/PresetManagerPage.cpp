@@ -115,7 +115,7 @@ void PresetManagerPage::addCommand(std::vector<Command>& list, const char* text,
 
 void PresetManagerPage::refresh()
 {
-    // Opening the page reads the disk; so does what has changed files since.
+    // The index is read from the disk when the page opens, and when files have changed since.
     if (getParentComponent() == nullptr || library.isIndexStale())
         commands.refreshIndex();
 
@@ -145,7 +145,7 @@ void PresetManagerPage::refresh()
         command.caption->setVisible(visible);
     }
 
-    // Text that is being typed is left alone.
+    // Don't overwrite what is being typed.
     if (!searchField.isBeingEdited())
         searchField.setText(library.getSearchText(), juce::dontSendNotification);
 
@@ -161,7 +161,7 @@ void PresetManagerPage::setMode(Mode mode)
 {
     if (mode != managerMode)
     {
-        // Both go by positions in the list that was shown.
+        // Both are positions in the list that was shown.
         library.clearSelection();
         library.setSelectedResultFolder(-1);
     }
@@ -199,7 +199,7 @@ void PresetManagerPage::editorShown(juce::Label*, juce::TextEditor& editor)
 
 void PresetManagerPage::editorHidden(juce::Label* label, juce::TextEditor&)
 {
-    // Escape has put the old text back.
+    // Escape puts the text back to what it was before.
     if (label->getText() != library.getSearchText())
         search(label->getText());
 }
@@ -216,8 +216,8 @@ void PresetManagerPage::clearCategory()
 
 void PresetManagerPage::runCommand(const char* text)
 {
-    // A question holds the caller up, and the host may close the editor behind it: not from within a button's
-    // click.
+    // A command may ask a question, which blocks, and the host may close the editor meanwhile: that must not
+    // happen within a button's click.
     juce::MessageManager::callAsync(
         [self = juce::Component::SafePointer<PresetManagerPage>(this), text]
         {

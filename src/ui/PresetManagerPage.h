@@ -20,8 +20,8 @@
 namespace quorel
 {
 
-/** The preset manager: folders on the right, and on the left presets or categories, in one of four modes. A
-   new page starts in the first. It acts through the processor's `PresetCommands`. Message thread. */
+/** The preset manager: folders on the right, presets or categories on the left, in one of four modes. A new
+    page starts in the first. All it does goes through the processor's `PresetCommands`. Message thread. */
 class PresetManagerPage : public ControlPage, private juce::ChangeListener
 {
 public:
@@ -40,7 +40,7 @@ public:
     void refresh() override;
     void buttonClicked(juce::Button* button) override;
     void labelTextChanged(juce::Label* label) override;
-    /** The results follow each key that is typed. */
+    /** The results follow every key typed. */
     void editorShown(juce::Label* label, juce::TextEditor& editor) override;
     void editorHidden(juce::Label* label, juce::TextEditor& editor) override;
 

@@ -16,7 +16,7 @@ constexpr float fontHeight = 12.0f;
 constexpr int rowsPerWheelStep = 3;
 
 const juce::Colour textColour = juce::Colours::grey;
-/** Also for selected entries, whose ground is lighter. */
+/** Selected entries have it too, as their ground is lighter. */
 const juce::Colour hoverColour{0xffb0b0b0};
 const juce::Colour currentColour = juce::Colours::white;
 } // namespace
@@ -138,7 +138,7 @@ void RowGrid::setStep(int step)
 {
     bar.setLengths(numEntries(), visibleEntries());
     const int last = maxStep();
-    // The middle of the step's own part of the bar.
+    // The middle of the step's part of the bar.
     bar.setPosition(last == 0 ? 0.0 : juce::jmin(1.0, (juce::jlimit(0, last, step) + 0.5) / last));
     repaint();
 }
@@ -263,7 +263,7 @@ void RowGrid::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWhe
     if (maxStep() == 0)
         return;
 
-    // A notch is about a quarter; smooth wheels send many small parts of one.
+    // JUCE reports a notch as about a quarter; smooth wheels send many fractions of one.
     constexpr float notch = 0.25f;
     const float delta = std::abs(wheel.deltaY) >= std::abs(wheel.deltaX) ? wheel.deltaY : wheel.deltaX;
     wheelRest += (wheel.isReversed ? -delta : delta) / notch;

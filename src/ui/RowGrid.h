@@ -6,19 +6,19 @@
 namespace quorel
 {
 
-/** Where a list of short texts stands within its component: columns of rows, filled from top to bottom, and a
-    scroll bar below them. Pixels. */
+/** How a list of short texts is laid out within its component: columns of rows, filled from top to bottom,
+    above a scroll bar. In pixels. */
 struct RowGridLayout
 {
     int columns;
     int rows;
     int columnWidth;
     int rowHeight;
-    /** Free room above the first row. */
+    /** Top of the first row. */
     int top;
-    /** Top of the scroll bar's strip, which goes down to the lower edge. */
+    /** Top of the scroll bar's strip, which reaches to the lower edge. */
     int barTop;
-    /** Rows that the smallest move scrolls by: a whole column where there are several. */
+    /** Rows of the smallest scrolling step: a whole column where there are several. */
     int scrollUnit;
 };
 

@@ -40,7 +40,7 @@ juce::AudioPluginInstance* StripPanel::plugin() const
     if (hosted.isUnloadPending())
         return nullptr;
 
-    // Instruments come and go on this thread alone: the pointer outlives the use.
+    // Instruments come and go on this thread alone, so the pointer stays valid after this.
     const InstanceAccess::Use use(hosted.instanceAccess());
     return use.get();
 }

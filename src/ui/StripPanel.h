@@ -10,13 +10,13 @@ namespace quorel
 class StripPanel : public ControlPage
 {
 public:
-    /** `layerIndex` is 0 to 3. `panelImage`, if any, is drawn at the panels' left edge and `imageY`. */
+    /** `layerIndex` is 0 to 3. `panelImage`, if any, is drawn with its top at `imageY`. */
     StripPanel(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages,
                int layerIndex, const CBitmap* panelImage = nullptr, int imageY = 0);
 
     void paint(juce::Graphics& g) override;
 
-    /** A control that a multi-control moves too becomes the base of that movement. */
+    /** A value set here becomes the base from which a multi-control with this target moves it. */
     void sliderValueChanged(juce::Slider* slider) override;
 
 protected:
@@ -27,8 +27,8 @@ protected:
 
     VirtualInstrument& instrument() const { return processor.getLayer(layer); }
 
-    /** The hosted instrument; null where there is none or it is on its way out. Holds until the message loop
-        runs on. */
+    /** The hosted instrument; null if there is none or it is being unloaded. Valid until the next message is
+        handled. */
     juce::AudioPluginInstance* plugin() const;
 
     const int layer;

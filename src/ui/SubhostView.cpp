@@ -127,7 +127,7 @@ void SubhostView::refreshPicture()
 
 void SubhostView::showChildren(const std::vector<juce::Component*>& wanted)
 {
-    // What stays is left alone: a drag or a text being typed goes on across a refresh.
+    // Children that stay aren't touched: a drag or a text being typed survives a refresh.
     for (int i = getNumChildComponents(); --i >= 0;)
         if (auto* child = getChildComponent(i);
             std::find(wanted.begin(), wanted.end(), child) == wanted.end())
@@ -207,7 +207,7 @@ void SubhostView::showHint(const juce::MouseEvent& event)
     if (isLoading())
         return;
 
-    // A control's own parts, such as a menu's text, have no ID.
+    // Parts of a control, such as a menu's text, have no ID of their own.
     auto* component = event.eventComponent;
 
     while (component != nullptr && component != this && component->getComponentID().isEmpty())

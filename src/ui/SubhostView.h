@@ -14,13 +14,13 @@
 namespace quorel
 {
 
-/** All that the editor shows, on a fixed layout of 1110 by 786: a header, the strips of the layers, and one
-   of four pages, or the back panel in front of them. Every 50 milliseconds it follows the processor, which
-   never calls it. Message thread. */
+/** The contents of the editor, on a fixed layout of 1110 by 786: a header, the strips of the layers and one
+    of four pages, or the back panel in front of them. It polls the processor every 50 ms and is never called
+    by it. Message thread. */
 class SubhostView : public juce::Component, public EditorHost, private juce::Timer
 {
 public:
-    /** `scale` is in percent; `scaleChosen` hears of another choice. */
+    /** `scale` is in percent; `scaleChosen` is called when the user chooses another. */
     SubhostView(PluginProcessor& pluginProcessor, int scale, std::function<void(int)> scaleChosen);
     ~SubhostView() override;
 
@@ -48,7 +48,7 @@ private:
 
     bool isLoading() const;
     void refreshPicture();
-    /** Adds and removes children so that these, from back to front, are there. */
+    /** Adds and removes children until these are left, from back to front. */
     void showChildren(const std::vector<juce::Component*>& wanted);
     ControlPage& pageFor(Page page);
     void showHint(const juce::MouseEvent& event);
@@ -58,7 +58,7 @@ private:
     EditorImages images;
     EditorHeader header;
     std::array<std::unique_ptr<VirtualInstrumentUI>, numLayers> strips;
-    /** Made when they are first shown; the Layers page has nothing but the strips. */
+    /** Made when first shown. The Layers page consists of the strips alone. */
     std::array<std::unique_ptr<ControlPage>, numPages> pages;
     std::unique_ptr<ControlPage> backPanel;
     ControlSync controlSync;

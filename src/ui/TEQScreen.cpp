@@ -10,7 +10,7 @@ namespace quorel
 {
 namespace
 {
-// The EQ runs twice per sample; the picture is that of one fixed rate, with the engine's own circle.
+// The EQ runs twice per sample. The picture assumes one fixed rate, and the same value of 2 pi as the engine.
 constexpr double displayRate = 88100.0;
 constexpr double fullCircle = 6.28318;
 constexpr double lowestFrequency = 20.0;
@@ -231,7 +231,7 @@ void TEQScreen::mouseUp(const juce::MouseEvent&)
 
 void TEQScreen::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
 {
-    // Not the slider's: it has no value of its own.
+    // Skips the slider's own handling: this one has no value.
     juce::Component::mouseWheelMove(event, wheel);
 }
 

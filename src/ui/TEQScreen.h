@@ -12,9 +12,9 @@
 namespace quorel
 {
 
-/** The curves of an EQ's three bands: a drag moves the nearest band in frequency and gain, with Shift its
-    bandwidth. Writes the parameters itself, and repaints when one of its unit's 17 changes. Message thread.
- */
+/** The curves of an EQ's three bands. A drag moves the nearest band in frequency and gain, with Shift in
+    bandwidth. It writes the parameters itself; the editor's pass repaints it when one of its unit's 17
+    changes. Message thread. */
 class TEQScreen : public juce::Slider
 {
 public:
@@ -31,8 +31,8 @@ public:
     void mouseDoubleClick(const juce::MouseEvent&) override {}
 
     void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
-    /** Left and right move the chosen band's frequency, up and down its gain; with Shift all of them its
-        bandwidth. Return goes to the next band. */
+    /** Left and Right move the selected band's frequency, Up and Down its gain; with Shift, each moves its
+        bandwidth. Return selects the next band. */
     bool keyPressed(const juce::KeyPress& key) override;
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
@@ -47,7 +47,7 @@ private:
         double b0, b1, b2, a1, a2;
     };
 
-    /** A band's curve as it is painted: columns of about the same height are one run. */
+    /** A band's curve as it is painted: columns of about the same height form one run. */
     struct Curve
     {
         struct Run
@@ -64,7 +64,7 @@ private:
 
     BandFilter filterOf(int band) const;
     double response(const BandFilter& filter, int column) const;
-    /** Where the curve is at a pixel column, in pixels from the top. */
+    /** Height of the curve at a pixel column, in pixels from the top. */
     float heightAt(const BandFilter& filter, int column) const;
     void updateCurve(int band);
     void paintFill(juce::Graphics& g, int band) const;
@@ -81,7 +81,7 @@ private:
     std::vector<double> cos2W;
     std::array<Curve, numEqBands> curves;
     int selectedBand = 0;
-    /** Parameters of the selected band that the drag under way has touched, by offset. */
+    /** By offset: parameters of the selected band that the current drag has touched. */
     std::array<bool, eqSlot::slotsPerBand> inGesture{};
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(TEQScreen)

@@ -86,7 +86,7 @@ void VirtualInstrumentUI::refresh()
 
 void VirtualInstrumentUI::paint(juce::Graphics& g)
 {
-    // The other panels draw theirs.
+    // The other panels draw their own images.
     if (panels[eq] != nullptr && panels[eq]->isVisible())
         images.panelEq.paint(g, {static_cast<float>(geometry::strip::panelX),
                                  static_cast<float>(geometry::strip::panelY[eq]),

@@ -10,8 +10,8 @@
 namespace quorel
 {
 
-/** The strip of one layer: instrument and mixer on the left, on all pages that show strips, and on the Layers
-    page one of five panels on the right, which keys choose. Message thread. */
+/** The strip of one layer: instrument and mixer on the left, and on the Layers page one of five panels on the
+    right, chosen by keys. Message thread. */
 class VirtualInstrumentUI : public StripPanel, private juce::Timer, private juce::ChangeListener
 {
 public:
@@ -37,7 +37,7 @@ public:
 
     int getLayer() const noexcept { return layer; }
 
-    /** Lights the key of the chosen panel and the switch of the chosen mode; the panel itself follows at the
+    /** Lights the key of the chosen panel and the switch of the chosen mode. The panel itself changes at the
         next refresh. */
     void showPanelKeys();
 
@@ -61,7 +61,7 @@ private:
 
     InstrumentPanel instrumentPanel;
     MixPanel mixPanel;
-    /** Made when they are first shown. */
+    /** Made when first shown. */
     std::array<std::unique_ptr<ControlPage>, numPanels> panels;
     std::array<std::unique_ptr<myOnOff>, numKeys> keys;
     myOnOff normalMode;

@@ -21,7 +21,7 @@ const juce::Colour warningColour{0x55ff5555};
 const juce::Colour infoColour{0x605555ff};
 const juce::Colour questionColour{0x40b69900};
 
-// From this height on, boxes and labels hold more than a line.
+// Boxes and labels of this height and more hold several lines.
 constexpr int tallHeight = 26;
 constexpr int comboTallHeight = 20;
 constexpr float comboFontPart = 0.8f;
@@ -134,7 +134,7 @@ void myLookAndFeel::drawAlertBox(juce::Graphics& g, juce::AlertWindow& alert,
         if (alert.containsAnyExtraComponents() || alert.getNumButtons() > 2)
             size = juce::jmin(size, textArea.getHeight() + iconExtra);
 
-        // A tenth of it stands out of the corner.
+        // A tenth of it is cut off by the corner.
         g.setColour(alertIconColour(type));
         g.fillPath(alertIcon(type, juce::Rectangle<int>(size / -10, size / -10, size, size).toFloat()));
         iconSpace = iconWidth;

@@ -6,7 +6,7 @@
 namespace quorel
 {
 
-/** Fits JUCE's own parts to the artwork: no frames around menus, small bold type, plain labels, all in the
+/** Makes JUCE's own parts fit the artwork: menus without frames, small bold type, plain labels, all in the
     editor's typeface. Message thread. */
 class myLookAndFeel : public juce::LookAndFeel_V3
 {
@@ -24,7 +24,7 @@ public:
     juce::Font getAlertWindowFont() override;
 
     juce::Font getPopupMenuFont() override;
-    /** Rows that only tell something stay readable. */
+    /** Keeps rows that can't be chosen readable: they carry information. */
     void drawPopupMenuItem(juce::Graphics& g, const juce::Rectangle<int>& area, bool isSeparator,
                            bool isActive, bool isHighlighted, bool isTicked, bool hasSubMenu,
                            const juce::String& text, const juce::String& shortcutKeyText,
@@ -45,10 +45,10 @@ public:
 
     int getMinimumScrollbarThumbSize(juce::ScrollBar&) override { return 30; }
 
-    /** Text fitted into its box; from 26 pixels of height on, up to three small lines from the top left. */
+    /** Text fitted into its box; in boxes of 26 pixels and more, up to three small lines. */
     void drawLabel(juce::Graphics& g, juce::Label& label) override;
 
-    /** A thin amber frame around what the keyboard moves. */
+    /** A thin amber frame around what has the keyboard focus. */
     std::unique_ptr<juce::FocusOutline> createFocusOutlineForComponent(juce::Component&) override;
 
 private:

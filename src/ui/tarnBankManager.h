@@ -7,8 +7,8 @@
 namespace quorel
 {
 
-/** The list of folders. A click chooses a folder; in a search it limits the results to that folder, or lifts
-   the limit again. Sends a change message after each click. Message thread. */
+/** The list of folders. A click chooses a folder; in a search it limits the results to that folder, and a
+    second click lifts the limit. Sends a change message after each click. Message thread. */
 class tarnBankManager : public RowGrid, public juce::ChangeBroadcaster
 {
 public:

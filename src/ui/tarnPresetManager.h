@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** The large grid of presets: the current folder's, or, lower by the search field, what a search has found.
-   Sends a change message after each click. Message thread. */
+/** The large grid of presets: those of the current folder, or below the search field those that a search has
+    found. Sends a change message after each click. Message thread. */
 class tarnPresetManager : public PresetGrid, public juce::ChangeBroadcaster
 {
 public:

@@ -199,6 +199,11 @@ juce::Component* TestWindow::find(const juce::String& name) const
     return findShownFirst(content, [&](juce::Component& c) { return c.getName() == name; });
 }
 
+juce::Component* TestWindow::findTitled(const juce::String& title) const
+{
+    return findShownFirst(content, [&](juce::Component& c) { return c.getTitle() == title; });
+}
+
 juce::Image TestWindow::picture(juce::Component& component, float scale)
 {
     return component.createComponentSnapshot(component.getLocalBounds(), true, scale);

@@ -53,6 +53,8 @@ public:
         if there is none. */
     juce::Component* find(int id) const;
     juce::Component* find(const juce::String& name) const;
+    /** The same by the title that screen readers hear. */
+    juce::Component* findTitled(const juce::String& title) const;
 
     template <typename Type>
     Type* find(int id) const
@@ -80,6 +82,58 @@ private:
     juce::int64 clock;
 };
 
+/** Counts what asks a component to be painted again. */
+class RepaintCount : public juce::CachedComponentImage
+{
+public:
+    explicit RepaintCount(int& counted)
+        : count(counted)
+    {
+    }
+
+    void paint(juce::Graphics&) override {}
+
+    bool invalidateAll() override
+    {
+        ++count;
+        return true;
+    }
+
+    bool invalidate(const juce::Rectangle<int>&) override { return invalidateAll(); }
+
+    void releaseResources() override {}
+
+private:
+    int& count;
+};
+
+/** Counts the gestures that a processor's host hears of. */
+class GestureCount : private juce::AudioProcessorListener
+{
+public:
+    explicit GestureCount(juce::AudioProcessor& heard)
+        : processor(heard)
+    {
+        processor.addListener(this);
+    }
+
+    ~GestureCount() override { processor.removeListener(this); }
+
+    int begun = 0;
+    int ended = 0;
+
+private:
+    void audioProcessorParameterChanged(juce::AudioProcessor*, int, float) override {}
+
+    void audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&) override {}
+
+    void audioProcessorParameterChangeGestureBegin(juce::AudioProcessor*, int) override { ++begun; }
+
+    void audioProcessorParameterChangeGestureEnd(juce::AudioProcessor*, int) override { ++ended; }
+
+    juce::AudioProcessor& processor;
+};
+
 /** A page's surroundings without the editor: counts what the page asks for. */
 class RecordingHost : public EditorHost
 {
@@ -104,7 +158,7 @@ public:
 };
 
 /** A processor with its user, the editor's images and look and feel. What is shown in windows of its own
-   comes after it and goes before it. */
+    comes after it and goes before it. */
 struct EditorRig
 {
     EditorRig() { juce::LookAndFeel::setDefaultLookAndFeel(&look); }

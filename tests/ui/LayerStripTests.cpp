@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The strips of the layers with real instruments in them.
-#include "EditorRig.h"
+#include "EditorTest.h"
 
 #include "hosting/HostedParameters.h"
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
-#include "ui/PluginEditor.h"
 #include "ui/PluginWindow.h"
 #include "ui/widgets/myIntBox2.h"
 
@@ -19,45 +18,10 @@ namespace quorel::test
 
 namespace
 {
-class LayerStripTest : public testing::Test
+class LayerStripTest : public EditorTest
 {
 protected:
-    LayerStripTest()
-    {
-        engine.set(slot::view, 0.0f);
-        editor = std::make_unique<PluginEditor>(engine.processor);
-        window = std::make_unique<TestWindow>(*editor);
-    }
-
-    ~LayerStripTest() override { closeEditor(); }
-
-    void closeEditor()
-    {
-        window = nullptr;
-        editor = nullptr;
-    }
-
-    VirtualInstrument& layer(int i) { return engine.processor.getLayer(i); }
-
-    juce::Component* titled(const juce::String& title) { return titledIn(editor->getView(), title); }
-
-    static juce::Component* titledIn(juce::Component& parent, const juce::String& title)
-    {
-        for (auto* child : parent.getChildren())
-        {
-            if (child->getTitle() == title)
-                return child;
-
-            if (auto* found = titledIn(*child, title))
-                return found;
-        }
-
-        return nullptr;
-    }
-
-    juce::ComboBox& menu(const juce::String& title) { return *dynamic_cast<juce::ComboBox*>(titled(title)); }
-
-    juce::Button& button(const juce::String& title) { return *dynamic_cast<juce::Button*>(titled(title)); }
+    LayerStripTest() { open(); }
 
     /** Opens a menu with the mouse and clicks a row. */
     void choose(const juce::String& title, const juce::String& row)
@@ -71,12 +35,6 @@ protected:
     {
         return pumpUntil([&] { return layer(i).hasInstance() && layer(i).getPluginName() == name; }, 5000);
     }
-
-    static void passes() { TestWindow::pump(250); }
-
-    ProcessorRig engine;
-    std::unique_ptr<PluginEditor> editor;
-    std::unique_ptr<TestWindow> window;
 };
 } // namespace
 
@@ -129,6 +87,15 @@ TEST_F(LayerStripTest, ProgramArrowsWrapAroundAndBanksAreSent)
     EXPECT_EQ(programs.getSelectedItemIndex(), 0);
     EXPECT_EQ(current(), 0);
 
+    // What the instrument does by itself is followed.
+    {
+        const InstanceAccess::Use use(layer(1).instanceAccess());
+        use->setCurrentProgram(2);
+    }
+    layer(1).needsDisplayUpdate.store(true);
+    passes();
+    EXPECT_EQ(programs.getSelectedItemIndex(), 2);
+
     // Another program takes multi-controls off this layer's Easy values.
     engine.set(slot::multiAssignment, encodeParamInt(18 + 7));
     window->click(button("Layer 2 next program"));
@@ -148,11 +115,11 @@ TEST_F(LayerStripTest, AMissingInstrumentIsNamedUntilItIsGivenUp)
     passes();
     EXPECT_EQ(menu("Layer 3 instrument").getText(), "Plug-In Glasson is missing");
     EXPECT_EQ(menu("Layer 3 instrument").findColour(juce::ComboBox::textColourId), juce::Colours::orange);
-    EXPECT_TRUE(titled("Layer 3 maker's web site")->isShowing());
+    EXPECT_TRUE(button("Layer 3 maker's web site").isShowing());
     EXPECT_EQ(button("Layer 3 maker's web site").getName(), "missingPluginIcon");
     layer(2).setMissing("Nothing like it");
     editor->getView().fullRefresh();
-    EXPECT_FALSE(titled("Layer 3 maker's web site")->isShowing());
+    EXPECT_FALSE(button("Layer 3 maker's web site").isShowing());
     layer(2).clearMissing();
     editor->getView().fullRefresh();
     EXPECT_EQ(menu("Layer 3 instrument").getText(), "no plugin");
@@ -188,6 +155,11 @@ TEST_F(LayerStripTest, DrumModeSwitchesBetweenRangeAndZones)
     passes();
     ASSERT_NE(window->find(layerParameter(1, layerSlot::zoneOn)), nullptr)
         << "Drums come up with their zones";
+    const auto atTheTop = [this](int n)
+    { return window->find<juce::Slider>(layerParameter(1, n))->getTextFromValue(1.0); };
+    EXPECT_EQ(atTheTop(layerSlot::zoneKeys), "G8");
+    EXPECT_EQ(atTheTop(layerSlot::zoneKeys + 1), "G8");
+    EXPECT_EQ(atTheTop(layerSlot::zoneVelocities), "127");
     window->click(button("Layer 2 key range mode"));
     EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumMode), 0.0f);
     EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumPage), 0.0f);
@@ -247,6 +219,8 @@ TEST_F(LayerStripTest, EasyMenusOfferTheInstrumentsParameters)
     auto* fader = window->find<juce::Slider>(layerParameter(0, layerSlot::easyValue));
     fader->setValue(0.3, juce::sendNotificationSync);
     EXPECT_NEAR(hostedParameter(*use.get(), other), 0.3f, 1e-5f);
+    editor->getView().fullRefresh();
+    EXPECT_NEAR(fader->getDoubleClickReturnValue(), 0.3, 1e-5) << "a double click returns to what was shown";
 }
 
 TEST_F(LayerStripTest, AMovedControlIsTheNewBaseOfItsMultiControl)
@@ -324,12 +298,11 @@ TEST_F(LayerStripTest, TheInstrumentsWindowGoesWithTheInstrumentAndStaysWithoutT
     EXPECT_EQ(first->getName(), "Orlen");
     EXPECT_GT(first->getContentComponent()->getWidth(), 50);
     passes();
-    auto* lamp = dynamic_cast<juce::Button*>(titled("Layer 1 instrument's window"));
-    EXPECT_TRUE(lamp->getToggleState());
+    EXPECT_TRUE(button("Layer 1 instrument's window").getToggleState());
     PluginWindow::open(layer(0));
     EXPECT_EQ(layer(0).getWindow(), dynamic_cast<const InstrumentWindow*>(first)) << "One window for each";
 
-    closeEditor();
+    close();
     TestWindow::pump(100);
     EXPECT_TRUE(layer(0).isWindowShowing());
     engine.processor.chooseInstrument(0, nullptr);
@@ -358,7 +331,7 @@ TEST_F(LayerStripTest, AnInstrumentsOwnEditorIsEmbedded)
     passes();
     EXPECT_EQ(shown->getContentComponent()->getBounds().withZeroOrigin(), juce::Rectangle<int>(1110, 786));
 
-    closeEditor();
+    close();
     passes();
     EXPECT_TRUE(layer(0).isWindowShowing());
     EXPECT_TRUE(layer(0).requestUnload()) << "The window goes first, the instrument half a second later";

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The multi-control panel in a real window: every control of its tables, and what mouse and keyboard do with
-// them.
+// The multi-control panel in a real window, under mouse and keyboard.
 #include "EditorRig.h"
 
 #include "engine/MultiControlMenu.h"
@@ -58,35 +57,21 @@ protected:
     TestWindow window{page};
 };
 
-TEST_F(MultiControlPageTest, EveryControlStandsAtItsPlace)
+TEST_F(MultiControlPageTest, EveryColumnHasItsNameAndFourEmptyTargets)
 {
-    using Box = juce::Rectangle<int>;
-
     for (int column = 0; column < 4; ++column)
     {
-        const int x = 158 * column;
-        EXPECT_EQ(control(1350 + column).getBounds(), Box(505 + x, 151, 57, 169));
-        EXPECT_EQ(control(1350 + column).getName(), "slider");
         auto* name = dynamic_cast<juce::Label*>(window.find(column));
         ASSERT_NE(name, nullptr);
-        EXPECT_EQ(name->getName(), "multiLabel");
         EXPECT_EQ(ControlPage::parameterOf(*name), 0) << "its number is that of its column";
-        EXPECT_EQ(name->getBounds(), Box(470 + x, 318, 120, 18));
         EXPECT_EQ(name->getText(), "Multicontrol " + juce::String(column + 1));
 
-        for (int row = 0; row < 4; ++row)
+        for (int t = 4 * column; t < 4 * column + 4; ++t)
         {
-            const int y = 99 * row;
-            const int t = 4 * column + row;
-            EXPECT_EQ(control(1354 + t).getBounds(), Box(504 + x, 362 + y, 47, 47));
-            EXPECT_EQ(control(1354 + t).getName(), "knob");
-            EXPECT_EQ(control(1471 + t).getBounds(), Box(566 + x, 370 + y, 16, 16));
-            EXPECT_EQ(control(1471 + t).getName(), "toggle");
-            auto& button = control("multimenubutton" + juce::String(t));
-            EXPECT_EQ(button.getBounds(), Box(468 + x, 413 + y, 120, 31));
-            EXPECT_EQ(button.getComponentID(), juce::String(noParameter));
-            EXPECT_TRUE(button.getTitle().isNotEmpty());
             EXPECT_EQ(lines(t).joinIntoString("|"), "---|");
+            // Fader, name, and knobs stand one below the other.
+            EXPECT_EQ(control(1354 + t).getX(), control(1350 + column).getX() - 1);
+            EXPECT_GT(control(1354 + t).getY(), name->getBottom());
         }
     }
 }

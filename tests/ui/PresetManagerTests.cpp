@@ -6,6 +6,7 @@
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 #include "presets/StateChunk.h"
+#include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/PresetManagerPage.h"
 
@@ -126,6 +127,16 @@ protected:
         TestWindow::pump(30);
     }
 
+    static bool hasColour(const juce::Image& picture, juce::Rectangle<int> area, juce::Colour colour)
+    {
+        for (int y = area.getY(); y < area.getBottom(); ++y)
+            for (int x = area.getX(); x < area.getRight(); ++x)
+                if (picture.getPixelAt(x, y) == colour)
+                    return true;
+
+        return false;
+    }
+
     juce::String names() { return rig.processor.getFolderName() + "/" + rig.processor.getPresetName(); }
 
     EditorRig rig;
@@ -145,10 +156,19 @@ TEST_F(PresetManagerTest, ClicksChooseAndSelect)
     TestWindow::pump(30);
     EXPECT_EQ(names(), "Alpha/A041");
     clickEntry(grid, 7);
+    EXPECT_FALSE(hasColour(TestWindow::picture(grid), grid.boundsOf(7), colours::brightText)) << "no click";
+    clickEntry(grid, 7, ctrl);
+    clickEntry(shown<tarnBankManager>(), 2);
     EXPECT_EQ(names(), "Alpha/A041") << "a preset is on its way";
+    EXPECT_TRUE(library.getSelectedPresets().isEmpty());
     waitForPreset();
+    window->click(grid, grid.boundsOf(7).getCentre(), TestWindow::rightButton);
+    window->click(grid, grid.boundsOf(7).getCentre(), TestWindow::rightButton + ctrl);
+    EXPECT_EQ(names(), "Alpha/A041");
+    EXPECT_TRUE(library.getSelectedPresets().isEmpty());
 
     clickEntry(grid, 10, TestWindow::shift);
+    EXPECT_TRUE(hasColour(TestWindow::picture(grid), grid.boundsOf(10), colours::brightText));
     clickEntry(grid, 8, TestWindow::shift);
     clickEntry(grid, 60, ctrl);
     clickEntry(grid, 9, ctrl);
@@ -179,6 +199,8 @@ TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
 
     ASSERT_TRUE(bar != nullptr && bar->isShowing());
     // 200 presets are five columns and ten.
+    window->click(*bar, {bar->getWidth() - 2, 10}, TestWindow::rightButton);
+    EXPECT_EQ(grid.firstVisible(), 0);
     window->click(*bar, {bar->getWidth() - 2, 10});
     EXPECT_EQ(grid.firstVisible(), 5 * 38);
     window->wheel(grid, {100, 100}, 0.25f);
@@ -194,7 +216,14 @@ TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
     grid.grabKeyboardFocus();
     window->key(juce::KeyPress(juce::KeyPress::endKey));
     EXPECT_FALSE(grid.boundsOf(199).isEmpty());
+    int repaints = 0;
+    grid.setCachedComponentImage(new RepaintCount(repaints));
+    repaints = 0;
     window->key(juce::KeyPress(juce::KeyPress::leftKey));
+    EXPECT_GT(repaints, 0);
+    grid.setCachedComponentImage(nullptr);
+    const auto frame = grid.boundsOf(198).getBottomLeft().translated(0, -1);
+    EXPECT_EQ(TestWindow::picture(grid).getPixelAt(frame.x, frame.y), colours::amber);
     window->key(juce::KeyPress(juce::KeyPress::spaceKey));
     EXPECT_EQ(library.getSelectedPresets(), (juce::Array<int>{198}));
     window->key(juce::KeyPress(juce::KeyPress::returnKey));
@@ -204,7 +233,10 @@ TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
     auto& folders = shown<tarnBankManager>();
     EXPECT_TRUE(folders.boundsOf(62).isEmpty());
 
-    for (int i = 0; i < 40; ++i)
+    window->wheel(folders, {100, 100}, -0.25f);
+    EXPECT_EQ(folders.firstVisible(), 3);
+
+    for (int i = 0; i < 12; ++i)
         window->wheel(folders, {100, 100}, -0.25f);
 
     EXPECT_FALSE(folders.boundsOf(62).isEmpty());
@@ -215,7 +247,10 @@ TEST_F(PresetManagerTest, BarWheelAndKeysScrollLongLists)
 
 TEST_F(PresetManagerTest, SearchFollowsWhatIsTyped)
 {
+    clickEntry(shown<tarnPresetManager>(), 3, ctrl);
+    EXPECT_EQ(library.getSelectedPresets(), (juce::Array<int>{3}));
     clickTitled("Search by name");
+    EXPECT_TRUE(library.getSelectedPresets().isEmpty()) << "positions mean nothing in another list";
     EXPECT_EQ(page().getMode(), PresetManagerPage::searchByText);
     auto& grid = shown<tarnPresetManager>();
     EXPECT_EQ(library.getFilteredCount(), 203) << "an empty text finds all";
@@ -258,6 +293,8 @@ TEST_F(PresetManagerTest, WordsFilterAndEdit)
     EXPECT_EQ(library.getFilteredCount(), 100) << "and Sub Bass";
     clickEntry(words.getGrid(), 2);
     EXPECT_EQ(names(), "Alpha/A005");
+    window->click(words, CategoryManager::wordBounds(0, 2).getCentre());
+    EXPECT_EQ(library.getFilteredCount(), 100) << "a preset is on its way";
     waitForPreset();
     EXPECT_EQ(rig.get(10), 6.5f / 4096.0f);
     clickTitled("Clear categories");
@@ -282,6 +319,20 @@ TEST_F(PresetManagerTest, WordsFilterAndEdit)
     const float value = rig.get(10);
     window->click(words, CategoryManager::wordBounds(0, 1).getCentre());
     EXPECT_EQ(rig.get(10), value) << "several are selected";
+    library.clearSelection();
+    words.grabKeyboardFocus();
+    int repaints = 0;
+    words.setCachedComponentImage(new RepaintCount(repaints));
+    repaints = 0;
+    window->key(juce::KeyPress(juce::KeyPress::rightKey));
+    EXPECT_GT(repaints, 0);
+    words.setCachedComponentImage(nullptr);
+    const int bass = *findCategory("Bass");
+    const bool before = hasCategory(rig.get(10), bass);
+    window->key(juce::KeyPress(juce::KeyPress::spaceKey));
+    EXPECT_EQ(hasCategory(rig.get(10), bass), !before) << "the second word of the first column";
+    EXPECT_EQ(words.getAccessibilityHandler()->getValueInterface()->getCurrentValueAsString(),
+              before ? "Bass off" : "Bass on");
     clickTitled("Clear categories");
 
     for (int i = 0; i < numCategoryParameters; ++i)

@@ -9,7 +9,7 @@ constexpr int glyphsInStrip = 40;
 constexpr int blank = 40;
 constexpr int standIn = 36;
 
-// A strip has room around its glyphs: they are cut and set closer than the image is wide.
+// Glyphs have margins in the strip: they are cut out and set closer than the image is wide.
 constexpr int stepLess = 4;
 constexpr int widthLess = 2;
 

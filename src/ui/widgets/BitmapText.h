@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Text from a strip image of 40 glyphs one under the other, which act as a mask for the current colour.
+// Text in a bitmap font: a strip of 40 glyphs, one under the other, each a mask for the current colour.
 #pragma once
 
 #include "resources/CBitmap.h"
@@ -16,14 +16,14 @@ enum class GlyphSet
     second
 };
 
-/** Row of a character's glyph, upper and lower case alike; that of a stand-in for a character outside the
-   set. -1 for the blank, which draws nothing and takes its place. */
+/** Row of a character's glyph, upper and lower case alike. A character outside the set has the row of a
+    stand-in; the blank has -1: it draws nothing, but takes up room. */
 int glyphRow(GlyphSet set, juce::juce_wchar character);
 
 /** Height of a glyph of a strip. */
 int glyphHeight(const CBitmap& strip);
 
-/** Size that `drawBitmapText` takes for a text. */
+/** Size of a text as `drawBitmapText` draws it. */
 juce::Point<int> bitmapTextSize(const CBitmap& strip, const juce::String& text);
 
 /** Draws a text of the first set with its top left corner at `position`. */

@@ -10,10 +10,9 @@
 namespace quorel
 {
 
-/** What knob and fader have in common: a value of 0 to 1 shown by the frame of a film, a drag that Shift
-   makes ten times finer, the menu of the right button, and the glow of MIDI control. Holds no value but its
-   film's position: the owner, as its listener, writes the parameter, and sets the slider when the parameter
-   moves. Message thread. */
+/** What knobs and faders have in common: a value of 0 to 1 shown by a frame of a film, a drag that Shift
+    makes ten times finer, the menu of the right button, and the glow of MIDI control. Its owner,
+    a listener, writes the parameter, and sets the slider when the parameter moves. Message thread. */
 class FilmSlider : public juce::Slider
 {
 public:
@@ -34,7 +33,7 @@ public:
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
 protected:
-    /** Draws the frame of a position of 0 to 1: only 1 itself shows the last one. */
+    /** Draws the frame for a position of 0 to 1. The last frame is for 1 alone. */
     void drawFrame(juce::Graphics& g, double position, juce::Rectangle<float> destination) const;
 
     /** Size of one frame. */

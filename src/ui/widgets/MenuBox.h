@@ -9,12 +9,11 @@
 namespace quorel
 {
 
-/** What the menus have in common: a choice that can't be typed, " --- " where nothing is chosen. Message
-    thread. */
+/** What the menus have in common: no typing, and " --- " while nothing is chosen. Message thread. */
 class MenuBox : public juce::ComboBox
 {
 public:
-    /** `pluginProcessor` names the menu for screen readers; null without a parameter. */
+    /** `pluginProcessor` names the menu for screen readers; null for a menu without a parameter. */
     MenuBox(juce::Rectangle<int> bounds, juce::ComboBox::Listener* listener, const char* kind,
             int parameterId, PluginProcessor* pluginProcessor);
 
@@ -38,8 +37,8 @@ public:
     void paint(juce::Graphics& g) override;
 
 protected:
-    /** Opens the popup, unless it is open, with rows of this height; 0 for the look and feel's. The choice is
-        told asynchronously. */
+    /** Opens the popup, unless it is open already, with rows of this height, or of the look and feel's for 0.
+        Listeners hear the choice asynchronously. */
     void openPopup(int itemHeight);
 
 private:

@@ -74,7 +74,7 @@ void MidiGlow::Clock::remove(MidiGlow& glow)
 
 void MidiGlow::Clock::timerCallback()
 {
-    // Controls of one editor stand next to each other in the list.
+    // The controls of one editor are mostly neighbours in the list.
     const PluginProcessor* known = nullptr;
     BoundParameters bound;
     for (auto* glow : glows)

@@ -20,8 +20,8 @@ public:
     ~MidiGlow();
 
 private:
-    /** One clock for all controls of all editors in the process: it decodes a processor's 128 controllers
-        once for all of its controls, so an editor of 300 controls idles for nearly nothing. */
+    /** One clock for all controls of all editors in the process. It decodes a processor's 128 controllers
+        once for all of its controls, so that an idle editor of 300 controls costs next to nothing. */
     class Clock : private juce::Timer
     {
     public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What screen readers hear of the controls, and how the keyboard moves them.
+// What screen readers hear of controls, and how the keyboard moves them.
 #pragma once
 
 #include "engine/PluginProcessor.h"
@@ -34,18 +34,18 @@ private:
 /** Step of a control that moves from 0 to 1, for arrow keys and screen readers. */
 inline constexpr double keyboardStep = 0.01;
 
-/** Name of a control: its own title if it was given one, else the name of its parameter, which for some
-    follows the instrument or the effect type. */
+/** Name of a control: its own title if it has one, otherwise the name of its parameter, which may depend on
+    the instrument or the effect type. */
 juce::String controlTitle(const juce::Component& control, int parameter, PluginProcessor& processor);
 
-/** A slider that reads as its own text and is called by its parameter's name. Steps by `step`. */
+/** For a slider that is called by its parameter's name, reads as its own text, and moves by `step`. */
 std::unique_ptr<juce::AccessibilityHandler> makeSliderAccessibility(juce::Slider& slider, int parameter,
                                                                     PluginProcessor& processor, double step);
 
 /** 1 for an arrow up or right, -1 for one down or left, 0 for other keys and with modifiers. */
 int arrowDirection(const juce::KeyPress& key);
 
-/** Moves a slider as one gesture of the user's, unless it is disabled. */
+/** Moves a slider as one gesture, unless it is disabled. */
 void moveSlider(juce::Slider& slider, double value);
 
 } // namespace quorel

@@ -74,7 +74,7 @@ bool ReadoutBox::keyPressed(const juce::KeyPress& key)
     const int direction = arrowDirection(key);
     if (direction != 0)
     {
-        // The middle of the next number's range: no rounding takes it to its neighbour.
+        // The middle of the next number's range, so that rounding can't lead to a neighbour.
         const int next = numberOf(static_cast<float>(getValue())) + direction;
         moveSlider(*this, juce::jlimit(0.0, 1.0, (next - minimum + 0.5) * numberStep()));
     }

@@ -13,7 +13,7 @@ namespace quorel
 juce::String noteName(int note);
 
 /** What the integer boxes have in common: a whole number on an image, dragged up and down. The slider runs
-    from 0 to 1; the number is that, spread from `minimum` to `maximum`. Message thread. */
+    from 0 to 1, which is spread over the numbers from `minimum` to `maximum`. Message thread. */
 class ReadoutBox : public juce::Slider
 {
 public:

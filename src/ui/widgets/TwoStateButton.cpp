@@ -25,7 +25,7 @@ TwoStateButton::TwoStateButton(juce::Rectangle<int> bounds, juce::Button::Listen
 
 void TwoStateButton::paintButton(juce::Graphics& g, bool highlighted, bool down)
 {
-    // Drawn here and not by the base class, which keeps its images at one resolution.
+    // The base class would draw an image of one resolution.
     const bool showDown = getToggleState() || (down && isEnabled());
     const int height = image->getHeight() / states;
     g.setOpacity(showDown || (highlighted && isEnabled()) ? activeOpacity : 1.0f);

@@ -8,8 +8,8 @@
 namespace quorel
 {
 
-/** A button on an image of twice its height: the upper half is up, the lower half down or on. Acts when the
-    mouse goes down. Message thread. */
+/** A button on an image of twice its height: the upper half shows it up, the lower half down or on. Acts when
+    the mouse goes down. Message thread. */
 class TwoStateButton : public juce::ImageButton
 {
 public:

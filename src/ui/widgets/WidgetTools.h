@@ -22,8 +22,9 @@ inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBi
     return bounds;
 }
 
-/** Gives a control the kind that the editor's pass tells it by, and its parameter's number, or `noParameter`, as its ID. A mouse
-    click leaves the keyboard focus where it is: the arrow keys belong to the presets until the user tabs. */
+/** Names a control by its kind, by which the editor's pass knows how to set it, and gives it its parameter's
+    number, or `noParameter`, as ID. Clicks don't take the keyboard focus: the arrow keys step through presets until the user
+    tabs to a control. */
 inline void setUpControl(juce::Component& control, const char* kind, int parameterId)
 {
     control.setName(kind);

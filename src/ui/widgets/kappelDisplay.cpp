@@ -52,7 +52,7 @@ void kappelDisplay::paint(juce::Graphics& g)
 
 void kappelDisplay::turnStep(int step)
 {
-    // Half a step above the mask itself, so that no rounding on the way loses a bit.
+    // Half a step above the mask, so that no rounding on the way loses a bit.
     const double value = ((pattern() ^ (1 << step)) + 0.5) / 65536.0;
     processor.setParameterFromUi(parameter, static_cast<float>(value));
     repaint();

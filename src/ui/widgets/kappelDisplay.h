@@ -7,8 +7,8 @@
 namespace quorel
 {
 
-/** A row of the 16 steps of one channel of the rhythm gate, the first to the left: a click turns a step on or
-    off. The pattern travels in one parameter, as a mask of 16 bits. Message thread. */
+/** The 16 steps of one channel of the rhythm gate in a row, the first on the left: a click switches a step on
+    or off. One parameter holds the pattern, as a mask of 16 bits. Message thread. */
 class kappelDisplay : public KeyboardSurface
 {
 public:
@@ -16,7 +16,7 @@ public:
 
     void paint(juce::Graphics& g) override;
     void mouseDown(const juce::MouseEvent& event) override;
-    /** Left and right choose a step, the space bar and Return turn it. */
+    /** Left and right choose a step, the space bar and Return switch it. */
     bool keyPressed(const juce::KeyPress& key) override;
 
     /** Mask of the steps that are on; bit 0 is the first. */

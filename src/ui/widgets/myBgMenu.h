@@ -11,8 +11,8 @@ namespace quorel
 class myBgMenu : public ImageMenuBox
 {
 public:
-    /** The popup opens at `popupBounds`, in the parent's coordinates, or under the menu where that is empty.
-     */
+    /** The popup opens at `popupBounds`, in the parent's coordinates, or under the menu where that
+        is empty. */
     myBgMenu(juce::Rectangle<int> bounds, juce::ComboBox::Listener* listener, int parameterId,
              juce::Rectangle<int> popupBounds, const CBitmap* backgroundImage,
              PluginProcessor& pluginProcessor);

@@ -10,8 +10,8 @@ namespace quorel
 class myBgMenu2 : public ImageMenuBox
 {
 public:
-    /** The popup opens at `popupBounds`, in the parent's coordinates, or under the menu where that is empty.
-     */
+    /** The popup opens at `popupBounds`, in the parent's coordinates, or under the menu where that
+        is empty. */
     myBgMenu2(juce::Rectangle<int> bounds, juce::ComboBox::Listener* listener, int parameterId,
               juce::Rectangle<int> popupBounds, const CBitmap* backgroundImage,
               PluginProcessor& pluginProcessor);

@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** A push button that tells its listener of the press and of the release: the click comes twice, and the
-    button's state says which it is. From the keyboard the release follows by itself. */
+/** A push button that reports both press and release: its listener hears two clicks, and tells them apart by
+    the button's state. From the keyboard the release follows by itself. */
 class myButton1 : public TwoStateButton
 {
 public:

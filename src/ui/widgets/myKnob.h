@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** A knob, dragged up and down. Its film has square frames, and is stretched to its bounds. Disabled, it
-   takes no mouse input at all. */
+/** A knob, dragged up and down. Its film has square frames, stretched to the knob's bounds. While disabled it
+    takes no mouse input at all. */
 class myKnob : public FilmSlider
 {
 public:

@@ -15,7 +15,7 @@ mySlider2::mySlider2(juce::Rectangle<int> bounds, juce::Slider::Listener* listen
 
 void mySlider2::mouseDown(const juce::MouseEvent& event)
 {
-    // A cap that jumps to the mouse has no use for the drag extent: with Shift it starts where it stands.
+    // The drag extent has no effect on a cap that jumps to the mouse: with Shift it starts from where it is.
     setSliderSnapsToMousePosition(!event.mods.isShiftDown());
     FilmSlider::mouseDown(event);
 }

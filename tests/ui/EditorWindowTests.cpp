@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The editor as a window: its scale, messages beside it, opening and closing.
+#include "EditorTest.h"
+
+#include "presets/PresetFiles.h"
+#include "ui/DisplayBox.h"
+
+#include <malloc.h>
+
+namespace quorel::test
+{
+
+TEST_F(EditorTest, TheScaleIsKeptForTheUser)
+{
+    open();
+    EXPECT_EQ(editor->getWidth(), 1110);
+    view().setScalePercent(150);
+    EXPECT_EQ(editor->getBounds().withZeroOrigin(), juce::Rectangle<int>(1665, 1179));
+    const auto picture = TestWindow::picture(*editor);
+    EXPECT_EQ(picture.getWidth(), 1665);
+    open();
+    EXPECT_EQ(editor->getHeight(), 1179);
+
+    const std::pair<const char*, int> stored[] = {{"nonsense", 100}, {"-50", 100}, {"10", 75},
+                                                  {"112", 100},      {"113", 125}, {"9999", 250}};
+
+    for (const auto& [text, percent] : stored)
+    {
+        auto& store = engine.processor.userStore();
+        store.write(pathSetting::key, pathSetting::editorScale, text);
+        EXPECT_EQ(readEditorScale(store), percent) << text;
+    }
+}
+
+TEST_F(EditorTest, MessagesOnTheScreenFadeByThemselves)
+{
+    open();
+    DisplayBox::showLearnedMappings();
+    const int windows = juce::Desktop::getInstance().getNumComponents();
+    MidiLearner::displayBox()("Midi Mapped ( ch:1 num:7)");
+    EXPECT_TRUE(pumpUntil([&] { return juce::Desktop::getInstance().getNumComponents() > windows; }, 2000));
+    EXPECT_TRUE(pumpUntil([&] { return juce::Desktop::getInstance().getNumComponents() == windows; }, 5000));
+}
+
+TEST_F(EditorTest, OpeningAndClosingLosesNothing)
+{
+    for (const auto* name : {"One", "Two"})
+    {
+        engine.processor.setNames(name, "Bank");
+        ASSERT_TRUE(engine.processor.getPresetStorage().save(name, true));
+    }
+
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    juce::SharedResourcePointer<ImageStore> images;
+    juce::Random random(11);
+
+    const auto cycle = [&](int round)
+    {
+        engine.set(viewParameter, 0.1f * static_cast<float>(round % 4));
+        PluginEditor opened(engine.processor);
+        opened.addToDesktop(0);
+        opened.setVisible(true);
+
+        for (int i = 0; i < 50; ++i)
+            engine.set(random.nextInt(900) + 210, random.nextFloat());
+
+        if (round % 20 == 0)
+            engine.processor.getSoundChange().requestPreset("Bank", round % 40 == 0 ? "Two" : "One");
+
+        engine.play(20);
+        TestWindow::pump(4);
+    };
+
+    for (int round = 0; round < 40; ++round)
+        cycle(round);
+
+    // Images are decoded as knobs come to show them, and stay.
+    const auto held = [&] { return mallinfo2().uordblks - images->numBytes(); };
+    const auto before = held();
+
+    for (int round = 0; round < 200; ++round)
+        cycle(round);
+
+    // Ten kilobytes a round; an editor has more than a megabyte.
+    EXPECT_LT(held(), before + 2'000'000);
+    EXPECT_TRUE(engine.playUntil([this] { return !engine.processor.getSoundChange().isUnderWay(); }));
+}
+
+} // namespace quorel::test
