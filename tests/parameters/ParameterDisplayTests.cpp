@@ -173,6 +173,7 @@ TEST(ParameterTexts, OfTheInstrumentAndItsLayers)
                                   {1211, 0.0f, "-60 db"},
                                   {1212, 0.5f, "100D/100W"},
                                   {1212, 0.25f, "100D/50W"},
+                                  {1213, 0.55f, "90D/100W"},
                                   {1215, 1.0f, "0D/100W"},
                                   {1216, 0.5f, "100L/100R"},
                                   {1217, 0.75f, "50L/100R"},
@@ -376,7 +377,8 @@ TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
                                   {264, 0.63f, "0 to 1|0.63", "1.01", static_cast<double>(0.63f)},
                                   {264, 0.63f, "0 to 1|0.63", "nan", static_cast<double>(0.63f)},
                                   {1212, 1.0f, "0 to 1|1", "1e400", 1.0},
-                                  {1000, 1e-5f, "0 to 1|1e-05", "0.5", 0.5}};
+                                  {1000, 1e-5f, "0 to 1|1e-05", "0.5", 0.5},
+                                  {1490, 0.5f, "0 to 1|0.5", "0.25", 0.25}};
 
     ProcessorRig rig;
 
@@ -407,7 +409,7 @@ TEST(TypedValues, AskInTheTermsOfTheParameterAndWriteTheAnswer)
     rig.interaction.typedText = "0.5";
     rig.interaction.textQuestions.clear();
 
-    for (const int index : {-1, 0, 2, 4, 16, 131, 199, 999, 1507, 100000})
+    for (const int index : {-1, 0, 2, 4, 16, 131, 199, 999, 1507, noParameter})
         rig.processor.editParameterValue(index);
 
     EXPECT_TRUE(rig.interaction.textQuestions.isEmpty());
