@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
 #include <cstdint>
 
 namespace quorel
@@ -33,6 +35,49 @@ struct EnsembleState
 private:
     static constexpr std::uint32_t firstPhase(std::uint32_t voice) { return voice * 0xffffffu / 6u; }
 };
+
+// clang-format off
+inline constexpr FxType chorusType{"Chorus", {{
+    {"Length", fxtext::upTo50Ms, 0.481f},
+    {"Width", fxtext::percent, 0.44f},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(3), 0.42f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    {"Spread", fxtext::percent, 0.36f},
+    {"Widen", fxtext::percent},
+    // A one-pole: its corner is lower than the text, at 3.2 Hz x 2^(11 p).
+    {"LP Filter", fxtext::hertz, 0.98f},
+    {"HP Filter", fxtext::hertz},
+}}};
+
+inline constexpr FxType tapeChorusType{"Tape Chorus", chorusType.parameters};
+
+inline constexpr FxType chorusDelayType{"Chorus / Delay", {{
+    {"Length", fxtext::upTo50Ms, 0.41f},
+    {"Width", fxtext::percent, 0.34f},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(3), 0.65f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    {"Spread", fxtext::percent, 0.35f},
+    {"Delay Len", fxtext::delayNote, 0.56f},
+    {"Delay Feed", fxtext::percent, 0.36f},
+    {"Delay Vol", fxtext::percent},
+}}};
+
+inline constexpr FxType ensembleType{"Ensemble", {{
+    {"Length", fxtext::upTo50Ms, 0.49f},
+    {"Width", fxtext::percent, 0.36f},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(3), 0.685f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    {"Feedback", fxtext::percent, 0.34f},
+    {"Ensemble", fxtext::percent, 0.855f},
+    {"Spread", fxtext::percent, 1.0f},
+    // A one-pole: its corner is lower than the text, at 3.2 Hz x 2^(11 p).
+    {"LP Filter", fxtext::hertz, 1.0f},
+    {"HP Filter", fxtext::hertz},
+}}};
+// clang-format on
 
 void chorusUpdate(ChorusState& f, FxContext& c);
 void chorusProcess(ChorusState& f, FxContext& c, const float* x, const float* y, float* wetLeft,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
 #include <cstdint>
 
 namespace quorel
@@ -16,6 +18,19 @@ struct CombState
     float comb1Gain = 0.0f, comb2Gain = 0.0f, comb1Depth = 0.0f, comb2Depth = 0.0f;
     float comb1Now = 0.0f, comb2Now = 0.0f;
 };
+
+// clang-format off
+inline constexpr FxType combType{"Comb Filter", {{
+    {"Freq 1", fxtext::hertz, 0.1f},
+    {"Feed 1", fxtext::signedPercent, 0.75f, fxtext::bipolar},
+    {"Mod Amt 1", fxtext::percent},
+    {"Mod Spd 1", fxtext::lfoNote},
+    {"Freq 2", fxtext::hertz, 0.75f},
+    {"Feed 2", fxtext::signedPercent, 0.5f, fxtext::bipolar},
+    {"Mod Amt 2", fxtext::percent},
+    {"Mod Spd 2", fxtext::lfoNote},
+}}};
+// clang-format on
 
 void combUpdate(CombState& f, FxContext& c);
 void combProcess(CombState& f, FxContext& c, const float* x, const float* y, float* wetLeft, float* wetRight,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
 #include <cstdint>
 
 namespace quorel
@@ -32,6 +34,40 @@ struct TapeDelayState
     float paramL = 0.0f, paramR = 0.0f; ///< length parameters
     float widen = 0.0f;                 ///< extra samples of the right channel
 };
+
+// clang-format off
+inline constexpr FxType monoDelayType{"Mono Delay", {{
+    {"Length", fxtext::delay(1), 0.54f},
+    {"Sync", fxtext::halves(fxtext::offOn), 1.0f},
+    {"Feedback", fxtext::signedPercent, 0.6f, fxtext::bipolar},
+    // A one-pole: its corner is lower than the text, at 3.2 Hz x 2^(11 p), on tape at 6.4 Hz x 2^(10 p).
+    {"LP Filter", fxtext::hertz, 0.92f},
+    {"HP Filter", fxtext::hertz, 0.19f},
+    {"Widen", fxtext::percent},
+    {"Mod Amt", fxtext::percent},
+    // Runs at twice the rate shown.
+    {"Mod Speed", fxtext::lfoRate},
+}}};
+
+inline constexpr FxType stereoDelayType{"Stereo Delay", {{
+    {"Left Delay", fxtext::delay(2), 0.67f},
+    {"Right Delay", fxtext::delay(2), 0.57f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    {"Feedback", fxtext::signedPercent, 0.69f, fxtext::bipolar},
+    {"CrossFeed", fxtext::signedPercent, 0.5f, fxtext::bipolar},
+    {"Feed Equal", fxtext::choice(fxtext::offOn), 1.0f},
+    // A one-pole: its corner is lower than the text, at 3.2 Hz x 2^(11 p), on tape at 6.4 Hz x 2^(10 p).
+    {"LP Filter", fxtext::hertz, 0.91f},
+    {"HP Filter", fxtext::hertz, 0.19f},
+    {"Mod Amt", fxtext::percent},
+    // Runs at twice the rate shown.
+    {"Mod Speed", fxtext::lfoRate},
+}}};
+
+inline constexpr FxType monoTapeDelayType{"Mono Tape Delay", monoDelayType.parameters};
+
+inline constexpr FxType stereoTapeDelayType{"Stereo Tape Delay", stereoDelayType.parameters};
+// clang-format on
 
 void monoDelayUpdate(DelayState& f, FxContext& c);
 void stereoDelayUpdate(DelayState& f, FxContext& c);

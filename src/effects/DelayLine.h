@@ -26,7 +26,7 @@ inline float glideDistance(float smooth, float target, float factor)
     return target > smooth * factor || smooth * (1.0f / factor) > target ? target : smooth;
 }
 
-/** Keeps what goes into a line with feedback, or comes of one, at most 40 dB over full scale. */
+/** Keeps what goes into a line with feedback, or comes out of one, at most 40 dB over full scale. */
 inline float heldForLine(float x)
 {
     return std::min(std::max(x, -fxLineLimit), fxLineLimit);

@@ -70,88 +70,113 @@ enum MultiDistortType
     mdSquare
 };
 
-/** Curves of "Multi Distort" with amounts a and b; in and out may be the same. What depends on the amounts
-   alone is worked out once. */
+// Curves of "Multi Distort" with amounts a and b; in and out may be the same. What depends on the amounts
+// alone is worked out once.
+
+void atanCurve(float a, const float* in, float* out, int num)
+{
+    const float t = std::exp2(5.0f * a) - 0.99f;
+    const float u = std::atan(t);
+    forQuads(in, out, num,
+             [=](Quad x) { return magnitude(x) < 0.001f ? quadOf(0.0f) : arctangent(x * t) / u + fxTiny; });
+}
+
+void cosCurve(float a, const float* in, float* out, int num)
+{
+    const float t = std::exp2(5.0f * a) - 1.0f;
+    forQuads(in, out, num, [=](Quad x) { return x * cosine(x * t * 3.14159f); });
+}
+
+void crossCurve(float a, const float* in, float* out, int num)
+{
+    const float t = a * 0.2f;
+    forQuads(in, out, num,
+             [=](Quad x)
+             {
+                 const Quad m = magnitude(x) - t;
+                 return signedBy(m < 0.0f ? m * 2.0f : m, x);
+             });
+}
+
+void foldoverCurve(float a, const float* in, float* out, int num)
+{
+    const float t = 1.0f - a * 0.99f;
+    forQuads(in, out, num,
+             [=](Quad x)
+             {
+                 const Quad z = x - t;
+                 const Quad r = z - truncated(z / (4.0f * t)) * 4.0f * t;
+                 return (magnitude(magnitude(r) - 2.0f * t) - t) / t;
+             });
+}
+
+void fuzzCurve(float a, float b, const float* in, float* out, int num)
+{
+    const float t = std::exp2(4.0f * b) - 1.0f;
+    forQuads(in, out, num, [=](Quad x) { return x + sine(x * t * 3.14159f) * (a - x * x * a); });
+}
+
+void limiterCurve(float a, const float* in, float* out, int num)
+{
+    const float t = std::exp2(-6.0f * a);
+    forQuads(in, out, num, [=](Quad x) { return heldTo(x / t, quadOf(-1.0f), quadOf(1.0f)); });
+}
+
+void overdriveCurve(float a, const float* in, float* out, int num)
+{
+    const float t = std::exp2(6.0f * a) - 1.0f;
+    forQuads(in, out, num,
+             [=](Quad x)
+             {
+                 const Quad size = magnitude(x);
+                 return (size + t) * x / ((t - 1.0f) * size + x * x + 1.0f);
+             });
+}
+
+void powerCurve(float a, const float* in, float* out, int num)
+{
+    const float k = a * 0.999f;
+    const float g = 2.0f * k / (1.0f - k);
+    forQuads(in, out, num, [=](Quad x) { return (g + 1.0f) * x / (magnitude(x) * g + 1.0f); });
+}
+
+void saturatorCurve(float a, const float* in, float* out, int num)
+{
+    const float t = std::exp2(4.0f * a) - 1.0f;
+    forQuads(in, out, num,
+             [=](Quad x)
+             {
+                 const Quad v = x * t + fxTiny;
+                 return (x + v) / (magnitude(v) + 1.0f) + fxTiny;
+             });
+}
+
 void multiCurve(int type, float a, float b, const float* in, float* out, int num)
 {
-    const Quad one = quadOf(1.0f);
-
     switch (type)
     {
     case mdAtan:
-    {
-        const float t = std::exp2(5.0f * a) - 0.99f;
-        const float u = std::atan(t);
-        return forQuads(in, out, num,
-                        [=](Quad x)
-                        { return magnitude(x) < 0.001f ? quadOf(0.0f) : arctangent(x * t) / u + fxTiny; });
-    }
+        return atanCurve(a, in, out, num);
     case mdCos:
-    {
-        const float t = std::exp2(5.0f * a) - 1.0f;
-        return forQuads(in, out, num, [=](Quad x) { return x * cosine(x * t * 3.14159f); });
-    }
+        return cosCurve(a, in, out, num);
     case mdCross:
-    {
-        const float t = a * 0.2f;
-        return forQuads(in, out, num,
-                        [=](Quad x)
-                        {
-                            const Quad m = magnitude(x) - t;
-                            return signedBy(m < 0.0f ? m * 2.0f : m, x);
-                        });
-    }
+        return crossCurve(a, in, out, num);
     case mdFoldover:
-    {
-        const float t = 1.0f - a * 0.99f;
-        return forQuads(in, out, num,
-                        [=](Quad x)
-                        {
-                            const Quad z = x - t;
-                            const Quad r = z - truncated(z / (4.0f * t)) * 4.0f * t;
-                            return (magnitude(magnitude(r) - 2.0f * t) - t) / t;
-                        });
-    }
+        return foldoverCurve(a, in, out, num);
     case mdFuzz:
-    {
-        const float t = std::exp2(4.0f * b) - 1.0f;
-        return forQuads(in, out, num, [=](Quad x) { return x + sine(x * t * 3.14159f) * (a - x * x * a); });
-    }
+        return fuzzCurve(a, b, in, out, num);
     case mdLimiter:
-    {
-        const float t = std::exp2(-6.0f * a);
-        return forQuads(in, out, num, [=](Quad x) { return heldTo(x / t, -one, one); });
-    }
+        return limiterCurve(a, in, out, num);
     case mdOverdrive:
-    {
-        const float t = std::exp2(6.0f * a) - 1.0f;
-        return forQuads(in, out, num,
-                        [=](Quad x)
-                        {
-                            const Quad size = magnitude(x);
-                            return (size + t) * x / ((t - 1.0f) * size + x * x + 1.0f);
-                        });
-    }
+        return overdriveCurve(a, in, out, num);
     case mdPower:
-    {
-        const float k = a * 0.999f;
-        const float g = 2.0f * k / (1.0f - k);
-        return forQuads(in, out, num, [=](Quad x) { return (g + 1.0f) * x / (magnitude(x) * g + 1.0f); });
-    }
+        return powerCurve(a, in, out, num);
     case mdRectifier:
         return forQuads(in, out, num, [=](Quad x) { return x >= 0.0f ? x : x * (1.0f - 2.0f * a); });
     case mdSaturator:
-    {
-        const float t = std::exp2(4.0f * a) - 1.0f;
-        return forQuads(in, out, num,
-                        [=](Quad x)
-                        {
-                            const Quad v = x * t + fxTiny;
-                            return (x + v) / (magnitude(v) + 1.0f) + fxTiny;
-                        });
-    }
+        return saturatorCurve(a, in, out, num);
     case mdSquare:
-        return forQuads(in, out, num, [=](Quad x) { return x >= 0.0f ? one : -one; });
+        return forQuads(in, out, num, [](Quad x) { return x >= 0.0f ? quadOf(1.0f) : quadOf(-1.0f); });
     default:
         std::copy(in, in + num, out);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
 #include <cstdint>
 
 namespace quorel
@@ -23,6 +25,26 @@ struct GateState
     float env[2] = {}, gain[2] = {}, hold[2] = {};
     std::int32_t state[2] = {1, 1};
 };
+
+// clang-format off
+inline constexpr FxType compressorType{"Compressor", {{
+    {"Threshold", fxtext::decibels(-40, 0), 0.5f},
+    // A dB over the threshold is lowered by 2^(7 p - 7) dB: by little, but at the end of the knob.
+    {"Ratio", fxtext::ratio, 0.29f},
+    // Time constants of 2^(7 p) ms and 2^(10 p) ms, not as shown.
+    {"Attack", fxtext::envelope, 0.2f},
+    {"Release", fxtext::envelope, 0.2f},
+    {"Post-Boost", fxtext::decibels(-20, 20), 0.5f},
+}}};
+
+inline constexpr FxType noiseGateType{"Noise-Gate", {{
+    {"Threshold", fxtext::decibels(-40, 0)},
+    // 2^(8 p) ms; "Off" is 1 ms.
+    {"Attack", fxtext::envelope},
+    {"Hold", fxtext::time},
+    {"Decay", fxtext::time},
+}}};
+// clang-format on
 
 void compressorUpdate(CompressorState& f, FxContext& c);
 void compressorProcess(CompressorState& f, FxContext& c, const float* x, const float* y, float* wetLeft,

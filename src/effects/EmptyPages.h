@@ -5,8 +5,8 @@
 
 namespace quorel
 {
-/** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at
-    hand may be in use again, so that calloc would have to write it. Throws std::bad_alloc. */
+/** Takes memory straight from the system: all zero, and none of it resident before it is used. (calloc may
+    get memory that has been in use, and writes it.) Throws std::bad_alloc. */
 void* takeEmptyPages(std::size_t bytes);
 
 /** Gives back what takeEmptyPages() has returned for as many bytes. */

@@ -119,7 +119,7 @@ void setComb(const FilterCore& core, FilterCoefficients& c)
         c.combDelay = 514;
 
     c.combGain = std::sqrt(std::sqrt(core.resonance));
-    if (core.type == 24)
+    if (core.type == filterCombMinus)
         c.combGain = -c.combGain;
 }
 
@@ -161,6 +161,99 @@ float modulation(const FilterCore& core)
 {
     return core.mod0 + core.mod1 + core.mod2 + core.mod3 + core.mod4 + core.mod5 + core.mod6 + core.mod7;
 }
+
+void setBiquad(FilterCoefficients& c, int type, float fn, float r)
+{
+    switch (type)
+    {
+    case filterLp12Second:
+    {
+        // 3.143159 for pi is kept as it has always sounded.
+        const float w = std::cos(fn * pi) / (std::sin(fn * 3.143159f) + 0.0015f);
+        return setLowPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
+    }
+    case filterHp12Second:
+    {
+        const float w = std::sin(fn * pi) / (std::cos(fn * pi) + 0.0015f);
+        return setHighPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
+    }
+    case filterBp12Second:
+    case filterBp24Second:
+        return setBandPassBiquad(c, fn, r);
+    case filterNotch12Second:
+    case filterNotch24Second:
+        return setNotchBiquad(c, fn, r);
+    case filterLp24:
+    case filterLp36:
+        return setSteepLowPassBiquad(c, fn);
+    case filterHp24:
+    case filterHp36:
+        return setSteepHighPassBiquad(c, fn);
+    default:
+        break;
+    }
+}
+
+void setFormants(const FilterCore& core, FilterCoefficients& c, float r)
+{
+    for (int k = 0; k < 4; ++k)
+    {
+        const float octaves = core.type == filterForm2
+                                  ? (k < 2 ? -2.0f : 2.0f) * core.vowel
+                                  : (core.vowel * 0.6666667f * static_cast<float>(k) - core.vowel) * 2.0f;
+        setFormant(core, c, k, r, std::exp2(octaves));
+    }
+}
+
+void setRing(const FilterCore& core, FilterCoefficients& c, float r)
+{
+    const float cut = clampUnit(modulation(core) + core.cutoffTarget);
+    c.ringRate = std::exp2(10.0f * cut) * core.keyScale * 20.0f * twoPi * core.invSampleRate;
+    c.ringDepth = r;
+}
+
+/** All but the biquad. */
+void setOtherParts(const FilterCore& core, FilterCoefficients& c, float fn, float r)
+{
+    switch (core.type)
+    {
+    case filterLp6:
+    case filterHp6:
+        return setOnePole(core, c);
+    case filterLp18:
+    case filterHp18:
+        setOnePole(core, c);
+        return setStateVariable(c, fn, r);
+    case filterLp12:
+    case filterHp12:
+    case filterBp12:
+    case filterNotch12:
+    case filterLp24:
+    case filterHp24:
+    case filterBp24Second:
+    case filterNotch24Second:
+        return setStateVariable(c, fn, r);
+    case filterBp24:
+    case filterNotch24:
+    case filterLp24Second:
+    case filterHp24Second:
+    case filterLp36:
+    case filterHp36:
+        return setLadder(c, fn, r);
+    case filterCombPlus:
+    case filterCombMinus:
+        return setComb(core, c);
+    case filterVox:
+        return setVowel(core, c, r);
+    case filterForm2:
+    case filterForm4:
+        return setFormants(core, c, r);
+    case filterRing:
+        return setRing(core, c, r);
+    default:
+        break;
+    }
+}
 } // namespace
 
 bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients)
@@ -172,8 +265,6 @@ bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients)
         core.vowel == core.lastVowel && core.type == core.lastType)
         return false;
 
-    FilterCoefficients& c = coefficients;
-
     core.lastFreqHz = core.freqHz;
     core.lastResonance = core.resonance;
     core.lastVowel = core.vowel;
@@ -184,98 +275,8 @@ bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients)
     const float fn = std::max(
         (std::min(core.freqHz, core.maxFreq) + 0.001f) * core.invSampleRate * 0.5f + fxTiny, core.minFreq);
 
-    switch (core.type)
-    {
-    case 1:
-    case 2:
-        setOnePole(core, c);
-        break;
-    case 3:
-    case 4:
-    case 5:
-    case 6:
-        setStateVariable(c, fn, r);
-        break;
-    case 7:
-    {
-        const float w = std::cos(fn * pi) / (std::sin(fn * 3.143159f) + 0.0015f);
-        setLowPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
-        break;
-    }
-    case 8:
-    {
-        const float w = std::sin(fn * pi) / (std::cos(fn * pi) + 0.0015f);
-        setHighPassBiquad(c, w, sqrt8 * std::abs(1.0f - r) * w);
-        break;
-    }
-    case 9:
-        setBandPassBiquad(c, fn, r);
-        break;
-    case 10:
-        setNotchBiquad(c, fn, r);
-        break;
-    case 11:
-    case 12:
-        setOnePole(core, c);
-        setStateVariable(c, fn, r);
-        break;
-    case 13:
-        setSteepLowPassBiquad(c, fn);
-        setStateVariable(c, fn, r);
-        break;
-    case 14:
-        setSteepHighPassBiquad(c, fn);
-        setStateVariable(c, fn, r);
-        break;
-    case 15:
-    case 16:
-    case 17:
-    case 18:
-        setLadder(c, fn, r);
-        break;
-    case 19:
-        setBandPassBiquad(c, fn, r);
-        setStateVariable(c, fn, r);
-        break;
-    case 20:
-        setNotchBiquad(c, fn, r);
-        setStateVariable(c, fn, r);
-        break;
-    case 21:
-        setSteepLowPassBiquad(c, fn);
-        setLadder(c, fn, r);
-        break;
-    case 22:
-        setSteepHighPassBiquad(c, fn);
-        setLadder(c, fn, r);
-        break;
-    case 23:
-    case 24:
-        setComb(core, c);
-        break;
-    case 25:
-        setVowel(core, c, r);
-        break;
-    case 26:
-        for (int k = 0; k < 4; ++k)
-            setFormant(core, c, k, r, std::exp2((k < 2 ? -2.0f : 2.0f) * core.vowel));
-        break;
-    case 27:
-        for (int k = 0; k < 4; ++k)
-            setFormant(core, c, k, r,
-                       std::exp2((core.vowel * 0.6666667f * static_cast<float>(k) - core.vowel) * 2.0f));
-        break;
-    case 28:
-    {
-        const float cut = clampUnit(modulation(core) + core.cutoffTarget);
-        c.ringRate = std::exp2(10.0f * cut) * core.keyScale * 20.0f * twoPi * core.invSampleRate;
-        c.ringDepth = r;
-        break;
-    }
-    default:
-        break;
-    }
-
+    setBiquad(coefficients, core.type, fn, r);
+    setOtherParts(core, coefficients, fn, r);
     return true;
 }
 } // namespace quorel

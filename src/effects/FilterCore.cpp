@@ -10,7 +10,7 @@ namespace quorel
 {
 namespace
 {
-constexpr float half = 0.70710678f;
+constexpr float invSqrt2 = 0.70710678f;
 
 float heldTo(float x, float limit)
 {
@@ -237,7 +237,7 @@ struct Signal
 template <typename Load, typename Body>
 [[gnu::always_inline]] inline void run(FilterCore& core, const Signal& s, Load load, Body body)
 {
-    const bool vowels = core.type >= 25 && core.type <= 27;
+    const bool vowels = core.type >= filterVox && core.type <= filterForm4;
     const bool driven = core.driveOn != 0 && core.drive >= 0.0001f && !(core.vowelGuard != 0 && vowels);
     const Quad target = {core.gainTargetL, core.gainTargetR, 0.0f, 0.0f};
     Quad gain = {core.gainL, core.gainR, 0.0f, 0.0f};
@@ -309,7 +309,7 @@ void runSteepLadder(FilterCore& core, const Signal& s)
 {
     Biquad biquad(core);
     Ladder ladder(core);
-    const bool highPass = core.type == 22;
+    const bool highPass = core.type == filterHp36;
     run(
         core, s,
         [&](const FilterCoefficients& c)
@@ -443,7 +443,7 @@ void runBiquadAndStateVariable(FilterCore& core, const Signal& s, float scale, P
     svf.store();
 }
 
-/** Types 5 and 6, whose outputs and states are limited. */
+/** "12 BP" and "12 N", whose outputs and states are limited. */
 template <typename Pick>
 void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, float limit, Pick pick)
 {
@@ -465,7 +465,7 @@ void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, flo
 void runOnePole(FilterCore& core, const Signal& s)
 {
     OnePole pole(core);
-    const bool highPass = core.type == 2;
+    const bool highPass = core.type == filterHp6;
     run(
         core, s, [&](const FilterCoefficients& c) { pole.load(c); },
         [&](Quad in, std::uint32_t)
@@ -476,12 +476,12 @@ void runOnePole(FilterCore& core, const Signal& s)
     pole.store();
 }
 
-/** Types 11 and 12: the one-pole runs in both, but only the high-pass hears it. */
+/** "18 LP" and "18 HP": the one-pole runs in both, but only the high-pass hears it. */
 void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
 {
     OnePole pole(core);
     StateVariable svf(core);
-    const bool highPass = core.type == 12;
+    const bool highPass = core.type == filterHp18;
     run(
         core, s,
         [&](const FilterCoefficients& c)
@@ -496,7 +496,7 @@ void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
             svf.tick(x);
             const Quad first = highPass ? svf.high : svf.low;
             svf.tick(x);
-            return (first + (highPass ? svf.high : svf.low)) * half;
+            return (first + (highPass ? svf.high : svf.low)) * invSqrt2;
         });
     pole.store();
     svf.store();
@@ -515,7 +515,7 @@ void filterInit(FilterCore& core, float sampleRate)
     core.invSampleRate = 1.0f / sampleRate;
     core.minFreq = 10.0f * core.invSampleRate;
     core.maxFreq = sampleRate * 0.4f;
-    core.type = 0;
+    core.type = filterBypass;
     core.cutoffTarget = core.cutoffSmooth = core.resonance = 0.0f;
     core.keyScale = 1.0f;
     core.gainTargetL = core.gainTargetR = core.gainL = core.gainR = 1.0f;
@@ -555,53 +555,53 @@ void filterProcess(FilterCore& core, const float* inL, const float* inR, float* 
 
     switch (core.type)
     {
-    case 1:
-    case 2:
+    case filterLp6:
+    case filterHp6:
         return runOnePole(core, s);
-    case 3:
-        return runStateVariable(core, s, half, low);
-    case 4:
-        return runStateVariable(core, s, half, high);
-    case 5:
+    case filterLp12:
+        return runStateVariable(core, s, invSqrt2, low);
+    case filterHp12:
+        return runStateVariable(core, s, invSqrt2, high);
+    case filterBp12:
         return runLimitedStateVariable(core, s, 1.0f, 10.0f, band);
-    case 6:
-        return runLimitedStateVariable(core, s, half, 100.0f, notch);
-    case 7:
-    case 8:
-    case 9:
-    case 10:
+    case filterNotch12:
+        return runLimitedStateVariable(core, s, invSqrt2, 100.0f, notch);
+    case filterLp12Second:
+    case filterHp12Second:
+    case filterBp12Second:
+    case filterNotch12Second:
         return runBiquad(core, s);
-    case 11:
-    case 12:
+    case filterLp18:
+    case filterHp18:
         return runOnePoleAndStateVariable(core, s);
-    case 13:
-        return runBiquadAndStateVariable(core, s, half, low);
-    case 14:
-        return runBiquadAndStateVariable(core, s, half, high);
-    case 15:
+    case filterLp24:
+        return runBiquadAndStateVariable(core, s, invSqrt2, low);
+    case filterHp24:
+        return runBiquadAndStateVariable(core, s, invSqrt2, high);
+    case filterBp24:
         return runLadder(core, s, 1.0f, ladderBand);
-    case 16:
+    case filterNotch24:
         return runLadder(core, s, 0.5f, ladderNotch);
-    case 17:
+    case filterLp24Second:
         return runLadder(core, s, 1.0f, ladderLow);
-    case 18:
+    case filterHp24Second:
         return runLadder(core, s, 1.0f, ladderHigh);
-    case 19:
+    case filterBp24Second:
         return runBiquadAndStateVariable(core, s, 1.0f, band);
-    case 20:
+    case filterNotch24Second:
         return runBiquadAndStateVariable(
-            core, s, half, [](const StateVariable& svf) { return svf.low - svf.high + fxTiny; });
-    case 21:
-    case 22:
+            core, s, invSqrt2, [](const StateVariable& svf) { return svf.low - svf.high + fxTiny; });
+    case filterLp36:
+    case filterHp36:
         return runSteepLadder(core, s);
-    case 23:
-    case 24:
+    case filterCombPlus:
+    case filterCombMinus:
         return runComb(core, s);
-    case 25:
-    case 26:
-    case 27:
+    case filterVox:
+    case filterForm2:
+    case filterForm4:
         return runFormants(core, s);
-    case 28:
+    case filterRing:
         return runRing(core, s);
     default:
         return run(

@@ -7,7 +7,40 @@
 
 namespace quorel
 {
-inline constexpr int filterTypeCount = 29;
+/** By slope in dB an octave: low-pass, high-pass, band-pass, notch. "Second" is another circuit. */
+enum FilterType
+{
+    filterBypass,
+    filterLp6,
+    filterHp6,
+    filterLp12,
+    filterHp12,
+    filterBp12,
+    filterNotch12,
+    filterLp12Second,
+    filterHp12Second,
+    filterBp12Second,
+    filterNotch12Second,
+    filterLp18,
+    filterHp18,
+    filterLp24,
+    filterHp24,
+    filterBp24,
+    filterNotch24,
+    filterLp24Second,
+    filterHp24Second,
+    filterBp24Second,
+    filterNotch24Second,
+    filterLp36,
+    filterHp36,
+    filterCombPlus,
+    filterCombMinus,
+    filterVox,
+    filterForm2,
+    filterForm4,
+    filterRing,
+    filterTypeCount
+};
 
 /** What a control step works out for the samples after it. */
 struct FilterCoefficients
@@ -42,7 +75,7 @@ struct FilterComb
 struct FilterCore : FilterCoefficients
 {
     float sampleRate = 44100.0f, invSampleRate = 1.0f / 44100.0f;
-    std::int32_t type = 0;
+    std::int32_t type = filterBypass;
     std::int32_t lastType = -1; ///< -1 forces a recalculation
     float cutoffTarget = 0.0f, cutoffSmooth = 0.0f;
     float minFreq = 0.0f, maxFreq = 0.0f; ///< 10 / rate; 0.4 x rate

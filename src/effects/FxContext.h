@@ -12,8 +12,8 @@
 
 namespace quorel
 {
-/** What a slot's types have in common: clock, parameters, and the filters, tape and lines that several of them
-    use. A family's functions take this beside the state of their own type. */
+/** What a slot's types have in common: clock, parameters, and the filters, tape and lines that several of
+    them use. A family's functions take this beside the state of their own type. */
 struct FxContext
 {
     float sampleRate = 44100.0f;

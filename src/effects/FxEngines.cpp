@@ -7,8 +7,8 @@ namespace quorel
 {
 namespace
 {
-// A family's functions know the state of their own type and what the slot's types have in common, no more; these
-// hand them out of the slot.
+// A family's functions know the state of their own type and what all types have in common; these take both
+// out of the slot.
 template <auto state, auto function>
 void update(FxSlot& slot)
 {

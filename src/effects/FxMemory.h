@@ -62,9 +62,9 @@ struct FxMemoryUse
     std::size_t shared = 0; ///< bytes at the start of the shared part
 };
 
-/** A slot's lines, some 9 MB of address space. They are taken empty from the system when the slot is made, and
-    nothing is written to before a type plays: pages that no type has used cost no memory. For that, a line is
-    cleared only if something has been written to it since it was cleared last. */
+/** A slot's lines, some 9 MB of address space. They are taken empty from the system when the slot is made and
+    not written to before a type plays: pages that no type has used cost no memory. To keep it so, a line is
+    cleared only if something has been written to it since it was last cleared. */
 class FxMemory
 {
 public:

@@ -54,9 +54,10 @@ struct FxStates
 
 /** One effect block: the states of all types side by side, and memory for the lines of any.
 
-    Making a slot takes that memory; nothing is allocated afterwards, whatever the type. All functions below run
-    on the audio thread, but for fxConstruct, and for fxInit where the owner keeps audio away. The output doesn't
-    depend on how a signal is cut into blocks: any mix of fxProcessSample and fxProcessBlock gives the same. */
+    Making a slot takes that memory; nothing is allocated afterwards, whatever the type. The functions below
+    run on the audio thread, except fxConstruct, and fxInit where the owner keeps audio away. The output
+    doesn't depend on how a signal is cut into blocks: any mix of fxProcessSample and fxProcessBlock gives the
+    same. */
 struct FxSlot : FxContext, FxStates
 {
     std::uint8_t active = 1; ///< kept for the owner: it bypasses nothing

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
 #include <cstdint>
 
 namespace quorel
@@ -22,6 +24,36 @@ struct PhaserState
     float x1[mostStages][4] = {}, x2[mostStages][4] = {};
     float y1[mostStages][4] = {}, y2[mostStages][4] = {};
 };
+
+// clang-format off
+inline constexpr FxType phaserType{"Phaser", {{
+    {"Stages", fxtext::stages, 0.5f},
+    // The all-passes turn at 4.8 Hz x 2^(11 p), and as far above as "Width" takes them.
+    {"Pitch", fxtext::hertz, 0.53f},
+    {"Feedback", fxtext::percent, 0.57f},
+    {"Width", fxtext::percent, 0.85f},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(5), 0.44f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    {"Spread", fxtext::percent, 0.91f},
+    {"Pan", fxtext::percent, 0.68f},
+}}};
+
+inline constexpr FxType anaPhaserType{"Ana. Phaser", {{
+    {"Stages", fxtext::stages, 0.5f},
+    // The middle of the sweep is 15 Hz x 2^(5 p).
+    {"Pitch", fxtext::hertz, 0.53f},
+    {"Feedback", fxtext::percent, 0.57f},
+    {"Width", fxtext::percent, 0.85f},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(5), 0.44f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+    // Does nothing: "Width" sets the length of the ring as well.
+    {"Spread", fxtext::percent, 0.91f},
+    {"Pan", fxtext::percent, 0.68f},
+    {"Q", fxtext::percent},
+}}};
+// clang-format on
 
 void phaserUpdate(PhaserState& f, FxContext& c);
 void phaserProcess(PhaserState& f, FxContext& c, const float* x, const float* y, float* wetLeft,

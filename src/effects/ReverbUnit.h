@@ -5,8 +5,8 @@
 
 namespace quorel
 {
-/** Ten damped combs a channel, in parallel, and a tone filter over their sums. Combs 0 to 9 are left, 10 to 19
-    right. */
+/** Ten damped combs a channel, in parallel, and a tone filter over their sums. Combs 0 to 9 are left, 10 to
+    19 right. */
 struct CombBank
 {
     static constexpr int combs = 20;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "effects/FxTypes.h"
+
+#include <array>
 #include <cstdint>
 
 namespace quorel
@@ -25,6 +28,37 @@ struct KappelState
     float gainL = 0.0f, gainR = 0.0f, stepNowL = 0.0f, stepNowR = 0.0f;
     float stepsL[16] = {}, stepsR[16] = {}; ///< 0 or 1
 };
+
+inline constexpr std::array kappelSides{"Left & Right", "Left only", "Right only"};
+inline constexpr std::array kappelSyncs{"Off", "On", "Auto"};
+
+// clang-format off
+inline constexpr FxType autoPanType{"AutoPan", {{
+    {"Wave", fxtext::choice(fxtext::lfoWaves)},
+    {"Amount", fxtext::percent, 1.0f},
+    {"Smooth", fxtext::noText},
+    // Takes "Amount" for its sync; when free it runs at half the rate shown.
+    {"Speed", fxtext::autoPanSpeed, 0.48f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+}}};
+
+inline constexpr FxType tremeloType{"Tremelo", {{
+    {"Wave", fxtext::choice(fxtext::lfoWaves)},
+    {"Amount", fxtext::percent, 1.0f},
+    {"Smooth", fxtext::noText},
+    // Runs at half the rate shown when it is free.
+    {"Speed", fxtext::lfoSpeed(4), 0.48f},
+    {"Sync", fxtext::choice(fxtext::offOn), 1.0f},
+}}};
+
+inline constexpr FxType kappelType{"Kappel", {{
+    {"Speed", fxtext::lfoNote, 0.46f},
+    {"Smooth", fxtext::percent, 0.7f},
+    {"Mode", fxtext::choice(kappelSides)},
+    {"Sync", fxtext::choice(kappelSyncs)},
+    {"Swing", fxtext::percent},
+}}};
+// clang-format on
 
 void autoPanUpdate(SweepState& f, FxContext& c);
 void autoPanProcess(SweepState& f, FxContext& c, const float* x, const float* y, float* wetLeft,

@@ -6,8 +6,8 @@
 
 namespace quorel
 {
-/** What one sample has left on the tape, left and right. Its position is not kept: it follows from that of the
-    sample before by the speed, 100 / distance. */
+/** What one sample has left on the tape, left and right. Its position is not kept: it is that of the sample
+    before plus the speed, 100 / distance. */
 struct TapeSample
 {
     float distance[2]; ///< delay in samples at which it was written

@@ -39,7 +39,7 @@ public:
     }
 
     /** True if for the next fxChunk samples the heads stay run in, nothing wraps, fills up or runs empty, no
-        position is wound back, and every sample holds one value: then process<true>() does without looking. */
+        position is wound back and every sample holds one value: then process<true>() needn't look. */
     bool isPlain() const
     {
         const double most = rewindDistance - fxChunk * headDistance / static_cast<double>(shortestDistance);
@@ -158,7 +158,7 @@ private:
             return back > front && head.doubled == 0 && head.unwoundLater == 0;
         }
 
-        /** Moves on to the last two values around position t. With fewer than two values after the front one there
+        /** Moves on to the two values around position t. With fewer than two values after the front one there
             is nothing to read. */
         template <bool plain, int channel>
         [[gnu::always_inline]] Read read(double t)

@@ -6,7 +6,7 @@
 
 namespace quorel
 {
-/** One-pole low-pass and high-pass of both channels, in series: "LP Filter" and "HP Filter" of most effects. */
+/** One-pole low-pass and high-pass of both channels, in series: "LP Filter" and "HP Filter" of most types. */
 struct ToneFilter
 {
     float lp = 1.0f;

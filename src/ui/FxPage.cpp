@@ -2,8 +2,8 @@
 #include "ui/FxPage.h"
 
 #include "effects/FxTypes.h"
+#include "parameters/ParameterCatalogue.h"
 #include "ui/EditorColours.h"
-#include "ui/FxTypeDefaults.h"
 #include "ui/Geometry.h"
 
 namespace quorel
@@ -17,7 +17,7 @@ constexpr int firstStepParameter = 5;
 /** The effect type has no such parameter. */
 bool isUnused(const juce::String& name)
 {
-    return name.isEmpty() || name == "-";
+    return name == "-";
 }
 } // namespace
 
@@ -127,7 +127,8 @@ void FxPage::refreshSlot(int block)
         if (!used)
             continue;
         label->setText(name, juce::dontSendNotification);
-        knob->setFilm(isBipolarFxParameter(type, static_cast<int>(j)) ? &images.knobPan : &images.knobVolume);
+        knob->setFilm(fxTypes[static_cast<size_t>(type)].parameters[j].bipolar ? &images.knobPan
+                                                                               : &images.knobVolume);
         showKnob(*knob);
     }
 }
@@ -146,12 +147,13 @@ void FxPage::chooseType(int block, int type)
     processor.setParameterFromUi(slot::fxOn + block, 1.0f);
     processor.setParameterFromUi(slot::fxType + block, value);
 
-    const auto& start = fxTypeDefaults(type);
-    processor.setParameterFromUi(slot::fxVolume + block, start.volume);
-    processor.setParameterFromUi(slot::fxMix + block, start.mix);
-    processor.setParameterFromUi(slot::fxPan + block, start.pan);
+    // Every type starts audible: 0 dB, all of it, in the middle.
+    for (const int index : {slot::fxVolume + block, slot::fxMix + block, slot::fxPan + block})
+        processor.setParameterFromUi(index, parameterDefault(index));
+
+    const auto& parameters = fxTypes[static_cast<size_t>(type)].parameters;
     for (int j = 0; j < numFxParameters; ++j)
-        processor.setParameterFromUi(fxParameter(block, j), start.parameters[static_cast<size_t>(j)]);
+        processor.setParameterFromUi(fxParameter(block, j), parameters[static_cast<size_t>(j)].start);
 
     host.fullRefresh();
 }

@@ -250,6 +250,19 @@ TEST(Tape, ChangeOfLengthBendsThePitch)
     }
 }
 
+TEST(Tape, RunsOnWhereItsRingBegins)
+{
+    // Eight seconds go round the ring once and a half; a tone comes out late and otherwise as it went in.
+    auto slot = makeSlot(3, rate);
+    Stereo tone = sine(384000, 100.0, 48000.0, 0.5f);
+    run(*slot, {delayOf(100), 0, 0.5f, 1, 0, 0}, tone);
+    for (std::size_t i = 10000; i < tone.left.size(); ++i)
+        ASSERT_NEAR(tone.left[i],
+                    0.5 * std::sin(6.283185307179586 * 100.0 * (static_cast<double>(i) - 4801.0) / 48000.0),
+                    1e-3)
+            << i;
+}
+
 TEST(Tape, NeverRunsOutOfRoomOrPrecision)
 {
     auto slot = makeSlot(3, 192000.0f);

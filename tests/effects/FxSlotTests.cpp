@@ -8,6 +8,8 @@
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <map>
+#include <set>
 
 namespace quorel::test
 {
@@ -21,14 +23,70 @@ TEST(FxTypes, TableHoldsTheTypesInOrder)
 
     // Labels start at the first slot and leave no gap, and nothing is read outside the table.
     for (int entry : {-1, 0, 26 * 10 + 5, 26 * 10 + 6, 330, 1 << 30})
-        EXPECT_STREQ(fxParameterLabel(entry), "") << entry;
+        EXPECT_STREQ(fxParameterLabel(entry), "-") << entry;
     for (const FxType& type : fxTypes)
-        for (std::size_t j = 1; j < type.labels.size(); ++j)
-            EXPECT_TRUE(std::strlen(type.labels[j]) == 0 || std::strlen(type.labels[j - 1]) > 0) << type.name;
+        for (std::size_t j = 1; j < type.parameters.size(); ++j)
+            EXPECT_TRUE(std::strcmp(type.parameters[j].label, "-") == 0 ||
+                        std::strcmp(type.parameters[j - 1].label, "-") != 0)
+                << type.name;
 
     EXPECT_EQ(fxTypeFromParameter(1.0f), 32);
     EXPECT_EQ(fxTypeFromParameter(0.999f), 31);
     EXPECT_EQ(fxTypeFromParameter(NAN), 0);
+}
+
+TEST(FxTypes, StartValuesAndBipolarKnobs)
+{
+    // What isn't listed starts at 0, with a knob that has its zero at the left.
+    const std::map<int, std::vector<float>> starts = {
+        {1, {0.54f, 1, 0.6f, 0.92f, 0.19f}},
+        {2, {0.67f, 0.57f, 1, 0.69f, 0.5f, 1, 0.91f, 0.19f}},
+        {3, {0.54f, 1, 0.6f, 0.92f, 0.19f}},
+        {4, {0.67f, 0.57f, 1, 0.69f, 0.5f, 1, 0.91f, 0.19f}},
+        {5, {0.1f, 0.75f, 0, 0, 0.75f, 0.5f}},
+        {6, {0.69f, 0.79f, 0.75f, 0.09f, 0, 0.97f, 0.06f}},
+        {7, {0.481f, 0.44f, 0.42f, 1, 0.36f, 0, 0.98f}},
+        {8, {0.481f, 0.44f, 0.42f, 1, 0.36f, 0, 0.98f}},
+        {9, {0.41f, 0.34f, 0.65f, 1, 0.35f, 0.56f, 0.36f}},
+        {10, {0.49f, 0.36f, 0.685f, 1, 0.34f, 0.855f, 1, 1}},
+        {11, {0.15f, 1, 0.43f, 1, 0.91f, 0, 0.92f, 0.19f}},
+        {12, {0.15f, 1, 0.43f, 1, 0.91f, 0, 0.92f, 0.19f}},
+        {13, {0.5f, 0.53f, 0.57f, 0.85f, 0.44f, 1, 0.91f, 0.68f}},
+        {14, {0.5f, 0.53f, 0.57f, 0.85f, 0.44f, 1, 0.91f, 0.68f}},
+        {15, {0, 0.5f, 1}},
+        {16, {0.88f, 0.72f, 0.57f, 0.46f, 0.81f, 0.28f, 0.5f}},
+        {17, {0, 0.5f, 0, 0, 0, 1, 0, 0.5f}},
+        {18, {0.52f, 0.95f, 1, 0.45f}},
+        {19, {0, 0, 0, 1}},
+        {20, {0.5f, 0.28f, 0.2f, 0.5f, 1, 0, 0.5f}},
+        {21, {1, 0, 0.5f, 0.5f, 0.5f}},
+        {22, {0, 0, 0.5f, 0.5f, 0.5f}},
+        {23, {1, 0.24f, 0.31f, 0.92f, 0.19f}},
+        {24, {0, 1, 0, 0.48f, 1}},
+        {25, {0, 1, 0, 0.48f, 1}},
+        {26, {0.46f, 0.7f}},
+        {27, {0.5f, 0.29f, 0.2f, 0.2f, 0.5f}},
+        {29, {0, 0, 0.5f, 0, 0, 0, 0.5f, 0.5f, 1}},
+        {30, {0.75f, 0.5f, 0, 0.5f}},
+        {31, {0, 1, 0, 0, 0.48f, 1, 0.5f}},
+        {32, {0, 0.25f, 1, 0.5f, 0.2f, 0.25f}},
+    };
+    const std::set<std::pair<int, int>> bipolar = {{1, 2},  {3, 2},  {19, 2}, {2, 3},  {2, 4},  {4, 3},
+                                                   {4, 4},  {5, 1},  {5, 5},  {11, 4}, {12, 4}, {16, 1},
+                                                   {16, 6}, {18, 3}, {20, 3}, {29, 9}};
+
+    for (int type = 0; type < fxTypeCount; ++type)
+    {
+        std::vector<float> expected = starts.count(type) != 0 ? starts.at(type) : std::vector<float>();
+        expected.resize(fxParameterCount);
+        for (int j = 0; j < fxParameterCount; ++j)
+        {
+            const FxParameter& parameter =
+                fxTypes[static_cast<std::size_t>(type)].parameters[static_cast<std::size_t>(j)];
+            EXPECT_EQ(parameter.start, expected[static_cast<std::size_t>(j)]) << type << ' ' << j;
+            EXPECT_EQ(parameter.bipolar, bipolar.count({type, j}) != 0) << type << ' ' << j;
+        }
+    }
 }
 
 TEST(FxSlot, MixLevelAndPanFollowTheirLaws)

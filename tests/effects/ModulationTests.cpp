@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Chorus, ensemble, flanger, phaser, and the effects of gain: pan, tremolo, Kappel.
 #include "EffectsTestTools.h"
+#include "effects/ModLine.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -61,6 +62,24 @@ int countNotches(int type, const std::vector<float>& p)
     return notches;
 }
 } // namespace
+
+TEST(Chorus, LineIsReadBetweenItsSamples)
+{
+    // A Catmull-Rom curve through samples of a parabola is that parabola, also where the ring begins.
+    std::vector<float> line(fxModLineLength);
+    for (const int newest : {700, 5, 0, 16383})
+    {
+        for (int age = 0; age < 300; ++age)
+        {
+            const auto at = static_cast<std::size_t>((newest - age) & (fxModLineLength - 1));
+            line[at] = 1.0f + 0.01f * static_cast<float>(age * age - 40 * age);
+        }
+        for (const float d : {2.0f, 2.25f, 3.5f, 60.125f, 200.75f})
+            EXPECT_NEAR(modLineRead(line.data(), static_cast<std::uint32_t>(newest), d),
+                        1.0f + 0.01f * (d * d - 40.0f * d), 1e-2f)
+                << newest << ' ' << d;
+    }
+}
 
 TEST(Chorus, ReadsBetweenAHundredthOfTheLengthAndAllOfIt)
 {

@@ -102,9 +102,10 @@ TEST(ParameterTexts, AreSaneForEveryParameterAndType)
         {
             // A parameter with a label has a text, but for the three "Smooth" of tremolo and wah that never
             // had.
-            const juce::String label(fxTypes[static_cast<size_t>(type)].labels[static_cast<size_t>(j)]);
+            const juce::String label(
+                fxTypes[static_cast<size_t>(type)].parameters[static_cast<size_t>(j)].label);
             const bool silent =
-                label.isEmpty() || (label == "Smooth" && (type == 24 || type == 25 || type == 31));
+                label == "-" || (label == "Smooth" && (type == 24 || type == 25 || type == 31));
 
             for (const float value : grid)
             {
@@ -248,6 +249,100 @@ TEST(ParameterTexts, OfEffectsKeepTheirOddities)
     EXPECT_EQ(values.textAt(fxParameter(1, 0), 0.5f), "-");
     values.table[slot::fxType + 1] = typeValue(3);
     EXPECT_EQ(values.textAt(fxParameter(1, 0), 0.5f), "64 ms");
+}
+
+namespace
+{
+/** The left output, without any dry signal, of an effect at 48 kHz and 120 beats a minute. */
+std::vector<float> effectOutput(int type, const FxParameterValues& p, const std::vector<float>& in)
+{
+    const auto slot = std::make_unique<FxSlot>();
+    fxConstruct(*slot);
+    slot->type = type;
+    fxInit(*slot, 48000.0f);
+    fxSetMix(*slot, 0.75f, 1.0f, 0.5f);
+    auto left = in, right = in;
+    for (std::size_t start = 0; start < in.size(); start += 64)
+    {
+        fxUpdate(*slot, p.data(), 120.0f);
+        fxProcessBlock(*slot, &left[start], &right[start],
+                       static_cast<int>(std::min<std::size_t>(64, in.size() - start)));
+    }
+    return left;
+}
+
+std::vector<float> tone(double hz, double amplitude)
+{
+    std::vector<float> samples(96000);
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        samples[i] = static_cast<float>(amplitude *
+                                        std::sin(6.283185307179586 * hz * static_cast<double>(i) / 48000.0));
+    return samples;
+}
+
+/** Peak of the second second. */
+float steadyPeak(const std::vector<float>& samples)
+{
+    float most = 0.0f;
+    for (std::size_t i = 48000; i < samples.size(); ++i)
+        most = std::max(most, std::abs(samples[i]));
+    return most;
+}
+} // namespace
+
+TEST(ParameterTexts, OfEffectsSayWhatIsHeard)
+{
+    // Echoes: where an impulse comes again, in samples.
+    std::vector<float> impulse(48000);
+    impulse[64] = 1.0f;
+    const auto echoOf = [&](int type, const FxParameterValues& p)
+    {
+        const auto out = effectOutput(type, p, impulse);
+        const auto loudest = std::max_element(out.begin() + 100, out.end());
+        return static_cast<int>(loudest - out.begin()) - 64;
+    };
+    const FxParameterValues stereo{0.75f, 0.75f, 0, 0.5f, 0.5f, 0, 1}, tape{0.75f, 0, 0.5f, 1},
+        wah{1, 1, 0, 0, 0, 0, 0, 0.7f, 0, 1};
+    EXPECT_EQ(fxParameterText(2, 0, stereo), "512 ms");
+    EXPECT_NEAR(echoOf(2, stereo), 24576, 4);
+    EXPECT_EQ(fxParameterText(3, 0, tape), "512 ms");
+    EXPECT_NEAR(echoOf(3, tape), 24576, 4);
+    EXPECT_EQ(fxParameterText(31, 7, wah), "1/4");
+    EXPECT_NEAR(echoOf(31, wah), 24000, 8);
+
+    // Frequencies.
+    const FxParameterValues ring{0, 0.5f, 1};
+    EXPECT_EQ(fxParameterText(15, 1, ring), "640 Hz");
+    const auto carrier = effectOutput(15, ring, std::vector<float>(48000, 0.5f));
+    int upward = 0;
+    for (std::size_t i = 1; i < carrier.size(); ++i)
+        upward += carrier[i - 1] < 0.0f && carrier[i] >= 0.0f ? 1 : 0;
+    EXPECT_NEAR(upward, 640, 1);
+
+    const FxParameterValues peak{3.5f / 29.99f, 0, 0.5644f, 0.95f, 0, 0, 0, 0, 0, 0.5f};
+    EXPECT_EQ(fxParameterText(29, 0, peak), "12 LP");
+    EXPECT_EQ(fxParameterText(29, 2, peak), "1.0 kHz");
+    const auto levelAt = [&](double hz) { return steadyPeak(effectOutput(29, peak, tone(hz, 0.001))); };
+    EXPECT_GT(levelAt(1000.0), 2.0f * levelAt(850.0));
+    EXPECT_GT(levelAt(1000.0), 2.0f * levelAt(1180.0));
+
+    // Levels.
+    const FxParameterValues plain{0, 0.5f, 0, 0, 0, 1, 0, 0.5f}, louder{0, 0.5f, 0, 0, 0, 1, 0, 0.6f};
+    EXPECT_EQ(fxParameterText(17, 7, louder), "+6.0 dB");
+    EXPECT_NEAR(steadyPeak(effectOutput(17, louder, tone(1000.0, 0.1))) /
+                    steadyPeak(effectOutput(17, plain, tone(1000.0, 0.1))),
+                1.995f, 0.01f);
+    const FxParameterValues boosted{0, 0, 0.5f, 0.5f, 1};
+    EXPECT_EQ(fxParameterText(21, 4, boosted), "+20.0 dB");
+    EXPECT_NEAR(steadyPeak(effectOutput(21, boosted, tone(1000.0, 0.01))), 0.1f, 0.001f);
+    const FxParameterValues limited{0.5f, 1, 0, 0.5f, 0.5f};
+    EXPECT_EQ(fxParameterText(27, 0, limited), "-20.0 dB");
+    EXPECT_EQ(fxParameterText(27, 1, limited), "Limiter");
+    EXPECT_NEAR(steadyPeak(effectOutput(27, limited, tone(1000.0, 0.5))), 0.1f, 0.02f);
+    const FxParameterValues gated{0.5f, 0.1f, 0.1f, 0.1f};
+    EXPECT_EQ(fxParameterText(28, 0, gated), "-20.0 dB");
+    EXPECT_LT(steadyPeak(effectOutput(28, gated, tone(1000.0, 0.09))), 1e-6f);
+    EXPECT_NEAR(steadyPeak(effectOutput(28, gated, tone(1000.0, 0.11))), 0.11f, 0.001f);
 }
 
 TEST(ParameterTexts, SayWhatIsHeard)

@@ -43,7 +43,8 @@ void setEffectParameter(SoundWriter& sound, int block, int type, const TextLine&
         return sound.set(fxParameter(block, is(line, "Left Steps") ? kappelLeftSteps : kappelRightSteps),
                          need(stepPattern(line.value), line, "sixteen steps such as x--- x--- x--- x-x-"));
     for (int j = 0; j < numFxParameters; ++j)
-        if (const auto* label = row.labels[static_cast<std::size_t>(j)]; *label != 0 && is(line, label))
+        if (const auto* label = row.parameters[static_cast<std::size_t>(j)].label;
+            juce::String(label) != "-" && is(line, label))
             return sound.setShowing(fxParameter(block, j), line.value, line);
     fail(line, juce::String(row.name) + " has no \"" + line.key + "\"");
 }
@@ -63,11 +64,11 @@ void setEffect(SoundWriter& sound, int block, const TextSection& section)
     sound.set(slot::fxOn + block, 1.0f);
     sound.set(slot::fxType + block, stepValue(type, 0, fxTypeCount - 1));
 
-    const auto& labels = fxTypes[static_cast<std::size_t>(type)].labels;
+    const auto& parameters = fxTypes[static_cast<std::size_t>(type)].parameters;
     for (int j = 0; j < numFxParameters; ++j)
     {
         const int index = fxParameter(block, j);
-        const bool isLowPass = juce::String(labels[static_cast<std::size_t>(j)]) == "LP Filter";
+        const bool isLowPass = juce::String(parameters[static_cast<std::size_t>(j)].label) == "LP Filter";
         sound.set(index, isLowPass ? 1.0f : restingValue([&](float v) { return sound.shownAt(index, v); }));
     }
 

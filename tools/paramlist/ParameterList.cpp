@@ -232,8 +232,8 @@ juce::String effectTables()
                 "\n\n| j | Name | 0 | 0.5 | 1 | In tempo |\n" + "|---|---|---|---|---|---|\n";
         for (int j = 0; j < numFxParameters; ++j)
         {
-            const juce::String name(fx.labels[static_cast<size_t>(j)]);
-            if (name.isEmpty() || name == "-")
+            const juce::String name(fx.parameters[static_cast<size_t>(j)].label);
+            if (name == "-")
                 continue;
             const auto texts = sampleTexts(type, j, 0.0f);
             const auto synced = sampleTexts(type, j, 1.0f);

@@ -159,9 +159,11 @@ juce::String effectList()
     {
         const auto& row = fxTypes[static_cast<std::size_t>(type)];
         juce::String line = juce::String(type).paddedLeft(' ', 2) + "  " + row.name;
-        for (int j = 0; j < fxParameterCount && *row.labels[static_cast<std::size_t>(j)] != 0; ++j)
+        for (int j = 0; j < fxParameterCount; ++j)
         {
-            const juce::String label = row.labels[static_cast<std::size_t>(j)];
+            const juce::String label = row.parameters[static_cast<std::size_t>(j)].label;
+            if (label == "-")
+                break;
             line = j == 0 ? line.paddedRight(' ', labelColumn) : line + ",";
             // A comma may follow.
             if (line.length() + 1 + label.length() + 1 > listWidth)
