@@ -211,6 +211,14 @@ TEST_F(LineFileTest, ControllerTablesAreSavedLoadedAndDeleted)
     EXPECT_EQ(rows(ecsMenu(rig.processor)), "Clear ECS|Save ECS|Delete ECS|-|Desk");
 }
 
+TEST_F(LineFileTest, FilesAreListedByName)
+{
+    for (const char* name : {"e", "b", "d", "a", "c"})
+        rig.user.scratch.write("data/ECS/" + juce::String(name) + ".ecs", "1\r");
+
+    EXPECT_EQ(rows(ecsMenu(rig.processor)), "Clear ECS|Save ECS|Delete ECS|-|a|b|c|d|e");
+}
+
 TEST_F(LineFileTest, AWriteThatFailsIsToldAndChangesNothing)
 {
     ASSERT_TRUE(rig.load(0, "Tarn"));

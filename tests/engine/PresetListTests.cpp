@@ -26,6 +26,10 @@ TEST_F(PresetListTest, ListsStepsAndMenusFollowTheDisk)
     EXPECT_TRUE(menu[6].ticked && menu[6].subMenu[0].ticked);
     EXPECT_TRUE(!menu[7].ticked && !menu[7].subMenu[0].ticked);
     EXPECT_EQ(menu[7].subMenu[0].id, 39);
+    standOn("Many", "33");
+    menu = commands.presetMenu();
+    EXPECT_TRUE(!menu[6].ticked && menu[7].ticked && menu[7].subMenu[0].ticked);
+    standOn("Many", "01");
     presetFileFor(banks, "Many", "33").deleteFile();
     menu = commands.presetMenu();
     ASSERT_EQ(menu.size(), 6u + 32u);
@@ -143,6 +147,12 @@ TEST_F(PresetListTest, ClicksSelectSearchAndFilter)
     EXPECT_EQ(rig.get(slot::masterVolume), 0.2f);
     commands.clearCategories();
     EXPECT_EQ(rig.get(10), 0.0f);
+
+    commands.clickPreset(0, Modifier::control);
+    EXPECT_EQ(selection(), "0");
+    makePreset("Other", "aa");
+    commands.refreshLists();
+    EXPECT_EQ(selection(), "") << "another preset stands at that position now";
 }
 
 } // namespace quorel::test
