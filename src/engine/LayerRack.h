@@ -12,7 +12,7 @@ namespace quorel
 
 class PluginProcessor;
 
-/** The four layers, and what happens to all of their instruments at once. Message thread, where not stated. */
+/** The four layers, and what happens to all of their instruments at once. Message thread, but as stated. */
 class LayerRack
 {
 public:

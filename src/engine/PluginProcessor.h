@@ -28,9 +28,8 @@
 namespace quorel
 {
 
-/** The instrument as its host sees it, and the meeting point of the parts that it is made of. A write to a
-    parameter goes through `setParameter`, from any thread. Where not stated otherwise, operations are the
-    message thread's. */
+/** The instrument as its host sees it, and the meeting point of its parts. Parameters are written through
+    `setParameter`, from any thread; unless stated otherwise, operations are the message thread's. */
 class PluginProcessor : public InstrumentTraits,
                         public juce::ChangeBroadcaster,
                         public LayerOwner,

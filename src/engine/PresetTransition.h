@@ -11,8 +11,8 @@ namespace quorel
     output fades in.
 
     Three actors share it, each word written by one of them at a time: whoever asks for a preset (message
-    thread), the audio block (the fades) and the processor's 50 ms timer (the countdowns). Fades are counted in
-    blocks, not in time: 501 out, 201 in. Without running blocks a fade never ends, and nothing is loaded. */
+    thread), the audio block (the fades) and the processor's 50 ms timer (the countdowns). Fades are counted
+    in blocks, not in time: 501 out, 201 in. Without blocks a fade never ends, and nothing is loaded. */
 class PresetTransition
 {
 public:

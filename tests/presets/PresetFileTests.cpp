@@ -202,7 +202,7 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
     writePreset(banks.getChildFile("2/empty.qrl"), {}, 0);
     writePreset(banks.getChildFile("2/odd.qrl"), {nan, -3.0f, 1e30f, 1.0f, -0.0f, -nan});
     writePreset(banks.getChildFile("2/-- Select Preset --.qrl"), {value(0b110), 0, 0, 0, 0, 0});
-    writePreset(banks.getChildFile(utf8("2/\xc3\x89T\xc3\x89 \xce\xa3\xce\x9f \xd0\x9f\xd0\x90\xd0\x94.qrl")),
+    writePreset(banks.getChildFile(utf8("2/\xc3\x89T\xc3\x89 \xce\xa3\xce\x9f \xd0\x9f\xd0\x81\xd0\x94.qrl")),
                 {});
 
     PresetIndex index;
@@ -218,7 +218,7 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
     EXPECT_EQ(found("bass", 1), "short bass");
     EXPECT_EQ(found("nothing"), "");
     EXPECT_EQ(index.findText({}).size(), 6u) << "the placeholder is no preset";
-    EXPECT_EQ(index.findText(utf8("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd0\xb0\xd0\xb4")).size(), 1u);
+    EXPECT_EQ(index.findText(utf8("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd1\x91\xd0\xb4")).size(), 1u);
 
     const auto filtered = [&](std::initializer_list<const char*> words)
     {
