@@ -51,8 +51,7 @@ void countSamples(benchmark::State& state)
 }
 
 /** A first parameter below 0 is set as the others are. Plays `count` slots of one type, block by block in
- * turn, as the four effect blocks of the instrument run.
- */
+    turn, as the four effect blocks of the instrument run. */
 void playSlots(benchmark::State& state, int type, Setting setting, std::size_t count, float firstParameter)
 {
     std::vector<std::unique_ptr<FxSlot>> slots;

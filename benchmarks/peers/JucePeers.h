@@ -10,6 +10,6 @@ namespace quorel::peers
 {
 /** JUCE's own effects: "Reverb", "Chorus", "Chorus as flanger", "Phaser", "Compressor", "NoiseGate",
     "LadderFilter", "LadderFilter pair", "StateVariableTPTFilter", "IIR peaks" (three). Null for any other
-   name. */
+    name. */
 std::unique_ptr<Candidate> makeJucePeer(const std::string& name, int blockLength);
 } // namespace quorel::peers

@@ -18,7 +18,7 @@ struct LV2Setup
 };
 
 /** Loads installed LV2 plug-ins, without their windows. Gives them URIDs, options, a bounded block length,
-   and a worker that works at once. One thread; must outlive the candidates it makes. */
+    and a worker that works at once. One thread; must outlive the candidates it makes. */
 class LV2Host
 {
 public:
@@ -26,7 +26,7 @@ public:
     ~LV2Host();
 
     /** A running plug-in; one with a single channel runs twice, side by side. Null, with the reason in
-       `problem`, if it isn't installed or can't run. */
+        `problem`, if it isn't installed or can't run. */
     std::unique_ptr<Candidate> load(const LV2Setup& setup, int blockLength, std::string& problem);
 
     struct Impl;

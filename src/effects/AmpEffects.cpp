@@ -68,8 +68,8 @@ void ampSums(const float* row, const float* left, const float* right, float* out
 }
 
 /** The history is walked the wrong way round: tap 0 meets the newest sample, tap k the one 64 - k samples
-   old. That is the sound. Each output adds in the order of the taps; writes up to three samples past the end.
- */
+    old. That is the sound. Each output adds in the order of the taps; writes up to three samples past the
+    end. */
 void ampImpulse(const float* row, const AmpInput& left, const AmpInput& right, float* outL, float* outR,
                 int num)
 {
@@ -109,7 +109,7 @@ const CabinetWeights cabinetWeights[8] = {CabinetWeights(0), CabinetWeights(1), 
                                           CabinetWeights(6), CabinetWeights(7)};
 
 /** The 32 taps of a cabinet over a chunk. Its ring is laid out in a line first, newest sample first, left and
-   right in turn, so that nothing wraps and two taps come at a time. */
+    right in turn, so that nothing wraps and two taps come at a time. */
 class CabinetFilter
 {
 public:
@@ -131,7 +131,7 @@ public:
     }
 
     /** Adds in the order of the taps. As the second of them has the latest output, each sample waits for the
-       whole sum of the one before. */
+        whole sum of the one before. */
     [[gnu::always_inline]] FloatPair tick(int t, float x, float y)
     {
         float* in = inputs + 2 * (fxChunk - 1 - t);
@@ -182,7 +182,7 @@ private:
 };
 
 /** Bass and treble of a block. source(t) gives sample t, which may come from left and right; pick() takes of
-   the second filter what "Treble" works on. */
+    the second filter what "Treble" works on. */
 template <typename Source, typename Pick>
 void runToneStack(SvfBanks& banks, float bass, float treble, float boost, Source source, Pick pick,
                   float* left, float* right, int num)

@@ -29,8 +29,7 @@ inline int truncateTo(float x, int low, int high)
     return x >= static_cast<float>(high) ? high : static_cast<int>(x);
 }
 
-/** Entry of a discrete parameter: `span` is the entry count less a hundredth, so that p = 1 is the last one.
- */
+/** Entry of a discrete parameter: `span` is the entry count less a hundredth, so that p = 1 is the last one. */
 inline int discreteChoice(float p, float span)
 {
     return static_cast<int>(p * span);

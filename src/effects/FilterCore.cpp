@@ -233,7 +233,7 @@ struct Signal
 };
 
 /** Runs a body, which makes an output pair of an input pair, between the input and the gain stage; load()
-   takes over each step's coefficients. */
+    takes over each step's coefficients. */
 template <typename Load, typename Body>
 [[gnu::always_inline]] inline void run(FilterCore& core, const Signal& s, Load load, Body body)
 {

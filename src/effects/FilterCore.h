@@ -71,7 +71,7 @@ struct FilterComb
 };
 
 /** A stereo filter of 29 types, from one-pole to ladder, comb, vowel and ring. States hold left and right in
-   their first two lanes. Audio thread only. */
+    their first two lanes. Audio thread only. */
 struct FilterCore : FilterCoefficients
 {
     float sampleRate = 44100.0f, invSampleRate = 1.0f / 44100.0f;
@@ -119,12 +119,12 @@ void filterInit(FilterCore& core, float sampleRate);
 void filterReset(FilterCore& core);
 
 /** Moves the cutoff a step of a hundredth; every 4 samples. If that or anything else has changed, works out
-   the type's coefficients and returns true. They don't go into the core, where the caller puts the last of a
-   block. */
+    the type's coefficients and returns true. They don't go into the core, where the caller puts the last of a
+    block. */
 bool filterCoefficients(FilterCore& core, FilterCoefficients& coefficients);
 
 /** Adds the filtered input, as many samples as the steps have together, to accL and accR. The type is the
-   same in all steps. */
+    same in all steps. */
 void filterProcess(FilterCore& core, const float* inL, const float* inR, float* accL, float* accR,
                    float preGain, float postGain, const FilterStep* steps, int numSteps);
 } // namespace quorel

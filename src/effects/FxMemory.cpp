@@ -2,15 +2,36 @@
 #include "effects/FxMemory.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <type_traits>
 
 namespace quorel
 {
-FxMemory::FxMemory()
-    : lines(static_cast<FxLines*>(takeEmptyPages(sizeof(FxLines))))
+namespace
+{
+void* takeFromHeap(std::size_t bytes)
+{
+    void* memory = std::calloc(1, bytes);
+    if (memory == nullptr)
+        throw std::bad_alloc();
+
+    return memory;
+}
+
+void giveBackToHeap(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+} // namespace
+
+const FxPages heapPages = {takeFromHeap, giveBackToHeap};
+
+void FxMemory::take(const FxPages& pages)
 {
     static_assert(std::is_trivial_v<FxLines>, "all bytes zero must be an empty line");
+    lines = {static_cast<FxLines*>(pages.take(sizeof(FxLines))), GiveBack{&pages}};
 }
 
 void FxMemory::clearLineStarts()

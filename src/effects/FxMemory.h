@@ -2,7 +2,6 @@
 #pragma once
 
 #include "effects/EffectConstants.h"
-#include "effects/EmptyPages.h"
 #include "effects/FilterCore.h"
 #include "effects/ReverbUnit.h"
 #include "effects/TapeLine.h"
@@ -12,6 +11,17 @@
 
 namespace quorel
 {
+/** Where a slot takes its memory, and gives it back with the same number of bytes. What is taken is all zero; best is
+    memory that isn't resident before it is used. `take` throws std::bad_alloc. */
+struct FxPages
+{
+    void* (*take)(std::size_t bytes);
+    void (*giveBack)(void* pages, std::size_t bytes) noexcept;
+};
+
+/** The heap. What it has in use again it has to clear, which makes it resident. */
+extern const FxPages heapPages;
+
 /** The cross-coupled combs' inputs and outputs. */
 struct CombLines
 {
@@ -62,14 +72,14 @@ struct FxMemoryUse
     std::size_t shared = 0; ///< bytes at the start of the shared part
 };
 
-/** A slot's lines, some 9 MB of address space. They are taken empty from the system when the slot is made and
-    not written to before a type plays: pages that no type has used cost no memory. To keep it so, a line is
-    cleared only if something has been written to it since it was last cleared. */
+/** A slot's lines, some 9 MB of address space. They are taken empty when the slot is made, and nothing is written to
+    before a type plays: pages that no type has used cost no memory. For that, a line is cleared only if something
+    has been written to it since it was cleared last. */
 class FxMemory
 {
 public:
-    /** Throws std::bad_alloc. */
-    FxMemory();
+    /** Once, before anything else. `pages` outlives this. */
+    void take(const FxPages& pages);
 
     FxLines* operator->() const { return lines.get(); }
 
@@ -90,12 +100,14 @@ public:
     void clearShared(std::size_t bytes);
 
 private:
-    struct Free
+    struct GiveBack
     {
-        void operator()(FxLines* p) const { returnPages(p, sizeof(FxLines)); }
+        const FxPages* pages = nullptr;
+
+        void operator()(FxLines* lines) const { pages->giveBack(lines, sizeof(FxLines)); }
     };
 
-    std::unique_ptr<FxLines, Free> lines;
+    std::unique_ptr<FxLines, GiveBack> lines;
     bool lineStartsWritten = false, modLinesWritten = false;
     std::size_t sharedWritten = 0; ///< what lies behind is still empty
 };

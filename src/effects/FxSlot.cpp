@@ -125,8 +125,9 @@ void processChunk(FxSlot& slot, float* left, float* right, int num)
 }
 } // namespace
 
-void fxConstruct(FxSlot& slot)
+void fxConstruct(FxSlot& slot, const FxPages& pages)
 {
+    slot.memory.take(pages);
     slot.sines = &sineTables();
     slot.tape.reel = &slot.memory->shared.tape;
     slot.filterCore.comb = &slot.memory->filterComb;

@@ -75,7 +75,7 @@ struct FxSlot : FxContext, FxStates
 };
 
 /** Joins a new slot's parts and puts them at rest; once, before anything else. */
-void fxConstruct(FxSlot& slot);
+void fxConstruct(FxSlot& slot, const FxPages& pages = heapPages);
 
 /** Clears what the slot's type reads and puts all settings at rest; after a change of type (which the caller
     stores first) or rate, and on preset load. A rate that is no number above 0 is taken as 44100 Hz. */

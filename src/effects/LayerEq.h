@@ -22,7 +22,7 @@ struct EqLadder
 };
 
 /** Equaliser of a layer or of the master: three peaking bands, then a low-pass and a high-pass, all run twice
-   a sample with the input held. Setters and processing belong to the audio thread. */
+    a sample with the input held. Setters and processing belong to the audio thread. */
 struct LayerEq
 {
     float sampleRate = 44100.0f;
@@ -61,7 +61,7 @@ void eqInit(LayerEq& eq, float sampleRate);
 void eqSetSampleRate(LayerEq& eq, float sampleRate);
 
 /** Sets band 0 to 2 from parameters of 0 to 1: gain -20 to 20 dB, 20 Hz to 20480 Hz (at most 0.6 of the
-   rate), Q from 16 down to 1/64. Does nothing while the unit is off. */
+    rate), Q from 16 down to 1/64. Does nothing while the unit is off. */
 void eqSetBand(LayerEq& eq, int band, bool on, float pGain, float pFreq, float pQ);
 
 /** Sets both filters; the frequencies are parameters of 0 to 1 for 20 Hz to 20480 Hz. */

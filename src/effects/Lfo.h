@@ -26,8 +26,7 @@ inline std::uint32_t lfoAdvance(std::uint32_t phase, std::uint32_t increment)
     return (phase + increment) & lfoPhaseMask;
 }
 
-/** Value of an LFO, -1 to 1. wave: 0 sine, 1 triangle, 2 saw up, 3 saw down, 4 square; u: phase, 0 to 65535.
- */
+/** Value of an LFO, -1 to 1. wave: 0 sine, 1 triangle, 2 saw up, 3 saw down, 4 square; u: phase, 0 to 65535. */
 float lfoWave(int wave, std::uint32_t u);
 
 /** 24-bit increment a sample for 0.0067 to 6.875 Hz, p 0 to 1. */

@@ -7,7 +7,7 @@
 namespace quorel
 {
 /** Four floats that are calculated side by side; most often left and right in the first two lanes. Each lane
-   rounds as a plain float does. */
+    rounds as a plain float does. */
 using Quad = float __attribute__((vector_size(16)));
 using QuadIndex = int __attribute__((vector_size(16)));
 
@@ -103,8 +103,7 @@ inline Pair magnitude(Pair x)
     return _mm_andnot_pd(pairOf(-0.0), x);
 }
 
-/** True if neither is further than its limit from 0. The compiler would take a comparison of doubles apart.
- */
+/** True if neither is further than its limit from 0. The compiler would take a comparison of doubles apart. */
 inline bool bothWithin(Pair a, double limitA, Pair b, double limitB)
 {
     const __m128d within =

@@ -6,9 +6,9 @@
 namespace quorel
 {
 /** Functions of the effects' inner loops, the same on every system. Sine, cosine and arctangent follow the
-   float functions of the GNU C library (polynomials of Arm's Optimized Routines, MIT licence, and of Sun's
-   fdlibm), whose results they give to the last bit for arguments up to 120, but for a rare last bit where
-   that library uses fused operations. */
+    float functions of the GNU C library (polynomials of Arm's Optimized Routines, MIT licence, and of Sun's
+    fdlibm), whose results they give to the last bit for arguments up to 120, but for a rare last bit where
+    that library uses fused operations. */
 
 /** Adding and taking away this rounds to a whole number, which is left in the lowest bits on the way. */
 inline constexpr double roundingOffset = 6755399441055744.0;

@@ -112,7 +112,7 @@ template <bool crossesOver>
 }
 
 /** All combs, four samples at a time. The groups follow each other within a step, so that they overlap: each
-   waits for its own states alone. */
+    waits for its own states alone. */
 void runFours(CombBank& bank, CombRun& run, const float* l, const float* r, float* sumL, float* sumR, int num)
 {
     Quad state[combCount / 4];
@@ -168,7 +168,7 @@ void runRest(CombBank& bank, CombRun& run, const float* l, const float* r, float
 }
 
 /** At most as many samples as the shortest comb is long, so that no tap reads what the same run writes. A
-   comb nearly as long as its ring does read cells of the same run, but always ahead of the writing. */
+    comb nearly as long as its ring does read cells of the same run, but always ahead of the writing. */
 void runCombs(CombBank& bank, float* cells, const float* l, const float* r, float* sumL, float* sumR, int num)
 {
     CombRun run;

@@ -38,7 +38,7 @@ struct SvfSetting
 };
 
 /** Bank A's settings over a block of at most fxChunk samples: control(t) sets the bank anew wherever the
-   count of sample t is a multiple of `step`, a power of two. */
+    count of sample t is a multiple of `step`, a power of two. */
 template <typename Control>
 void svfSettings(const SvfBanks& svf, std::uint32_t sampleCount, std::uint32_t step, SvfSetting* settings,
                  int num, Control control)
@@ -73,7 +73,7 @@ public:
     /** One tick of both channels, with frequency and damping as setSvf() makes them.
 
         The guards against denormal numbers are added to whichever operand is ready first: that keeps them off
-       the path from one sample to the next, and as they are 1e-15 a sum can only differ in its last bit. */
+        the path from one sample to the next, and as they are 1e-15 a sum can only differ in its last bit. */
     [[gnu::always_inline]] void tick(Pair x, Pair f, Pair q)
     {
         // Past a band state of 44.7 the cubic term gives back more than it takes.
@@ -96,7 +96,7 @@ public:
     }
 
     /** The outputs as they are used: low-pass and high-pass with a gain of the square root of 2, band-pass
-       with 2. */
+        with 2. */
     FloatPair lowPass() const { return output(low, static_cast<double>(1.4142135f)); }
 
     FloatPair bandPass() const { return output(band, 2.0); }
@@ -124,8 +124,8 @@ private:
 void svfLowPass(SvfState& state, const SvfSetting* settings, float* left, float* right, int num);
 
 /** Runs both banks one after the other over a block: source(t) gives sample t, between(it, low) makes the
-   input of bank B of it, after(that, high) the output. Bank B works on the sample before, so that the two
-   don't wait for each other. The source may be left and right. */
+    input of bank B of it, after(that, high) the output. Bank B works on the sample before, so that the two
+    don't wait for each other. The source may be left and right. */
 template <typename Source, typename Between, typename After>
 void svfSeries(SvfBanks& banks, float* left, float* right, int num, Source source, Between between,
                After after)

@@ -2,12 +2,15 @@
 #include "engine/AudioGraph.h"
 
 #include "hosting/VirtualInstrument.h"
+#include "platform/PlatformSeam.h"
 
 namespace quorel
 {
 
 namespace
 {
+constexpr FxPages emptyPages = {takeEmptyPages, returnEmptyPages};
+
 constexpr size_t cell(int i) noexcept
 {
     return static_cast<size_t>(i);
@@ -27,7 +30,7 @@ AudioGraph::AudioGraph(const ParameterAccess& parameterTable, const MixGains& mi
     , eqSettings(settings)
 {
     for (auto& block : fxBlocks)
-        fxConstruct(block);
+        fxConstruct(block, emptyPages);
 
     initialise(rate);
 }

@@ -15,8 +15,7 @@ class OriginalComparison
 public:
     explicit OriginalComparison(PluginProcessor& processor);
 
-    /** A preset was loaded or put in its place: these bytes are the original, and there is no edited sound.
-     */
+    /** A preset was loaded or put in its place: these bytes are the original, and there is no edited sound. */
     void presetLoaded(const juce::MemoryBlock& bytes);
     /** The sound was saved: these bytes are the original. */
     void presetSaved(const juce::MemoryBlock& bytes);

@@ -17,8 +17,8 @@
 namespace quorel
 {
 
-/** One layer's slot for a hosted instrument. Four live as long as the processor, with or without a plug-in
-    in them.
+/** One layer's slot for a hosted instrument. Four live as long as the processor, with or without a plug-in in
+    them.
 
     Loading and unloading happen on the message thread alone; requests that have to wait count 50 ms ticks.
     `loading` and `unloadPending` keep the audio thread out while an instrument comes or goes, and

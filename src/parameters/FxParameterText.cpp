@@ -194,8 +194,7 @@ juce::String ruleText(const FxTextRule& rule, float v, const FxParameterValues& 
     return "-";
 }
 
-/** Neither streams nor printf: both take the decimal point from a locale that the host may set at any time.
- */
+/** Neither streams nor printf: both take the decimal point from a locale that the host may set at any time. */
 juce::String numberText(double value, std::chars_format format, int precision)
 {
     // Enough for every finite double in fixed notation.

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PlatformSeam.h"
 
+#include <cstdlib>
+#include <new>
+
 #if JUCE_WINDOWS
 #include <io.h>
 #else
-#include <cstdlib>
 #include <filesystem>
+#include <sys/mman.h>
 #include <unistd.h>
 #endif
 
@@ -175,6 +178,43 @@ bool moveToTrash(const juce::File& file)
 
     record.deleteFile();
     return false;
+}
+
+#endif
+
+#if JUCE_WINDOWS
+
+// Large blocks of this heap come from the system one by one.
+void* takeEmptyPages(std::size_t bytes)
+{
+    void* pages = std::calloc(1, bytes);
+
+    if (pages == nullptr)
+        throw std::bad_alloc();
+
+    return pages;
+}
+
+void returnEmptyPages(void* pages, std::size_t) noexcept
+{
+    std::free(pages);
+}
+
+#else
+
+void* takeEmptyPages(std::size_t bytes)
+{
+    void* pages = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+
+    if (pages == MAP_FAILED)
+        throw std::bad_alloc();
+
+    return pages;
+}
+
+void returnEmptyPages(void* pages, std::size_t bytes) noexcept
+{
+    munmap(pages, bytes);
 }
 
 #endif

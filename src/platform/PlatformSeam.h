@@ -46,6 +46,14 @@ juce::String pluginFileEnding();
     nothing has happened, where there is no trash or it can't take it. */
 bool moveToTrash(const juce::File& file);
 
+/** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at
+    hand may be in use again, so that calloc would have to write it. Throws std::bad_alloc. Not on the audio
+    thread. */
+void* takeEmptyPages(std::size_t bytes);
+
+/** Gives back what `takeEmptyPages` has returned for as many bytes. */
+void returnEmptyPages(void* pages, std::size_t bytes) noexcept;
+
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
 

@@ -52,8 +52,7 @@ struct StateChunk
     /** Declared sizes, by layer; 0 for a layer that stores nothing. */
     std::array<int, maxLayers> layerSizes{};
     std::vector<float> parameters;
-    /** The hosted states' bytes, by layer; empty for a layer that stores nothing or whose bytes are cut off.
-     */
+    /** The hosted states' bytes, by layer; empty for a layer that stores nothing or whose bytes are cut off. */
     std::array<juce::MemoryBlock, maxLayers> hostedStates;
 };
 

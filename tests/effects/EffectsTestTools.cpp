@@ -4,14 +4,43 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <new>
 #include <random>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+#endif
 
 namespace quorel::test
 {
+namespace
+{
+#if defined(__linux__)
+void* takePages(std::size_t bytes)
+{
+    void* pages = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pages == MAP_FAILED)
+        throw std::bad_alloc();
+
+    return pages;
+}
+
+void returnPages(void* pages, std::size_t bytes) noexcept
+{
+    munmap(pages, bytes);
+}
+
+/** Straight from the system, as the engine takes them, so that tests see what a slot touches. */
+constexpr FxPages emptyPages = {takePages, returnPages};
+#else
+const FxPages& emptyPages = heapPages;
+#endif
+} // namespace
+
 std::unique_ptr<FxSlot> makeSlot(int type, float sampleRate)
 {
     auto slot = std::make_unique<FxSlot>();
-    fxConstruct(*slot);
+    fxConstruct(*slot, emptyPages);
     slot->type = type;
     fxInit(*slot, sampleRate);
     fxSetMix(*slot, 0.75f, 1.0f, 0.5f);

@@ -30,8 +30,7 @@ Stereo sine(int length, double hz, double sampleRate, float amplitude = 1.0f);
 Stereo noise(int length, float amplitude = 1.0f, unsigned seed = 1);
 Stereo square(int length, int period, float amplitude = 1.0f);
 
-/** Component of x from sample `from` on at the given frequency, as a complex amplitude (1 for a unit cosine).
- */
+/** Component of x from sample `from` on at the given frequency, as a complex amplitude (1 for a unit cosine). */
 std::complex<double> component(const std::vector<float>& x, std::size_t from, double hz, double sampleRate);
 
 double peak(const std::vector<float>& x, std::size_t from = 0);

@@ -48,7 +48,7 @@ int sweepRounds()
 } // namespace
 
 /** All types at random settings, driven with full-scale square waves and then with what no instrument should
-   send. QUOREL_SWEEP_ROUNDS makes it go on for longer. */
+    send. QUOREL_SWEEP_ROUNDS makes it go on for longer. */
 class EffectSweep : public testing::TestWithParam<int>
 {
 };

@@ -18,7 +18,7 @@ using Complex = std::complex<double>;
 constexpr double pi = 3.14159265358979324;
 
 /** Response at angle w (of one sample) of a filter H that runs twice on each held input, the outputs
-   averaged: the held signal has its image at w / 2 + pi. */
+    averaged: the held signal has its image at w / 2 + pi. */
 Complex heldTwice(double w, const std::function<Complex(Complex)>& response)
 {
     const double c = std::cos(w / 4.0), s = std::sin(w / 4.0);

@@ -31,7 +31,7 @@ void paint(const Canvas& canvas)
 }
 
 /** Frames `first` to `first` + `count` - 1, one under the other or side by side, at `scale` pixels to a
-   layout pixel. */
+    layout pixel. */
 juce::Image draw(const ImageListing& listing, int first, int count, int scale, bool sideBySide)
 {
     const int width = listing.width * scale;

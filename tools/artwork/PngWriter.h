@@ -7,7 +7,7 @@ namespace quorel::artwork
 {
 
 /** An ARGB image as a small PNG file: 8 bits a channel, without alpha where all pixels are opaque, with a
-   palette where 256 colours do. */
+    palette where 256 colours do. */
 juce::MemoryBlock pngOf(const juce::Image& image);
 
 } // namespace quorel::artwork

@@ -53,7 +53,7 @@ int renameTo(const PresetCollection& collection, const juce::String& preset, con
              bool replace);
 
 /** Each of `what` is a folder, "Folder/Name" or a file; none of them stands for everything. With `strict`
-   notes count as errors. */
+    notes count as errors. */
 int verifyPresets(const PresetCollection& collection, const juce::StringArray& what, bool strict);
 
 int exportTo(const PresetCollection& collection, const juce::String& folder, const juce::File& archive,

@@ -46,7 +46,7 @@ struct EntryName
 };
 
 /** Reads the name of an entry: a preset, or something to pass over, or a failure where the name could lead
-   anywhere but into one folder. */
+    anywhere but into one folder. */
 juce::Result readEntryName(const juce::ZipFile::ZipEntry& entry, std::optional<EntryName>& name)
 {
     name.reset();

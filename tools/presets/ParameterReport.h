@@ -27,7 +27,7 @@ struct ParameterRow
 };
 
 /** Rows of all parameters, or without `all` of those off their defaults; then the names of preset, folder and
-   instruments and the categories, which have lines of their own, are left out too. Message thread. */
+    instruments and the categories, which have lines of their own, are left out too. Message thread. */
 std::vector<ParameterRow> parameterRows(const StateChunk& chunk, bool all);
 
 /** Words of the categories that a preset has. */

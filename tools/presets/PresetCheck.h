@@ -43,7 +43,7 @@ juce::String instrumentOfLayer(const StateChunk& chunk, int layer);
 juce::String printable(const juce::String& text);
 
 /** Everything that is wrong with a preset file, the worst first. With `isInBanks` the file is looked at as
-   the preset that its path makes it, else for itself. Reads only. */
+    the preset that its path makes it, else for itself. Reads only. */
 std::vector<Finding> checkPreset(const juce::File& file, bool isInBanks,
                                  const InstalledInstruments& installed);
 

@@ -10,12 +10,12 @@ namespace quorel
 {
 
 /** The bytes of one preset file, for reading and for changes in place: whatever isn't changed stays as it is,
-   byte for byte, the hosted instruments' states and anything behind them included. */
+    byte for byte, the hosted instruments' states and anything behind them included. */
 class PresetDocument final : public ParameterAccess
 {
 public:
     /** Takes a preset file's bytes. Fails, naming what is wrong, where they are not a whole preset with all
-       parameters at their usual places. */
+        parameters at their usual places. */
     static juce::Result parse(const juce::MemoryBlock& bytes, PresetDocument& document);
 
     /** Reads and parses a file; the error names it. */

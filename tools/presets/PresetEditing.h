@@ -25,7 +25,7 @@ struct PresetPlace
 juce::Result checkTypedName(const juce::String& name, const char* what);
 
 /** Where a copy or a renamed preset goes: fails for names that can't be, and for a preset that is there
-   already unless it may be replaced or is `source` itself. */
+    already unless it may be replaced or is `source` itself. */
 juce::Result findTarget(const juce::File& banksFolder, const PresetPlace& to, const juce::File& source,
                         bool replace, juce::File& target);
 

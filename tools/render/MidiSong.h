@@ -14,7 +14,7 @@ class MidiSong
 {
 public:
     /** Reads a file of type 0 or 1. `fixedTempo`, in quarter notes a minute and above 0, replaces the file's
-       tempi. An error names the file and what is wrong with it. */
+        tempi. An error names the file and what is wrong with it. */
     static juce::Result read(const juce::File& file, std::optional<double> fixedTempo, MidiSong& song);
 
     /** The same for a file's bytes; errors without a file's name. */
@@ -30,7 +30,7 @@ public:
     };
 
     /** Channel and system messages in playing order; never empty after a successful read. Notes and pedals
-       that the file leaves down are released at the end. */
+        that the file leaves down are released at the end. */
     const std::vector<Event>& events() const noexcept { return eventList; }
 
     const TempoMap& tempoMap() const noexcept { return tempos; }

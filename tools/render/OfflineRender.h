@@ -28,12 +28,12 @@ struct RenderReport
 };
 
 /** Drives a processor as a host does: prepared, told the transport, given blocks of MIDI, with the message
-   loop running in between. Message thread. */
+    loop running in between. Message thread. */
 class OfflineRender
 {
 public:
     /** Prepares the processor. With an `input`, which may be null, that goes into the effects in place of the
-       layers. All arguments outlive this. */
+        layers. All arguments outlive this. */
     OfflineRender(PluginProcessor& processor, const MidiSong& song, SoundInput* input, double rate,
                   int blockSize);
     ~OfflineRender();
@@ -47,7 +47,7 @@ public:
     void settle();
 
     /** Renders the input, or the song without one, and `tailSeconds` after it. `progress` gets 0 to 1 now and
-       then. Fails where `file` takes no more. */
+        then. Fails where `file` takes no more. */
     juce::Result run(SoundFile& file, double tailSeconds, const std::function<void(double)>& progress,
                      RenderReport& report);
 

@@ -31,7 +31,7 @@ struct ParameterChoice
 };
 
 /** Where a sound comes from: a file, or folder and name of a preset in the user's banks folder. At most one
-   of the two is set. */
+    of the two is set. */
 struct PresetChoice
 {
     juce::File file;
@@ -73,11 +73,11 @@ struct RenderOptions
 juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice);
 
 /** Reads a `--param` value: the last "=" parts name and value. A value is a number from 0 to 1, or a quotient
-   such as 60.5/127. */
+    such as 60.5/127. */
 juce::Result parseParameterChoice(const juce::String& text, ParameterChoice& choice);
 
 /** Reads a `--preset` value. What exists as a file, is an absolute path or ends like a preset file is a file;
-   anything else is "Folder/Name". */
+    anything else is "Folder/Name". */
 juce::Result parsePresetChoice(const juce::String& text, PresetChoice& choice);
 
 } // namespace quorel

@@ -8,12 +8,12 @@ namespace quorel
 {
 
 /** A WAV or FLAC file that is written beside its place and moved there when it is whole: a render that fails
-   leaves what was there before. */
+    leaves what was there before. */
 class SoundFile
 {
 public:
     /** `target` ends in .wav or .flac. `bits` is 16 or 24, or 32 for floating point in WAV. Opens the file at
-       once, so that a place that can't be written shows before the work. */
+        once, so that a place that can't be written shows before the work. */
     static juce::Result create(const juce::File& target, double rate, int numChannels, int bits,
                                std::unique_ptr<SoundFile>& file);
 

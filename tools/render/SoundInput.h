@@ -13,12 +13,12 @@ class SoundInput
 {
 public:
     /** WAV, AIFF or FLAC of one or two channels. Another rate than `rate` (Hz) is converted by linear
-       interpolation behind a low-pass: good for listening, not for measuring. The error names the file and
-       what is wrong with it. */
+        interpolation behind a low-pass: good for listening, not for measuring. The error names the file and
+        what is wrong with it. */
     static juce::Result open(const juce::File& file, double rate, std::unique_ptr<SoundInput>& input);
 
     /** Fills the next block, of two channels and at most 65536 samples; one channel becomes both. Silence
-       after the end. */
+        after the end. */
     void read(juce::AudioBuffer<float>& block);
 
     double lengthSeconds() const noexcept { return length; }

@@ -7,7 +7,7 @@ namespace quorel
 {
 
 /** Musical time against clock time: tempo changes and time signatures of a song. All positions are quarter
-   notes or seconds from the song's start, never negative. */
+    notes or seconds from the song's start, never negative. */
 class TempoMap
 {
 public:
@@ -15,13 +15,13 @@ public:
     TempoMap();
 
     /** Tempo from a position on. Positions must not fall; a second tempo at the same place replaces the
-       first. `bpm` above 0. */
+        first. `bpm` above 0. */
     void addTempo(double quarters, double bpm);
     /** The same for a position in seconds. */
     void addTempoAtSeconds(double seconds, double bpm);
 
     /** Signature from a position on, where a bar begins even if the one before is not full. Positions must
-       not fall. Numbers above 0. */
+        not fall. Numbers above 0. */
     void addSignature(double quarters, int numerator, int denominator);
 
     double secondsAt(double quarters) const noexcept;

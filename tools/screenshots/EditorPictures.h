@@ -12,7 +12,7 @@ namespace quorel
 {
 
 /** A processor that plays and its editor, which is shown in no window but can be worked and pictured all the
-   same. Message thread. */
+    same. Message thread. */
 class EditorPictures
 {
 public:
@@ -20,7 +20,7 @@ public:
     ~EditorPictures();
 
     /** Plays a factory preset, or what a new instance does for an empty name. False where there is no such
-       preset or it needs an instrument that isn't here. */
+        preset or it needs an instrument that isn't here. */
     bool loadPreset(const juce::String& folder, const juce::String& preset);
 
     void set(int parameter, float value) { processor.setParameter(parameter, value); }
