@@ -31,7 +31,7 @@ const FxPages heapPages = {takeFromHeap, giveBackToHeap};
 void FxMemory::take(const FxPages& pages)
 {
     static_assert(std::is_trivial_v<FxLines>, "all bytes zero must be an empty line");
-    lines = {static_cast<FxLines*>(pages.take(sizeof(FxLines))), GiveBack{&pages}};
+    lines = {static_cast<FxLines*>(pages.take(sizeof(FxLines))), FxLinesDeleter{&pages}};
 }
 
 void FxMemory::clearLineStarts()

@@ -72,6 +72,13 @@ struct FxMemoryUse
     std::size_t shared = 0; ///< bytes at the start of the shared part
 };
 
+struct FxLinesDeleter
+{
+    const FxPages* pages = nullptr;
+
+    void operator()(FxLines* lines) const { pages->giveBack(lines, sizeof(FxLines)); }
+};
+
 /** A slot's lines, some 9 MB of address space. They are taken empty when the slot is made, and nothing is written to
     before a type plays: pages that no type has used cost no memory. For that, a line is cleared only if something
     has been written to it since it was cleared last. */
@@ -100,14 +107,7 @@ public:
     void clearShared(std::size_t bytes);
 
 private:
-    struct GiveBack
-    {
-        const FxPages* pages = nullptr;
-
-        void operator()(FxLines* lines) const { pages->giveBack(lines, sizeof(FxLines)); }
-    };
-
-    std::unique_ptr<FxLines, GiveBack> lines;
+    std::unique_ptr<FxLines, FxLinesDeleter> lines;
     bool lineStartsWritten = false, modLinesWritten = false;
     std::size_t sharedWritten = 0; ///< what lies behind is still empty
 };
