@@ -42,7 +42,7 @@ std::size_t swungStep(const KappelState& f)
 }
 } // namespace
 
-void autoPanUpdate(SweepState& f, FxContext& c)
+void sweepUpdate(SweepState& f, FxContext& c)
 {
     const float* p = c.param;
     f.wave = discreteChoice(p[0], 4.99f);
@@ -67,15 +67,6 @@ void autoPanProcess(SweepState& state, FxContext&, const float* x, const float* 
     }
 
     state = f;
-}
-
-void tremeloUpdate(SweepState& f, FxContext& c)
-{
-    const float* p = c.param;
-    f.wave = discreteChoice(p[0], 4.99f);
-    f.amount = p[1] * 0.5f;
-    f.smooth = std::exp2(p[2] * -13.0f);
-    f.inc = lfoInc(c, p[3], p[4]);
 }
 
 void tremeloProcess(SweepState& state, FxContext&, const float* x, const float* y, float* wetLeft,

@@ -60,10 +60,9 @@ inline constexpr FxType kappelType{"Kappel", {{
 }}};
 // clang-format on
 
-void autoPanUpdate(SweepState& f, FxContext& c);
+void sweepUpdate(SweepState& f, FxContext& c);
 void autoPanProcess(SweepState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
                     float* wetRight, int num);
-void tremeloUpdate(SweepState& f, FxContext& c);
 void tremeloProcess(SweepState& f, FxContext& c, const float* x, const float* y, float* wetLeft,
                     float* wetRight, int num);
 void kappelUpdate(KappelState& f, FxContext& c);
