@@ -303,7 +303,7 @@ void EditorHeader::openUserGuide()
         guide.startAsProcess();
 }
 
-void EditorHeader::showMenuOf(juce::Button& button, const PresetMenu& content,
+void EditorHeader::showMenuOf(juce::Button& button, const MenuEntries& content,
                               void (PresetCommands::*choose)(int))
 {
     showMenu(popupMenuOf(content), button, *this,

@@ -49,7 +49,7 @@ private:
     void showTempo();
     void tap();
     void openUserGuide();
-    void showMenuOf(juce::Button& button, const PresetMenu& content, void (PresetCommands::*choose)(int));
+    void showMenuOf(juce::Button& button, const MenuEntries& content, void (PresetCommands::*choose)(int));
 
     juce::DrawableButton backPanelButton{"to Back Screen", juce::DrawableButton::ImageStretched};
     myKnob masterVolume;
