@@ -11,7 +11,7 @@ OriginalComparison::OriginalComparison(PluginProcessor& pluginProcessor)
 {
 }
 
-void OriginalComparison::presetLoaded(const juce::MemoryBlock& bytes)
+void OriginalComparison::soundLoaded(const juce::MemoryBlock& bytes)
 {
     originalState.replaceAll(bytes.getData(), bytes.getSize());
     editedState.reset();
@@ -22,11 +22,17 @@ void OriginalComparison::presetSaved(const juce::MemoryBlock& bytes)
     originalState.replaceAll(bytes.getData(), bytes.getSize());
 }
 
+bool OriginalComparison::isOtherSoundAwaited() const
+{
+    return processor.getSoundChange().awaitedReason().value_or(ChangeReason::comparison) !=
+           ChangeReason::comparison;
+}
+
 bool OriginalComparison::showOriginal()
 {
     update();
 
-    if (showingOriginal || processor.getSoundChange().isUnderWay())
+    if (showingOriginal || isOtherSoundAwaited())
         return false;
 
     showingOriginal = true;
@@ -43,7 +49,7 @@ bool OriginalComparison::showEdited()
 {
     update();
 
-    if (!showingOriginal || !processor.getSession().isEdited() || processor.getSoundChange().isUnderWay())
+    if (!showingOriginal || !processor.getSession().isEdited() || isOtherSoundAwaited())
         return false;
 
     showingOriginal = false;

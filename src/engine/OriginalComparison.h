@@ -15,8 +15,8 @@ class OriginalComparison
 public:
     explicit OriginalComparison(PluginProcessor& processor);
 
-    /** A preset was loaded or put in its place: these bytes are the original, and there is no edited sound. */
-    void presetLoaded(const juce::MemoryBlock& bytes);
+    /** A preset was loaded or a project opened: these bytes are the original, and there is no edited sound. */
+    void soundLoaded(const juce::MemoryBlock& bytes);
     /** The sound was saved: these bytes are the original. */
     void presetSaved(const juce::MemoryBlock& bytes);
 
@@ -24,7 +24,7 @@ public:
     bool isShowingOriginal() const noexcept { return showingOriginal; }
 
     /** Keeps the edited sound and brings the original back. False, and nothing happens, while the original is
-        heard or a preset is on its way. */
+        heard or a preset or project is on its way. */
     bool showOriginal();
     /** Brings the edited sound back. False, and nothing happens, unless the original of an edited preset is
         heard. */
@@ -35,6 +35,8 @@ public:
     void update();
 
 private:
+    bool isOtherSoundAwaited() const;
+
     PluginProcessor& processor;
     juce::MemoryBlock originalState;
     juce::MemoryBlock editedState;

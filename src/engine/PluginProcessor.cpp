@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/PluginProcessor.h"
 
-#include "engine/StateRestore.h"
 #include "hosting/HostRate.h"
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterNames.h"
 #include "parameters/ParameterValueEntry.h"
-#include "platform/MessageThread.h"
 #include "presets/PresetFiles.h"
 
 #include <utility>
@@ -28,7 +26,7 @@ PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInter
     session.restoreMark(false);
     juce::MemoryBlock original;
     getStateInformation(original);
-    comparison.presetLoaded(original);
+    comparison.soundLoaded(original);
     presetCommands.refreshIndex();
     startTimer(SoundChange::timerMilliseconds);
 }
@@ -53,9 +51,9 @@ void PluginProcessor::prepareToPlay(double rate, int newBlockSize)
 void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)
 {
     const double start = juce::Time::getMillisecondCounterHiRes();
-    auto& transition = soundChange.getTransition();
+    auto& fade = soundChange.getFade();
 
-    if (!transition.advanceBlock())
+    if (!fade.advanceBlock(buffer.getNumSamples(), preparedSampleRate()))
         return;
 
     buffer.clear();
@@ -63,11 +61,22 @@ void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
     playHead.updateFromHost();
     const auto& layerMidi = midiInput.collect(midi);
     graph->render(buffer, layerMidi, static_cast<float>(playHead.bpm()));
-    buffer.applyGain(gains.masterGain() * transition.gain());
+    applyMasterGain(buffer);
     meter.addPeaks(buffer.getMagnitude(0, 0, buffer.getNumSamples()),
                    buffer.getMagnitude(1, 0, buffer.getNumSamples()));
     midi.clear();
     meter.addBlockTime(juce::Time::getMillisecondCounterHiRes() - start);
+}
+
+void PluginProcessor::applyMasterGain(juce::AudioBuffer<float>& buffer)
+{
+    const auto& fade = soundChange.getFade();
+    const float after = gains.masterGain() * fade.gain();
+
+    if (fade.gainBefore() == fade.gain())
+        buffer.applyGain(after);
+    else
+        buffer.applyGainRamp(0, buffer.getNumSamples(), gains.masterGain() * fade.gainBefore(), after);
 }
 
 void PluginProcessor::timerCallback()
@@ -102,15 +111,13 @@ void PluginProcessor::setPlayHead(juce::AudioPlayHead* hostPlayHead)
 
 void PluginProcessor::getStateInformation(juce::MemoryBlock& destination)
 {
-    runOnMessageThread([&] { saveState(*this, destination); });
+    soundChange.save(destination);
 }
 
 void PluginProcessor::setStateInformation(const void* data, int size)
 {
-    if (skipNextState.exchange(false))
-        return;
-
-    runOnMessageThread([&] { soundChange.restore(data, static_cast<size_t>(juce::jmax(0, size))); });
+    if (!skipNextState.exchange(false))
+        soundChange.restore(data, static_cast<size_t>(juce::jmax(0, size)));
 }
 
 void PluginProcessor::setNames(const juce::String& preset, const juce::String& folder)

@@ -60,10 +60,9 @@ public:
     float getParameter(int index) override;
     void setParameter(int index, float value) override;
     void setPlayHead(juce::AudioPlayHead* hostPlayHead) override;
-    /** Any thread but the audio thread: the work itself is done on the message thread. */
+    /** See `SoundChange::save`: any thread but the audio thread. */
     void getStateInformation(juce::MemoryBlock& destination) override;
-    /** Any thread but the audio thread. Returns when the sound is restored, or at once where a hosted
-        instrument's window has to go away first: the restore then follows 2.5 seconds later. */
+    /** See `SoundChange::restore`: any thread but the audio thread. */
     void setStateInformation(const void* data, int size) override;
 
     //==========================================================================================================
@@ -161,6 +160,7 @@ public:
 private:
     ParameterTextSources textSources();
     void timerCallback() override;
+    void applyMasterGain(juce::AudioBuffer<float>& buffer);
     void parameterOfLayerWritten(int index, float value);
     void dragRangeEnd(int layer, int n, float value);
 

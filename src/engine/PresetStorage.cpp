@@ -60,9 +60,8 @@ bool PresetStorage::createEmpty(const juce::String& name)
     if (!replaceFile(presetFileFor(processor.getPaths().banksFolder, folder, name), bytes))
         return false;
 
-    processor.getLayers().unload();
     processor.setNames(name, folder);
-    processor.resetAllParameters();
+    processor.getSoundChange().makeEmpty();
     save({}, true);
     processor.resetNames();
 

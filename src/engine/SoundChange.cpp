@@ -2,6 +2,7 @@
 #include "engine/SoundChange.h"
 
 #include "engine/PluginProcessor.h"
+#include "parameters/ParameterCodings.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
@@ -11,161 +12,464 @@
 namespace quorel
 {
 
+/** A sound that has been asked for, read and checked. */
+struct WantedSound
+{
+    ChangeReason reason = ChangeReason::project;
+    juce::MemoryBlock bytes;
+    StateChunk chunk;
+};
+
+/** What a host's thread waits for: the message thread has begun, and is through. */
+struct HandOver
+{
+    juce::WaitableEvent begun{true};
+    juce::WaitableEvent done{true};
+};
+
+namespace
+{
+/** Timer ticks, some 2.5 seconds, that an instrument's open window is given to go away. */
+constexpr int windowTicks = 51;
+/** Timer ticks from silence to a preset's load, without and with windows. */
+constexpr int presetTicks = 3;
+constexpr int presetTicksWithWindows = 52;
+/** Timer ticks from a load to the fade-in: one second. */
+constexpr int ticksToSettle = 20;
+
+constexpr double millisecondsToBegin = 500.0;
+constexpr double millisecondsToEnd = 2000.0;
+
+bool isOnMessageThread()
+{
+    const auto* manager = juce::MessageManager::getInstanceWithoutCreating();
+    return manager != nullptr && manager->existsAndIsLockedByCurrentThread();
+}
+
+std::shared_ptr<WantedSound> readSound(const void* data, size_t size, ChangeReason reason)
+{
+    auto sound = std::make_shared<WantedSound>();
+
+    if (readStateChunk(data, size, sound->chunk) != ChunkStatus::valid)
+        return nullptr;
+
+    sound->reason = reason;
+    sound->bytes = juce::MemoryBlock(data, size);
+    return sound;
+}
+
+/** What a save gets before the sound plays: the bytes that were read, but for what a load wouldn't take from
+    them. */
+void writeSound(const WantedSound& sound, const PluginProcessor& processor, juce::MemoryBlock& destination)
+{
+    if (sound.reason == ChangeReason::project)
+    {
+        destination = sound.bytes;
+        return;
+    }
+
+    auto chunk = sound.chunk;
+    chunk.presetName = processor.getPresetName();
+    chunk.folderName = processor.getFolderName();
+
+    for (size_t i = 0; i < chunk.parameters.size(); ++i)
+        if (const int index = static_cast<int>(i); !isRestored(index, sound.reason))
+            chunk.parameters[i] = processor.readParameter(index);
+
+    destination.reset();
+    writeStateChunk(chunk, destination);
+}
+} // namespace
+
 SoundChange::SoundChange(PluginProcessor& pluginProcessor)
     : processor(pluginProcessor)
 {
 }
 
+SoundChange::~SoundChange()
+{
+    cancelPendingUpdate();
+}
+
+//==============================================================================================================
+// Asking for a sound
+
+SoundChange::Wanted SoundChange::readPreset(const juce::String& folder, const juce::String& preset)
+{
+    juce::MemoryBlock bytes;
+    const auto file = findPresetFile(processor.getPaths().banksFolder, folder, preset);
+    std::shared_ptr<WantedSound> sound;
+
+    if (file != juce::File() && readWholeFile(file, bytes))
+        sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::preset);
+
+    if (sound == nullptr)
+    {
+        // "Presert" is what the user has always been shown.
+        processor.userInteraction().alert({}, "Could not load Presert file: " + folder + "/" + preset);
+    }
+
+    return sound;
+}
+
 bool SoundChange::requestPreset(const juce::String& folder, const juce::String& preset)
 {
-    if (!transition.request())
+    const auto sound = readPreset(folder, preset);
+
+    if (sound == nullptr)
         return false;
 
     processor.setNames(preset, folder);
-
-    // The instruments play on until the fade has reached silence; their windows go now, and are given their
-    // time after the fade.
-    if (processor.getLayers().closeWindows())
-        transition.waitForWindows();
-
+    setWanted(sound);
+    setOut();
     return true;
 }
 
 bool SoundChange::loadPresetFile()
 {
-    presetLoadInProgress = true;
-    const auto bindings = processor.getControllerMap().bindings();
-    processor.resetAllParameters();
-    juce::MemoryBlock bytes;
     const auto& session = processor.getSession();
-    const auto file =
-        findPresetFile(processor.getPaths().banksFolder, session.getFolderName(), session.getPresetName());
-    const bool found = file != juce::File() && readWholeFile(file, bytes);
+    const auto sound = readPreset(session.getFolderName(), session.getPresetName());
 
-    if (found)
-    {
-        processor.getOriginalComparison().presetLoaded(bytes);
-        processor.setStateInformation(bytes.getData(), static_cast<int>(bytes.getSize()));
-        processor.getSession().markSaved();
-        processor.getGraph().requestReset();
-    }
-    else
-    {
-        // "Presert" is what the user has always been shown.
-        processor.userInteraction().alert({}, "Could not load Presert file: " + session.getFolderName() +
-                                                  "/" + session.getPresetName());
-    }
-
-    // A preset never changes the MIDI bindings, whatever its file holds.
-    processor.getControllerMap().bind(bindings);
-    presetLoadInProgress = false;
-    return found;
-}
-
-//==============================================================================================================
-// States
-
-void SoundChange::take(const void* data, size_t size, bool forComparison)
-{
-    // Bytes that can't be restored must not cost the user the sound that plays.
-    StateChunk chunk;
-    const auto status = readStateChunk(data, size, chunk);
-
-    if (status == ChunkStatus::foreign)
-        return;
-
-    pendingChunk = juce::MemoryBlock(data, size);
-    pendingIsComparison = forComparison;
-
-    if (status == ChunkStatus::valid && processor.getLayers().requestUnload())
-    {
-        transition.waitForWindows();
-        restoreTicks.store(PresetTransition::windowTicks);
-    }
-    else
-    {
-        restorePending();
-    }
-}
-
-void SoundChange::restorePending()
-{
-    const juce::MemoryBlock chunk = std::move(pendingChunk);
-    pendingChunk.reset();
-
-    if (!std::exchange(pendingIsComparison, false))
-    {
-        restoreSound(chunk);
-        // A project brings names of its own.
-        processor.getPresetCommands().refreshLists();
-        return;
-    }
-
-    auto& session = processor.getSession();
-    const auto preset = session.getPresetName();
-    const auto folder = session.getFolderName();
-    const auto bindings = processor.getControllerMap().bindings();
-    const bool wasEdited = session.isEdited();
-    restoreSound(chunk);
-    session.setNames(preset, folder);
-    processor.getControllerMap().bind(bindings);
-    // Instruments report the values that they are given, as if somebody had turned their knobs.
-    session.restoreMark(wasEdited);
-}
-
-void SoundChange::restoreSound(const juce::MemoryBlock& chunk)
-{
-    if (presetLoadInProgress)
-    {
-        restoreState(processor, chunk.getData(), chunk.getSize(), RestoreReason::preset);
-        return;
-    }
-
-    transition.holdDisplay();
-
-    if (restoreState(processor, chunk.getData(), chunk.getSize(), RestoreReason::state))
-        transition.settle();
-    else
-        transition.releaseDisplay();
-}
-
-//==============================================================================================================
-// The timer: its order is fixed, and a countdown that runs ends the tick
-
-bool SoundChange::tick()
-{
-    using Countdown = PresetTransition::Countdown;
-
-    if (transition.tickLoadDelay() != Countdown::idle)
+    if (sound == nullptr)
         return false;
 
-    if (const auto state = PresetTransition::tick(restoreTicks); state != Countdown::idle)
-    {
-        if (state == Countdown::elapsed)
-            restorePending();
+    const auto before = fade.getState();
+    setWanted(sound);
 
-        return false;
-    }
+    // From within a load that runs, that one goes on to this sound.
+    if (before == ChangeState::loading)
+        return true;
 
-    if (transition.tickSettling())
-    {
-        processor.requestEditorRefresh();
-        processor.updateHostDisplay();
-    }
+    loadWanted();
 
-    if (transition.takeLoad())
-        loadRequestedPreset();
+    if (before == ChangeState::idle)
+        fade.move(ChangeState::loading, ChangeState::idle);
+    else
+        settle();
 
     return true;
 }
 
-void SoundChange::loadRequestedPreset()
+void SoundChange::restore(const void* data, size_t size)
 {
+    // Some hosts hand over nothing where they have nothing.
+    if (data == nullptr || size == 0)
+        return;
+
+    const auto sound = readSound(data, size, ChangeReason::project);
+
+    if (sound == nullptr)
+    {
+        StateChunk chunk;
+        complain(readStateChunk(data, size, chunk) == ChunkStatus::tooShort
+                     ? "restoring chunk too short"
+                     : "The project's sound can't be read. The present sound stays.");
+        return;
+    }
+
+    if (isOnMessageThread())
+    {
+        setWanted(sound);
+        setOut();
+        return;
+    }
+
+    const auto waiting = std::make_shared<HandOver>();
+    setWanted(sound, waiting);
+    triggerAsyncUpdate();
+
+    if (waiting->begun.wait(millisecondsToBegin))
+        waiting->done.wait(millisecondsToEnd);
+}
+
+void SoundChange::restoreForComparison(const juce::MemoryBlock& bytes)
+{
+    if (const auto sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::comparison))
+    {
+        setWanted(sound);
+        setOut();
+    }
+}
+
+void SoundChange::complain(const juce::String& text)
+{
+    if (isOnMessageThread())
+    {
+        processor.userInteraction().alert({}, text);
+        return;
+    }
+
+    {
+        const juce::ScopedLock scopedLock(lock);
+        complaint = text;
+    }
+
+    triggerAsyncUpdate();
+}
+
+void SoundChange::handleAsyncUpdate()
+{
+    std::shared_ptr<HandOver> waiting;
+    juce::String text;
+    {
+        const juce::ScopedLock scopedLock(lock);
+        waiting = std::exchange(handOver, nullptr);
+        text = std::exchange(complaint, {});
+    }
+
+    if (text.isNotEmpty())
+        complain(text);
+
+    if (waiting == nullptr)
+        return;
+
+    waiting->begun.signal();
+    setOut();
+    waiting->done.signal();
+}
+
+void SoundChange::setWanted(const Wanted& sound, std::shared_ptr<HandOver> byOtherThread)
+{
+    std::shared_ptr<HandOver> overtaken;
+    {
+        const juce::ScopedLock scopedLock(lock);
+        wanted = sound;
+        overtaken = std::exchange(handOver, std::move(byOtherThread));
+        ++changes;
+    }
+
+    if (overtaken != nullptr)
+    {
+        overtaken->begun.signal();
+        overtaken->done.signal();
+    }
+}
+
+void SoundChange::setOut()
+{
+    const auto sound = getWanted();
+
+    // A load that runs, and lets in whoever asks, goes on to the newest sound by itself.
+    if (sound == nullptr || fade.getState() == ChangeState::loading)
+        return;
+
+    if (sound->reason == ChangeReason::preset)
+        setOutToPreset();
+    else
+        setOutToState();
+}
+
+void SoundChange::setOutToPreset()
+{
+    // The instruments play on until the fade has reached silence; their windows go now, and are given their
+    // time after the fade.
+    const bool windowsWereOpen = processor.getLayers().closeWindows();
+    const int ticksLeft = fade.getState() == ChangeState::waiting ? waitTicks : 0;
+    waitTicks = juce::jmax(ticksLeft, windowsWereOpen ? presetTicksWithWindows : presetTicks);
+
+    if (fade.getState() != ChangeState::waiting || fade.gain() > 0.0f)
+        fade.enter(ChangeState::fadingOut);
+}
+
+void SoundChange::setOutToState()
+{
+    const int ticksLeft = fade.getState() == ChangeState::waiting ? waitTicks : 0;
+
+    if (processor.getLayers().requestUnload())
+        waitTicks = windowTicks;
+    else if (ticksLeft <= presetTicks)
+        return loadAndSettle();
+    else
+        waitTicks = ticksLeft;
+
+    fade.enter(ChangeState::waiting);
+}
+
+void SoundChange::makeEmpty()
+{
+    setWanted(nullptr);
     processor.getLayers().unload();
-    loadPresetFile();
+    processor.resetAllParameters();
+
+    if (isUnderWay() && fade.getState() != ChangeState::loading)
+    {
+        fade.enter(ChangeState::loading);
+        settle();
+    }
+}
+
+//==============================================================================================================
+// Saving
+
+SoundChange::Wanted SoundChange::getWanted() const
+{
+    const juce::ScopedLock scopedLock(lock);
+    return wanted;
+}
+
+std::optional<ChangeReason> SoundChange::awaitedReason() const
+{
+    const auto sound = getWanted();
+    return sound != nullptr ? std::optional(sound->reason) : std::nullopt;
+}
+
+void SoundChange::save(juce::MemoryBlock& destination)
+{
+    for (;;)
+    {
+        unsigned int changesBefore = 0;
+        Wanted sound;
+        {
+            const juce::ScopedLock scopedLock(lock);
+            changesBefore = changes;
+            sound = wanted;
+        }
+
+        if (sound != nullptr)
+            return writeSound(*sound, processor, destination);
+
+        saveState(processor, destination);
+
+        // A change that has begun meanwhile, or has even ended, may have had its hand in what was read.
+        const juce::ScopedLock scopedLock(lock);
+
+        if (changes == changesBefore)
+            return;
+    }
+}
+
+//==============================================================================================================
+// Loading
+
+void SoundChange::loadWanted()
+{
+    fade.enter(ChangeState::loading);
+
+    for (auto sound = getWanted(); sound != nullptr; sound = getWanted())
+    {
+        apply(*sound);
+
+        if (finish(sound))
+            break;
+    }
+
     processor.getPresetCommands().refreshLists();
-    processor.getEditorRequests().bringPageBack();
-    transition.loadDone();
+}
+
+bool SoundChange::finish(const Wanted& loaded)
+{
+    std::shared_ptr<HandOver> waiting;
+    {
+        const juce::ScopedLock scopedLock(lock);
+
+        if (wanted != loaded)
+            return false;
+
+        wanted = nullptr;
+        waiting = std::exchange(handOver, nullptr);
+        ++changes;
+    }
+
+    // Asked for by a host's thread, and loaded before its message came.
+    if (waiting != nullptr)
+    {
+        waiting->begun.signal();
+        waiting->done.signal();
+    }
+
+    return true;
+}
+
+void SoundChange::apply(const WantedSound& sound)
+{
+    auto& session = processor.getSession();
+    const bool wasEdited = session.isEdited();
+    processor.getLayers().unload();
+
+    if (sound.reason == ChangeReason::preset)
+        processor.resetAllParameters();
+
+    // A preset's names are the session's since it was asked for.
+    if (sound.reason == ChangeReason::project)
+        session.setNames(sound.chunk.presetName, sound.chunk.folderName);
+
+    if (sound.reason != ChangeReason::comparison)
+        processor.getOriginalComparison().soundLoaded(sound.bytes);
+
+    restoreState(processor, sound.chunk, sound.reason);
+
+    if (sound.reason == ChangeReason::preset)
+        processor.getGraph().requestReset();
+
+    // Instruments report the values that they are given, as if somebody had turned their knobs.
+    session.restoreMark(sound.reason == ChangeReason::comparison && wasEdited);
+
+    if (sound.reason == ChangeReason::preset)
+        processor.getEditorRequests().bringPageBack();
+}
+
+void SoundChange::loadAndSettle()
+{
+    loadWanted();
+    settle();
+}
+
+void SoundChange::settle()
+{
+    settleTicks = ticksToSettle;
+    fade.enter(ChangeState::settling);
+}
+
+//==============================================================================================================
+// The timer
+
+bool SoundChange::holdsDisplay() const noexcept
+{
+    const auto state = fade.getState();
+    return state != ChangeState::idle && state != ChangeState::fadingIn;
+}
+
+bool SoundChange::tick()
+{
+    fade.countTick();
+
+    switch (fade.getState())
+    {
+    case ChangeState::idle:
+    case ChangeState::loading:
+        return true;
+
+    case ChangeState::fadingOut:
+        if (fade.areBlocksRunning())
+            return true;
+
+        fade.move(ChangeState::fadingOut, ChangeState::waiting);
+        [[fallthrough]];
+
+    case ChangeState::waiting:
+        if (--waitTicks > 0)
+            return false;
+
+        loadAndSettle();
+        return true;
+
+    case ChangeState::settling:
+        if (--settleTicks == 0 && fade.move(ChangeState::settling, ChangeState::fadingIn))
+        {
+            processor.requestEditorRefresh();
+            processor.updateHostDisplay();
+        }
+
+        return true;
+
+    case ChangeState::fadingIn:
+        if (!fade.areBlocksRunning())
+            fade.move(ChangeState::fadingIn, ChangeState::idle);
+
+        return true;
+    }
+
+    return true;
 }
 
 } // namespace quorel

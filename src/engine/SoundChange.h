@@ -1,68 +1,111 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/PresetTransition.h"
+#include "engine/OutputFade.h"
 #include "engine/StateRestore.h"
 
-#include <juce_core/juce_core.h>
+#include <juce_events/juce_events.h>
 
-#include <atomic>
+#include <memory>
+#include <optional>
 
 namespace quorel
 {
 
 class PluginProcessor;
+struct WantedSound;
+struct HandOver;
 
-/** Every way in which one sound takes the place of another: a preset, with its fade, a state from the host,
-    and the two sides of a comparison. Message thread, where not stated. */
-class SoundChange
+/** Every way in which one sound takes the place of another: a preset, with its fade, a project of the host, the
+    two sides of a comparison, and an empty preset. `ChangeState` says how one goes on.
+
+    The newest sound asked for wins: it replaces an older one that is still on its way, whoever asked. From the
+    moment it is asked for until it plays, it is also what a save gets. Its bytes are read and checked when it is
+    asked for, so that what can't be loaded costs nobody the sound that plays. Message thread, where not stated. */
+class SoundChange : private juce::AsyncUpdater
 {
 public:
     /** Of the processor's timer. */
     static constexpr int timerMilliseconds = 50;
 
     explicit SoundChange(PluginProcessor& pluginProcessor);
+    ~SoundChange() override;
 
-    /** Starts the road to the preset of these names: fade, load, settle, fade. False, and nothing happens,
-        while another change is under way. Without running audio the fade never ends and nothing is loaded. */
+    /** Starts the road to the preset of these names: fade, load, settle, fade. Where no block has run for
+        250 ms it is loaded without the fade. False, with the user told and nothing changed, if its file can't
+        be loaded. */
     bool requestPreset(const juce::String& folder, const juce::String& preset);
 
-    /** Loads the current preset's file at once. On failure the user is told and all parameters are at their
-        defaults. */
+    /** Loads the file of the session's names at once, without a fade. False as above. */
     bool loadPresetFile();
 
-    /** Takes a state: at once, or 2.5 seconds later where a hosted instrument's window has to go away first.
-        Bytes of another format change nothing. */
-    void restore(const void* data, size_t size) { take(data, size, false); }
+    /** Takes a project's state: at once, or 2.5 seconds later where a hosted instrument's window has to go away
+        first. Bytes that can't be read change nothing, and the user is told. Any thread but the audio thread:
+        others than the message thread wait up to 500 ms for that one to begin, then up to 2 s for its end, and
+        return; the restore follows. */
+    void restore(const void* data, size_t size);
 
     /** Restores a sound that is compared with another: the preset's names and the MIDI bindings stay. */
-    void restoreForComparison(const juce::MemoryBlock& bytes)
-    {
-        take(bytes.getData(), bytes.getSize(), true);
-    }
+    void restoreForComparison(const juce::MemoryBlock& bytes);
 
-    /** A preset is on its way, or a restore waits for a window to go away. */
-    bool isUnderWay() const noexcept { return transition.isBusy() || restoreTicks.load() >= 0; }
+    /** Makes the defaults the sound, without instruments, at once. Names and MIDI bindings stay. */
+    void makeEmpty();
 
-    /** The processor's timer. False on a tick that a running countdown ends here. */
+    /** Fills `destination` with the newest sound asked for, which is the one that plays unless another is on
+        its way. Waits for no other thread. Any thread but the audio thread. */
+    void save(juce::MemoryBlock& destination);
+
+    /** From the moment a sound is asked for until its fade-in has finished. */
+    bool isUnderWay() const noexcept { return fade.getState() != ChangeState::idle; }
+
+    /** Why another sound than the one that plays was asked for; nothing where none is awaited. Any thread. */
+    std::optional<ChangeReason> awaitedReason() const;
+
+    /** The editor keeps its picture: from a request until the settling time ends. */
+    bool holdsDisplay() const noexcept;
+
+    /** The processor's timer. False on a tick that a running wait ends here. */
     bool tick();
 
     /** Also the audio block's. */
-    PresetTransition& getTransition() noexcept { return transition; }
+    OutputFade& getFade() noexcept { return fade; }
 
 private:
-    void take(const void* data, size_t size, bool forComparison);
-    void restorePending();
-    void restoreSound(const juce::MemoryBlock& chunk);
-    void loadRequestedPreset();
+    using Wanted = std::shared_ptr<const WantedSound>;
+
+    void handleAsyncUpdate() override;
+    /** Reads the file of a preset. Null, with the user told, if it can't be loaded. */
+    Wanted readPreset(const juce::String& folder, const juce::String& preset);
+    /** Makes `sound` the newest; null for none. */
+    void setWanted(const Wanted& sound, std::shared_ptr<HandOver> byOtherThread = nullptr);
+    Wanted getWanted() const;
+    /** Nothing is wanted any more, unless something newer than `loaded` is. */
+    bool finish(const Wanted& loaded);
+    /** Starts the road to what is wanted. */
+    void setOut();
+    void setOutToPreset();
+    void setOutToState();
+    void loadWanted();
+    void loadAndSettle();
+    void apply(const WantedSound& sound);
+    void settle();
+    void complain(const juce::String& text);
 
     PluginProcessor& processor;
-    PresetTransition transition;
-    /** Countdown in timer ticks to the restore of `pendingChunk`, -1 when idle. */
-    std::atomic<int> restoreTicks{-1};
-    juce::MemoryBlock pendingChunk;
-    bool pendingIsComparison = false;
-    bool presetLoadInProgress = false;
+    OutputFade fade;
+    /** Timer ticks left in `waiting` and `settling`. */
+    int waitTicks = 0;
+    int settleTicks = 0;
+
+    /** Held for the moment of reading or writing the words below. */
+    mutable juce::CriticalSection lock;
+    /** The newest sound asked for; null once it plays. */
+    Wanted wanted;
+    /** Set while a host's thread has asked for `wanted`, and the message thread hasn't taken it up yet. */
+    std::shared_ptr<HandOver> handOver;
+    juce::String complaint;
+    /** Counts what happened to `wanted`. */
+    unsigned int changes = 0;
 };
 
 } // namespace quorel

@@ -20,10 +20,11 @@ bool isEasyValue(int index) noexcept
     return n >= layerSlot::easyValue && n < layerSlot::easyValue + numEasyParameters;
 }
 
-void copyIntoTable(PluginProcessor& processor, const StateChunk& chunk)
+void copyIntoTable(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
 {
     for (size_t i = 0; i < chunk.parameters.size(); ++i)
-        processor.getParameterTable().setRaw(static_cast<int>(i), chunk.parameters[i]);
+        if (const int index = static_cast<int>(i); isRestored(index, reason))
+            processor.getParameterTable().setRaw(index, chunk.parameters[i]);
 }
 
 void loadNamedInstrument(PluginProcessor& processor, int layer)
@@ -106,14 +107,14 @@ void restoreHostedStates(PluginProcessor& processor, const StateChunk& chunk)
     }
 }
 
-void applyParameters(PluginProcessor& processor, const StateChunk& chunk)
+void applyParameters(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
 {
     for (size_t i = 0; i < chunk.parameters.size(); ++i)
     {
         const int index = static_cast<int>(i);
 
         // Easy values mirror the instruments, whose own states have just been restored.
-        if (isEasyValue(index))
+        if (isEasyValue(index) || !isRestored(index, reason))
             continue;
 
         const float value = clampUnit(chunk.parameters[i]);
@@ -170,24 +171,15 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
     writeStateChunk(chunk, destination);
 }
 
-bool restoreState(PluginProcessor& processor, const void* data, size_t size, RestoreReason reason)
+bool isRestored(int index, ChangeReason reason) noexcept
 {
-    StateChunk chunk;
-    const auto status = readStateChunk(data, size, chunk);
+    const bool isBinding = index >= slot::controllerMap && index < slot::controllerMap + numControllers;
+    return reason == ChangeReason::project || !isBinding;
+}
 
-    if (status == ChunkStatus::foreign)
-        return false;
-
-    if (reason != RestoreReason::preset)
-        processor.setNames(chunk.presetName, chunk.folderName);
-
-    if (status == ChunkStatus::tooShort)
-    {
-        processor.userInteraction().alert({}, "restoring chunk too short");
-        return false;
-    }
-
-    copyIntoTable(processor, chunk);
+void restoreState(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
+{
+    copyIntoTable(processor, chunk, reason);
     const bool instrumentsKnown = processor.getKnownPlugins().getNumTypes() > 0;
 
     if (instrumentsKnown)
@@ -197,20 +189,19 @@ bool restoreState(PluginProcessor& processor, const void* data, size_t size, Res
     }
 
     keepStatesOfMissingInstruments(processor, chunk);
-    copyIntoTable(processor, chunk);
-    applyParameters(processor, chunk);
+    copyIntoTable(processor, chunk, reason);
+    applyParameters(processor, chunk, reason);
 
-    if (reason != RestoreReason::preset)
+    if (reason != ChangeReason::preset)
         processor.requestEditorRefresh();
 
     auto& editor = processor.getEditorRequests();
     processor.writeParameter(slot::view, viewOf(Page::multiControls));
 
-    if (reason != RestoreReason::preset || editor.getPage() != Page::presetManager)
+    if (reason != ChangeReason::preset || editor.getPage() != Page::presetManager)
         editor.setPage(Page::multiControls);
 
     processor.getLayers().showAll();
-    return true;
 }
 
 } // namespace quorel

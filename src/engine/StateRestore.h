@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstddef>
-
 namespace juce
 {
 class MemoryBlock;
@@ -12,23 +10,28 @@ namespace quorel
 {
 
 class PluginProcessor;
+struct StateChunk;
 
 /** Appends the processor's whole sound to `destination`, emptied first. Message thread. */
 void saveState(PluginProcessor& processor, juce::MemoryBlock& destination);
 
-/** Who asks for a restore. */
-enum class RestoreReason
+/** Why one sound takes the place of another. */
+enum class ChangeReason
 {
-    /** A preset file: the names stay as the load set them, and so does the preset manager's page. */
+    /** The host opens a project, or steps back to an earlier state of it. */
+    project,
+    /** A preset file: the preset manager's page stays, and so do the MIDI bindings. */
     preset,
-    /** Any other state: it brings its names. */
-    state
+    /** The edited or the original sound: MIDI bindings stay. */
+    comparison
 };
+
+/** False for a parameter, `index` from 0, that a restore for this reason leaves as it is. Any thread. */
+bool isRestored(int index, ChangeReason reason) noexcept;
 
 /** Brings the processor to the sound of a chunk: loads the instruments it names, gives each its state, and
     applies all parameters. Instruments that are loaded stay if their name is the same, so a caller that wants
-    a fresh start unloads first. False, with at most the names changed, for bytes of another format or too few
-    of them. Message thread. */
-bool restoreState(PluginProcessor& processor, const void* data, size_t size, RestoreReason reason);
+    a fresh start unloads first. The session's names are the caller's business. Message thread. */
+void restoreState(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason);
 
 } // namespace quorel

@@ -163,7 +163,7 @@ void SubhostView::setScalePercent(int percent)
 
 bool SubhostView::isLoading() const
 {
-    return processor.getSoundChange().getTransition().holdsDisplay();
+    return processor.getSoundChange().holdsDisplay();
 }
 
 void SubhostView::followProcessor()

@@ -182,34 +182,71 @@ TEST_F(BlockTest, AuditionPlaysAndPanicSilences)
     EXPECT_EQ(monitor.lastControllerValue(), 127);
 }
 
-TEST_F(BlockTest, FadesAreCountedInBlocks)
+TEST_F(BlockTest, FadesAreCountedInBlocksOfUpTo64SamplesAndLastNoLongerInBiggerOnes)
 {
-    startTone();
-    auto& transition = rig.processor.getSoundChange().getTransition();
-    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
-    EXPECT_FALSE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
-    rig.play(500);
-    EXPECT_TRUE(transition.isFading());
+    struct Case
+    {
+        double rate;
+        int block;
+        /** How many blocks the two fades take, the last of them included. */
+        int out;
+        int in;
+    };
 
-    // The block that ends the fade does nothing at all: neither output nor events are touched.
-    juce::AudioBuffer<float> buffer(2, 256);
-    buffer.setSample(0, 3, 0.25f);
-    rig.noteOn(60);
-    rig.processor.processBlock(buffer, rig.midi);
-    EXPECT_FALSE(transition.isFading());
-    EXPECT_TRUE(transition.isFadedOut());
-    EXPECT_EQ(buffer.getSample(0, 3), 0.25f);
-    EXPECT_FALSE(rig.midi.isEmpty());
-    EXPECT_EQ(rig.play(10).peak(), 0.0f);
+    // 0.668 s and 0.268 s at most: from blocks of 64 at 48 kHz on, the count falls as the length rises.
+    for (const auto& [rate, block, out, in] :
+         {Case{48000.0, 64, 501, 201}, Case{44100.0, 17, 501, 201}, Case{48000.0, 512, 63, 25},
+          Case{96000.0, 2048, 32, 13}, Case{44100.0, 48000, 1, 1}})
+    {
+        ProcessorRig other(rate, block);
+        auto& change = other.processor.getSoundChange();
+        const auto state = [&] { return change.getFade().getState(); };
+        ASSERT_TRUE(change.requestPreset("99 Default Preset", "Default Preset"));
+        other.play(out - 1);
+        EXPECT_EQ(state(), ChangeState::fadingOut) << block;
 
-    ASSERT_TRUE(pumpUntil([&] { return transition.isFading(); }, 5000));
-    EXPECT_TRUE(transition.isBusy());
-    rig.play(200);
-    EXPECT_TRUE(transition.isFading());
-    rig.play(1);
-    EXPECT_FALSE(transition.isFading());
-    EXPECT_FALSE(transition.isBusy());
-    EXPECT_EQ(transition.gain(), 1.0f);
+        // The block that ends the fade does nothing at all: neither output nor events are touched.
+        juce::AudioBuffer<float> buffer(2, block);
+        buffer.setSample(0, 3, 0.25f);
+        other.noteOn(60);
+        other.processor.processBlock(buffer, other.midi);
+        EXPECT_EQ(state(), ChangeState::waiting) << block;
+        EXPECT_EQ(change.getFade().gain(), 0.0f);
+        EXPECT_EQ(buffer.getSample(0, 3), 0.25f);
+        EXPECT_FALSE(other.midi.isEmpty());
+
+        ASSERT_TRUE(pumpUntil([&] { return state() == ChangeState::fadingIn; }, 5000));
+        other.play(in - 1);
+        EXPECT_EQ(state(), ChangeState::fadingIn) << block;
+        other.play(1);
+        EXPECT_EQ(state(), ChangeState::idle) << block;
+        EXPECT_EQ(change.getFade().gain(), 1.0f);
+    }
+}
+
+TEST_F(BlockTest, BigStepsOfAFadeAreSmoothed)
+{
+    ProcessorRig big(48000.0, 2048);
+    ASSERT_TRUE(big.load(0, "Tarn"));
+    big.noteOn(64, 0.8f);
+    big.playSeconds(0.5);
+    const auto steady = big.play(8);
+    ASSERT_TRUE(big.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
+    const auto fading = big.play(8);
+
+    const auto largestStep = [](const Sound& sound)
+    {
+        float largest = 0.0f;
+
+        for (int i = 1; i < sound.samples.getNumSamples(); ++i)
+            largest = std::max(largest,
+                               std::abs(sound.samples.getSample(0, i) - sound.samples.getSample(0, i - 1)));
+
+        return largest;
+    };
+
+    EXPECT_LT(fading.peak(), steady.peak() * 1.05f);
+    EXPECT_LT(largestStep(fading), 1.1f * largestStep(steady)) << "no click between blocks";
 }
 
 TEST_F(BlockTest, MetersRiseInTheBlockAndFallInTheTimer)

@@ -117,8 +117,8 @@ protected:
 
             for (const auto& processor : processors)
             {
-                auto& transition = processor->getSoundChange().getTransition();
-                const bool fading = transition.isFading();
+                const auto state = processor->getSoundChange().getFade().getState();
+                const bool fading = state == ChangeState::fadingOut || state == ChangeState::fadingIn;
 
                 anyFading = anyFading || fading;
 
@@ -162,7 +162,7 @@ protected:
 
     static bool isIdle(PluginProcessor& processor)
     {
-        return processor.getSoundChange().getTransition().isAtRest();
+        return processor.getSoundChange().getFade().getState() == ChangeState::idle;
     }
 
     /** Half a second of a note, and how loud it still is two seconds after its end. */
@@ -237,8 +237,9 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
                     else if (perProcessor[i] < howMany / numProcessors)
                     {
                         allIdle = false;
-                        EXPECT_TRUE(processors[i]->getSoundChange().requestPreset(folder, nextName()));
-                        EXPECT_FALSE(processors[i]->getSoundChange().requestPreset(folder, nextName()));
+                        // Of two the later one is loaded, unless it can't be.
+                        processors[i]->getSoundChange().requestPreset(folder, nextName());
+                        processors[i]->getSoundChange().requestPreset(folder, nextName());
                         ++perProcessor[i];
                         ++started;
                     }
@@ -256,7 +257,7 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
     automation.join();
     EXPECT_FALSE(wild.load());
     EXPECT_TRUE(interaction.alerts.contains("|Could not load Presert file: Stress/Nowhere"));
-    EXPECT_TRUE(interaction.alerts.contains("|restoring chunk too short"));
+    EXPECT_TRUE(interaction.alerts.contains("|Could not load Presert file: Stress/Short"));
 
     // Whatever each of them went through, all sound like one that has loaded nothing else.
     const auto fresh = makeProcessor();
@@ -270,7 +271,7 @@ TEST_F(PresetStressTest, HundredsOfLoadsLeaveNothingStuck)
     {
         // Automation went on after the load.
         processor->getSoundChange().loadPresetFile();
-        EXPECT_EQ(processor->getSoundChange().getTransition().gain(), 1.0f);
+        EXPECT_EQ(processor->getSoundChange().getFade().gain(), 1.0f);
         const auto [sound, end] = listen(*processor);
         EXPECT_LT(end, 1e-4f);
 

@@ -2,6 +2,10 @@
 // One sound takes the place of another: the road of a preset under real blocks and timers, and the comparison
 // of the edited with the original sound.
 #include "PresetCommandRig.h"
+#include "support/OpenWindow.h"
+
+#include <thread>
+#include <utility>
 
 namespace quorel::test
 {
@@ -24,25 +28,21 @@ TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
 
     commands.selectPreset(1);
     EXPECT_EQ(names(), "Bank/Second");
-    EXPECT_FALSE(rig.processor.getSoundChange().requestPreset("Bank", "First")) << "one change at a time";
-    commands.selectPreset(0);
-    commands.newFolder();
-    commands.deletePreset();
-    EXPECT_TRUE(rig.interaction.textQuestions.isEmpty() && rig.interaction.questions.isEmpty());
 
-    // The held note fades over 501 blocks, without a jump larger than the sound's own swings.
+    // The held note fades over 0.668 s, without a jump larger than the sound's own swings.
+    constexpr int numBlocks = 115;
     float last = loud;
 
-    for (int block = 0; block < 500; ++block)
+    for (int block = 0; block < numBlocks; ++block)
     {
-        ProcessorRig::pump(block % 50 == 0 ? 60 : 0);
+        ProcessorRig::pump(block % 20 == 0 ? 60 : 0);
         ASSERT_TRUE(rig.processor.getLayer(0).hasInstance()) << "gone in block " << block;
         const float peak = rig.play().peak();
-        ASSERT_LE(peak, loud * (1.02f - 0.002f * static_cast<float>(block)) * 3.0f) << block;
+        ASSERT_LE(peak, loud * (1.02f - static_cast<float>(block) / numBlocks) * 3.0f) << block;
         last = peak;
     }
 
-    EXPECT_LT(last, 0.01f * loud);
+    EXPECT_LT(last, 0.02f * loud);
     rig.play(2);
     EXPECT_TRUE(waitForPreset());
     EXPECT_FALSE(rig.processor.getLayer(0).hasInstance());
@@ -57,19 +57,33 @@ TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
     EXPECT_GT(rig.playSeconds(0.3).peak(), 0.3f * loud);
 }
 
-TEST_F(SoundChangeTest, WithoutAudioNothingIsLoaded)
+TEST_F(SoundChangeTest, WithoutAudioAPresetLoadsAllTheSame)
 {
     makePreset("Bank", "A", 0.3f);
+    makePreset("Bank", "B", 0.4f);
     standOn("Bank", "");
+    auto& change = rig.processor.getSoundChange();
+
+    // The host stops in the middle of a fade, and again in the middle of the fade-in.
     ASSERT_TRUE(commands.selectPresetByName("A"));
-    ProcessorRig::pump(1500);
-    EXPECT_TRUE(rig.processor.getSoundChange().isUnderWay());
-    EXPECT_EQ(rig.get(slot::masterVolume), 0.63f);
-    EXPECT_TRUE(waitForPreset());
-    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
+    rig.play(40);
+    EXPECT_TRUE(pumpUntil([&] { return rig.get(slot::masterVolume) == 0.3f; }, 1500));
+    EXPECT_TRUE(pumpUntil([&] { return !change.isUnderWay(); }, 3000));
+    EXPECT_FALSE(change.holdsDisplay());
+
+    // A project that is saved before the load has the new sound, not the old one under a new name.
+    ASSERT_TRUE(change.requestPreset("Bank", "B"));
+    const auto saved = rig.state();
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f) << "too early for this test";
+    EXPECT_TRUE(pumpUntil([&] { return !change.isUnderWay(); }, 3000));
+    ProcessorRig other;
+    other.restore(saved);
+    EXPECT_EQ(other.get(slot::masterVolume), 0.4f);
+    EXPECT_EQ(other.processor.getPresetName(), "B");
+    EXPECT_EQ(change.getFade().gain(), 1.0f);
 }
 
-TEST_F(SoundChangeTest, BadFilesAndVanishedFoldersEndTheRoadAllTheSame)
+TEST_F(SoundChangeTest, WhatCantBeLoadedLeavesThePresentSound)
 {
     const auto folder = childNamed(banks, "Bad");
     makePreset("Bad", "good", 0.3f);
@@ -86,32 +100,155 @@ TEST_F(SoundChangeTest, BadFilesAndVanishedFoldersEndTheRoadAllTheSame)
     ASSERT_TRUE(replaceFile(folder.getChildFile("huge.qrl"), good));
     std::error_code error;
     std::filesystem::resize_file(pathOf(folder.getChildFile("huge.qrl")), 2147483648u, error);
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    rig.set(slot::masterVolume, 0.4f);
+    standOn("Bad", "good");
 
-    const std::pair<const char*, const char*> cases[] = {
-        {"empty", nullptr},
-        {"foreign", nullptr},
-        {"short", "|restoring chunk too short"},
-        {"folder", "|Could not load Presert file: Bad/folder"},
-        {"huge", "|Could not load Presert file: Bad/huge"},
-        {"../99 Default Preset/Default Preset",
-         "|Could not load Presert file: Bad/../99 Default Preset/Default Preset"},
-        {"gone", "|Could not load Presert file: Bad/gone"},
-    };
-
-    for (const auto& [name, alert] : cases)
+    for (const char* name :
+         {"empty", "foreign", "short", "folder", "huge", "../99 Default Preset/Default Preset", "gone"})
     {
         rig.interaction.alerts.clear();
-        standOn("Bad", "");
-        ASSERT_TRUE(commands.selectPresetByName(name)) << name;
-
-        if (juce::String(name) == "gone")
-            folder.deleteRecursively();
-
-        ASSERT_TRUE(waitForPreset()) << name;
-        EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"), alert == nullptr ? "" : alert) << name;
-        EXPECT_EQ(rig.get(slot::masterVolume), 0.63f) << "the defaults are in force: " << name;
-        EXPECT_EQ(rig.processor.getSoundChange().getTransition().gain(), 1.0f) << name;
+        EXPECT_FALSE(commands.selectPresetByName(name)) << name;
+        EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
+                  "|Could not load Presert file: Bad/" + juce::String(name));
+        EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << name;
+        EXPECT_EQ(names(), "Bad/good") << name;
     }
+
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.4f);
+    EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Orlen");
+
+    // One that vanishes once it has been asked for is loaded all the same.
+    ASSERT_TRUE(commands.selectPresetByName("good"));
+    folder.deleteRecursively();
+    ASSERT_TRUE(waitForPreset());
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
+}
+
+TEST_F(SoundChangeTest, TheNewestSoundAskedForWins)
+{
+    makePreset("Bank", "A", 0.3f);
+    makePreset("Bank", "B", 0.4f);
+    makePreset("Bank", "C", 0.2f);
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    rig.set(slot::masterVolume, 0.5f);
+    rig.processor.setNames("Project's", "Elsewhere");
+    const auto project = rig.state();
+    auto& change = rig.processor.getSoundChange();
+    const auto playFor = [&](int ticks)
+    {
+        for (int i = 0; i < ticks; ++i)
+        {
+            rig.play(9);
+            ProcessorRig::pump(50);
+        }
+    };
+
+    // A project arrives in each stage of a preset's road, and a preset in each stage of another one's.
+    for (const auto stage :
+         {ChangeState::fadingOut, ChangeState::waiting, ChangeState::settling, ChangeState::fadingIn})
+    {
+        SCOPED_TRACE(static_cast<int>(stage));
+        const auto reach = [&]
+        { return rig.playUntil([&] { return change.getFade().getState() == stage; }, 5000); };
+        ASSERT_TRUE(change.requestPreset("Bank", "A"));
+        ASSERT_TRUE(reach());
+        rig.restore(project);
+        EXPECT_EQ(rig.get(slot::masterVolume), 0.5f) << "a project is there at once";
+        ASSERT_TRUE(waitForPreset());
+        EXPECT_EQ(names(), "Elsewhere/Project's");
+        EXPECT_EQ(rig.get(slot::masterVolume), 0.5f) << "and stays";
+        EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Orlen");
+
+        ASSERT_TRUE(change.requestPreset("Bank", "A"));
+        ASSERT_TRUE(reach());
+        ASSERT_TRUE(change.requestPreset("Bank", "B"));
+        ASSERT_TRUE(change.requestPreset("Bank", "C"));
+        ASSERT_TRUE(waitForPreset());
+        EXPECT_EQ(names(), "Bank/C");
+        EXPECT_EQ(rig.get(slot::masterVolume), 0.2f);
+        EXPECT_FALSE(rig.processor.getLayer(0).hasInstance());
+    }
+
+    // An empty preset ends what is on its way, too.
+    ASSERT_TRUE(change.requestPreset("Bank", "A"));
+    playFor(3);
+    ASSERT_TRUE(rig.processor.getPresetStorage().createEmpty("Empty"));
+    ASSERT_TRUE(waitForPreset());
+    playFor(10);
+    EXPECT_EQ(names(), "Bank/Empty");
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.63f);
+    EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << rig.interaction.alerts[0];
+}
+
+TEST_F(SoundChangeTest, ASaveWhileAWindowGoesAwayHasTheSoundAskedFor)
+{
+    makePreset("Bank", "A", 0.3f);
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    ASSERT_TRUE(rig.load(2, "Tarn"));
+    rig.setLayer(2, layerSlot::pan, 0.2f);
+    const auto project = rig.state();
+    auto& change = rig.processor.getSoundChange();
+    bool closed = false;
+    rig.processor.getLayer(0).setWindow(std::make_unique<OpenWindow>(closed));
+    rig.restore(project);
+    EXPECT_TRUE(closed);
+    ProcessorRig::pump(800);
+    ASSERT_FALSE(rig.processor.getLayer(2).hasInstance()) << "the wait is over too early for this test";
+    EXPECT_TRUE(rig.state() == project);
+
+    // A preset, and then the project again, while the first project still waits.
+    ASSERT_TRUE(change.requestPreset("Bank", "A"));
+    ProcessorRig::pump(100);
+    EXPECT_FALSE(rig.state() == project);
+    rig.restore(project);
+    EXPECT_TRUE(rig.state() == project);
+    ASSERT_TRUE(rig.playUntil([&] { return !change.isUnderWay(); }, 10000));
+    EXPECT_TRUE(rig.processor.getLayer(0).hasInstance() && rig.processor.getLayer(2).hasInstance());
+    EXPECT_EQ(rig.getLayer(2, layerSlot::pan), 0.2f);
+}
+
+TEST_F(SoundChangeTest, HostsThreadsNeitherWaitForABusyMessageThreadNorLoseAnything)
+{
+    ASSERT_TRUE(rig.load(1, "Hexley"));
+    rig.set(slot::masterVolume, 0.35f);
+    const auto project = rig.state();
+    rig.set(slot::masterVolume, 0.6f);
+
+    // This thread, which is the message thread, does nothing while a host saves, restores and saves again.
+    std::thread host(
+        [&]
+        {
+            auto millis = [start = juce::Time::getMillisecondCounterHiRes()]() mutable
+            {
+                const auto last = std::exchange(start, juce::Time::getMillisecondCounterHiRes());
+                return start - last;
+            };
+            const auto before = rig.state();
+            EXPECT_LT(millis(), 200.0);
+            EXPECT_EQ(before.getSize(), project.getSize());
+            rig.restore(project);
+            EXPECT_LT(millis(), 700.0);
+            EXPECT_TRUE(rig.state() == project) << "the newest sound asked for";
+            EXPECT_LT(millis(), 200.0);
+            rig.restore(juce::MemoryBlock("no state", 8));
+            EXPECT_LT(millis(), 200.0);
+        });
+    host.join();
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.6f);
+    EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << "nobody but the message thread shows boxes";
+    EXPECT_TRUE(rig.playUntil([&] { return rig.get(slot::masterVolume) == 0.35f; }, 3000)) << "it follows";
+    EXPECT_EQ(rig.interaction.alerts.size(), 1);
+    EXPECT_EQ(rig.processor.getLayer(1).getPluginName(), "Hexley");
+
+    // What the user asks for after it, before the message thread has taken it up, is newer.
+    makePreset("Bank", "A", 0.3f);
+    std::thread late([&] { rig.restore(project); });
+    late.join();
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("Bank", "A"));
+    ASSERT_TRUE(waitForPreset());
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
+    EXPECT_EQ(names(), "Bank/A");
 }
 
 TEST_F(SoundChangeTest, TheManagerStaysInFrontAndEveryOtherPageGivesWay)
@@ -151,6 +288,33 @@ TEST_F(SoundChangeTest, AProjectBringsItsNamesIntoTheLists)
     EXPECT_EQ(names(), "Beta/two");
     EXPECT_EQ(library.getFolderNames()[library.getCurrentFolderIndex()], "Beta");
     EXPECT_EQ(library.getPresetNames()[library.getCurrentPresetIndex()], "two");
+}
+
+TEST_F(SoundChangeTest, AProjectIsTheOriginalOfItsEdits)
+{
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    rig.setLayer(0, layerSlot::pan, 0.2f);
+    rig.processor.setNames("Mine", "Bank");
+    const auto project = rig.state();
+    ProcessorRig other;
+    other.restore(project);
+    ASSERT_TRUE(other.playUntil([&] { return !other.processor.getSoundChange().isUnderWay(); }));
+    EXPECT_FALSE(other.processor.getSession().isEdited());
+    other.processor.setParameterFromUi(layerParameter(0, layerSlot::pan), 0.9f);
+    ASSERT_TRUE(other.processor.getOriginalComparison().showOriginal());
+    EXPECT_EQ(other.getLayer(0, layerSlot::pan), 0.2f);
+    EXPECT_EQ(other.processor.getLayer(0).getPluginName(), "Orlen");
+    EXPECT_EQ(other.processor.getPresetName(), "Mine");
+    ASSERT_TRUE(other.processor.getOriginalComparison().showEdited());
+    EXPECT_EQ(other.getLayer(0, layerSlot::pan), 0.9f);
+
+    // While a preset is on its way there is nothing to compare.
+    makePreset("Bank", "A", 0.3f);
+    other.processor.setParameterFromUi(layerParameter(0, layerSlot::pan), 0.8f);
+    ASSERT_FALSE(other.processor.getSoundChange().requestPreset("Bank", "A"))
+        << "it is in the other's folder";
+    ASSERT_TRUE(other.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
+    EXPECT_FALSE(other.processor.getOriginalComparison().showOriginal());
 }
 
 TEST_F(SoundChangeTest, OriginalAndEditedSoundChangePlaces)

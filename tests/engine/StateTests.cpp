@@ -144,20 +144,29 @@ TEST_F(StateTest, ForeignAndShortBytesCostNothing)
     auto wrongVersion = good;
     poke(wrongVersion, 20, 2);
 
-    for (const auto& bytes : {juce::MemoryBlock(), juce::MemoryBlock("abc", 3), wrongMagic, wrongVersion})
+    rig.processor.setNames("Mine", "Kept");
+    auto shortened = good;
+    shortened.setSize(3000);
+    const juce::String unreadable = "|The project's sound can't be read. The present sound stays.";
+    const std::pair<juce::MemoryBlock, juce::String> cases[] = {
+        {{}, {}},
+        {{"abc", 3}, unreadable},
+        {wrongMagic, unreadable},
+        {wrongVersion, unreadable},
+        {shortened, "|restoring chunk too short"},
+    };
+
+    for (const auto& [bytes, alert] : cases)
     {
+        rig.interaction.alerts.clear();
         rig.restore(bytes);
+        EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), alert);
+        EXPECT_EQ(rig.processor.getPresetName(), "Mine");
         EXPECT_TRUE(rig.processor.getLayer(0).hasInstance());
-        EXPECT_TRUE(rig.interaction.alerts.isEmpty());
+        EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay());
     }
 
     rig.processor.setStateInformation(nullptr, 0);
-    auto shortened = good;
-    shortened.setSize(3000);
-    rig.restore(shortened);
-    EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|restoring chunk too short");
-    EXPECT_TRUE(rig.processor.getLayer(0).hasInstance());
-    EXPECT_FALSE(rig.processor.getSoundChange().getTransition().holdsDisplay());
 }
 
 TEST_F(StateTest, HostileNumbersNeverLeaveTheBytes)
@@ -294,10 +303,11 @@ TEST_F(StateTest, APresetIsSavedAndComesBackByItsRoad)
     EXPECT_FALSE(rig.processor.getSession().isEdited());
     EXPECT_GT(playNote(), 0.001f);
 
-    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("My folder", "Gone"));
-    EXPECT_TRUE(rig.playUntil([&] { return !rig.processor.getSoundChange().isUnderWay(); }, 20000));
+    EXPECT_FALSE(rig.processor.getSoundChange().requestPreset("My folder", "Gone"));
     EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|Could not load Presert file: My folder/Gone");
-    EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.5f);
+    EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay());
+    EXPECT_EQ(rig.processor.getPresetName(), "First");
+    EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.75f) << "what plays goes on";
 }
 
 TEST_F(StateTest, AFailedSaveLeavesTheOldFileWhole)
