@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Parameters of a hosted instrument by index. They go through JUCE's parameter objects, because each of the
 // instance's own calls by index writes a shared word, which two threads must not do at once. Any thread,
-// within an `InstanceAccess::Use`. Reading and writing values waits for the instrument's lock, which a call
-// to the instrument from another thread may hold for as long as it takes.
+// within an `InstanceAccess::Use`. Reading and writing values waits for the instrument's lock.
 #pragma once
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
 namespace quorel
 {
+
+/** The lock that JUCE holds during each call to the instrument but that for a block: for as long as a slow
+    instrument takes. The audio thread only tries it. Defined in cmake/juce. */
+const juce::CriticalSection& instrumentLock(juce::AudioPluginInstance& plugin) noexcept;
 
 inline int numHostedParameters(const juce::AudioPluginInstance& plugin)
 {
