@@ -6,8 +6,13 @@
 
 #if JUCE_WINDOWS
 #include <io.h>
+#include <windows.h>
 #else
+#include <csignal>
 #include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
 #include <sys/mman.h>
 #include <unistd.h>
 #endif
@@ -218,6 +223,82 @@ void returnEmptyPages(void* pages, std::size_t bytes) noexcept
 }
 
 #endif
+
+namespace
+{
+/** When the process was started, in words that no other process of this number has; empty if it isn't
+    there. */
+#if JUCE_WINDOWS
+juce::String processStart(juce::int64 number)
+{
+    const auto process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(number));
+    FILETIME created{};
+    FILETIME exited{};
+    FILETIME kernel{};
+    FILETIME user{};
+    DWORD exitCode = 0;
+    const bool isThere = process != nullptr && GetExitCodeProcess(process, &exitCode) != 0 &&
+                         exitCode == STILL_ACTIVE &&
+                         GetProcessTimes(process, &created, &exited, &kernel, &user) != 0;
+
+    if (process != nullptr)
+        CloseHandle(process);
+
+    return isThere ? juce::String(created.dwHighDateTime) + "." + juce::String(created.dwLowDateTime)
+                   : juce::String();
+}
+
+juce::int64 ownProcessNumber()
+{
+    return static_cast<juce::int64>(GetCurrentProcessId());
+}
+#else
+juce::String processStart(juce::int64 number)
+{
+    std::ifstream file("/proc/" + std::to_string(number) + "/stat");
+    std::string status;
+    std::getline(file, status);
+    // The second field, a name in brackets, may hold anything, blanks and brackets too.
+    const auto name = status.rfind(')');
+
+    if (name == std::string::npos)
+        return {};
+
+    // The state, a letter, is the third field; the start, in clock ticks since the machine's, the 22nd.
+    constexpr int fieldsBeforeStart = 19;
+    std::istringstream fields(status.substr(name + 1));
+    std::string field;
+    fields >> field;
+
+    if (field == "Z" || field == "X")
+        return {};
+
+    for (int i = 0; i < fieldsBeforeStart; ++i)
+        fields >> field;
+
+    std::ifstream bootFile("/proc/sys/kernel/random/boot_id");
+    std::string boot;
+    bootFile >> boot;
+    return field + "." + boot;
+}
+
+juce::int64 ownProcessNumber()
+{
+    return getpid();
+}
+#endif
+} // namespace
+
+juce::String processIdentity()
+{
+    return juce::String(ownProcessNumber()) + " " + processStart(ownProcessNumber());
+}
+
+bool isProcessRunning(const juce::String& identity)
+{
+    const auto start = processStart(identity.getLargeIntValue());
+    return start.isNotEmpty() && identity.fromFirstOccurrenceOf(" ", false, false) == start;
+}
 
 juce::String versionText()
 {

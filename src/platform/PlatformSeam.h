@@ -54,6 +54,13 @@ void* takeEmptyPages(std::size_t bytes);
 /** Gives back what `takeEmptyPages` has returned for as many bytes. */
 void returnEmptyPages(void* pages, std::size_t bytes) noexcept;
 
+/** A name for this process that no other one ever has, even where the system gives its number again. Any
+    thread. */
+juce::String processIdentity();
+
+/** True while the process of this `processIdentity` runs. Any thread. */
+bool isProcessRunning(const juce::String& identity);
+
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
 
