@@ -5,7 +5,6 @@
 #include "parameters/ParameterAccess.h"
 #include "parameters/ParameterLayout.h"
 
-#include <array>
 #include <atomic>
 
 namespace quorel
@@ -35,19 +34,10 @@ public:
     /** Writes the page to the view parameter, which a change of sound has moved. Message thread. */
     void bringPageBack() { parameters.writeParameter(slot::view, viewOf(getPage())); }
 
-    /** A layer, 0 to 3, has something to tell the user; its reset ends that. */
-    bool needsAttention(int layer) const noexcept { return attention[static_cast<size_t>(layer)].load(); }
-
-    void setAttention(int layer, bool needed) noexcept
-    {
-        attention[static_cast<size_t>(layer)].store(needed);
-    }
-
 private:
     ParameterAccess& parameters;
     std::atomic<Page> page{Page::multiControls};
     std::atomic<bool> refreshRequested{false};
-    std::array<std::atomic<bool>, numLayers> attention{};
 };
 
 } // namespace quorel

@@ -54,26 +54,13 @@ void LayerRack::choose(int layer, const juce::PluginDescription* description)
     if (description == nullptr)
     {
         instrument.clearMissing();
-        instrument.cancelLoad();
-
-        if (instrument.hasInstance())
-        {
-            instrument.requestUnload();
-            processor.setParameter(layerParameter(layer, layerSlot::pluginNameText), 0.0f);
-        }
-    }
-    else if (!instrument.hasInstance() || instrument.getPluginName() != description->name)
-    {
-        if (instrument.hasInstance())
-            instrument.requestUnload();
-
-        instrument.requestLoad(*description);
-        writePluginName(layer, description->name);
+        instrument.requestUnload();
+        processor.setParameter(layerParameter(layer, layerSlot::pluginNameText), 0.0f);
     }
     else
     {
-        // The reset has emptied the name of an instrument that stays.
-        instrument.cancelLoad();
+        instrument.requestLoad(*description);
+        // Also for one that stays: the reset has emptied its name.
         writePluginName(layer, description->name);
     }
 
@@ -103,12 +90,7 @@ bool LayerRack::requestUnload()
     bool windowWasOpen = false;
 
     for (auto& layer : layers)
-    {
-        layer->cancelLoad();
-
-        if (layer->hasInstance())
-            windowWasOpen = layer->requestUnload() || windowWasOpen;
-    }
+        windowWasOpen = layer->requestUnload() || windowWasOpen;
 
     return windowWasOpen;
 }
@@ -116,14 +98,7 @@ bool LayerRack::requestUnload()
 void LayerRack::unload()
 {
     for (auto& layer : layers)
-    {
-        layer->cancelLoad();
-        layer->closeWindow();
-        layer->clearMissing();
-
-        if (layer->hasInstance())
-            layer->unloadPlugin();
-    }
+        layer->unloadPlugin();
 
     showAll();
 }

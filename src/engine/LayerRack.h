@@ -28,7 +28,8 @@ public:
     void prepare(double rate, int blockSize);
 
     /** The plug-in menu's choice: resets the layer, then loads the instrument in three timer ticks, or
-        empties the layer for null. Choosing what is loaded already keeps it and its state. */
+        empties the layer for null. Choosing what is loaded already, or about to leave, keeps it and its
+        state. */
     void choose(int layer, const juce::PluginDescription* description);
 
     /** Forgets requested loads and closes the instruments' windows. True if one was open. */
@@ -38,7 +39,7 @@ public:
         to go away. */
     bool requestUnload();
 
-    /** Unloads all instruments at once and forgets missing ones; their windows close. */
+    /** Empties all layers at once, with whatever was on its way to them; windows close. */
     void unload();
 
     /** The picture of every layer is to be made anew. */

@@ -66,8 +66,7 @@ void PluginProcessor::resetNames()
 
 void PluginProcessor::resetLayer(int layer)
 {
-    editorRequests.setAttention(layer, false);
-    getLayer(layer).forgetMissingState();
+    getLayer(layer).clearMissing();
     resetText(*this, layerParameter(layer, layerSlot::pluginNameText));
 
     for (const auto& run : layerOrder)

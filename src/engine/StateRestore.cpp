@@ -30,9 +30,8 @@ void copyIntoTable(PluginProcessor& processor, const StateChunk& chunk, ChangeRe
 void loadNamedInstrument(PluginProcessor& processor, int layer)
 {
     auto& instrument = processor.getLayer(layer);
-    const int nameSlot = layerParameter(layer, layerSlot::pluginNameText);
-    const auto name = readParamText(processor, nameSlot, slot::nameTextLength);
-    instrument.clearMissing();
+    const auto name =
+        readParamText(processor, layerParameter(layer, layerSlot::pluginNameText), slot::nameTextLength);
     bool found = false;
 
     for (const auto& description : processor.getKnownPlugins().getTypes())
@@ -43,17 +42,11 @@ void loadNamedInstrument(PluginProcessor& processor, int layer)
         found = true;
 
         if (!instrument.loadPlugin(description))
-        {
-            writeParamText(processor, nameSlot, {}, slot::nameTextLength);
             processor.userInteraction().alert({}, "Cant load plugin " + name);
-        }
     }
 
     if (!found)
     {
-        if (instrument.hasInstance())
-            instrument.unloadPlugin();
-
         processor.userInteraction().alert({}, "Cant find plugin " + name);
         instrument.setMissing(name);
     }
@@ -61,50 +54,32 @@ void loadNamedInstrument(PluginProcessor& processor, int layer)
 
 void restoreInstruments(PluginProcessor& processor, const StateChunk& chunk)
 {
+    const bool instrumentsKnown = processor.getKnownPlugins().getNumTypes() > 0;
+
     for (int layer = 0; layer < numLayers; ++layer)
     {
         auto& instrument = processor.getLayer(layer);
+        const bool isNamed = chunk.layerSizes[static_cast<size_t>(layer)] != 0;
 
-        if (chunk.layerSizes[static_cast<size_t>(layer)] != 0)
-        {
+        if (isNamed && instrumentsKnown)
             loadNamedInstrument(processor, layer);
-            continue;
-        }
-
-        instrument.clearMissing();
-
-        if (instrument.hasInstance() && !instrument.isUnloadPending())
+        else if (isNamed && !instrument.hasInstance())
+            // Kept without a word: where nothing at all is installed, the user knows.
+            instrument.setMissing({});
+        else if (!isNamed && instrument.getState() == LayerState::leaving)
+            instrument.cancelLoad();
+        else if (!isNamed && (instrumentsKnown || !instrument.hasInstance()))
             instrument.unloadPlugin();
     }
 }
 
-/** What can't be played here must not be lost when the sound is saved again. */
-void keepStatesOfMissingInstruments(PluginProcessor& processor, const StateChunk& chunk)
-{
-    for (int layer = 0; layer < numLayers; ++layer)
-    {
-        auto& instrument = processor.getLayer(layer);
-        instrument.forgetMissingState();
-
-        if (!instrument.hasInstance())
-            instrument.keepMissingState(chunk.hostedStates[static_cast<size_t>(layer)]);
-    }
-}
-
+/** What can't be played here is kept, so that it isn't lost when the sound is saved again. */
 void restoreHostedStates(PluginProcessor& processor, const StateChunk& chunk)
 {
     for (int layer = 0; layer < numLayers; ++layer)
-    {
-        const auto& state = chunk.hostedStates[static_cast<size_t>(layer)];
-        const InstanceAccess::Use plugin(processor.getLayer(layer).instanceAccess());
-
-        if (state.isEmpty() || !plugin)
-            continue;
-
-        plugin->setStateInformation(state.getData(), static_cast<int>(state.getSize()));
-        const float program = processor.readParameter(layerParameter(layer, layerSlot::presetNumber));
-        plugin->setCurrentProgram(static_cast<int>(program * static_cast<float>(plugin->getNumPrograms())));
-    }
+        processor.getLayer(layer).giveState(
+            chunk.hostedStates[static_cast<size_t>(layer)],
+            processor.readParameter(layerParameter(layer, layerSlot::presetNumber)));
 }
 
 void applyParameters(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
@@ -135,38 +110,20 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
 
     for (int layer = 0; layer < numLayers; ++layer)
     {
-        chunk.layerSizes[static_cast<size_t>(layer)] = processor.getLayer(layer).getChunkSize();
-        const InstanceAccess::Use plugin(processor.getLayer(layer).instanceAccess());
+        auto& instrument = processor.getLayer(layer);
 
-        if (plugin && plugin->getNumPrograms() != 0)
-            processor.writeParameter(layerParameter(layer, layerSlot::presetNumber),
-                                     static_cast<float>(plugin->getCurrentProgram()) /
-                                         static_cast<float>(plugin->getNumPrograms()));
+        if (const auto program = instrument.programToSave())
+            processor.writeParameter(layerParameter(layer, layerSlot::presetNumber), *program);
+
+        auto& state = chunk.hostedStates[static_cast<size_t>(layer)];
+        state = instrument.stateToSave();
+        chunk.layerSizes[static_cast<size_t>(layer)] = static_cast<int>(state.getSize());
     }
 
     chunk.parameters.reserve(numHostParameters);
 
     for (int i = 0; i < numHostParameters; ++i)
         chunk.parameters.push_back(processor.getParameterTable().raw(i));
-
-    for (int layer = 0; layer < numLayers; ++layer)
-    {
-        const InstanceAccess::Use plugin(processor.getLayer(layer).instanceAccess());
-
-        auto& state = chunk.hostedStates[static_cast<size_t>(layer)];
-        auto& declaredSize = chunk.layerSizes[static_cast<size_t>(layer)];
-
-        if (plugin && declaredSize != 0)
-        {
-            plugin->getStateInformation(state);
-        }
-        else if (!plugin)
-        {
-            const auto& missing = processor.getLayer(layer).getMissingState();
-            state.replaceAll(missing.getData(), missing.getSize());
-            declaredSize = static_cast<int>(state.getSize());
-        }
-    }
 
     writeStateChunk(chunk, destination);
 }
@@ -180,15 +137,8 @@ bool isRestored(int index, ChangeReason reason) noexcept
 void restoreState(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
 {
     copyIntoTable(processor, chunk, reason);
-    const bool instrumentsKnown = processor.getKnownPlugins().getNumTypes() > 0;
-
-    if (instrumentsKnown)
-    {
-        restoreInstruments(processor, chunk);
-        restoreHostedStates(processor, chunk);
-    }
-
-    keepStatesOfMissingInstruments(processor, chunk);
+    restoreInstruments(processor, chunk);
+    restoreHostedStates(processor, chunk);
     copyIntoTable(processor, chunk, reason);
     applyParameters(processor, chunk, reason);
 

@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// How a layer's instrument comes and goes.
 #include "hosting/VirtualInstrument.h"
 
-#include "hosting/HostRate.h"
 #include "hosting/HostedParameters.h"
 #include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
+#include "hosting/LoadNote.h"
 #include "hosting/PluginFileCheck.h"
 #include "midi/MidiMonitor.h"
 #include "parameters/MultiControls.h"
-#include "parameters/ParameterCodings.h"
-#include "parameters/ParameterText.h"
+#include "platform/UserPaths.h"
+
+#include <utility>
 
 namespace quorel
 {
@@ -24,6 +26,29 @@ constexpr int fallbackBlockSize = 512;
 constexpr int warmUpSamples = 32;
 /** 516 events: twice what a silenced layer is sent, and few enough for instruments with small queues. */
 constexpr int warmUpChannels = 4;
+
+void prepareInstance(juce::AudioPluginInstance& plugin, double sampleRate, int blockSize)
+{
+    plugin.setRateAndBufferSizeDetails(sampleRate, blockSize);
+    plugin.prepareToPlay(sampleRate, blockSize);
+}
+
+/** Makes an instance, or says why it can't. */
+std::unique_ptr<juce::AudioPluginInstance> createInstance(const juce::PluginDescription& description,
+                                                          int blockSize, juce::String& error)
+{
+    // The list of known instruments may be older than a copy that was cut short since.
+    if (!isWholePluginFile(juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier)))
+    {
+        error = "The file is incomplete";
+        return nullptr;
+    }
+
+    juce::AudioPluginFormatManager formats;
+    formats.addFormat(new juce::VSTPluginFormat());
+    auto made = formats.createPluginInstance(description, fallbackSampleRate, blockSize, error);
+    return error.isEmpty() ? std::move(made) : nullptr;
+}
 } // namespace
 
 VirtualInstrument::VirtualInstrument(LayerOwner& layerOwner, int layerIndex)
@@ -39,14 +64,8 @@ VirtualInstrument::~VirtualInstrument()
 {
     stopTimer();
     removeAllChangeListeners();
-
-    if (instance != nullptr)
-    {
-        closeWindow();
-        unloadPending.store(true);
-        suspendAndRelease();
-        destroyInstance();
-    }
+    closeWindow();
+    destroyInstance();
 }
 
 int VirtualInstrument::parameter(int n) const noexcept
@@ -54,39 +73,142 @@ int VirtualInstrument::parameter(int n) const noexcept
     return layerParameter(layer, n);
 }
 
+bool VirtualInstrument::enter(LayerEvent event)
+{
+    const auto next = nextLayerState(state.load(), event);
+
+    if (next)
+        state.store(*next);
+
+    return next.has_value();
+}
+
 //==============================================================================================================
-// Coming and going
+// Going
+
+void VirtualInstrument::cancelPending()
+{
+    ++change;
+    pendingLoad.reset();
+    ticksLeft = 0;
+    closeWindow();
+    pendingMidi.store(0);
+    allNotesOffRequested.store(false);
+    silencedTicks.store(0);
+    stateLoss.store(StateLoss::none);
+    missingPluginName.clear();
+    keep(nullptr, false);
+}
+
+void VirtualInstrument::destroyInstance()
+{
+    access.publish(nullptr);
+    // Also without an instrument: what follows is the block's memory, too.
+    access.waitUntilUnused();
+    easyHandover.clear();
+
+    if (instance != nullptr)
+    {
+        instance->suspendProcessing(true);
+        instance->releaseResources();
+        instance->removeListener(this);
+        instance = nullptr;
+    }
+}
+
+void VirtualInstrument::unloadPlugin()
+{
+    const bool wasThere = instance != nullptr;
+    cancelPending();
+    destroyInstance();
+    enter(LayerEvent::emptied);
+    bankNames.clear();
+    parameterNames.clear();
+    pluginName.clear();
+    pluginIdentifier.clear();
+    layoutName.clear();
+
+    if (!wasThere)
+        return;
+
+    owner.multiControls().clearEasyTargetsOf(layer);
+
+    for (int easy = 0; easy < numEasyParameters; ++easy)
+        write(layerSlot::easyValue + easy, 0.5f);
+}
 
 bool VirtualInstrument::requestUnload()
 {
-    if (unloadPending.exchange(true))
-        return unloadDeferred;
-
-    if (isWindowShowing())
+    if (isWindowShowing() && enter(LayerEvent::windowClosed))
     {
         closeWindow();
-        unloadCountdown = unloadTicks;
-        unloadDeferred = true;
-        return true;
+        ticksLeft = unloadTicks;
     }
 
-    unloadPlugin();
-    return false;
+    switch (state.load())
+    {
+    case LayerState::leaving:
+        pendingLoad.reset();
+        setNamed(false);
+        return true;
+    case LayerState::loading:
+    case LayerState::playing:
+        unloadPlugin();
+        return false;
+    default:
+        return false;
+    }
 }
+
+void VirtualInstrument::keepInstrument()
+{
+    if (enter(LayerEvent::kept))
+    {
+        pendingLoad.reset();
+        setNamed(findInstrument(pluginName) != nullptr);
+    }
+}
+
+void VirtualInstrument::setMissing(const juce::String& name)
+{
+    unloadPlugin();
+    enter(LayerEvent::notFound);
+    missingPluginName = name;
+    setNamed(name.isNotEmpty());
+}
+
+void VirtualInstrument::clearMissing()
+{
+    if (state.load() == LayerState::missing || state.load() == LayerState::failed)
+        unloadPlugin();
+}
+
+//==============================================================================================================
+// Coming
 
 void VirtualInstrument::requestLoad(const juce::PluginDescription& description)
 {
-    pendingDescription = description;
-    loadCountdown = loadTicks;
+    if (instance != nullptr && pluginName == description.name)
+    {
+        keepInstrument();
+        return;
+    }
+
+    if (!requestUnload())
+    {
+        cancelPending();
+        enter(LayerEvent::loadAsked);
+        ticksLeft = loadTicks;
+    }
+
+    pendingLoad = description;
+    setNamed(findInstrument(description.name) != nullptr);
 }
 
 void VirtualInstrument::cancelLoad()
 {
-    if (loadCountdown >= 0)
-    {
-        loadCountdown = -1;
-        loading.store(false);
-    }
+    if (state.load() == LayerState::loading || pendingLoad)
+        requestUnload();
 }
 
 void VirtualInstrument::timerCallback()
@@ -94,200 +216,105 @@ void VirtualInstrument::timerCallback()
     for (auto& value : linkedValues)
         value.deliverPending();
 
-    // One step a tick: a load waits until an unload is through.
-    if (unloadCountdown > 0)
+    tellOfLostState();
+
+    if (ticksLeft > 0)
     {
-        --unloadCountdown;
+        --ticksLeft;
+        return;
     }
-    else if (unloadCountdown == 0)
+
+    const auto next = std::exchange(pendingLoad, std::nullopt);
+
+    switch (state.load())
     {
-        unloadCountdown = -1;
-        unloadPending.store(true);
+    case LayerState::leaving:
         unloadPlugin();
-        unloadDeferred = false;
+
+        if (next)
+            requestLoad(*next);
+
         owner.requestEditorRefresh();
+        break;
+    case LayerState::loading:
+        // Without a description it is being made, and the instrument runs the message loop.
+        if (next)
+        {
+            makeInstrument(*next);
+            owner.requestEditorRefresh();
+        }
+
+        break;
+    case LayerState::playing:
+        watchInstrument();
+        break;
+    default:
+        break;
     }
-    else if (loadCountdown > 0)
-    {
-        loading.store(true);
-        --loadCountdown;
-    }
-    else if (loadCountdown == 0)
-    {
-        loadCountdown = -1;
-        loadPlugin(pendingDescription);
-        owner.requestEditorRefresh();
-    }
-    else if (!unloadPending.load() && !loading.load() && instance != nullptr)
-    {
-        watchProgram();
-    }
-}
-
-void VirtualInstrument::watchProgram()
-{
-    if (const int program = instance->getCurrentProgram(); program != currentProgram)
-    {
-        currentProgram = program;
-        needsDisplayUpdate.store(true);
-    }
-
-    if (const auto name = instance->getProgramName(currentProgram); name != programName)
-    {
-        programName = name;
-        needsDisplayUpdate.store(true);
-    }
-}
-
-void VirtualInstrument::suspendAndRelease()
-{
-    access.waitUntilUnused();
-    instance->suspendProcessing(true);
-    instance->releaseResources();
-    instance->removeListener(this);
-}
-
-void VirtualInstrument::destroyInstance()
-{
-    access.publish(nullptr);
-    access.waitUntilUnused();
-    instance = nullptr;
-}
-
-void VirtualInstrument::unloadPlugin()
-{
-    if (instance != nullptr)
-    {
-        closeWindow();
-        unloadPending.store(true);
-        bankNames.clear();
-        parameterNames.clear();
-        suspendAndRelease();
-        chunkSize = 0;
-        pluginName.clear();
-        destroyInstance();
-        owner.multiControls().clearEasyTargetsOf(layer);
-
-        for (int easy = 0; easy < numEasyParameters; ++easy)
-            write(layerSlot::easyValue + easy, 0.5f);
-    }
-
-    pluginName.clear();
-    pluginIdentifier.clear();
-    layoutName.clear();
-    unloadPending.store(false);
-}
-
-void VirtualInstrument::setMissing(const juce::String& name)
-{
-    missingPluginName = name;
-    pluginMissing = true;
-}
-
-void VirtualInstrument::clearMissing()
-{
-    missingPluginName.clear();
-    pluginMissing = false;
-}
-
-juce::String VirtualInstrument::createInstance(const juce::PluginDescription& description, int blockSize)
-{
-    // The list of known instruments may be older than a copy that was cut short since.
-    if (!isWholePluginFile(juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier)))
-        return "The file is incomplete";
-
-    juce::AudioPluginFormatManager formats;
-    formats.addFormat(new juce::VSTPluginFormat());
-    juce::String error;
-    instance = formats.createPluginInstance(description, fallbackSampleRate, blockSize, error);
-    return error;
 }
 
 bool VirtualInstrument::loadPlugin(const juce::PluginDescription& description)
 {
-    loading.store(true);
-
-    if (pluginName == description.name)
+    if (instance != nullptr && pluginName == description.name)
     {
-        loading.store(false);
+        keepInstrument();
         return true;
     }
 
-    if (instance != nullptr)
-    {
-        closeWindow();
-        suspendAndRelease();
-        destroyInstance();
-    }
+    return makeInstrument(description);
+}
 
-    const int blockSize = owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize;
-    const auto error = createInstance(description, blockSize);
+bool VirtualInstrument::makeInstrument(const juce::PluginDescription& description)
+{
+    enter(LayerEvent::loadBegun);
+    cancelPending();
+    destroyInstance();
+    pluginName.clear();
+    setNamed(findInstrument(description.name) != nullptr);
 
-    if (instance == nullptr || error.isNotEmpty())
+    const int begun = change;
+    const LoadNote note(fileOfSetting(owner.userStore().read(pathSetting::key, pathSetting::pluginList)),
+                        description.fileOrIdentifier);
+    juce::String error;
+    auto made = createInstance(
+        description, owner.preparedBlockSize() > 0 ? owner.preparedBlockSize() : fallbackBlockSize, error);
+
+    if (change != begun)
+        return false;
+
+    if (made == nullptr)
     {
-        giveUpLoading(description.name, error);
+        enter(LayerEvent::loadFailed);
+        missingPluginName = description.name;
+        owner.userInteraction().alert("Error", "Sorry, cannot load " + description.name + "\n\n" + error);
         return false;
     }
 
+    instance = std::move(made);
     adopt(description);
-    chunkSize = measureState();
-    owner.multiControls().clearEasyTargetsOf(layer);
-    writeEasyMapping(findInstrument(pluginName));
-    applyDrumPage();
-
-    const double rate = owner.preparedSampleRate() > 0.0 ? owner.preparedSampleRate() : fallbackSampleRate;
-    prepareInstance(rate, blockSize);
-
-    if (HostRate::sampleRate() > 0.0)
-        prepareInstance(HostRate::sampleRate(), HostRate::blockSize());
-
-    instance->setPlayHead(&owner.layerPlayHead());
-    pluginIdentifier = description.createIdentifierString();
-    instance->addListener(this);
-    readProgramsAndBanks();
-    readParameterNames();
-
-    warmUp();
-    access.publish(instance.get());
-    loading.store(false);
+    prepareAndPublish();
+    enter(LayerEvent::loadDone);
     needsDisplayUpdate.store(true);
     return true;
 }
 
-void VirtualInstrument::giveUpLoading(const juce::String& name, const juce::String& error)
-{
-    instance = nullptr;
-    setMissing(name);
-    chunkSize = 0;
-    pluginName.clear();
-    loading.store(false);
-    owner.userInteraction().alert("Error", "Sorry, cannot load " + name + "\n\n" + error);
-}
-
 void VirtualInstrument::adopt(const juce::PluginDescription& description)
 {
-    clearMissing();
-    forgetMissingState();
     pluginName = description.name;
     pluginFile = juce::File::createFileWithoutCheckingPath(description.fileOrIdentifier);
+    pluginIdentifier = description.createIdentifierString();
     layoutName.clear();
     drumInstrument = pluginName.startsWith("Dorvik");
-}
-
-int VirtualInstrument::measureState()
-{
     const auto* row = findInstrument(pluginName);
 
-    if (row == nullptr)
-        return 0;
+    if (row != nullptr)
+        keepStateOf(*instance);
 
-    const int numPrograms = instance->getNumPrograms();
-    juce::MemoryBlock state;
-    instance->getStateInformation(state);
-
-    // One that reports no state is allowed, for each program, a word for each parameter and eight more.
-    return state.getSize() > 0 ? static_cast<int>(state.getSize())
-                               : (row->parametersPerProgram + 8) * numPrograms * 4;
+    owner.multiControls().clearEasyTargetsOf(layer);
+    writeEasyMapping(row);
+    applyDrumPage();
+    readProgramsAndBanks();
+    readParameterNames();
 }
 
 void VirtualInstrument::readProgramsAndBanks()
@@ -297,43 +324,6 @@ void VirtualInstrument::readProgramsAndBanks()
     bankNames.clear();
     listBanks(pluginName, owner.userStore(), bankNames);
     programNames.clear();
-}
-
-void VirtualInstrument::prepareInstance(double sampleRate, int blockSize)
-{
-    instance->setRateAndBufferSizeDetails(sampleRate, blockSize);
-    instance->prepareToPlay(sampleRate, blockSize);
-}
-
-void VirtualInstrument::warmUp()
-{
-    // JUCE's instance swaps its MIDI buffer with the one it is handed, and grows its list of events on
-    // demand. Two blocks of events that make no sound bring both buffers and the list to their full size
-    // here, so that no later block has to take memory.
-    juce::AudioBuffer<float> buffer(
-        juce::jmax(2, instance->getTotalNumInputChannels(), instance->getTotalNumOutputChannels()),
-        warmUpSamples);
-
-    for (int round = 0; round < 2; ++round)
-    {
-        hostedMidi.ensureSize(midiBufferCapacity);
-        addSilencingEvents(hostedMidi, warmUpChannels);
-        buffer.clear();
-        instance->processBlock(buffer, hostedMidi);
-    }
-
-    hostedMidi.clear();
-}
-
-void VirtualInstrument::prepare(double sampleRate, int blockSize)
-{
-    const InstanceAccess::Use plugin(access);
-
-    if (plugin)
-    {
-        plugin->setRateAndBufferSizeDetails(sampleRate, blockSize);
-        plugin->prepareToPlay(sampleRate, blockSize);
-    }
 }
 
 void VirtualInstrument::readParameterNames()
@@ -354,121 +344,96 @@ void VirtualInstrument::readParameterNames()
     }
 }
 
-//==============================================================================================================
-// Running
-
-void VirtualInstrument::sendMidi(const juce::MidiMessage& message) noexcept
+void VirtualInstrument::watchInstrument()
 {
-    const auto* bytes = message.getRawData();
-    const auto size = static_cast<juce::uint32>(juce::jlimit(0, 3, message.getRawDataSize()));
-    juce::uint32 packed = size << 24;
+    passOnEasyValues(*instance);
 
-    for (juce::uint32 i = 0; i < size; ++i)
-        packed |= static_cast<juce::uint32>(bytes[i]) << (8 * i);
-
-    pendingMidi.store(packed);
-}
-
-LayerMidiSettings VirtualInstrument::currentMidiSettings() const noexcept
-{
-    auto settings = midiParameters.snapshot();
-    settings.drumMode = read(layerSlot::drumMode) == 1.0f;
-    settings.freeControllerBlock = owner.readParameter(slot::freeControllerBlock + layer) != 0.0f;
-
-    for (int zone = 0; zone < numZones; ++zone)
-        settings.zoneOn[static_cast<size_t>(zone)] = read(layerSlot::zoneOn + zone) != 0.0f;
-
-    return settings;
-}
-
-void VirtualInstrument::processBlock(juce::AudioBuffer<float>& buffer, const juce::MidiBuffer& incoming)
-{
-    const InstanceAccess::Use plugin(access);
-
-    if (loading.load() || unloadPending.load())
-        return;
-
-    layerMidi.clear();
-    const bool silenceFirst = allNotesOffRequested.exchange(false);
-    filterLayerMidi(currentMidiSettings(), zoneHeldNotes, silenceFirst, incoming, layerMidi);
-
-    if (const auto packed = pendingMidi.exchange(0); packed != 0)
+    if (const int program = instance->getCurrentProgram(); program != currentProgram)
     {
-        const juce::uint8 bytes[3] = {static_cast<juce::uint8>(packed & 0xff),
-                                      static_cast<juce::uint8>((packed >> 8) & 0xff),
-                                      static_cast<juce::uint8>((packed >> 16) & 0xff)};
-        layerMidi.addEvent(bytes, static_cast<int>(packed >> 24), 0);
+        currentProgram = program;
+        needsDisplayUpdate.store(true);
     }
+
+    if (const auto name = instance->getProgramName(currentProgram); name != programName)
+    {
+        programName = name;
+        needsDisplayUpdate.store(true);
+    }
+
+    if (const int ticks = silencedTicks.load(); ticks > 0)
+    {
+        // The first tick shows it and the last one takes it away.
+        silencedTicks.fetch_sub(1);
+        needsDisplayUpdate.store(true);
+    }
+}
+
+//==============================================================================================================
+// Preparing
+
+void VirtualInstrument::prepareAndPublish()
+{
+    double preparedRate = -1.0;
+    int preparedBlock = -1;
+
+    for (;;)
+    {
+        {
+            const std::lock_guard<std::mutex> guard(prepareLock);
+
+            // Once it is published, the host's thread prepares it; so nothing may change in between.
+            if (wantedRate == preparedRate && wantedBlock == preparedBlock)
+            {
+                // Not before the warm-up: the play head belongs to the block.
+                instance->setPlayHead(&owner.layerPlayHead());
+                instance->addListener(this);
+                access.publish(instance.get());
+                return;
+            }
+
+            preparedRate = wantedRate;
+            preparedBlock = wantedBlock;
+        }
+        const int block = preparedBlock > 0 ? preparedBlock : fallbackBlockSize;
+        prepareInstance(*instance, preparedRate > 0.0 ? preparedRate : fallbackSampleRate, block);
+        reserveWideBuffer(*instance, block);
+        warmUp();
+    }
+}
+
+void VirtualInstrument::prepare(double sampleRate, int blockSize)
+{
+    std::unique_lock<std::mutex> guard(prepareLock);
+    wantedRate = sampleRate;
+    wantedBlock = blockSize;
+    const InstanceAccess::Use plugin(access);
+    guard.unlock();
 
     if (plugin)
-        renderInstance(*plugin.get(), buffer);
+    {
+        prepareInstance(*plugin.get(), sampleRate, blockSize);
+        reserveWideBuffer(*plugin.get(), blockSize);
+    }
 }
 
-void VirtualInstrument::renderInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer)
+void VirtualInstrument::warmUp()
 {
-    // JUCE's VST2 instance leaves it to its host to heed this lock and the suspended flag. Whoever holds the
-    // lock is about to stop the instrument, so it isn't worth waiting for.
-    const juce::ScopedTryLock tryLock(plugin.getCallbackLock());
+    // JUCE's instance swaps its MIDI buffer with the one it is handed, and grows its list of events on
+    // demand. Two blocks of events that make no sound bring both buffers and the list to their full size
+    // here, so that no later block has to take memory.
+    juce::AudioBuffer<float> buffer(
+        juce::jmax(2, instance->getTotalNumInputChannels(), instance->getTotalNumOutputChannels()),
+        warmUpSamples);
 
-    if (!tryLock.isLocked() || plugin.isSuspended())
-        return;
-
-    const int outputs = plugin.getTotalNumOutputChannels();
-    const int needed = juce::jmax(2, plugin.getTotalNumInputChannels(), outputs);
-    const int samples = buffer.getNumSamples();
-    copyEvents(layerMidi, hostedMidi);
-
-    if (needed <= buffer.getNumChannels())
+    for (int round = 0; round < 2; ++round)
     {
-        plugin.processBlock(buffer, hostedMidi);
-    }
-    else
-    {
-        wideBuffer.setSize(needed, samples, false, false, true);
-        wideBuffer.clear();
-        plugin.processBlock(wideBuffer, hostedMidi);
-
-        for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
-            buffer.copyFrom(channel, 0, wideBuffer, channel, 0, samples);
-    }
-
-    // A mono instrument sounds on both sides.
-    if (outputs == 1)
-        buffer.copyFrom(1, 0, buffer, 0, 0, samples);
-    else if (outputs == 0)
+        hostedMidi.ensureSize(midiBufferCapacity);
+        addSilencingEvents(hostedMidi, warmUpChannels);
         buffer.clear();
-}
+        runInstance(*instance, buffer);
+    }
 
-//==============================================================================================================
-// Banks and programs
-
-void VirtualInstrument::chooseProgram(int id)
-{
-    if (instance == nullptr || id < 1)
-        return;
-
-    owner.multiControls().clearEasyTargetsOf(layer);
-
-    if (const auto* row = findInstrument(pluginName); row != nullptr && row->programsByMidi)
-        sendMidi(programSelectMessage(id));
-    else
-        instance->setCurrentProgram(id - 1);
-}
-
-void VirtualInstrument::chooseBank(int id)
-{
-    if (instance != nullptr && id >= 1)
-        sendMidi(bankSelectMessage(id));
-}
-
-juce::String VirtualInstrument::getBankName()
-{
-    return instance != nullptr ? quorel::getBankName(*instance, pluginName) : juce::String();
-}
-
-void VirtualInstrument::readProgramNames(const juce::String& bankName)
-{
-    quorel::readProgramNames(pluginName, bankName, owner.userStore(), programNames);
+    hostedMidi.clear();
 }
 
 } // namespace quorel

@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "hosting/EasyHandover.h"
 #include "hosting/InstanceAccess.h"
 #include "hosting/InstrumentFamily.h"
 #include "hosting/InstrumentMidiAdaptor.h"
 #include "hosting/InstrumentWindow.h"
 #include "hosting/LayerMidiFilter.h"
 #include "hosting/LayerOwner.h"
+#include "hosting/LayerState.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
 #include <array>
 #include <atomic>
 #include <memory>
+#include <mutex>
+#include <optional>
 
 namespace quorel
 {
@@ -20,8 +24,8 @@ namespace quorel
 /** One layer's slot for a hosted instrument. Four live as long as the processor, with or without a plug-in in
     them.
 
-    Loading and unloading happen on the message thread alone; requests that have to wait count 50 ms ticks.
-    `loading` and `unloadPending` keep the audio thread out while an instrument comes or goes, and
+    Loading and unloading happen on the message thread alone, along the transitions of `LayerState`; what has
+    to wait counts 50 ms ticks. The state keeps the audio thread out while an instrument comes or goes, and
     `InstanceAccess` keeps the instrument alive until nobody is inside it. */
 class VirtualInstrument : public juce::AudioProcessorListener,
                           public juce::ChangeBroadcaster,
@@ -35,27 +39,33 @@ public:
     int getLayerIndex() const noexcept { return layer; }
 
     //==========================================================================================================
-    // Coming and going: message thread.
+    // Coming and going: message thread, but for the state.
 
-    /** Loads at once. True if the instrument is there afterwards, even if it was there already. On failure
-        the layer is empty, the instrument counts as missing, and the user is told. */
+    /** Any thread. */
+    LayerState getState() const noexcept { return state.load(); }
+
+    /** Loads at once. True if the instrument is there afterwards; one of the same name stays as it is, even
+        if it was about to leave. On failure the layer has no instrument and the user is told. */
     bool loadPlugin(const juce::PluginDescription& description);
 
-    /** Loads in three ticks, which count once any unload under way is done. */
+    /** Loads in three ticks, which count once an instrument that has to leave is gone; replaces an older
+        request. */
     void requestLoad(const juce::PluginDescription& description);
 
     /** Drops a requested load that hasn't run yet. */
     void cancelLoad();
 
-    /** Unloads at once; if the instrument's window is open, closes it and unloads ten ticks later. True if
-        the unload is still to come. */
+    /** Empties the layer at once or, if the instrument's window is open, closes that and empties it ten ticks
+        later. True if it is still to come. A missing instrument stays missing. */
     bool requestUnload();
 
-    /** Destroys the instrument, clears the multi-control targets that point at the layer's Easy values, and
-        sets these to 0.5. */
+    /** Empties the layer, with all that is on its way to it: loads, countdowns, a message, all-notes-off, the
+        window, kept bytes. An instrument is destroyed; the multi-control targets that point at the layer's
+        Easy values are cleared, and these set to 0.5. */
     void unloadPlugin();
 
-    bool isUnloadPending() const noexcept { return unloadPending.load(); }
+    /** An instrument that is about to leave stays after all; what was to follow it is dropped. */
+    void keepInstrument();
 
     /** The owned window of the hosted instrument; null for none. */
     void setWindow(std::unique_ptr<InstrumentWindow> newWindow) { window = std::move(newWindow); }
@@ -77,14 +87,19 @@ public:
     /** Prepares the hosted instrument. Host thread, while no block runs. */
     void prepare(double sampleRate, int blockSize);
 
-    /** Follows a write to the layer's number `n`, 200 to 399. Any thread, the audio thread included; but Easy
-        values and mappings call the instrument, and wait for its lock while another thread is inside it. */
+    /** Follows a write to the layer's number `n`, 200 to 399. Any thread, the audio thread included: an Easy
+        value or mapping reaches the instrument at once if no other thread is inside it, else at the next
+        block or tick. */
     void parameterWritten(int n, float value);
 
     /** Scoped use of the hosted instrument from any thread. */
     InstanceAccess& instanceAccess() noexcept { return access; }
 
     bool hasInstance() const noexcept { return access.hasInstance(); }
+
+    /** The instrument's sound was silenced within the last second, because it wasn't finite or beyond +60 dB,
+        or the instrument threw. Any thread. */
+    bool isSilenced() const noexcept { return silencedTicks.load() > 0; }
 
     /** Sends a message of at most three bytes at the start of the next block, past the filter. A second one
         before that block replaces the first. Message thread. */
@@ -131,27 +146,35 @@ public:
 
     const juce::String& getPluginIdentifier() const noexcept { return pluginIdentifier; }
 
-    bool isMissing() const noexcept { return pluginMissing; }
+    //==========================================================================================================
+    // The instrument's own state.
 
-    const juce::String& getMissingPluginName() const noexcept { return missingPluginName; }
+    /** What a saved sound is to hold of this layer's instrument: its state; its last good one if it gives
+        none, of which the user is told once a load; the kept one where it is missing or failed; what a load
+        under way will be given. Never empty where the sound names an instrument, as nobody would load it
+        again. Empty for none, and for an instrument outside the table. Any thread but the audio thread; waits
+        for nothing but the instrument. */
+    juce::MemoryBlock stateToSave();
 
+    /** The instrument's program as a saved sound keeps it: number / count. None without an instrument or
+        programs. Any thread but the audio thread. */
+    std::optional<float> programToSave();
+
+    /** Gives the instrument a state and the program nearest to `program`; keeps both for one that is still to
+        be loaded, is missing or has failed. False, with nothing changed, for bytes that aren't the whole of a
+        state. Message thread. */
+    bool giveState(const juce::MemoryBlock& bytes, float program);
+
+    /** An instrument of this name isn't installed. An empty name is kept like any other, and not shown.
+        Message thread, as the next two. The layer has been emptied before. */
     void setMissing(const juce::String& name);
+    /** Forgets a missing or failed instrument, with its state. */
     void clearMissing();
 
-    /** Keeps the state of an instrument that a sound asks for and that isn't installed here, so that saving
-        the sound doesn't lose it. A load or the layer's reset forgets it. */
-    void keepMissingState(const juce::MemoryBlock& state)
-    {
-        missingState.replaceAll(state.getData(), state.getSize());
-    }
+    /** The layer's instrument is missing or has failed, and has a name to show. */
+    bool isMissing() const noexcept { return missingPluginName.isNotEmpty(); }
 
-    void forgetMissingState() { missingState.reset(); }
-
-    /** Empty for none. */
-    const juce::MemoryBlock& getMissingState() const noexcept { return missingState; }
-
-    /** Bytes that this layer declares in a state chunk: the size that the state had at load. */
-    int getChunkSize() const noexcept { return chunkSize; }
+    const juce::String& getMissingPluginName() const noexcept { return missingPluginName; }
 
     bool isDrumInstrument() const noexcept { return drumInstrument; }
 
@@ -186,22 +209,32 @@ private:
     int easyTarget(int easy, int numTargets) const noexcept;
     /** With null for an instrument outside the table. */
     void writeEasyMapping(const InstrumentRow* row);
-    void pullEasyValues(juce::AudioPluginInstance& plugin);
+    void passOnEasyValues(juce::AudioPluginInstance& plugin);
     void applyDrumPage();
-    void prepareInstance(double sampleRate, int blockSize);
-    /** Fills `instance`, or returns why it can't. */
-    juce::String createInstance(const juce::PluginDescription& description, int blockSize);
-    void giveUpLoading(const juce::String& name, const juce::String& error);
+
+    bool enter(LayerEvent event);
+    void cancelPending();
+    void destroyInstance();
+    bool makeInstrument(const juce::PluginDescription& description);
     void adopt(const juce::PluginDescription& description);
-    int measureState();
+    void prepareAndPublish();
+    void warmUp();
     void readProgramsAndBanks();
     void readParameterNames();
-    void watchProgram();
-    void warmUp();
-    void suspendAndRelease();
-    void destroyInstance();
+    void watchInstrument();
+
     LayerMidiSettings currentMidiSettings() const noexcept;
     void renderInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer);
+    /** Plays `hostedMidi` into the buffer. False if the instrument throws. */
+    bool runInstance(juce::AudioPluginInstance& plugin, juce::AudioBuffer<float>& buffer) noexcept;
+    void reserveWideBuffer(const juce::AudioPluginInstance& plugin, int samples);
+
+    using SharedState = std::shared_ptr<const juce::MemoryBlock>;
+
+    void keep(SharedState bytes, bool named);
+    void setNamed(bool named);
+    bool keepStateOf(juce::AudioPluginInstance& plugin);
+    void tellOfLostState();
 
     LayerOwner& owner;
     const int layer;
@@ -216,26 +249,49 @@ private:
     juce::String pluginName;
     juce::File pluginFile;
     juce::String pluginIdentifier{"instrument"};
-    juce::PluginDescription pendingDescription;
     juce::String missingPluginName;
-    bool pluginMissing = false;
-    juce::MemoryBlock missingState;
     bool drumInstrument = false;
 
-    /** Timer ticks, -1 when idle. */
-    int unloadCountdown = -1;
-    int loadCountdown = -1;
-    bool unloadDeferred = false;
-    std::atomic<bool> unloadPending{false};
-    std::atomic<bool> loading{false};
+    std::atomic<LayerState> state{LayerState::empty};
+    /** Of `loading` and `leaving`: ticks that are still to pass. */
+    int ticksLeft = 0;
+    /** Of `loading`, until it runs, and of `leaving`, if one waits behind: the instrument asked for. */
+    std::optional<juce::PluginDescription> pendingLoad;
+    /** Counts what is made and emptied, so that a load sees that it was overtaken while its instrument ran
+        the message loop. */
+    int change = 0;
 
-    int chunkSize = 0;
+    /** For what saves on other threads read. Never held during a call to an instrument, and not the audio
+        thread's. */
+    std::mutex keptLock;
+    /** The instrument's last good state or, where it is missing or failed, what the sound had for it. */
+    SharedState kept;
+    /** A name in the sound has to find its way back, with bytes or without. */
+    bool isNamed = false;
+
+    enum class StateLoss
+    {
+        none,
+        untold,
+        told
+    };
+    /** The instrument gave no state when one was to be saved. */
+    std::atomic<StateLoss> stateLoss{StateLoss::none};
+
+    /** With what the host has prepared the layer last, 0 before; and whether an instrument that is published
+        is to be prepared by the host's thread. */
+    std::mutex prepareLock;
+    double wantedRate = 0.0;
+    int wantedBlock = 0;
+
     int currentProgram = 0;
     juce::String programName;
 
     /** A message of up to three bytes and its length in the top byte; 0 for none. */
     std::atomic<juce::uint32> pendingMidi{0};
     std::atomic<bool> allNotesOffRequested{false};
+    EasyHandover easyHandover;
+    std::atomic<int> silencedTicks{0};
     LayerMidiParameters midiParameters;
     ZoneHeldNotes zoneHeldNotes;
 

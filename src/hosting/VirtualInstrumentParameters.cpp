@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The parameters of a layer and of its hosted instrument: what a write brings with it, and the Easy mirror
-// both ways.
+// both ways; banks and programs.
 #include "hosting/HostedParameters.h"
+#include "hosting/InstrumentBanks.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/VirtualInstrument.h"
 #include "parameters/IntegerLines.h"
@@ -32,38 +33,65 @@ void VirtualInstrument::parameterWritten(int n, float value)
     if (n == layerSlot::transpose)
         requestAllNotesOff();
 
-    if (n >= layerSlot::easyValue && n < layerSlot::easyValue + numEasyParameters && writeThroughDepth == 0)
-    {
-        const InstanceAccess::Use plugin(access);
+    const bool isValue = n >= layerSlot::easyValue && n < layerSlot::easyValue + numEasyParameters;
+    const bool isMapping = n >= layerSlot::easyMapping && n < layerSlot::easyMapping + numEasyParameters;
 
-        if (!plugin)
+    if (!isMapping && (!isValue || writeThroughDepth > 0))
+        return;
+
+    const InstanceAccess::Use plugin(access);
+
+    if (!plugin)
+        return;
+
+    const int easy = n - (isValue ? layerSlot::easyValue : layerSlot::easyMapping);
+    const int target = easyTarget(easy, numHostedParameters(*plugin.get()));
+
+    if (target == 0)
+        return;
+
+    if (isValue)
+        easyHandover.write(easy, target, value);
+    else
+        easyHandover.pull(easy);
+
+    passOnEasyValues(*plugin.get());
+}
+
+void VirtualInstrument::passOnEasyValues(juce::AudioPluginInstance& plugin)
+{
+    // Whoever finds the lock taken leaves it to its holder, who looks again, or to the next block or tick.
+    while (easyHandover.isPending())
+    {
+        const juce::ScopedTryLock lock(instrumentLock(plugin));
+
+        if (!lock.isLocked())
             return;
 
-        const int target = easyTarget(n - layerSlot::easyValue, numHostedParameters(*plugin.get()));
+        // Neither what goes to the instrument nor what comes from it is to go back.
+        const WriteThroughScope scope;
 
-        if (target > 0)
+        // Writes first: one made after a new mapping must not be undone by that mapping's pull.
+        for (int easy = 0; easy < numEasyParameters; ++easy)
         {
-            const WriteThroughScope scope;
-            setHostedParameter(*plugin.get(), target, value);
+            const auto waiting = easyHandover.takeWrite(easy);
+
+            if (waiting.target == 0)
+                continue;
+
+            setHostedParameter(plugin, waiting.target, waiting.value);
+
+            // A pull on another thread has overtaken the write in the table.
+            if (read(layerSlot::easyValue + easy) != waiting.value)
+                easyHandover.pull(easy);
         }
-    }
-    else if (n >= layerSlot::easyMapping && n < layerSlot::easyMapping + numEasyParameters)
-    {
-        float hostedValue = 0.0f;
-        {
-            const InstanceAccess::Use plugin(access);
 
-            if (!plugin)
-                return;
+        const auto pulls = easyHandover.takePulls();
 
-            const int target = decodeParamInt(value);
-
-            if (target <= 0 || target >= numHostedParameters(*plugin.get()))
-                return;
-
-            hostedValue = hostedParameter(*plugin.get(), target);
-        }
-        write(n - numEasyParameters, hostedValue);
+        for (int easy = 0; easy < numEasyParameters; ++easy)
+            if ((pulls >> easy & 1u) != 0)
+                if (const int target = easyTarget(easy, numHostedParameters(plugin)); target > 0)
+                    write(layerSlot::easyValue + easy, hostedParameter(plugin, target));
     }
 }
 
@@ -148,6 +176,10 @@ juce::String VirtualInstrument::easyText(int easy)
 
 void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, int index, float value)
 {
+    // Unmapped Easy controls carry 0.
+    if (index <= 0)
+        return;
+
     for (int easy = 0; easy < numEasyParameters; ++easy)
     {
         if (decodeParamInt(read(layerSlot::easyMapping + easy)) == index)
@@ -160,24 +192,49 @@ void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, in
     }
 }
 
-void VirtualInstrument::pullEasyValues(juce::AudioPluginInstance& plugin)
-{
-    for (int easy = 0; easy < numEasyParameters; ++easy)
-    {
-        if (const int target = easyTarget(easy, numHostedParameters(plugin)); target > 0)
-        {
-            const WriteThroughScope scope;
-            write(layerSlot::easyValue + easy, hostedParameter(plugin, target));
-        }
-    }
-}
-
 void VirtualInstrument::audioProcessorChanged(juce::AudioProcessor*, const ChangeDetails&)
 {
     if (const InstanceAccess::Use plugin(access); plugin)
-        pullEasyValues(*plugin.get());
+    {
+        for (int easy = 0; easy < numEasyParameters; ++easy)
+            easyHandover.pull(easy);
+
+        passOnEasyValues(*plugin.get());
+    }
 
     needsDisplayUpdate.store(true);
+}
+
+//==============================================================================================================
+// Banks and programs
+
+void VirtualInstrument::chooseProgram(int id)
+{
+    if (instance == nullptr || id < 1)
+        return;
+
+    owner.multiControls().clearEasyTargetsOf(layer);
+
+    if (const auto* row = findInstrument(pluginName); row != nullptr && row->programsByMidi)
+        sendMidi(programSelectMessage(id));
+    else
+        instance->setCurrentProgram(id - 1);
+}
+
+void VirtualInstrument::chooseBank(int id)
+{
+    if (instance != nullptr && id >= 1)
+        sendMidi(bankSelectMessage(id));
+}
+
+juce::String VirtualInstrument::getBankName()
+{
+    return instance != nullptr ? quorel::getBankName(*instance, pluginName) : juce::String();
+}
+
+void VirtualInstrument::readProgramNames(const juce::String& bankName)
+{
+    quorel::readProgramNames(pluginName, bankName, owner.userStore(), programNames);
 }
 
 } // namespace quorel

@@ -43,7 +43,7 @@ void PluginWindow::open(VirtualInstrument& layer)
         plugin = use.get();
     }
 
-    if (plugin == nullptr || layer.isUnloadPending())
+    if (plugin == nullptr || layer.getState() != LayerState::playing)
         return;
 
     // Only this thread unloads instruments, so the pointer stays valid.

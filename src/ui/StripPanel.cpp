@@ -37,7 +37,7 @@ juce::AudioPluginInstance* StripPanel::plugin() const
 {
     auto& hosted = instrument();
 
-    if (hosted.isUnloadPending())
+    if (hosted.getState() != LayerState::playing)
         return nullptr;
 
     // Instruments come and go on this thread alone, so the pointer stays valid after this.

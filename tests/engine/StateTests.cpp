@@ -99,7 +99,7 @@ TEST_F(StateTest, TheHeaderIsTheFormat)
     EXPECT_EQ(word(20), 1);
     EXPECT_EQ(std::string(data + 24), "Default Preset");
     EXPECT_EQ(std::string(data + 56), "99 Default Preset");
-    const int size = rig.processor.getLayer(2).getChunkSize();
+    const int size = static_cast<int>(rig.processor.getLayer(2).stateToSave().getSize());
     EXPECT_EQ(word(88 + 8), size);
     EXPECT_EQ(bytes.getSize(), static_cast<size_t>(104 + 4 * 1507 + size));
     float volume = 0.0f;

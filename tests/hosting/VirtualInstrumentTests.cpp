@@ -52,7 +52,7 @@ TEST_F(VirtualInstrumentTest, ALoadWaitsForTheUnloadAndCanBeDropped)
     layer().cancelLoad();
     ProcessorRig::pump(400);
     EXPECT_FALSE(layer().hasInstance());
-    EXPECT_FALSE(layer().isUnloadPending());
+    EXPECT_EQ(layer().getState(), LayerState::empty);
 
     layer().requestLoad(zeph);
     EXPECT_TRUE(pumpUntil([&] { return layer().getPluginName() == "Zeph"; }, 3000));
