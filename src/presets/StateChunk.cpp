@@ -14,6 +14,26 @@ namespace
     check, which older chunks rely on. */
 constexpr juce::int64 sanityHeader = 72;
 
+/** Bytes that aren't UTF-8 come from a damaged chunk: they are read one character each. */
+juce::String textOfBytes(const char* first, size_t length)
+{
+    if (juce::CharPointer_UTF8::isValidString(first, static_cast<int>(length)))
+        return juce::String::fromUTF8(first, static_cast<int>(length));
+
+    juce::String text;
+
+    for (size_t i = 0; i < length; ++i)
+        text +=
+            juce::String::charToString(static_cast<juce::juce_wchar>(static_cast<unsigned char>(first[i])));
+
+    return text;
+}
+
+bool continuesCharacter(char byte) noexcept
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+}
+
 class ByteReader
 {
 public:
@@ -52,17 +72,18 @@ public:
         const size_t length =
             end != nullptr ? static_cast<size_t>(static_cast<const char*>(end) - first) : size - offset;
 
-        // Bytes that aren't UTF-8 come from a damaged chunk: read them one character each.
-        if (juce::CharPointer_UTF8::isValidString(first, static_cast<int>(length)))
-            return juce::String::fromUTF8(first, static_cast<int>(length));
+        return textOfBytes(first, length);
+    }
 
-        juce::String text;
+    /** The field's own bytes; what lies past the end of the chunk is zero. */
+    NameField fieldAt(size_t offset) const
+    {
+        NameField field{};
 
-        for (size_t i = 0; i < length; ++i)
-            text += juce::String::charToString(
-                static_cast<juce::juce_wchar>(static_cast<unsigned char>(first[i])));
+        if (offset < size)
+            std::memcpy(field.data(), data + offset, juce::jmin(field.size(), size - offset));
 
-        return text;
+        return field;
     }
 
     const char* at(size_t offset) const noexcept { return data + offset; }
@@ -107,9 +128,9 @@ void readHostedStates(const ByteReader& reader, size_t offset, StateChunk& chunk
 }
 } // namespace
 
-std::array<char, StateChunk::nameBytes> chunkName(const juce::String& name)
+NameField chunkName(const juce::String& name)
 {
-    std::array<char, StateChunk::nameBytes> bytes{};
+    NameField bytes{};
     const char* text = name.toRawUTF8();
     size_t length = std::strlen(text);
 
@@ -118,12 +139,36 @@ std::array<char, StateChunk::nameBytes> chunkName(const juce::String& name)
         length = bytes.size();
 
         // Step back over the continuation bytes of a character that doesn't fit whole.
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xc0) == 0x80)
+        while (length > 0 && continuesCharacter(text[length]))
             --length;
     }
 
     std::memcpy(bytes.data(), text, length);
     return bytes;
+}
+
+juce::String nameOf(const NameField& field)
+{
+    const auto* end = static_cast<const char*>(std::memchr(field.data(), 0, field.size()));
+
+    if (end != nullptr)
+        return textOfBytes(field.data(), static_cast<size_t>(end - field.data()));
+
+    // Another writer may have cut within a character, which has four bytes at most.
+    size_t length = field.size();
+
+    for (size_t start = length; start-- > length - 4;)
+    {
+        if (continuesCharacter(field[start]))
+            continue;
+
+        const auto lead = static_cast<unsigned char>(field[start]);
+        const size_t wanted = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : lead >= 0xc0 ? 2 : 1;
+        length = start + wanted > length ? start : length;
+        break;
+    }
+
+    return textOfBytes(field.data(), length);
 }
 
 void writeStateChunk(const StateChunk& chunk, juce::MemoryBlock& destination)
@@ -166,6 +211,8 @@ ChunkStatus readStateChunk(const void* data, size_t size, StateChunk& chunk)
     chunk.numPrograms = reader.integerAt(chunkOffset::numPrograms);
     chunk.presetName = reader.textAt(chunkOffset::presetName);
     chunk.folderName = reader.textAt(chunkOffset::folderName);
+    chunk.presetField = reader.fieldAt(chunkOffset::presetName);
+    chunk.folderField = reader.fieldAt(chunkOffset::folderName);
 
     const juce::int64 numParameters = reader.integerAt(chunkOffset::numParameters);
     const juce::int64 numLayersInChunk = reader.integerAt(chunkOffset::numLayers);

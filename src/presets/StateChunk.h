@@ -12,6 +12,7 @@
 #include <juce_core/juce_core.h>
 
 #include <array>
+#include <tuple>
 #include <vector>
 
 namespace quorel
@@ -38,17 +39,25 @@ constexpr size_t parameter(size_t index) noexcept
 }
 } // namespace chunkOffset
 
+/** A name as a chunk holds it. */
+using NameField = std::array<char, 32>;
+
 struct StateChunk
 {
     static constexpr int magic = 0x6B746D64;
     static constexpr int currentVersion = 1;
-    static constexpr int nameBytes = 32;
+    static constexpr int nameBytes = static_cast<int>(std::tuple_size_v<NameField>);
     static constexpr int maxLayers = 4;
 
     int currentProgram = 0;
     int numPrograms = 1;
+    /** As they are read, names that fill their fields run on into what follows: `resolveNames` finds what is
+        meant. */
     juce::String presetName;
     juce::String folderName;
+    /** The fields' own bytes, filled in by reading alone. */
+    NameField presetField{};
+    NameField folderField{};
     /** Declared sizes, by layer; 0 for a layer that stores nothing. */
     std::array<int, maxLayers> layerSizes{};
     std::vector<float> parameters;
@@ -58,7 +67,10 @@ struct StateChunk
 
 /** The 32 bytes of a name in the chunk: cut at the boundary of a character, zero-filled, without a
     terminator where the name takes all of them. */
-std::array<char, StateChunk::nameBytes> chunkName(const juce::String& name);
+NameField chunkName(const juce::String& name);
+
+/** The text in a field, and no byte beyond it: up to the first zero, without a character that was cut. */
+juce::String nameOf(const NameField& field);
 
 /** Appends the chunk to `destination`. Hosted states go in at their real size, whatever size is declared. */
 void writeStateChunk(const StateChunk& chunk, juce::MemoryBlock& destination);
