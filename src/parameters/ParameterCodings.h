@@ -4,6 +4,7 @@
 
 #include "effects/EffectMath.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace quorel
@@ -17,14 +18,22 @@ inline int paramToInt(float value, int low, int high) noexcept
     return static_cast<int>(clampUnit(value) / step) + low;
 }
 
+/** The nearest whole number; halves away from zero. `x` is within int's range. */
+constexpr int nearestInt(double x) noexcept
+{
+    return static_cast<int>(x < 0.0 ? x - 0.5 : x + 0.5);
+}
+
+// Numbers, texts and programs are read to the nearest step. Some hosts store a parameter with six digits and
+// write it back after the sound is restored: cut, the value just below a step would read one lower.
+
 /** -32768 to 32768: 0 at 0.5, and never positive below it. */
 constexpr int decodeParamInt(float value) noexcept
 {
-    return static_cast<int>((static_cast<double>(clampUnit(value)) - 0.5) * 65536.0);
+    return nearestInt((static_cast<double>(clampUnit(value)) - 0.5) * 65536.0);
 }
 
-/** Inverse of `decodeParamInt`, for -32767 to 32767: numbers beyond are held to that range, and those near
-    its lower end come back one higher. */
+/** Inverse of `decodeParamInt`, for -32767 to 32767; numbers beyond are held to that range. */
 constexpr float encodeParamInt(int number) noexcept
 {
     const int limited = number < -32767 ? -32767 : (number > 32767 ? 32767 : number);
@@ -59,7 +68,23 @@ constexpr float encodeParamChar(char character) noexcept
 /** The byte that a text slot holds. */
 constexpr char decodeParamChar(float value) noexcept
 {
-    return static_cast<char>(static_cast<unsigned char>(static_cast<int>(clampUnit(value) * 256.0f) & 0xff));
+    const int code = nearestInt(static_cast<double>(clampUnit(value)) * 256.0);
+    return static_cast<char>(static_cast<unsigned char>(code & 0xff));
+}
+
+/** A hosted instrument's program as its parameter holds it: a fraction of their number. */
+constexpr float parameterOfProgram(int program, int numPrograms) noexcept
+{
+    return numPrograms > 0 ? clampUnit(static_cast<float>(program) / static_cast<float>(numPrograms)) : 0.0f;
+}
+
+/** The program, 0 to `numPrograms` - 1, that the parameter holds; 0 where there are none. */
+constexpr int programOfParameter(float value, int numPrograms) noexcept
+{
+    if (numPrograms < 1)
+        return 0;
+
+    return std::min(nearestInt(static_cast<double>(clampUnit(value)) * numPrograms), numPrograms - 1);
 }
 
 } // namespace quorel

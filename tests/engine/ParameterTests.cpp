@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdio>
 #include <limits>
+#include <string>
 
 namespace quorel::test
 {
@@ -109,12 +112,31 @@ TEST(Parameters, AreClampedOnBothSidesAndHaveNoOutside)
     EXPECT_FALSE(rig.processor.getParameterTable().takeDirty(1000));
 }
 
-TEST(Parameters, IntegersSurviveTheirCoding)
+TEST(Parameters, NumbersTextsAndProgramsSurviveTheirCodingAndHostsThatStoreSixDigits)
 {
-    // Negative numbers near the end come back one off; nothing stores such.
-    for (int n = -16384; n <= 32767; ++n)
-        ASSERT_EQ(decodeParamInt(encodeParamInt(n)), n);
+    // As it is; with six digits behind the point; with six digits that count.
+    const auto asHostsKeepIt = [](float value)
+    {
+        std::array<char, 32> text{};
+        std::snprintf(text.data(), text.size(), "%.6g", static_cast<double>(value));
+        return std::array<float, 3>{value, std::stof(std::to_string(value)), std::stof(text.data())};
+    };
 
+    for (int n = -32767; n <= 32767; ++n)
+        for (const float kept : asHostsKeepIt(encodeParamInt(n)))
+            ASSERT_EQ(decodeParamInt(kept), n) << kept;
+
+    for (int c = 0; c < 128; ++c)
+        for (const float kept : asHostsKeepIt(encodeParamChar(static_cast<char>(c))))
+            ASSERT_EQ(static_cast<int>(decodeParamChar(kept)), c) << kept;
+
+    for (int count = 1; count <= 300; ++count)
+        for (int program = 0; program < count; ++program)
+            for (const float kept : asHostsKeepIt(parameterOfProgram(program, count)))
+                ASSERT_EQ(programOfParameter(kept, count), program) << count;
+
+    EXPECT_EQ(programOfParameter(1.0f, 100), 99);
+    EXPECT_EQ(programOfParameter(0.5f, 0), 0);
     EXPECT_EQ(decodeParamInt(0.5f), 0);
     EXPECT_EQ(decodeParamInt(encodeParamInt(40000)), 32767);
     EXPECT_EQ(paramToInt(1.0f, 0, 127), 127);

@@ -257,9 +257,8 @@ juce::String parameterList()
            "and "
            "a new instrument starts these at 0.\n\n"
            "What a value v holds: a switch is off at 0 alone; a gain is 4 v^3, so that 0.63 is 0 dB and 1 is "
-           "+12 dB; a frequency is 20 Hz times 2^(10 v); an encoded integer is (v - 0.5) times 65536, cut "
-           "off, "
-           "and 0 stands for none; a character is v times 256.\n" +
+           "+12 dB; a frequency is 20 Hz times 2^(10 v); an encoded integer is (v - 0.5) times 65536, "
+           "and 0 stands for none; a character is v times 256; both are rounded to the nearest.\n" +
            parameterTables() + effectTables();
 }
 
