@@ -107,6 +107,9 @@ private:
     std::optional<juce::String> askName(const juce::String& title, const juce::String& prompt,
                                         const juce::String& current);
     std::optional<bool> confirm(const juce::String& question);
+    /** Moves a file or folder to the trash, or deletes it for good if the user agrees to that. False where it
+        stayed, and the user knows why, or where the plug-in is gone or has moved on. */
+    bool discard(const juce::File& file, const juce::String& failureText);
     void tell(const juce::String& text);
     bool load(const juce::String& folder, const juce::String& preset);
     bool stepFolder(int step);

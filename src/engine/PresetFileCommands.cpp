@@ -85,6 +85,17 @@ std::optional<bool> PresetCommands::confirm(const juce::String& question)
     return answer;
 }
 
+bool PresetCommands::discard(const juce::File& file, const juce::String& failureText)
+{
+    const auto [outcome, reason] =
+        discardFile(file, [this](const juce::String& question) { return confirm(question).value_or(false); });
+
+    if (outcome == Discarded::Outcome::failed)
+        tell(failureText + " (" + reason + ")");
+
+    return outcome == Discarded::Outcome::gone;
+}
+
 //==============================================================================================================
 // Folders
 
@@ -160,15 +171,11 @@ void PresetCommands::deleteFolder()
 
     if (const auto folder = currentFolder(); isThere(folder))
     {
-        if (discardFile(folder))
-        {
-            if (const auto folders = listPresetFolders(banksFolder()); !folders.isEmpty())
-                processor.setNames(listPresets(childNamed(banksFolder(), folders[0]))[0], folders[0]);
-        }
-        else
-        {
-            tell("Could not delete folder: " + name);
-        }
+        if (!discard(folder, "Could not delete folder: " + name))
+            return;
+
+        if (const auto folders = listPresetFolders(banksFolder()); !folders.isEmpty())
+            processor.setNames(listPresets(childNamed(banksFolder(), folders[0]))[0], folders[0]);
     }
 
     filesChanged();
@@ -258,21 +265,17 @@ void PresetCommands::deletePreset()
 
     if (const auto file = currentFile(); isThere(file))
     {
-        if (discardFile(file))
-        {
-            const auto folder = processor.getFolderName();
-            const auto presets = listPresets(currentFolder());
-            processor.setNames({}, folder);
+        if (!discard(file, "Could not delete preset: " + name))
+            return;
 
-            if (presets.isEmpty())
-                processor.getLayers().unload();
-            else
-                load(folder, presets[0]);
-        }
+        const auto folder = processor.getFolderName();
+        const auto presets = listPresets(currentFolder());
+        processor.setNames({}, folder);
+
+        if (presets.isEmpty())
+            processor.getLayers().unload();
         else
-        {
-            tell("Could not delete preset: " + name);
-        }
+            load(folder, presets[0]);
     }
 
     filesChanged();

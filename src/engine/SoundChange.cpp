@@ -6,6 +6,7 @@
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
+#include "presets/StoredNames.h"
 
 #include <utility>
 
@@ -391,7 +392,10 @@ void SoundChange::apply(const WantedSound& sound)
 
     // A preset's names are the session's since it was asked for.
     if (sound.reason == ChangeReason::project)
-        session.setNames(sound.chunk.presetName, sound.chunk.folderName);
+    {
+        const auto names = resolveNames(processor.getPaths().banksFolder, sound.chunk);
+        session.setNames(names.preset, names.folder);
+    }
 
     if (sound.reason != ChangeReason::comparison)
         processor.getOriginalComparison().soundLoaded(sound.bytes);

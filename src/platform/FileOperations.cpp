@@ -2,9 +2,11 @@
 #include "platform/FileOperations.h"
 
 #include "platform/FileNames.h"
+#include "platform/FileReplacement.h"
 #include "platform/PlatformSeam.h"
 
 #include <limits>
+#include <optional>
 #include <type_traits>
 
 namespace quorel
@@ -24,6 +26,89 @@ juce::String textOfNative(const Character* native)
                    : juce::String();
     else
         return juce::String(native);
+}
+
+juce::Result failure(const std::error_code& error)
+{
+    return juce::Result::fail(error.message());
+}
+
+/** Replaces `to` by the contents of a regular file, with a mode where one is given. */
+juce::Result copyContents(const juce::File& from, const juce::File& to, std::optional<fs::perms> mode)
+{
+    std::error_code error;
+
+    // Opening a pipe would wait for somebody to write to it.
+    if (!fs::is_regular_file(pathOf(from), error))
+        return error ? failure(error) : juce::Result::fail("not a regular file");
+
+    juce::FileInputStream input(from);
+
+    if (input.failedToOpen())
+        return input.getStatus();
+
+    FileReplacement replacement(to);
+
+    if (replacement.status().failed())
+        return replacement.status();
+
+    if (mode.has_value())
+        fs::permissions(pathOf(replacement.temporaryFile()), *mode, error);
+
+    const auto length = input.getTotalLength();
+
+    if (replacement.stream().writeFromInputStream(input, -1) != length && replacement.status().wasOk())
+        return input.getStatus().failed() ? input.getStatus()
+                                          : juce::Result::fail("the file changed meanwhile");
+
+    return replacement.finish();
+}
+
+juce::Result copyEntry(const juce::File& from, const juce::File& to);
+
+juce::Result copyFolder(const juce::File& from, const juce::File& to)
+{
+    std::error_code error;
+    fs::create_directory(pathOf(to), pathOf(from), error);
+
+    for (fs::directory_iterator entry(pathOf(from), error), end; !error && entry != end;
+         entry.increment(error))
+    {
+        const auto name = textOf(entry->path().filename());
+
+        if (name.isEmpty())
+            return failure(std::make_error_code(std::errc::illegal_byte_sequence));
+
+        if (const auto result = copyEntry(childNamed(from, name), childNamed(to, name)); result.failed())
+            return result;
+    }
+
+    if (error)
+        return failure(error);
+
+    syncFolder(to);
+    return juce::Result::ok();
+}
+
+juce::Result copyEntry(const juce::File& from, const juce::File& to)
+{
+    std::error_code error;
+    const auto status = fs::symlink_status(pathOf(from), error);
+
+    if (fs::is_symlink(status))
+    {
+        fs::copy_symlink(pathOf(from), pathOf(to), error);
+        return error ? failure(error) : juce::Result::ok();
+    }
+
+    const auto result =
+        fs::is_directory(status) ? copyFolder(from, to) : copyContents(from, to, status.permissions());
+
+    if (result.wasOk())
+        if (const auto time = fs::last_write_time(pathOf(from), error); !error)
+            fs::last_write_time(pathOf(to), time, error);
+
+    return result;
 }
 
 } // namespace
@@ -57,68 +142,86 @@ bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
                                              bytes, static_cast<juce::pointer_sized_int>(length))) == length;
 }
 
-bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
+juce::Result replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
 {
-    if (file == juce::File() || file.isDirectory() || !file.getParentDirectory().createDirectory())
-        return false;
+    FileReplacement replacement(file);
 
-    // The temporary file lies in the same folder, so that the move is one step of the file system. Its name
-    // is short, whatever the file's, and a crash leaves nothing that looks like a preset.
-    const auto temporary =
-        childNamed(file.getParentDirectory(), ".quorel-" + juce::Uuid().toString().substring(0, 12) + ".tmp");
-    bool written = false;
-    {
-        juce::FileOutputStream stream(temporary);
+    if (replacement.status().failed())
+        return replacement.status();
 
-        if (stream.openedOk() && (bytes.isEmpty() || stream.write(bytes.getData(), bytes.getSize())))
-        {
-            stream.flush();
-            written = stream.getStatus().wasOk();
-        }
-    }
-
-    // The stream doesn't report a last buffer that was written in part, as happens when the disk fills up.
-    written = written && temporary.getSize() == static_cast<juce::int64>(bytes.getSize());
-
-    if (written && moveFile(temporary, file))
-        return true;
-
-    temporary.deleteFile();
-    return false;
+    replacement.stream().write(bytes.getData(), bytes.getSize());
+    return replacement.finish();
 }
 
-bool moveFile(const juce::File& from, const juce::File& to)
+juce::Result copyFile(const juce::File& from, const juce::File& to)
+{
+    return copyContents(from, to, {});
+}
+
+juce::Result copyTree(const juce::File& from, const juce::File& to)
+{
+    auto result = copyEntry(from, to);
+
+    if (result.failed())
+    {
+        std::error_code error;
+        fs::remove_all(pathOf(to), error);
+    }
+
+    return result;
+}
+
+juce::Result moveFile(const juce::File& from, const juce::File& to)
 {
     if (from == juce::File() || to == juce::File())
-        return false;
+        return juce::Result::fail("there is no such place");
 
     std::error_code error;
     fs::rename(pathOf(from), pathOf(to), error);
 
     if (!error)
-        return true;
+    {
+        syncFolder(to.getParentDirectory());
+
+        if (from.getParentDirectory() != to.getParentDirectory())
+            syncFolder(from.getParentDirectory());
+
+        return juce::Result::ok();
+    }
 
     // A linked folder may lie on another disk, where nothing can be renamed to.
-    juce::MemoryBlock bytes;
-    return error == std::errc::cross_device_link && readWholeFile(from, bytes) && replaceFile(to, bytes) &&
-           from.deleteFile();
+    if (error != std::errc::cross_device_link || !from.existsAsFile())
+        return failure(error);
+
+    const auto result = copyFile(from, to);
+    return result.failed() ? result : deleteForGood(from);
 }
 
-bool discardFile(const juce::File& file)
+juce::Result deleteForGood(const juce::File& file)
 {
-    if (file == juce::File())
-        return false;
+    std::error_code error;
+    fs::remove_all(pathOf(file), error);
+    return error ? failure(error) : juce::Result::ok();
+}
 
+Discarded discardFile(const juce::File& file, const std::function<bool(const juce::String& question)>& agrees)
+{
     std::error_code error;
 
-    if (fs::symlink_status(pathOf(file), error).type() == fs::file_type::not_found)
-        return false;
+    if (file == juce::File() || !fs::exists(fs::symlink_status(pathOf(file), error)))
+        return {Discarded::Outcome::failed,
+                std::make_error_code(std::errc::no_such_file_or_directory).message()};
 
     if (moveToTrash(file))
-        return true;
+        return {Discarded::Outcome::gone, {}};
 
-    fs::remove_all(pathOf(file), error);
-    return fs::symlink_status(pathOf(file), error).type() == fs::file_type::not_found;
+    if (!agrees(file.getFileName() + " can't be moved to the trash. Delete it for good ?"))
+        return {Discarded::Outcome::kept, {}};
+
+    if (const auto result = deleteForGood(file); result.failed())
+        return {Discarded::Outcome::failed, result.getErrorMessage()};
+
+    return {Discarded::Outcome::gone, {}};
 }
 
 } // namespace quorel

@@ -6,6 +6,7 @@
 #include <juce_core/juce_core.h>
 
 #include <filesystem>
+#include <functional>
 
 namespace quorel
 {
@@ -22,15 +23,43 @@ juce::String textOf(const std::filesystem::path& path);
     or gives fewer bytes than its size. */
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes);
 
-/** Writes `bytes` beside the file, down to the disk, and moves them into place, with any missing folders:
-    whatever goes wrong, a crash included, the file holds its old content or the new one whole. */
-bool replaceFile(const juce::File& file, const juce::MemoryBlock& bytes);
+/** Gives a file new contents, whole or not at all, as `FileReplacement` says. What went wrong is told in the
+    system's words, such as "No space left on device". */
+juce::Result replaceFile(const juce::File& file, const juce::MemoryBlock& bytes);
+
+/** The same with the contents of another file, of any size. */
+juce::Result copyFile(const juce::File& from, const juce::File& to);
+
+/** Copies a file, a link, or a folder with all its contents to a place where nothing is, with modes and
+    times. Where that fails, nothing is left there. */
+juce::Result copyTree(const juce::File& from, const juce::File& to);
 
 /** Renames a file or folder. A file at the new place is replaced, in one step. */
-bool moveFile(const juce::File& from, const juce::File& to);
+juce::Result moveFile(const juce::File& from, const juce::File& to);
 
-/** Moves a file or folder to the desktop's trash; where there is none, or it won't take it, deletes it with
-    all its contents. True if it is gone. A link is removed itself, not what it leads to. */
-bool discardFile(const juce::File& file);
+/** Deletes a file or a folder with all its contents, past recall. A link is removed itself, not what it leads
+    to. */
+juce::Result deleteForGood(const juce::File& file);
+
+/** What became of a file that the user wanted to be rid of. */
+struct Discarded
+{
+    enum class Outcome
+    {
+        gone,
+        /** The trash didn't take it, and the user doesn't want to lose it for good. */
+        kept,
+        failed
+    };
+
+    Outcome outcome;
+    /** Why it failed. */
+    juce::String reason;
+};
+
+/** Moves a file or folder to the desktop's trash. Where there is none, or it won't take it, deletes it for
+    good if `agrees` answers yes to the question that it is given. */
+Discarded discardFile(const juce::File& file,
+                      const std::function<bool(const juce::String& question)>& agrees);
 
 } // namespace quorel

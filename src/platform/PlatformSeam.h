@@ -5,6 +5,7 @@
 #include "platform/UserStore.h"
 
 #include <memory>
+#include <system_error>
 
 namespace quorel
 {
@@ -42,9 +43,29 @@ std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places);
 juce::String pluginFileEnding();
 
 /** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
-    trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. False, and
-    nothing has happened, where there is no trash or it can't take it. */
-bool moveToTrash(const juce::File& file);
+    trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. Where the trash
+    lies on another disk it is copied, and goes only when the copy is whole. Fails, and nothing has happened,
+    where there is no trash or it can't take it. */
+juce::Result moveToTrash(const juce::File& file);
+
+/** Has what a folder lists, new names and moves, written down to the disk, where the platform can. */
+void syncFolder(const juce::File& folder);
+
+/** Shows other processes that a file is in use, for as long as this lives; it ends with the process, a crash
+    included. */
+class InUseMark
+{
+public:
+    virtual ~InUseMark() = default;
+};
+
+/** Creates an empty file, for its owner to write, at a place where nothing is, and marks it. Null, with the
+    reason, where that fails. */
+std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_code& error);
+
+/** Takes over the mark of a process that has ended. Null while a file is in use, or where the file system
+    can't tell. */
+std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file);
 
 /** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at
     hand may be in use again, so that calloc would have to write it. Throws std::bad_alloc. Not on the audio

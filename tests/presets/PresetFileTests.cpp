@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Names and files: what users type, what lies on disks, and what a crash or a full disk leaves.
+// Names and files: what users type, and what lies on disks.
 #include "presets/PresetFiles.h"
 
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
-#include "platform/PlatformSeam.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
 #include "support/ScratchFolder.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 
 #if !JUCE_WINDOWS
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -263,125 +258,5 @@ TEST(PresetFiles, EveryFlagKeepsToItself)
     EXPECT_EQ(unpackCategories({1, 1, 1, 1, 1, 1}), CategoryFlags{})
         << "a full value is the twelfth bit alone";
 }
-
-TEST(PresetFiles, WhatCannotBeReplacedStays)
-{
-    const ScratchFolder scratch;
-    const auto file = scratch.child("A/" + juce::String::repeatedString("n", 240) + ".qrl");
-    ASSERT_TRUE(replaceFile(file, blockOf("old"))) << "the temporary file's name must be shorter than this";
-    ASSERT_TRUE(scratch.child("A/folder.qrl").createDirectory());
-    EXPECT_FALSE(replaceFile(scratch.child("A/folder.qrl"), blockOf("x")));
-    EXPECT_FALSE(replaceFile({}, blockOf("x")));
-    scratch.write("file", "here");
-    EXPECT_FALSE(replaceFile(scratch.child("file/x.qrl"), blockOf("x")));
-    EXPECT_EQ(scratch.child("file").loadFileAsString(), "here");
-    juce::MemoryBlock bytes;
-    EXPECT_FALSE(readWholeFile(scratch.child("A"), bytes));
-    EXPECT_FALSE(readWholeFile(scratch.child("none"), bytes));
-
-    // Two gigabytes that take no room on the disk.
-    const auto huge = scratch.child("huge.qrl");
-    std::ofstream(huge.getFullPathName().toStdString()).put('x');
-    std::error_code error;
-    std::filesystem::resize_file(pathOf(huge), 2147483648u, error);
-
-    EXPECT_FALSE(readWholeFile(huge, bytes) && !error);
-
-#if !JUCE_WINDOWS
-    // A disk that is full after 4 KiB.
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{4096, unlimited.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_FALSE(replaceFile(file, juce::MemoryBlock(100000, true)));
-    EXPECT_TRUE(replaceFile(scratch.child("A/small.qrl"), blockOf("fits")));
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    std::signal(SIGXFSZ, oldHandler);
-#endif
-    EXPECT_EQ(file.loadFileAsString(), "old");
-    EXPECT_EQ(scratch.child("A").getNumberOfChildFiles(juce::File::findFiles, "*.tmp"), 0);
-}
-
-#if !JUCE_WINDOWS
-TEST(PresetFiles, AKilledSaveLeavesAWholeFile)
-{
-    const ScratchFolder scratch;
-    const auto file = scratch.child("A/x.qrl");
-    const juce::MemoryBlock zeros(200000, true);
-    juce::MemoryBlock ones(150000);
-    ones.fillWith(1);
-    ASSERT_TRUE(replaceFile(file, zeros));
-
-    for (int round = 0; round < 12; ++round)
-    {
-        const pid_t child = fork();
-
-        if (child == 0)
-        {
-            for (;;)
-            {
-                replaceFile(file, ones);
-                replaceFile(file, zeros);
-            }
-        }
-
-        ASSERT_GT(child, 0);
-        usleep(static_cast<useconds_t>(2000 + 1700 * round));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        juce::MemoryBlock bytes;
-        ASSERT_TRUE(readWholeFile(file, bytes));
-        ASSERT_TRUE(bytes == zeros || bytes == ones) << round;
-        ASSERT_EQ(listPresets(scratch.child("A")).joinIntoString("|"), "x")
-            << "remains must not look like presets";
-    }
-}
-
-TEST(PresetFiles, DiscardedFilesGoToTheTrashWithTheirPath)
-{
-    const ScratchFolder scratch;
-    const juce::String oldHome = std::getenv("XDG_DATA_HOME");
-    setenv("XDG_DATA_HOME", scratch.path().getFullPathName().toRawUTF8(), 1);
-    const auto folder = scratch.child(utf8("Banks/50% \xc3\xa9"));
-    ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf("first")));
-    EXPECT_TRUE(discardFile(folder.getChildFile("x.qrl")));
-    EXPECT_FALSE(folder.getChildFile("x.qrl").exists()) << "without a trash it is deleted";
-    EXPECT_FALSE(scratch.child("Trash").exists());
-
-    const auto trash = scratch.child("Trash");
-    ASSERT_TRUE(trash.createDirectory());
-
-    for (const char* content : {"second", "third"})
-    {
-        ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf(content)));
-        EXPECT_TRUE(discardFile(folder.getChildFile("x.qrl")));
-    }
-
-    EXPECT_EQ(trash.getChildFile("files/x.qrl").loadFileAsString(), "second");
-    EXPECT_EQ(trash.getChildFile("files/x.qrl.2").loadFileAsString(), "third");
-    const auto record = trash.getChildFile("info/x.qrl.2.trashinfo").loadFileAsString();
-    EXPECT_TRUE(record.startsWith("[Trash Info]\nPath=" + scratch.path().getFullPathName() +
-                                  "/Banks/50%25%20%C3%A9/x.qrl\nDeletionDate=20"))
-        << record;
-
-    // A link is removed alone; a folder with all its contents.
-    ASSERT_TRUE(replaceFile(scratch.child("kept/y.qrl"), blockOf("kept")));
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    EXPECT_TRUE(discardFile(scratch.child("Banks/link")));
-    EXPECT_TRUE(discardFile(folder));
-    EXPECT_TRUE(trash.getChildFile("files").getChildFile(folder.getFileName()).isDirectory());
-    trash.deleteRecursively();
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    EXPECT_TRUE(discardFile(scratch.child("Banks/link")));
-    EXPECT_EQ(scratch.child("kept/y.qrl").loadFileAsString(), "kept");
-    EXPECT_FALSE(discardFile(scratch.child("gone")));
-    setenv("XDG_DATA_HOME", oldHome.toRawUTF8(), 1);
-}
-#endif
 
 } // namespace quorel::test

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileReplacement.h"
+
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "platform/PlatformSeam.h"
+
+#include <mutex>
+#include <set>
+
+namespace quorel
+{
+
+namespace
+{
+namespace fs = std::filesystem;
+
+constexpr const char* temporaryStart = ".quorel-";
+constexpr const char* temporaryEnd = ".tmp";
+
+juce::Result failure(const std::error_code& error)
+{
+    return juce::Result::fail(error.message());
+}
+
+/** Short, whatever the target's name, and nothing that looks like a preset. */
+juce::File temporaryIn(const juce::File& folder)
+{
+    return childNamed(folder, temporaryStart + juce::Uuid().toString().substring(0, 12) + temporaryEnd);
+}
+
+/** The file that is to be replaced for `file`: itself, or what its link leads to. */
+juce::Result followLink(const juce::File& file, juce::File& target)
+{
+    target = file;
+    std::error_code error;
+
+    if (!fs::is_symlink(fs::symlink_status(pathOf(file), error)))
+        return juce::Result::ok();
+
+    const auto path = fs::canonical(pathOf(file), error);
+
+    if (error)
+        return juce::Result::fail("the link leads nowhere");
+
+    target = juce::File::createFileWithoutCheckingPath(textOf(path));
+    return juce::Result::ok();
+}
+
+juce::Result checkReplaceable(const juce::File& target)
+{
+    std::error_code error;
+    const auto status = fs::status(pathOf(target), error);
+
+    if (!fs::exists(status))
+        return juce::Result::ok();
+
+    if (fs::is_directory(status))
+        return failure(std::make_error_code(std::errc::is_a_directory));
+
+    if (!fs::is_regular_file(status))
+        return juce::Result::fail("not a regular file");
+
+    return target.hasWriteAccess() ? juce::Result::ok()
+                                   : failure(std::make_error_code(std::errc::permission_denied));
+}
+} // namespace
+
+/** Counts what it is given: the stream below doesn't report a last buffer that was written in part, as
+    happens when the disk fills up. */
+class FileReplacement::CheckedStream final : public juce::OutputStream
+{
+public:
+    explicit CheckedStream(const juce::File& file)
+        : stream(file)
+    {
+    }
+
+    void flush() override { stream.flush(); }
+
+    bool setPosition(juce::int64 position) override { return note(stream.setPosition(position)); }
+
+    juce::int64 getPosition() override { return stream.getPosition(); }
+
+    bool write(const void* bytes, size_t numBytes) override
+    {
+        const bool written = note(numBytes == 0 || stream.write(bytes, numBytes));
+        length = juce::jmax(length, stream.getPosition());
+        return written;
+    }
+
+    juce::Result status() const
+    {
+        if (!stream.openedOk() || stream.getStatus().failed())
+            return stream.getStatus();
+
+        return complete ? juce::Result::ok() : failure(std::make_error_code(std::errc::no_space_on_device));
+    }
+
+    /** Once all is flushed. */
+    juce::Result checkLength(const juce::File& file)
+    {
+        note(file.getSize() == length);
+        return status();
+    }
+
+private:
+    bool note(bool worked) noexcept
+    {
+        complete = complete && worked;
+        return worked;
+    }
+
+    juce::FileOutputStream stream;
+    juce::int64 length = 0;
+    bool complete = true;
+};
+
+FileReplacement::FileReplacement(const juce::File& file)
+    : opened(open(file))
+{
+}
+
+FileReplacement::~FileReplacement()
+{
+    output.reset();
+
+    if (mark != nullptr)
+        temporary.deleteFile();
+}
+
+juce::Result FileReplacement::open(const juce::File& file)
+{
+    if (file == juce::File())
+        return juce::Result::fail("there is no such place");
+
+    if (const auto result = followLink(file, target); result.failed())
+        return result;
+
+    if (const auto result = checkReplaceable(target); result.failed())
+        return result;
+
+    const auto folder = target.getParentDirectory();
+
+    if (const auto result = folder.createDirectory(); result.failed())
+        return result;
+
+    removeLeftovers(folder);
+
+    // In the same folder, so that the move is one step of the file system.
+    temporary = temporaryIn(folder);
+    std::error_code error;
+    mark = createMarkedFile(temporary, error);
+
+    if (mark == nullptr)
+        return failure(error);
+
+    if (target.exists())
+        fs::permissions(pathOf(temporary), fs::status(pathOf(target), error).permissions(), error);
+
+    output = std::make_unique<CheckedStream>(temporary);
+    return output->status();
+}
+
+juce::Result FileReplacement::status() const
+{
+    return opened.failed() || output == nullptr ? opened : output->status();
+}
+
+juce::OutputStream& FileReplacement::stream() noexcept
+{
+    jassert(output != nullptr);
+    return *output;
+}
+
+juce::Result FileReplacement::finish()
+{
+    if (opened.failed())
+        return opened;
+
+    output->flush();
+    auto result = output->checkLength(temporary);
+    output.reset();
+
+    if (result.failed())
+        return result;
+
+    result = moveFile(temporary, target);
+
+    if (result.wasOk())
+        mark.reset();
+
+    return result;
+}
+
+void removeLeftovers(const juce::File& folder)
+{
+    static std::mutex mutex;
+    static std::set<juce::String> seen;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+
+        if (!seen.insert(folder.getFullPathName()).second)
+            return;
+    }
+
+    std::error_code error;
+    std::vector<fs::path> found;
+
+    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
+         entry.increment(error))
+        if (const auto name = textOf(entry->path().filename());
+            name.startsWith(temporaryStart) && name.endsWith(temporaryEnd))
+            found.push_back(entry->path());
+
+    for (const auto& path : found)
+        if (const auto claimed = claimAbandoned(juce::File(textOf(path))); claimed != nullptr)
+            fs::remove(path, error);
+}
+
+} // namespace quorel
