@@ -30,7 +30,7 @@ TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
     EXPECT_EQ(names(), "Bank/Second");
 
     // The held note fades over 0.668 s, without a jump larger than the sound's own swings.
-    constexpr int numBlocks = 115;
+    constexpr int numBlocks = 114;
     float last = loud;
 
     for (int block = 0; block < numBlocks; ++block)
