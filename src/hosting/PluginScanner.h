@@ -18,14 +18,14 @@ public:
     /** Fills `list`, which must live as long. */
     explicit PluginScanner(juce::KnownPluginList& list);
 
-    /** At start: reads the list file, or scans if that doesn't exist or is shorter than 10 bytes. A longer
-        file that isn't XML leaves the list empty and stays as it is. If the list can't be written, the next
-        start scans again. */
+    /** At start: reads the list file, or scans where there is none or it isn't one. What a process that is
+        gone was opening when it ended is passed over from now on, and the user is told. */
     void loadOrScan(const juce::File& pluginFolder, const juce::File& pluginListFile, UserInteraction& user);
 
-    /** Empties the list, opens every candidate in the order of the table, sorts, and writes the list file. A
-        candidate that is missing or can't be opened adds nothing and stops nothing. With `showProgress` the
-        user is told of each. False if the list file can't be written; the list is filled all the same. */
+    /** Empties the list, opens every candidate in the order of the table, those passed over so far too,
+        sorts, and writes the list file. A candidate that is missing or can't be opened adds nothing and stops
+        nothing. With `showProgress` the user is told of each. False if the list file can't be written, of
+        which the user is told; the list is filled all the same. */
     bool scanPlugins(const juce::File& pluginFolder, const juce::File& pluginListFile, bool showProgress,
                      UserInteraction& user);
 
@@ -33,13 +33,17 @@ public:
     const juce::String& scanStatus() const noexcept;
 
 private:
+    bool scan(const juce::File& pluginFolder, const juce::File& pluginListFile, bool showProgress,
+              UserInteraction& user);
+    bool write(const juce::File& pluginListFile, UserInteraction& user);
+
     juce::KnownPluginList& knownPlugins;
     std::unique_ptr<juce::AudioPluginFormatManager> formatManager;
     juce::String status;
 };
 
-/** Replaces the list by that of a list file, sorted. False, with the list as it was, if the file isn't XML;
-    XML of another kind gives an empty list. */
+/** Replaces the list by that of a list file, sorted. False, with the list as it was, if the file isn't the
+    whole of one; one without an instrument in it is. */
 bool readPluginList(const juce::File& pluginListFile, juce::KnownPluginList& knownPlugins);
 
 /** Replaces the list file as a whole and creates missing folders. False if it can't be written: an older file

@@ -360,12 +360,14 @@ void VirtualInstrument::watchInstrument()
         needsDisplayUpdate.store(true);
     }
 
-    if (const int ticks = silencedTicks.load(); ticks > 0)
+    if (const bool silenced = isSilenced(); silenced != showsSilenced)
     {
-        // The first tick shows it and the last one takes it away.
-        silencedTicks.fetch_sub(1);
+        showsSilenced = silenced;
         needsDisplayUpdate.store(true);
     }
+
+    if (showsSilenced)
+        silencedTicks.fetch_sub(1);
 }
 
 //==============================================================================================================

@@ -291,7 +291,9 @@ private:
     std::atomic<juce::uint32> pendingMidi{0};
     std::atomic<bool> allNotesOffRequested{false};
     EasyHandover easyHandover;
+    /** Until a silenced instrument isn't shown as such any more; and whether the editor has been told. */
     std::atomic<int> silencedTicks{0};
+    bool showsSilenced = false;
     LayerMidiParameters midiParameters;
     ZoneHeldNotes zoneHeldNotes;
 

@@ -114,9 +114,14 @@ void InstrumentPanel::fillMenus()
     const auto name = readParamText(processor, id(layerSlot::pluginNameText), slot::nameTextLength);
     fill(instrumentMenu, pluginMenu(processor.getKnownPlugins(), name));
 
-    if (const auto text = missingPluginText(hosted.getMissingPluginName()); text.isNotEmpty())
+    auto warning = missingPluginText(hosted.getMissingPluginName());
+
+    if (hosted.isSilenced())
+        warning = hosted.getPluginName() + " silenced";
+
+    if (warning.isNotEmpty())
     {
-        instrumentMenu.setText(text, juce::dontSendNotification);
+        instrumentMenu.setText(warning, juce::dontSendNotification);
         instrumentMenu.setColour(juce::ComboBox::textColourId, juce::Colours::orange);
     }
     else
