@@ -12,6 +12,24 @@
 namespace quorel
 {
 
+namespace
+{
+/** The processor whose parameter this thread is writing; null for none. */
+thread_local const PluginProcessor* writingThread = nullptr;
+
+struct WriteScope
+{
+    explicit WriteScope(const PluginProcessor* processor)
+        : outer(std::exchange(writingThread, processor))
+    {
+    }
+
+    ~WriteScope() { writingThread = outer; }
+
+    const PluginProcessor* const outer;
+};
+} // namespace
+
 PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInteraction& interaction)
     : user(interaction)
     , installation(std::move(userStore), interaction)
@@ -82,6 +100,7 @@ void PluginProcessor::applyMasterGain(juce::AudioBuffer<float>& buffer)
 void PluginProcessor::timerCallback()
 {
     table.deliverPending();
+    table.takeUntold([this](int index) { tellHost(index); });
     playHead.deliverPending();
     comparison.update();
 
@@ -181,13 +200,13 @@ void PluginProcessor::setParameter(int index, float newValue)
     if (!ParameterTable::isSlot(index))
         return;
 
+    const WriteScope scope(this);
     const float value = clampUnit(newValue);
-    const float oldValue = table.get(index);
-    table.setRaw(index, value);
-    table.tellLinked(index, value);
+    const float oldValue = table.exchange(index, value);
+    table.tellLinked(index);
 
     if (index == slot::masterVolume || index == slot::masterMute)
-        gains.setMaster(table.get(slot::masterVolume), table.get(slot::masterMute));
+        gains.refreshMaster(*this);
     else if (index >= slot::masterEq && index <= slot::masterEqEnd)
         eqSettings[masterEqUnit].refresh(*this, slot::masterEq);
     else if (index >= slot::multiAssignment && index < slot::multiKnob + numMultiTargets)
@@ -204,10 +223,9 @@ void PluginProcessor::parameterOfLayerWritten(int index, float value)
     const int n = numberInLayer(index);
 
     if (n == layerSlot::volume || n == layerSlot::pan)
-        gains.setLayer(layer, table.get(layerParameter(layer, layerSlot::volume)),
-                       table.get(layerParameter(layer, layerSlot::pan)));
+        gains.refreshLayer(*this, layer);
     else if (n >= layerSlot::sendLevel && n < layerSlot::sendLevel + numSends)
-        gains.setSend(n - layerSlot::sendLevel, layer, value);
+        gains.refreshSend(*this, n - layerSlot::sendLevel, layer);
     else if (n >= layerSlot::eq && n <= layerSlot::eqEnd)
         eqSettings[static_cast<size_t>(layer)].refresh(*this, eqBase(layer));
 
@@ -235,10 +253,36 @@ void PluginProcessor::dragRangeEnd(int layer, int n, float value)
 
 void PluginProcessor::setParameterFromUi(int index, float value)
 {
-    setParameterNotifyingHost(index, value);
+    if (writingThread == this)
+    {
+        writeFollowingParameter(index, value);
+    }
+    else
+    {
+        setParameter(index, value);
+        tellHost(index);
+    }
 
     if (index > slot::view)
         session.markEdited();
+}
+
+void PluginProcessor::writeFollowingParameter(int index, float value)
+{
+    // Where the first write is the host's own, JUCE's VST client takes the next change that it hears of for the
+    // host's, and passes on that one's echo in its place.
+    setParameter(index, value);
+    table.markUntold(index);
+}
+
+void PluginProcessor::tellHost(int index)
+{
+    const float told = table.get(index);
+    sendParamChangeMessageToListeners(index, told);
+
+    // Another thread may have written and told meanwhile, before this one came to tell: never end on the older.
+    if (table.get(index) != told)
+        table.markUntold(index);
 }
 
 } // namespace quorel

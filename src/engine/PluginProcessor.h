@@ -74,6 +74,8 @@ public:
 
     void writeParameterNotifyingHost(int index, float value) override { setParameterFromUi(index, value); }
 
+    void writeFollowingParameter(int index, float value) override;
+
     MultiControls& multiControls() override { return multi; }
 
     juce::AudioPlayHead& layerPlayHead() override { return playHead; }
@@ -91,7 +93,8 @@ public:
     //==========================================================================================================
     // Parameters
 
-    /** What every gesture of the user and every MIDI-mapped change goes through. Any thread. */
+    /** What every gesture of the user and every MIDI-mapped change goes through. Tells the host at once, but for
+        a write that follows from another one: of that it hears from the timer. Any thread. */
     void setParameterFromUi(int index, float value);
     /** Asks the user for a value of the parameter and writes it. A value out of range is dropped without a
         word; parameters below the layers but the master volume take none. */
@@ -161,6 +164,7 @@ private:
     ParameterTextSources textSources();
     void timerCallback() override;
     void applyMasterGain(juce::AudioBuffer<float>& buffer);
+    void tellHost(int index);
     void parameterOfLayerWritten(int index, float value);
     void dragRangeEnd(int layer, int n, float value);
 

@@ -6,26 +6,30 @@ namespace quorel
 
 void EqUnitSettings::refresh(const ParameterAccess& parameters, int base) noexcept
 {
+    words.refresh([&] { copy(parameters, base); });
+}
+
+void EqUnitSettings::copy(const ParameterAccess& parameters, int base) noexcept
+{
     const auto value = [&](int offset) { return parameters.readParameter(base + offset); };
     const auto isOn = [&](int offset) { return value(offset) != 0.0f; };
-    constexpr auto relaxed = std::memory_order_relaxed;
 
-    on.store(isOn(eqSlot::on), relaxed);
+    on.store(isOn(eqSlot::on));
 
     for (int i = 0; i < numEqBands; ++i)
     {
         const int first = eqSlot::bands + eqSlot::slotsPerBand * i;
         auto& band = bands[static_cast<size_t>(i)];
-        band.on.store(isOn(first + eqSlot::bandOn), relaxed);
-        band.freq.store(value(first + eqSlot::bandFreq), relaxed);
-        band.width.store(value(first + eqSlot::bandWidth), relaxed);
-        band.gain.store(value(first + eqSlot::bandGain), relaxed);
+        band.on.store(isOn(first + eqSlot::bandOn));
+        band.freq.store(value(first + eqSlot::bandFreq));
+        band.width.store(value(first + eqSlot::bandWidth));
+        band.gain.store(value(first + eqSlot::bandGain));
     }
 
-    lowPassOn.store(isOn(eqSlot::lowPassOn), relaxed);
-    lowPassFreq.store(value(eqSlot::lowPassFreq), relaxed);
-    highPassOn.store(isOn(eqSlot::highPassOn), relaxed);
-    highPassFreq.store(value(eqSlot::highPassFreq), relaxed);
+    lowPassOn.store(isOn(eqSlot::lowPassOn));
+    lowPassFreq.store(value(eqSlot::lowPassFreq));
+    highPassOn.store(isOn(eqSlot::highPassOn));
+    highPassFreq.store(value(eqSlot::highPassFreq));
 }
 
 } // namespace quorel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "parameters/DerivedWords.h"
 #include "parameters/ParameterAccess.h"
 #include "parameters/ParameterLayout.h"
 
@@ -30,8 +31,13 @@ struct EqUnitSettings
     std::atomic<bool> highPassOn{false};
     std::atomic<float> highPassFreq{0.0f};
 
-    /** Reads all 17 slots from `base`. Any thread. */
+    /** Reads all 17 slots from `base`, after a write to one of them. Any thread. */
     void refresh(const ParameterAccess& parameters, int base) noexcept;
+
+private:
+    void copy(const ParameterAccess& parameters, int base) noexcept;
+
+    DerivedWords words;
 };
 
 /** Units 0 to 3 are the layers', 4 the master's. */

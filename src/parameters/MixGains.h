@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "parameters/DerivedWords.h"
+#include "parameters/ParameterAccess.h"
 #include "parameters/ParameterLayout.h"
 
 #include <array>
@@ -37,10 +39,12 @@ public:
     /** 0 while the master is muted. */
     float masterGain() const noexcept { return master.load(std::memory_order_relaxed); }
 
-    /** From fader and pan, 0 to 1 each: a linear balance, in which only the far side falls. */
-    void setLayer(int layer, float volume, float pan) noexcept;
-    void setSend(int send, int layer, float level) noexcept;
-    void setMaster(float volume, float mute) noexcept;
+    // After a write to one of the parameters that they are made from. Any thread.
+
+    /** From fader and pan: a linear balance, in which only the far side falls. */
+    void refreshLayer(const ParameterAccess& parameters, int layer) noexcept;
+    void refreshSend(const ParameterAccess& parameters, int send, int layer) noexcept;
+    void refreshMaster(const ParameterAccess& parameters) noexcept;
 
 private:
     static constexpr size_t index(int i) noexcept { return static_cast<size_t>(i); }
@@ -49,6 +53,8 @@ private:
     std::array<std::atomic<float>, numLayers> layerFaderGains{};
     std::array<std::array<std::atomic<float>, numLayers>, numSends> sendGains{};
     std::atomic<float> master{0.0f};
+    std::array<DerivedWords, numLayers> layerWords;
+    DerivedWords masterWords;
 };
 
 } // namespace quorel

@@ -57,40 +57,67 @@ bool MultiControls::isLive(int t) const noexcept
 
 void MultiControls::moveTarget(int t, float amount)
 {
-    const float moved = runningValue(t) + amount;
-    targetValue[cell(t)].store(moved, std::memory_order_relaxed);
-    parameters.writeParameter(targetParameter(t), moved);
+    const int index = targetParameter(t);
+    auto& running = targetValue[cell(t)];
+    float before = running.load();
+
+    while (!running.compare_exchange_weak(before, before + amount))
+    {
+    }
+
+    // Another thread may have moved the value on before this one came to write: the last to write is one that
+    // has seen no further move, unless the target has been given up meanwhile.
+    float written = before + amount;
+    parameters.writeFollowingParameter(index, written);
+
+    for (float now = running.load(); now != written && targetParameter(t) == index; now = running.load())
+    {
+        written = now;
+        parameters.writeFollowingParameter(index, written);
+    }
 }
 
 void MultiControls::changed(int index, float oldValue, float newValue)
 {
-    const float delta = newValue - oldValue;
-
     if (isWithin(index, slot::multiKnob, numMultiTargets))
-        knobMoved(index - slot::multiKnob, delta);
+        knobMoved(index - slot::multiKnob);
     else if (isWithin(index, slot::multiFader, numMultiFaders))
-        faderMoved(index - slot::multiFader, delta);
+        faderMoved(index - slot::multiFader);
     else if (isWithin(index, slot::multiAssignment, numMultiTargets))
         assignmentChanged(index - slot::multiAssignment, oldValue, newValue);
 }
 
-void MultiControls::knobMoved(int t, float delta)
+void MultiControls::knobMoved(int t)
 {
+    auto& stand = stands[cell(t)];
+    Stand from = stand.load();
+    Stand to{parameters.readParameter(slot::multiKnob + t), from.fader};
+
+    while (!stand.compare_exchange_weak(from, to))
+        to = {parameters.readParameter(slot::multiKnob + t), from.fader};
+
     if (isLive(t))
-        moveTarget(t, delta * 2.0f * parameters.readParameter(faderOf(t)));
+        moveTarget(t, (to.knob - from.knob) * 2.0f * from.fader);
 }
 
-void MultiControls::faderMoved(int group, float delta)
+void MultiControls::faderMoved(int group)
 {
+    const int fader = slot::multiFader + group;
     const int first = multiTargetsPerFader * group;
 
     for (int t = first; t < first + multiTargetsPerFader; ++t)
     {
-        const double knob = static_cast<double>(parameters.readParameter(slot::multiKnob + t));
-        const float depth = static_cast<float>((knob - 0.5) * 2.0);
+        auto& stand = stands[cell(t)];
+        Stand from = stand.load();
+        Stand to{from.knob, parameters.readParameter(fader)};
+
+        while (!stand.compare_exchange_weak(from, to))
+            to = {from.knob, parameters.readParameter(fader)};
+
+        const float depth = static_cast<float>((static_cast<double>(from.knob) - 0.5) * 2.0);
 
         if (isLive(t))
-            moveTarget(t, depth * delta);
+            moveTarget(t, depth * (to.fader - from.fader));
     }
 }
 
@@ -119,6 +146,9 @@ void MultiControls::assignmentChanged(int t, float oldValue, float newValue)
             parameters.writeParameter(slot::multiKnob + t, 0.5f);
 
         const int index = parameterOfListNumber(newNumber);
+        // A chunk brings knob and fader in without a move.
+        stands[cell(t)].store(
+            {parameters.readParameter(slot::multiKnob + t), parameters.readParameter(faderOf(t))});
         targetIndex[cell(t)].store(index, std::memory_order_relaxed);
         targetValue[cell(t)].store(parameters.readParameter(index), std::memory_order_relaxed);
     }

@@ -16,7 +16,7 @@ namespace quorel
     Each target keeps a running value that the table doesn't clamp: a sweep may drive it past its end and
     comes back along the same path. At any time that value is base + (knob - 0.5) * 2 * fader, with the base
     taken when the target was assigned. Each move adds only its own share, so knobs and faders may be moved in
-    any order. */
+    any order, and by several threads at once. */
 class MultiControls
 {
 public:
@@ -50,15 +50,26 @@ public:
 private:
     static constexpr size_t cell(int t) noexcept { return static_cast<size_t>(t); }
 
+    /** Where a target's knob and fader stood at the last move that its running value has taken in. One word, so
+        that a knob and a fader that move at once each add their share for where the other one then stands. */
+    struct Stand
+    {
+        float knob;
+        float fader;
+    };
+
+    static_assert(std::atomic<Stand>::is_always_lock_free, "the audio thread moves targets, too");
+
     bool isLive(int t) const noexcept;
     void moveTarget(int t, float amount);
-    void knobMoved(int t, float delta);
-    void faderMoved(int group, float delta);
+    void knobMoved(int t);
+    void faderMoved(int group);
     void assignmentChanged(int t, float oldValue, float newValue);
 
     ParameterAccess& parameters;
     std::array<std::atomic<float>, numMultiTargets> targetValue{};
     std::array<std::atomic<int>, numMultiTargets> targetIndex{};
+    std::array<std::atomic<Stand>, numMultiTargets> stands{};
 };
 
 } // namespace quorel

@@ -19,6 +19,10 @@ public:
 
     /** The same, and tells the host and, for an index above 2, marks the preset as edited. */
     virtual void writeParameterNotifyingHost(int index, float value) = 0;
+
+    /** Stores a value that follows from another write, as `writeParameter` does; a host hears of it soon after,
+        from the message thread. */
+    virtual void writeFollowingParameter(int index, float value) { writeParameter(index, value); }
 };
 
 } // namespace quorel

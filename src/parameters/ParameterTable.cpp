@@ -24,16 +24,54 @@ float ParameterTable::get(int index) const noexcept
     return isSlot(index) ? clampUnit(raw(index)) : 0.0f;
 }
 
+float ParameterTable::exchange(int index, float value) noexcept
+{
+    return clampUnit(values[slotIndex(index)].exchange(clampUnit(value), std::memory_order_seq_cst));
+}
+
 void ParameterTable::markDirty(int index) noexcept
 {
     if (index > 0 && index < numHostParameters)
-        dirty[slotIndex(index)].store(true, std::memory_order_relaxed);
+        dirty[slotIndex(index)].store(true, std::memory_order_release);
+}
+
+void ParameterTable::markUntold(int index) noexcept
+{
+    if (index < 0 || index >= numHostParameters)
+        return;
+
+    untold[slotIndex(index)].store(true);
+    anyUntold.store(true);
+}
+
+void ParameterTable::tellLinked(int index) noexcept
+{
+    auto* object = linkedValues[slotIndex(index)].load(std::memory_order_seq_cst);
+
+    if (object == nullptr)
+        return;
+
+    // Another thread may have stored a newer value before this one came to tell its own: the last to tell is
+    // one that has seen no newer value since.
+    float told = get(index);
+    object->setValueEased(static_cast<double>(told));
+
+    for (float now = get(index); now != told; now = get(index))
+    {
+        told = now;
+        object->setValueEased(static_cast<double>(told));
+    }
 }
 
 void ParameterTable::clearDirty() noexcept
 {
     for (auto& flag : dirty)
         flag.store(false, std::memory_order_relaxed);
+
+    anyUntold.store(false);
+
+    for (auto& flag : untold)
+        flag.store(false);
 }
 
 void ParameterTable::deliverPending()

@@ -6,12 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <limits>
 #include <random>
+#include <thread>
 
 namespace quorel::test
 {
@@ -83,6 +85,62 @@ TEST(PluginFile, keeps_every_parameter_within_0_to_1_whatever_a_host_writes)
         EXPECT_EQ(host.text(effGetParamName, index), "") << index;
         host.text(effGetParamDisplay, index);
     }
+}
+
+TEST(PluginFile, tells_its_host_of_parameters_that_move_along_with_others)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    // Two rounds of the plug-in's 50 ms timer, and what a busy machine adds.
+    const auto changesSoon = [&host]
+    {
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        return host.takeChanges();
+    };
+    const auto expectOne = [&](int index)
+    {
+        const auto changes = changesSoon();
+        ASSERT_EQ(changes.size(), 1u);
+        EXPECT_EQ(changes[0].index, index);
+        EXPECT_EQ(changes[0].value, host.parameter(index));
+    };
+    const int keyMin = layerParameter(1, 260);
+    const int keyMax = keyMin + 1;
+    host.setParameter(keyMax, 0.4f);
+    EXPECT_TRUE(changesSoon().empty()) << "what the host writes itself isn't told";
+    host.setParameter(keyMin, 0.6f);
+    expectOne(keyMax);
+    EXPECT_EQ(host.parameter(keyMax), 0.6f);
+    std::thread([&] { host.setParameter(keyMax, 0.2f); }).join();
+    expectOne(keyMin);
+
+    // The first multi-control fader moves the first layer's volume: many moves make few messages.
+    const auto number = [](int n) { return static_cast<float>(n / 65536.0 + 0.5); };
+    const int volume = layerParameter(0, 232);
+    host.setParameter(volume, 0.2f);
+    host.setParameter(1330, number(1));
+    host.setParameter(1354, 1.0f);
+    changesSoon();
+    for (int i = 1; i <= 1000; ++i)
+        host.setParameter(1350, static_cast<float>(i) / 2000.0f);
+    auto moves = changesSoon();
+    ASSERT_FALSE(moves.empty());
+    EXPECT_LT(moves.size(), 10u);
+    EXPECT_EQ(moves.back().index, volume);
+    EXPECT_EQ(moves.back().value, host.parameter(volume));
+    EXPECT_NEAR(host.parameter(volume), 0.7f, 1e-4f);
+
+    // A tied controller is told within its block, and what it moves in its turn soon after.
+    host.setParameter(1050 + 20, number(1350));
+    host.takeChanges();
+    host.render(512, {{0, {0xb0, 20, 0}}});
+    moves = host.takeChanges();
+    ASSERT_FALSE(moves.empty());
+    EXPECT_EQ(moves[0].index, 1350);
+    for (const auto& change : changesSoon())
+        moves.push_back(change);
+    ASSERT_EQ(moves.size(), 2u);
+    EXPECT_EQ(moves[1].index, volume);
+    EXPECT_NEAR(moves[1].value, 0.2f, 1e-4f);
 }
 
 TEST(PluginFile, answers_about_its_editor_without_a_display)

@@ -150,21 +150,26 @@ TEST(Parameters, NumbersTextsAndProgramsSurviveTheirCodingAndHostsThatStoreSixDi
 TEST(Parameters, RangeEndsDragEachOtherAndTellTheHost)
 {
     ProcessorRig rig;
-    const HostEar ear(rig.processor);
+    HostEar ear(rig.processor);
+    const auto hostHears = [&](int index, float value)
+    {
+        ear.heard.clear();
+        return pumpUntil([&] { return !ear.heard.empty(); }, 2000) &&
+               ear.heard == std::vector{std::make_pair(index, value)};
+    };
 
     for (const int low : {260, 262, 270, 284, 286, 300})
     {
         rig.set(layerParameter(1, low), 0.2f);
         rig.set(layerParameter(1, low + 1), 0.4f);
         rig.processor.getSession().markSaved();
-        const auto before = ear.heard.size();
         rig.set(layerParameter(1, low), 0.6f);
         EXPECT_EQ(rig.getLayer(1, low + 1), 0.6f) << low;
-        ASSERT_EQ(ear.heard.size(), before + 1);
-        EXPECT_EQ(ear.heard.back(), std::make_pair(layerParameter(1, low + 1), 0.6f));
+        EXPECT_TRUE(hostHears(layerParameter(1, low + 1), 0.6f)) << low;
         EXPECT_TRUE(rig.processor.getSession().isEdited());
         rig.set(layerParameter(1, low + 1), 0.1f);
         EXPECT_EQ(rig.getLayer(1, low), 0.1f) << low;
+        EXPECT_TRUE(hostHears(layerParameter(1, low), 0.1f)) << low;
     }
 }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #if defined(_WIN32)
 #ifndef WIN32_LEAN_AND_MEAN
@@ -76,7 +77,7 @@ RawVst2Host::~RawVst2Host()
     closeLibrary(library);
 }
 
-t_fstPtrInt RawVst2Host::answer(AEffect* effect, int opcode, int, t_fstPtrInt, void* data, float)
+t_fstPtrInt RawVst2Host::answer(AEffect* effect, int opcode, int index, t_fstPtrInt, void* data, float option)
 {
     auto* host = effect != nullptr ? static_cast<RawVst2Host*>(effect->user) : nullptr;
     switch (opcode)
@@ -97,9 +98,22 @@ t_fstPtrInt RawVst2Host::answer(AEffect* effect, int opcode, int, t_fstPtrInt, v
         if (host != nullptr)
             ++host->displayUpdates;
         return 1;
+    case audioMasterAutomate:
+        if (host != nullptr)
+        {
+            const std::lock_guard<std::mutex> lock(host->changesLock);
+            host->changes.push_back({index, option});
+        }
+        return 1;
     default:
         return 0;
     }
+}
+
+std::vector<RawVst2Host::Change> RawVst2Host::takeChanges()
+{
+    const std::lock_guard<std::mutex> lock(changesLock);
+    return std::exchange(changes, {});
 }
 
 t_fstPtrInt RawVst2Host::dispatch(int opcode, int index, t_fstPtrInt value, void* data, float option)

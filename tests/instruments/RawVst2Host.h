@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -60,11 +61,22 @@ public:
     /** How often the plug-in asked its host to refresh the display, from whichever thread. */
     std::atomic<int> displayUpdates{0};
 
+    struct Change
+    {
+        int index;
+        float value;
+    };
+
+    /** The changes of parameters that the plug-in has told since the last call, from whichever thread. */
+    std::vector<Change> takeChanges();
+
 private:
     static t_fstPtrInt answer(AEffect* effect, int opcode, int index, t_fstPtrInt value, void* data,
                               float option);
     void renderBlock(float* left, float* right, int n, const std::vector<MidiEvent>& events);
 
+    std::mutex changesLock;
+    std::vector<Change> changes;
     void* library = nullptr;
     AEffect* plugin = nullptr;
     double rate = 44100.0;
