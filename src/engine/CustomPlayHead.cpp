@@ -90,6 +90,7 @@ void CustomPlayHead::updateFromHost()
     if (!position.isPlaying)
         return;
 
+    tempoToldByHost.store(position.bpm);
     masterBpm.setValueEased(position.bpm);
     updateBarLength();
 
@@ -111,9 +112,12 @@ void CustomPlayHead::takePosition(const PositionInfo& host)
 {
     // The transport follows a stopped host, too. What the host leaves out or garbles keeps its last sensible
     // value.
-    const double hostTempo = host.getBpm().orFallback(0.0);
-    if (isTempo(hostTempo))
-        tempo.store(hostTempo, std::memory_order_relaxed);
+    if (const double told = host.getBpm().orFallback(0.0); isTempo(told))
+    {
+        hostTempo.store(told, std::memory_order_relaxed);
+        if (host.getIsPlaying())
+            userTempo.store(0.0, std::memory_order_relaxed);
+    }
     position.bpm = bpm();
 
     const auto signature = host.getTimeSignature().orFallback(TimeSignature{0, 0});
@@ -144,8 +148,9 @@ void CustomPlayHead::setBpm(float newBpm)
     const auto wanted = static_cast<double>(newBpm);
     if (!isTempo(wanted))
         return;
+    tempoToldByHost.store(0.0);
     masterBpm.setValueEased(wanted);
-    tempo.store(wanted, std::memory_order_relaxed);
+    userTempo.store(wanted, std::memory_order_relaxed);
     updateBarLength();
 }
 
@@ -153,8 +158,9 @@ void CustomPlayHead::valueChanged(juce::Value& changed)
 {
     const auto wanted = static_cast<float>(changed.getValue());
     // The echo of a tempo that came from here. Setting it again, rounded to a float, would look like a new
-    // one to the audio thread, which would answer it, and so on without end.
-    if (wanted == static_cast<float>(bpm()))
+    // one to the audio thread, which would answer it, and so on without end. One of the host's may come late,
+    // when the host has stopped at another tempo: it isn't the user's choice.
+    if (wanted == static_cast<float>(bpm()) || wanted == static_cast<float>(tempoToldByHost.load()))
         updateBarLength();
     else
         setBpm(wanted);

@@ -11,9 +11,9 @@ namespace quorel
 {
 
 /** The play head that the hosted instruments see, and the tempo of the effects. Follows the host's transport
-    at every block; without a host's play head it serves the tempo that the user set. Nonsense from a host (a
-    tempo of 0, a time signature with a 0, positions that are not numbers) does no harm: the last good value
-    stays. */
+    at every block, and its tempo, too; but a tempo that the user sets holds until the host plays. Nonsense from a
+    host (a tempo of 0, a time signature with a 0, positions that are not numbers) does no harm: the last good
+    value stays. */
 class CustomPlayHead final : public juce::AudioPlayHead, public juce::Value::Listener
 {
 public:
@@ -31,8 +31,8 @@ public:
     void setHostPlayHead(juce::AudioPlayHead* newHostPlayHead) noexcept;
 
     /** Sets the tempo in quarter notes per minute. What can't be a tempo is ignored; there is no other limit,
-        as the range of the tempo box is the editor's business. A playing host overrides it at its next block.
-        Message thread. */
+        as the range of the tempo box is the editor's business. It holds while the host stands, whatever the host
+        says, and a playing host overrides it at its next block. Message thread. */
     void setBpm(float newBpm);
 
     /** `masterBpm` was moved from outside: its value becomes the tempo. */
@@ -42,7 +42,11 @@ public:
     void deliverPending();
 
     /** Tempo now. Any thread. */
-    double bpm() const noexcept { return tempo.load(std::memory_order_relaxed); }
+    double bpm() const noexcept
+    {
+        const double chosen = userTempo.load(std::memory_order_relaxed);
+        return chosen > 0.0 ? chosen : hostTempo.load(std::memory_order_relaxed);
+    }
 
     /** Length in samples of a bar of as many quarter notes as the signature has beats, at the process's last
         sample rate; 0 before the first tempo. Any thread. */
@@ -61,7 +65,12 @@ private:
     void takePosition(const PositionInfo& host);
     void updateBarLength() noexcept;
 
-    std::atomic<double> tempo{120.0};
+    // Two words, so that a block can't undo what the user sets at that moment.
+    std::atomic<double> hostTempo{120.0};
+    /** 0 for none: the host has played since, or the user never set one. */
+    std::atomic<double> userTempo{0.0};
+    /** What the audio thread gave to `masterBpm`, as long as nobody else has moved it. */
+    std::atomic<double> tempoToldByHost{0.0};
     /** Copy of the signature in `position` for the message thread. */
     std::atomic<int> beatsPerBar{4};
     std::atomic<std::uint32_t> samplesPerBar{0};
@@ -69,7 +78,7 @@ private:
     double barFraction = 0.0;
     double previousBarFraction = 0.0;
     double previousPpqPosition = 0.0;
-    /** What is served. It belongs to the audio thread, but for the tempo, which `tempo` holds. */
+    /** What is served. It belongs to the audio thread, but for the tempo, which `bpm` tells. */
     CurrentPositionInfo position;
     std::atomic<juce::AudioPlayHead*> hostPlayHead{nullptr};
     const double creationSeconds;

@@ -165,6 +165,33 @@ TEST_F(CustomPlayHeadTest, FollowsAStoppedTransportButNotIntoTheLinkedTempo)
     EXPECT_NEAR(head.getBarFraction(), 0.25, 1.0e-6);
 }
 
+TEST_F(CustomPlayHeadTest, HoldsTheUsersTempoUntilTheHostPlaysAgain)
+{
+    const auto standingHostTells = [this](double bpm)
+    {
+        host.set(false, bpm, 4, 4, 0.0);
+        block();
+        head.deliverPending();
+        test::pumpFor(10);
+        block();
+        return head.bpm();
+    };
+    playBlock(111.0, 4, 4, 1.0);
+    EXPECT_EQ(standingHostTells(85.0), 85.0)
+        << "the late echo of the host's own tempo is no choice of the user";
+    head.setBpm(97.0f);
+    EXPECT_EQ(standingHostTells(85.0), 97.0);
+    EXPECT_EQ(standingHostTells(86.0), 97.0);
+    EXPECT_EQ(*head.getPosition()->getBpm(), 97.0);
+    playBlock(0.0, 4, 4, 1.0);
+    EXPECT_EQ(head.bpm(), 97.0) << "a host that plays without a tempo has none to offer";
+    playBlock(130.0, 4, 4, 1.0);
+    EXPECT_EQ(head.bpm(), 130.0);
+    EXPECT_EQ(standingHostTells(86.0), 86.0);
+    head.masterBpm.setValue(132.0);
+    EXPECT_EQ(standingHostTells(86.0), 132.0);
+}
+
 TEST_F(CustomPlayHeadTest, KeepsTheLastGoodValuesOfAHostThatTellsNonsense)
 {
     playBlock(100.0, 5, 8, 2.0);
