@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UserStore.h"
 
+#include "platform/FileOperations.h"
+#include "platform/ValueFile.h"
+
 namespace quorel
 {
 
 namespace
 {
 constexpr int lockTimeoutMillis = 2000;
-
-juce::PropertiesFile::Options storeOptions()
-{
-    juce::PropertiesFile::Options options;
-    options.storageFormat = juce::PropertiesFile::storeAsXML;
-    options.ignoreCaseOfKeyNames = true;
-    // No timer: each write reads, changes and saves in one go.
-    options.millisecondsBeforeSaving = -1;
-    return options;
-}
 
 juce::String fullName(const juce::String& key, const juce::String& name)
 {
@@ -64,7 +57,7 @@ bool keepBrokenCopy(const juce::File& file)
             return true;
         copy = file.getSiblingFile(file.getFileName() + ".broken" + juce::String(i));
     }
-    return file.copyFileTo(copy);
+    return copyFile(file, copy);
 }
 } // namespace
 
@@ -75,7 +68,7 @@ FileUserStore::FileUserStore(const juce::File& storeFile)
 
 juce::String FileUserStore::read(const juce::String& key, const juce::String& name) const
 {
-    return juce::PropertiesFile(file, storeOptions()).getValue(fullName(key, name));
+    return ValueFile(file, ValueFile::Names::anyCase).get(fullName(key, name));
 }
 
 bool FileUserStore::write(const juce::String& key, const juce::String& name, const juce::String& value)
@@ -85,15 +78,13 @@ bool FileUserStore::write(const juce::String& key, const juce::String& name, con
 
     const juce::ScopedLock threads(writeLock());
     const ProcessLock processes(file);
-    juce::PropertiesFile settings(file, storeOptions());
-    if (!settings.isValidFile() && file.getSize() > 0 && !keepBrokenCopy(file))
+    ValueFile settings(file, ValueFile::Names::anyCase);
+
+    if (settings.isBroken() && !keepBrokenCopy(file))
         return false;
 
-    settings.setValue(fullName(key, name), value);
-    if (settings.save())
-        return true;
-    settings.setNeedsToBeSaved(false);
-    return false;
+    settings.set(fullName(key, name), value);
+    return settings.save();
 }
 
 } // namespace quorel

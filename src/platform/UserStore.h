@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <juce_data_structures/juce_data_structures.h>
+#include <juce_core/juce_core.h>
 
 namespace quorel
 {

@@ -4,6 +4,7 @@
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
 #include "support/ScratchFolder.h"
+#include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -86,6 +87,35 @@ TEST(UserStore, UnwritablePlacesAreReported)
     folder.child("dir.xml").createDirectory();
     FileUserStore onFolder(folder.child("dir.xml"));
     EXPECT_FALSE(onFolder.write(key, "Banks Path", "/x"));
+}
+
+TEST(UserStore, AFullDiskLosesNoSetting)
+{
+    const test::SmallDisk disk(64);
+
+    if (!disk.isThere())
+        GTEST_SKIP() << "no disk can be mounted here";
+
+    FileUserStore store(disk.child("Registry.xml"));
+
+    for (int i = 0; i < 100; ++i)
+        ASSERT_TRUE(store.write(key, juce::String(i), juce::String::repeatedString("x", 100)));
+
+    for (const int free : {0, 4096, 8192})
+    {
+        disk.fill(free);
+        EXPECT_FALSE(store.write(key, "0", juce::String::repeatedString("y", 100)));
+        EXPECT_EQ(store.read(key, "0"), juce::String::repeatedString("x", 100));
+        EXPECT_EQ(store.read(key, "99"), juce::String::repeatedString("x", 100));
+    }
+
+    // Nor is a broken file given up before its copy is whole.
+    disk.child("ballast").deleteFile();
+    const auto broken = "no XML " + juce::String::repeatedString("z", 9000);
+    disk.child("Registry.xml").replaceWithText(broken);
+    disk.fill(8192);
+    EXPECT_FALSE(store.write(key, "0", "new"));
+    EXPECT_EQ(disk.child("Registry.xml").loadFileAsString(), broken);
 }
 
 TEST(UserStore, ConcurrentWritersLoseNothing)

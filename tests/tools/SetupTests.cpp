@@ -1,13 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "hosting/InstrumentTable.h"
 #include "hosting/PluginScanner.h"
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
 #include "support/RecordingInteraction.h"
 #include "support/ScratchFolder.h"
+#include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
+
+#if !JUCE_WINDOWS
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace quorel
 {
@@ -195,6 +204,113 @@ TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
     EXPECT_EQ(text("01 Keys/Removed.qrl"), "removed");
     EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
 }
+
+#if !JUCE_WINDOWS
+/** Everything that setup installs, small and made up; half of it differs between versions. */
+class MadeUpSource : public testing::Test
+{
+protected:
+    MadeUpSource()
+    {
+        for (const juce::String version : {"1", "2"})
+        {
+            juce::StringArray names;
+            for (const auto& row : instrumentTable)
+                names.addIfNotAlreadyThere(row.name);
+            for (int i = 0; i < names.size(); ++i)
+            {
+                const auto text = names[i] + (i % 2 == 0 ? version : juce::String("0"));
+                folder.write(version + "/Ostrand/" + binary(names[i]),
+                             juce::String::repeatedString(text, 3000));
+                folder.write(version + "/Banks/" + names[i] + "/a.fxb", text + " bank");
+                folder.write(version + "/presets/01 Keys/" + names[i] + ".qrl", text + " preset");
+            }
+            folder.write(version + "/Help/guide.html", "guide " + version);
+        }
+    }
+
+    juce::StringArray arguments(const juce::File& prefix, const juce::String& version) const
+    {
+        return {"--prefix", prefix.getFullPathName(), "--from", folder.child(version).getFullPathName()};
+    }
+
+    /** The contents alone. */
+    static std::map<juce::String, std::string> contentsOf(const juce::File& prefix)
+    {
+        std::map<juce::String, std::string> contents;
+        for (const auto& [name, file] : snapshot(prefix))
+            contents[name] = file.first;
+        return contents;
+    }
+
+    const test::ScratchFolder folder;
+};
+
+TEST_F(MadeUpSource, aKilledSetupKnowsItsFilesTheNextTime)
+{
+    const auto prefix = folder.child("prefix");
+    const auto program = juce::String(QUOREL_TEST_SETUP).toStdString();
+    const auto start = juce::Time::getMillisecondCounterHiRes();
+    ASSERT_EQ(setup(arguments(prefix, "1")).exitCode, 0);
+    const auto wholeRun = juce::Time::getMillisecondCounterHiRes() - start;
+    ASSERT_TRUE(prefix.deleteRecursively());
+    juce::Random random(7);
+
+    for (int round = 0; round < 40; ++round)
+    {
+        const pid_t child = fork();
+        if (child == 0)
+        {
+            const auto from = folder.child(round % 2 == 0 ? "1" : "2").getFullPathName().toStdString();
+            const auto to = prefix.getFullPathName().toStdString();
+            const int nowhere = open("/dev/null", O_WRONLY);
+            dup2(nowhere, 1);
+            execl(program.c_str(), program.c_str(), "--prefix", to.c_str(), "--from", from.c_str(),
+                  static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        ASSERT_GT(child, 0);
+        usleep(static_cast<useconds_t>(wholeRun * 1000.0 * random.nextDouble()));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
+
+    const auto last = setup(arguments(prefix, "2"));
+    EXPECT_EQ(last.exitCode, 0);
+    EXPECT_FALSE(last.text.contains("by you")) << last.text;
+    const auto killed = contentsOf(prefix);
+    ASSERT_TRUE(prefix.deleteRecursively());
+    ASSERT_EQ(setup(arguments(prefix, "2")).exitCode, 0);
+    const auto clean = contentsOf(prefix);
+    for (const auto& [name, contents] : clean)
+        EXPECT_TRUE(killed.count(name) == 1 && (name.endsWith("ml") || killed.at(name) == contents)) << name;
+    EXPECT_EQ(killed.size(), clean.size()) << "something is left over";
+}
+
+TEST_F(MadeUpSource, aFullDiskCutsNothing)
+{
+    const test::SmallDisk disk(600);
+    if (!disk.isThere())
+        GTEST_SKIP() << "no disk can be mounted here";
+
+    const auto prefix = disk.child("prefix");
+    ASSERT_EQ(setup(arguments(prefix, "1")).exitCode, 0);
+    const auto old = contentsOf(prefix);
+    for (const int free : {0, 12000})
+    {
+        disk.fill(free);
+        const auto full = setup(arguments(prefix, "2"));
+        EXPECT_EQ(full.exitCode, 1) << free;
+        EXPECT_TRUE(full.text.contains("No space left on device)")) << full.text;
+        for (const auto& [name, contents] : contentsOf(prefix))
+            EXPECT_TRUE(name.endsWith("ml") || contents.size() == old.at(name).size()) << name;
+    }
+    disk.child("ballast").deleteFile();
+    const auto last = setup(arguments(prefix, "2"));
+    EXPECT_EQ(last.exitCode, 0);
+    EXPECT_FALSE(last.text.contains("by you")) << last.text;
+}
+#endif
 
 TEST(Setup, errorsAreOneLineAndAnExitCode)
 {

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstalledFiles.h"
 
+#include "platform/FileOperations.h"
+#include "platform/FileReplacement.h"
+
+#include <cstring>
+
 namespace quorel
 {
 
 namespace
 {
-juce::PropertiesFile::Options manifestOptions()
-{
-    juce::PropertiesFile::Options options;
-    options.storageFormat = juce::PropertiesFile::storeAsXML;
-    options.millisecondsBeforeSaving = -1;
-    return options;
-}
+/** Stands between what a file held and what a run that may not have ended was about to make of it. */
+constexpr const char* announcedMark = ";";
 
 /** Size and FNV-1a sum, which is enough to notice a change. Empty if the file can't be read. */
 juce::String fingerprint(const juce::File& file)
@@ -26,50 +26,117 @@ juce::String fingerprint(const juce::File& file)
     return juce::String(bytes.getSize()) + ":" + juce::String::toHexString(sum);
 }
 
-bool replace(const juce::File& source, const juce::File& target)
+/** True for the start of `source` alone, as earlier versions left it on a full disk. */
+bool isCutCopy(const juce::File& target, const juce::File& source)
 {
-    if (!target.getParentDirectory().createDirectory())
-        return false;
-    const juce::TemporaryFile temporary(target);
-    return source.copyFileTo(temporary.getFile()) && temporary.overwriteTargetFileWithTemporary();
+    juce::MemoryBlock is, wanted;
+    return readWholeFile(target, is) && readWholeFile(source, wanted) && is.getSize() < wanted.getSize() &&
+           (is.isEmpty() || std::memcmp(is.getData(), wanted.getData(), is.getSize()) == 0);
 }
 } // namespace
 
 InstalledFiles::InstalledFiles(const juce::File& manifest)
-    : contents(manifest, manifestOptions())
+    : contents(manifest, ValueFile::Names::exact)
 {
+}
+
+void InstalledFiles::remember(const juce::String& name, const juce::String& value)
+{
+    if (contents.get(name) == value)
+        return;
+
+    if (value.isEmpty())
+        contents.remove(name);
+    else
+        contents.set(name, value);
+
+    isSaved = false;
+}
+
+InstalledFiles::Copy InstalledFiles::look(const juce::File& source, const juce::File& target,
+                                          bool restoreRemoved) const
+{
+    const auto known =
+        juce::StringArray::fromTokens(contents.get(target.getFullPathName()), announcedMark, {});
+    Copy copy;
+    copy.wanted = fingerprint(source);
+    copy.before = known[0];
+
+    if (copy.wanted.isEmpty())
+        return copy;
+
+    if (!target.exists())
+    {
+        copy.result = copy.before.isNotEmpty() && !restoreRemoved ? Result::keptRemoved : Result::added;
+        return copy;
+    }
+
+    const auto present = fingerprint(target);
+    const bool isOurs = present.isNotEmpty() && known.contains(present);
+
+    if (present == copy.wanted)
+        copy.result = Result::unchanged;
+    else
+        copy.result = isOurs || isCutCopy(target, source) ? Result::updated : Result::keptChanged;
+
+    return copy;
+}
+
+bool InstalledFiles::announce(const juce::File& source, const juce::File& target, bool restoreRemoved)
+{
+    const auto copy = look(source, target, restoreRemoved);
+
+    if (copy.result != Result::added && copy.result != Result::updated)
+        return false;
+
+    const auto& name = target.getFullPathName();
+    const auto known = contents.get(name);
+
+    // What earlier runs announced may be there, too.
+    if (!juce::StringArray::fromTokens(known, announcedMark, {}).contains(copy.wanted))
+        remember(name, known + announcedMark + copy.wanted);
+
+    return copy.result == Result::added;
 }
 
 InstalledFiles::Result InstalledFiles::install(const juce::File& source, const juce::File& target,
-                                               bool restoreRemoved)
+                                               bool restoreRemoved, juce::String& reason)
 {
-    const auto& name = target.getFullPathName();
-    const auto wanted = fingerprint(source);
-    const auto installed = contents.getValue(name);
-    const bool exists = target.exists();
-    const auto present = exists ? fingerprint(target) : juce::String();
-    if (wanted.isEmpty())
-        return Result::failed;
+    removeLeftovers(target.getParentDirectory());
+    const auto copy = look(source, target, restoreRemoved);
 
-    if (!exists && installed.isNotEmpty() && !restoreRemoved)
-        return Result::keptRemoved;
-    if (exists && present != wanted && present != installed)
-        return Result::keptChanged;
-    if (present != wanted && !replace(source, target))
-        return Result::failed;
+    switch (copy.result)
+    {
+    case Result::failed:
+        reason = "it can't be read";
+        return copy.result;
+    case Result::keptChanged:
+    case Result::keptRemoved:
+        remember(target.getFullPathName(), copy.before);
+        return copy.result;
+    case Result::unchanged:
+        break;
+    case Result::added:
+    case Result::updated:
+        if (const auto result = copyFile(source, target); result.failed())
+        {
+            reason = result.getErrorMessage();
+            return Result::failed;
+        }
+    }
 
-    contents.setValue(name, wanted);
-    if (present == wanted)
-        return Result::unchanged;
-    return exists ? Result::updated : Result::added;
+    remember(target.getFullPathName(), copy.wanted);
+    return copy.result;
 }
 
-bool InstalledFiles::save()
+juce::Result InstalledFiles::save()
 {
-    if (contents.saveIfNeeded())
-        return true;
-    contents.setNeedsToBeSaved(false);
-    return false;
+    if (isSaved)
+        return juce::Result::ok();
+
+    const auto result = contents.save();
+    isSaved = result.wasOk();
+    return result;
 }
 
 } // namespace quorel

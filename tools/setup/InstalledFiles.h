@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <juce_data_structures/juce_data_structures.h>
+#include "platform/ValueFile.h"
+
+#include <juce_core/juce_core.h>
 
 namespace quorel
 {
 
 /** Copies files into place and remembers what they held, so that a later run can tell a file of ours
-    from one that the user changed. The memory is a file of its own that is written by `save`. */
+    from one that the user changed. The memory is a file of its own: `save` writes it, once with what is
+    about to be copied and once with what was, so that a run that is killed knows its files the next time. */
 class InstalledFiles
 {
 public:
@@ -28,15 +31,33 @@ public:
         failed
     };
 
-    /** Brings `target` to what `source` holds, replaced as a whole, unless the user changed or removed
-        it. With `restoreRemoved` a removed file comes back. */
-    Result install(const juce::File& source, const juce::File& target, bool restoreRemoved);
+    /** Remembers that `install` is about to change `target`. True where it will add it. */
+    bool announce(const juce::File& source, const juce::File& target, bool restoreRemoved);
 
-    /** False where the memory can't be written. */
-    bool save();
+    /** Brings `target` to what `source` holds, replaced as a whole, unless the user changed or removed
+        it. With `restoreRemoved` a removed file comes back. `reason` is why it failed. */
+    Result install(const juce::File& source, const juce::File& target, bool restoreRemoved,
+                   juce::String& reason);
+
+    /** Does nothing where nothing has changed. */
+    juce::Result save();
 
 private:
-    juce::PropertiesFile contents;
+    struct Copy
+    {
+        Result result = Result::failed;
+        /** Fingerprint of the source. */
+        juce::String wanted;
+        /** That of what was last installed, if anything was. */
+        juce::String before;
+    };
+
+    /** What `install` has to do. */
+    Copy look(const juce::File& source, const juce::File& target, bool restoreRemoved) const;
+    void remember(const juce::String& name, const juce::String& value);
+
+    ValueFile contents;
+    bool isSaved = true;
 };
 
 } // namespace quorel

@@ -2,6 +2,7 @@
 #include "Installer.h"
 
 #include "hosting/InstrumentTable.h"
+#include "platform/FileReplacement.h"
 #include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
 
@@ -57,12 +58,55 @@ bool Installer::run(bool restoreRemoved)
     for (const auto& setting : ownSettings())
         writeSetting(setting);
     createFolders();
-    installInstruments(restoreRemoved);
-    installPresets(restoreRemoved);
-    installGuide(restoreRemoved);
-    if (!files.save())
-        fail("cannot write the list of installed files in " + places.dataFolder.getFullPathName());
+
+    const auto instruments = planInstruments();
+    std::vector<Copies> banks;
+    for (const auto& name : instrumentNames())
+        banks.push_back(planBanks(name));
+    const auto presets = planPresets();
+    const auto guide = planGuide();
+
+    bool addsInstruments = false;
+    for (const auto& [from, to] : instruments)
+        addsInstruments = files.announce(from, to, restoreRemoved) || addsInstruments;
+    for (const auto& copies : banks)
+        announce(copies, restoreRemoved);
+    announce(presets, restoreRemoved);
+    announce(guide, restoreRemoved);
+    saveList();
+
+    // Also when this run doesn't get to its end.
+    if (addsInstruments)
+        forgetPluginList();
+    const auto paths = readPaths(store);
+    say(summary("Instruments in " + paths.pluginFolder.getFullPathName(),
+                install(instruments, restoreRemoved)));
+    if (addsInstruments)
+        forgetPluginList();
+    installBanks(banks, restoreRemoved);
+    if (paths.banksFolder != juce::File())
+        say(summary("Factory presets in " + paths.banksFolder.getFullPathName(),
+                    install(presets, restoreRemoved)));
+    if (paths.helpFolder != juce::File())
+        say(summary("User guide in " + paths.helpFolder.getFullPathName(), install(guide, restoreRemoved)));
+    saveList();
     return succeeded;
+}
+
+void Installer::announce(const Copies& copies, bool restoreRemoved)
+{
+    for (const auto& [from, to] : copies)
+        files.announce(from, to, restoreRemoved);
+}
+
+void Installer::saveList()
+{
+    if (const auto result = files.save(); result.failed() && !listFailed)
+    {
+        fail("cannot write the list of installed files in " + places.dataFolder.getFullPathName() + " (" +
+             result.getErrorMessage() + ")");
+        listFailed = true;
+    }
 }
 
 juce::String Installer::describeSettings() const
@@ -110,6 +154,8 @@ void Installer::writeSetting(const Setting& setting)
 
 void Installer::createFolders()
 {
+    removeLeftovers(places.settingsFolder);
+    removeLeftovers(places.dataFolder);
     const auto paths = readPaths(store);
     const std::pair<const char*, juce::File> folders[] = {
         {pathSetting::banks, paths.banksFolder},
@@ -127,29 +173,66 @@ void Installer::createFolders()
     }
 }
 
-void Installer::installInstruments(bool restoreRemoved)
+Installer::Copies Installer::planInstruments()
 {
     const auto from = source.getChildFile("Ostrand");
-    if (!from.isDirectory())
-    {
-        fail("no starter instruments in " + from.getFullPathName());
-        return;
-    }
-
     const auto to = readPaths(store).pluginFolder;
-    Counts instruments{};
-    Counts banks{};
-    for (const auto& name : instrumentNames())
-    {
-        const auto place = name + "/" + name + pluginFileEnding();
-        if (to != juce::File())
-            installFile(from.getChildFile(place), to.getChildFile(place), restoreRemoved, instruments);
-        installBanks(name, restoreRemoved, banks);
-    }
-    if (instruments[static_cast<std::size_t>(InstalledFiles::Result::added)] > 0)
-        forgetPluginList();
-    say(summary("Instruments in " + to.getFullPathName(), instruments));
-    say(summary("Bank files", banks));
+    Copies copies;
+    if (!from.isDirectory())
+        fail("no starter instruments in " + from.getFullPathName());
+    else if (to != juce::File())
+        for (const auto& name : instrumentNames())
+        {
+            const auto place = name + "/" + name + pluginFileEnding();
+            copies.emplace_back(from.getChildFile(place), to.getChildFile(place));
+        }
+    return copies;
+}
+
+Installer::Copies Installer::planBanks(const juce::String& instrument)
+{
+    const auto setting = bankFolderSetting(instrument);
+    const auto to = bankFolderOf(instrument);
+    // A folder that the user chose isn't ours to fill.
+    const auto chosen = store.read(setting->key, setting->valueName);
+    if (!source.getChildFile("Ostrand").isDirectory() || (chosen.isNotEmpty() && fileOfSetting(chosen) != to))
+        return {};
+
+    const auto from = source.getChildFile("Banks").getChildFile(instrument);
+    auto copies = copiesOf(from, to, true, "*");
+    if (copies.empty())
+        fail("no banks in " + from.getFullPathName());
+    return copies;
+}
+
+Installer::Copies Installer::planPresets() const
+{
+    const auto to = readPaths(store).banksFolder;
+    return to == juce::File()
+               ? Copies()
+               : copiesOf(source.getChildFile("presets"), to, true, juce::String("*") + presetFileEnding);
+}
+
+Installer::Copies Installer::planGuide() const
+{
+    const auto to = readPaths(store).helpFolder;
+    return to == juce::File() ? Copies() : copiesOf(source.getChildFile("Help"), to, false, "*.html");
+}
+
+Installer::Copies Installer::copiesOf(const juce::File& from, const juce::File& to, bool withFolders,
+                                      const juce::String& pattern)
+{
+    auto found = from.findChildFiles(juce::File::findFiles, withFolders, pattern);
+    found.sort();
+    Copies copies;
+    for (const auto& file : found)
+        copies.emplace_back(file, to.getChildFile(file.getRelativePathFrom(from)));
+    return copies;
+}
+
+juce::File Installer::bankFolderOf(const juce::String& instrument) const
+{
+    return places.dataFolder.getChildFile("Instrument Banks").getChildFile(instrument);
 }
 
 void Installer::forgetPluginList()
@@ -159,62 +242,39 @@ void Installer::forgetPluginList()
         fail("cannot delete the old list of instruments " + list.getFullPathName());
 }
 
-void Installer::installBanks(const juce::String& instrument, bool restoreRemoved, Counts& counts)
+void Installer::installBanks(const std::vector<Copies>& banks, bool restoreRemoved)
 {
-    const auto setting = bankFolderSetting(instrument);
-    const auto to = places.dataFolder.getChildFile("Instrument Banks").getChildFile(instrument);
-    // A folder that the user chose isn't ours to fill.
-    const auto chosen = store.read(setting->key, setting->valueName);
-    if (chosen.isNotEmpty() && fileOfSetting(chosen) != to)
-        return;
-
-    const auto from = source.getChildFile("Banks").getChildFile(instrument);
-    auto found = from.findChildFiles(juce::File::findFiles, true);
-    found.sort();
-    if (found.isEmpty())
-        fail("no banks in " + from.getFullPathName());
-    for (const auto& file : found)
-        installFile(file, to.getChildFile(file.getRelativePathFrom(from)), restoreRemoved, counts);
-    if (to.isDirectory())
-        writeSetting({setting->key, setting->valueName, to});
-}
-
-void Installer::installPresets(bool restoreRemoved)
-{
-    const auto from = source.getChildFile("presets");
-    const auto to = readPaths(store).banksFolder;
-    if (to == juce::File())
-        return;
-
     Counts counts{};
-    auto found = from.findChildFiles(juce::File::findFiles, true, juce::String("*") + presetFileEnding);
-    found.sort();
-    for (const auto& file : found)
-        installFile(file, to.getChildFile(file.getRelativePathFrom(from)), restoreRemoved, counts);
-    say(summary("Factory presets in " + to.getFullPathName(), counts));
+    const auto names = instrumentNames();
+    for (int i = 0; i < names.size(); ++i)
+    {
+        const auto& copies = banks[static_cast<std::size_t>(i)];
+        const auto made = install(copies, restoreRemoved);
+        for (std::size_t result = 0; result < counts.size(); ++result)
+            counts[result] += made[result];
+        const auto setting = bankFolderSetting(names[i]);
+        if (const auto to = bankFolderOf(names[i]); !copies.empty() && to.isDirectory())
+            writeSetting({setting->key, setting->valueName, to});
+    }
+    say(summary("Bank files", counts));
 }
 
-void Installer::installGuide(bool restoreRemoved)
+Installer::Counts Installer::install(const Copies& copies, bool restoreRemoved)
 {
-    const auto from = source.getChildFile("Help");
-    const auto to = readPaths(store).helpFolder;
-    if (to == juce::File())
-        return;
-
+    using Result = InstalledFiles::Result;
     Counts counts{};
-    for (const auto& file : from.findChildFiles(juce::File::findFiles, false, "*.html"))
-        installFile(file, to.getChildFile(file.getFileName()), restoreRemoved, counts);
-    say(summary("User guide in " + to.getFullPathName(), counts));
-}
-
-void Installer::installFile(const juce::File& from, const juce::File& to, bool restoreRemoved, Counts& counts)
-{
-    const auto result = files.install(from, to, restoreRemoved);
-    ++counts[static_cast<std::size_t>(result)];
-    if (result == InstalledFiles::Result::failed)
-        fail("cannot copy " + from.getFullPathName() + " to " + to.getFullPathName());
-    else if (result == InstalledFiles::Result::keptChanged)
-        say("Kept as you changed it: " + to.getFullPathName());
+    for (const auto& [from, to] : copies)
+    {
+        juce::String reason;
+        const auto result = files.install(from, to, restoreRemoved, reason);
+        ++counts[static_cast<std::size_t>(result)];
+        if (result == Result::failed)
+            fail("cannot copy " + from.getFullPathName() + " to " + to.getFullPathName() + " (" + reason +
+                 ")");
+        else if (result == Result::keptChanged)
+            say("Kept as you changed it: " + to.getFullPathName());
+    }
+    return counts;
 }
 
 void Installer::fail(const juce::String& text)

@@ -5,6 +5,7 @@
 #include "platform/PlatformSeam.h"
 
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace quorel
@@ -35,17 +36,26 @@ private:
     };
 
     using Counts = std::array<int, 6>;
+    /** Files to be copied, each with its place. */
+    using Copies = std::vector<std::pair<juce::File, juce::File>>;
 
     std::vector<Setting> ownSettings() const;
     void writeSetting(const Setting& setting);
     void createFolders();
-    void installInstruments(bool restoreRemoved);
+    // All of them in the order of their names; what should be there and isn't is a failure.
+    Copies planInstruments();
+    Copies planBanks(const juce::String& instrument);
+    Copies planPresets() const;
+    Copies planGuide() const;
+    static Copies copiesOf(const juce::File& from, const juce::File& to, bool withFolders,
+                           const juce::String& pattern);
+    juce::File bankFolderOf(const juce::String& instrument) const;
+    void announce(const Copies& copies, bool restoreRemoved);
+    Counts install(const Copies& copies, bool restoreRemoved);
+    void installBanks(const std::vector<Copies>& banks, bool restoreRemoved);
     /** Without a list the next start looks for instruments again, and finds the new ones. */
     void forgetPluginList();
-    void installBanks(const juce::String& instrument, bool restoreRemoved, Counts& counts);
-    void installPresets(bool restoreRemoved);
-    void installGuide(bool restoreRemoved);
-    void installFile(const juce::File& from, const juce::File& to, bool restoreRemoved, Counts& counts);
+    void saveList();
     void fail(const juce::String& text);
 
     UserStore& store;
@@ -53,6 +63,7 @@ private:
     juce::File source;
     InstalledFiles files;
     bool succeeded = true;
+    bool listFailed = false;
 };
 
 } // namespace quorel
