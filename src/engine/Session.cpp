@@ -1,8 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/Session.h"
 
+#include <string_view>
+
 namespace quorel
 {
+
+namespace
+{
+size_t hashOf(const juce::MemoryBlock& bytes)
+{
+    return std::hash<std::string_view>()({static_cast<const char*>(bytes.getData()), bytes.getSize()});
+}
+} // namespace
 
 juce::String Session::getPresetName() const
 {
@@ -21,6 +31,23 @@ void Session::setNames(const juce::String& preset, const juce::String& folder)
     const juce::ScopedLock scopedLock(nameLock);
     presetName = preset;
     folderName = folder;
+}
+
+void Session::noteFile(const juce::MemoryBlock& bytes)
+{
+    fileHash = hashOf(bytes);
+    ++revision;
+}
+
+void Session::forgetFile()
+{
+    fileHash.reset();
+    ++revision;
+}
+
+bool Session::isFileAsNoted(const juce::MemoryBlock& bytes) const
+{
+    return fileHash == hashOf(bytes);
 }
 
 void Session::markEdited() noexcept

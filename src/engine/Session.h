@@ -4,6 +4,7 @@
 #include <juce_core/juce_core.h>
 
 #include <atomic>
+#include <optional>
 
 namespace quorel
 {
@@ -19,6 +20,21 @@ public:
     juce::String getFolderName() const;
     /** Any thread. */
     void setNames(const juce::String& preset, const juce::String& folder);
+
+    /** These bytes have just been read from the preset's file, or written to it. Message thread, as the three
+        below. */
+    void noteFile(const juce::MemoryBlock& bytes);
+    /** The sound comes from elsewhere, such as a project: what its preset's file holds isn't known. */
+    void forgetFile();
+
+    bool knowsFile() const noexcept { return fileHash.has_value(); }
+
+    /** The file still holds what was read or written last. */
+    bool isFileAsNoted(const juce::MemoryBlock& bytes) const;
+
+    /** Rises with each `noteFile` and `forgetFile`: who remembers it can tell that another sound has come, or
+        that this one has been saved, even under the same names. Message thread. */
+    int getRevision() const noexcept { return revision; }
 
     /** File name of the controller table in use, ending included; empty for none. Message thread. */
     const juce::String& getEcsName() const noexcept { return ecsName; }
@@ -45,6 +61,8 @@ private:
     juce::String presetName;
     juce::String folderName;
     juce::String ecsName;
+    std::optional<size_t> fileHash;
+    int revision = 0;
     std::atomic<bool> edited{false};
     std::atomic<bool> editPending{false};
 };

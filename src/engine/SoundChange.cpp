@@ -121,6 +121,7 @@ bool SoundChange::requestPreset(const juce::String& folder, const juce::String& 
         return false;
 
     processor.setNames(preset, folder);
+    processor.getSession().noteFile(sound->bytes);
     setWanted(sound);
     setOut();
     return true;
@@ -128,13 +129,14 @@ bool SoundChange::requestPreset(const juce::String& folder, const juce::String& 
 
 bool SoundChange::loadPresetFile()
 {
-    const auto& session = processor.getSession();
+    auto& session = processor.getSession();
     const auto sound = readPreset(session.getFolderName(), session.getPresetName());
 
     if (sound == nullptr)
         return false;
 
     const auto before = fade.getState();
+    session.noteFile(sound->bytes);
     setWanted(sound);
 
     // From within a load that runs, that one goes on to this sound.
@@ -395,6 +397,7 @@ void SoundChange::apply(const WantedSound& sound)
     {
         const auto names = resolveNames(processor.getPaths().banksFolder, sound.chunk);
         session.setNames(names.preset, names.folder);
+        session.forgetFile();
     }
 
     if (sound.reason != ChangeReason::comparison)
