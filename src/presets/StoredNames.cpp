@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/StoredNames.h"
 
+#include "effects/EffectMath.h"
+#include "parameters/ParameterLayout.h"
+#include "parameters/ParameterText.h"
 #include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
 
@@ -34,6 +37,62 @@ juce::StringArray namesStoredAs(const NameField& field, juce::StringArray names)
 
     return names;
 }
+
+/** The parameters in a chunk's bytes, to write texts to. */
+class ParametersOfBytes final : public ParameterAccess
+{
+public:
+    explicit ParametersOfBytes(juce::MemoryBlock& chunkBytes)
+        : bytes(chunkBytes)
+    {
+    }
+
+    float readParameter(int index) const noexcept override
+    {
+        const auto bits = juce::ByteOrder::littleEndianInt(bytes.begin() + offsetOf(index));
+        float value = 0.0f;
+        std::memcpy(&value, &bits, sizeof(value));
+        return value;
+    }
+
+    void writeParameter(int index, float newValue) override
+    {
+        const float value = clampUnit(newValue);
+        juce::uint32 bits = 0;
+        std::memcpy(&bits, &value, sizeof(bits));
+        bits = juce::ByteOrder::swapIfBigEndian(bits);
+        std::memcpy(bytes.begin() + offsetOf(index), &bits, sizeof(bits));
+    }
+
+    void writeParameterNotifyingHost(int index, float value) override { writeParameter(index, value); }
+
+private:
+    static size_t offsetOf(int index) noexcept { return chunkOffset::parameter(static_cast<size_t>(index)); }
+
+    juce::MemoryBlock& bytes;
+};
+
+bool storeName(juce::MemoryBlock& bytes, const juce::String& name, size_t headerOffset, int firstParameter)
+{
+    StateChunk chunk;
+
+    if (readStateChunk(bytes.getData(), bytes.getSize(), chunk) != ChunkStatus::valid)
+        return false;
+
+    const auto field = chunkName(name);
+    std::memcpy(bytes.begin() + headerOffset, field.data(), field.size());
+    // With another number of layers, the parameters lie elsewhere.
+    const auto layers = juce::ByteOrder::littleEndianInt(bytes.begin() + chunkOffset::numLayers);
+
+    if (layers == StateChunk::maxLayers &&
+        static_cast<int>(chunk.parameters.size()) >= firstParameter + slot::nameTextLength)
+    {
+        ParametersOfBytes parameters(bytes);
+        writeParamText(parameters, firstParameter, name, slot::nameTextLength);
+    }
+
+    return true;
+}
 } // namespace
 
 StoredNames resolveNames(const juce::File& banksFolder, const StateChunk& chunk)
@@ -65,6 +124,16 @@ StoredNames resolveNames(const juce::File& banksFolder, const StateChunk& chunk)
         names.folder = folders[0];
 
     return names;
+}
+
+bool storePresetName(juce::MemoryBlock& bytes, const juce::String& name)
+{
+    return storeName(bytes, name, chunkOffset::presetName, slot::presetNameText);
+}
+
+bool storeFolderName(juce::MemoryBlock& bytes, const juce::String& name)
+{
+    return storeName(bytes, name, chunkOffset::folderName, slot::folderNameText);
 }
 
 } // namespace quorel

@@ -20,4 +20,9 @@ struct StoredNames
     Any thread but the audio thread. */
 StoredNames resolveNames(const juce::File& banksFolder, const StateChunk& chunk);
 
+/** Writes a name into a chunk's bytes, into its header and its text parameters; all other bytes stay. False,
+    with nothing changed, for bytes that aren't a chunk. */
+bool storePresetName(juce::MemoryBlock& bytes, const juce::String& name);
+bool storeFolderName(juce::MemoryBlock& bytes, const juce::String& name);
+
 } // namespace quorel

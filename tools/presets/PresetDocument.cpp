@@ -3,9 +3,8 @@
 
 #include "effects/EffectMath.h"
 #include "parameters/ParameterLayout.h"
-#include "parameters/ParameterText.h"
 #include "platform/FileOperations.h"
-#include "presets/PresetFiles.h"
+#include "presets/StoredNames.h"
 
 #include <cstring>
 
@@ -88,14 +87,9 @@ juce::Result readPresetBytes(const juce::File& file, juce::MemoryBlock& bytes)
 
 void PresetDocument::setNames(const juce::String& preset, const juce::String& folder)
 {
-    const auto put = [&](const juce::String& name, std::size_t offset, int firstParameter)
-    {
-        const auto header = chunkName(name);
-        std::memcpy(static_cast<char*>(data.getData()) + offset, header.data(), header.size());
-        writeParamText(*this, firstParameter, name, slot::nameTextLength);
-    };
-    put(preset, chunkOffset::presetName, slot::presetNameText);
-    put(folder, chunkOffset::folderName, slot::folderNameText);
+    storePresetName(data, preset);
+    storeFolderName(data, folder);
+    readStateChunk(data.getData(), data.getSize(), content);
     content.presetName = preset;
     content.folderName = folder;
 }
