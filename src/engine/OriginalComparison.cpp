@@ -2,6 +2,7 @@
 #include "engine/OriginalComparison.h"
 
 #include "engine/PluginProcessor.h"
+#include "presets/StoredNames.h"
 
 namespace quorel
 {
@@ -20,6 +21,18 @@ void OriginalComparison::soundLoaded(const juce::MemoryBlock& bytes)
 void OriginalComparison::presetSaved(const juce::MemoryBlock& bytes)
 {
     originalState.replaceAll(bytes.getData(), bytes.getSize());
+}
+
+void OriginalComparison::presetRenamed(const juce::String& name)
+{
+    for (auto* state : {&originalState, &editedState})
+        storePresetName(*state, name);
+}
+
+void OriginalComparison::folderRenamed(const juce::String& name)
+{
+    for (auto* state : {&originalState, &editedState})
+        storeFolderName(*state, name);
 }
 
 bool OriginalComparison::isOtherSoundAwaited() const

@@ -20,6 +20,10 @@ public:
     /** The sound was saved: these bytes are the original. */
     void presetSaved(const juce::MemoryBlock& bytes);
 
+    /** The preset, or its folder, has another name now: both sounds take it on, and change in nothing else. */
+    void presetRenamed(const juce::String& name);
+    void folderRenamed(const juce::String& name);
+
     /** The original is heard, or there is no other. */
     bool isShowingOriginal() const noexcept { return showingOriginal; }
 

@@ -3,7 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "platform/FileNames.h"
-#include "presets/PresetNames.h"
+#include "presets/PresetFiles.h"
 
 namespace quorel
 {
@@ -12,11 +12,6 @@ PresetCommands::PresetCommands(PluginProcessor& pluginProcessor, PresetLibrary& 
     : processor(pluginProcessor)
     , library(presetLibrary)
 {
-}
-
-bool PresetCommands::isBusy() const
-{
-    return processor.getSoundChange().isUnderWay();
 }
 
 juce::File PresetCommands::banksFolder() const
@@ -41,33 +36,42 @@ void PresetCommands::refreshIndex()
 
 bool PresetCommands::load(const juce::String& folder, const juce::String& preset)
 {
-    if (isBusy() || !processor.getSoundChange().requestPreset(folder, preset))
-        return false;
+    const bool onItsWay = processor.getSoundChange().requestPreset(folder, preset);
 
-    library.clearSelection();
+    if (onItsWay)
+        library.clearSelection();
+    else
+        library.markIndexStale();
+
     refreshLists();
     processor.requestEditorRefresh();
-    return true;
+    return onItsWay;
 }
 
 bool PresetCommands::selectFolder(int index)
 {
-    if (isBusy() || index < 0 || index >= library.getFolderCount())
+    return index >= 0 && index < library.getFolderCount() &&
+           selectFolderByName(library.getFolderNames()[index]);
+}
+
+bool PresetCommands::selectFolderByName(const juce::String& name)
+{
+    const auto folder = childNamed(banksFolder(), name);
+
+    if (!folder.isDirectory())
+    {
+        questions.tell("Folder " + name + " isn't there any more.");
+        filesChanged();
         return false;
+    }
 
-    const auto folder = library.getFolderNames()[index];
+    if (const auto presets = listPresets(folder); !presets.isEmpty())
+        return load(name, presets[0]);
 
-    if (!childNamed(banksFolder(), folder).isDirectory())
-        return false;
-
-    processor.setNames(processor.getPresetName(), folder);
+    processor.setNames(processor.getPresetName(), name);
     refreshLists();
     library.clearSelection();
     processor.requestEditorRefresh();
-
-    if (library.getPresetCount() > 0)
-        load(folder, library.getPresetNames()[0]);
-
     return true;
 }
 
@@ -125,7 +129,7 @@ bool PresetCommands::previousFolder()
 
 void PresetCommands::clickFolder(int index, bool inSearch)
 {
-    if (isBusy() || index < 0 || index >= library.getFolderCount())
+    if (index < 0 || index >= library.getFolderCount())
         return;
 
     if (inSearch)
@@ -136,7 +140,7 @@ void PresetCommands::clickFolder(int index, bool inSearch)
 
 void PresetCommands::clickPreset(int index, Modifier modifier)
 {
-    if (isBusy() || index < 0 || index >= library.getPresetCount())
+    if (index < 0 || index >= library.getPresetCount())
         return;
 
     if (modifier == Modifier::shift)
@@ -158,7 +162,7 @@ void PresetCommands::clickPreset(int index, Modifier modifier)
 
 void PresetCommands::clickResult(int row, Modifier modifier)
 {
-    if (isBusy() || row < 0 || row >= library.getFilteredCount())
+    if (row < 0 || row >= library.getFilteredCount())
         return;
 
     if (modifier == Modifier::shift)
@@ -198,6 +202,7 @@ bool PresetCommands::run(const juce::String& command)
         {presetCommand::deletePreset, &PresetCommands::deletePreset},
         {presetCommand::loadPreset, &PresetCommands::loadPreset},
         {presetCommand::savePreset, &PresetCommands::savePreset},
+        {presetCommand::savePresetAs, &PresetCommands::savePresetAs},
         {presetCommand::copyPreset, &PresetCommands::copyPreset},
         {presetCommand::pastePreset, &PresetCommands::pastePreset},
     };
@@ -217,21 +222,28 @@ bool PresetCommands::run(const juce::String& command)
 MenuEntries PresetCommands::folderMenu()
 {
     refreshLists();
+    foldersInMenu = library.getFolderNames();
+    foldersInMenu.removeRange(library.getFolderCount(), foldersInMenu.size());
     return makeFolderMenu(library);
 }
 
 MenuEntries PresetCommands::presetMenu()
 {
     refreshLists();
+    folderOfMenu = processor.getFolderName();
+    presetsInMenu = library.getPresetNames();
+    presetsInMenu.removeRange(library.getPresetCount(), presetsInMenu.size());
     return makePresetMenu(library);
 }
 
 void PresetCommands::folderMenuChosen(int id)
 {
-    if (id >= presetMenuId::firstFolder)
-        selectFolder(id - presetMenuId::firstFolder);
-    else
+    const int index = id - presetMenuId::firstFolder;
+
+    if (index < 0)
         run(folderCommandOf(id));
+    else if (index < foldersInMenu.size())
+        selectFolderByName(foldersInMenu[index]);
 }
 
 void PresetCommands::presetMenuChosen(int id)
@@ -240,8 +252,8 @@ void PresetCommands::presetMenuChosen(int id)
 
     if (index < 0)
         run(presetCommandOf(id));
-    else if (index < library.getPresetCount())
-        selectPresetByName(library.getPresetNames()[index]);
+    else if (index < presetsInMenu.size())
+        load(folderOfMenu, presetsInMenu[index]);
 }
 
 //==============================================================================================================

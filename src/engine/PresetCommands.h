@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "engine/PresetQuestions.h"
 #include "presets/PresetMenus.h"
 
 #include <juce_core/juce_core.h>
-
-#include <optional>
 
 namespace quorel
 {
@@ -15,10 +14,10 @@ class PluginProcessor;
 /** Everything that a user can do with presets, folders and categories. The editor, the tools and the tests
     call the same operations.
 
-    All commands are refused, without a word, while a preset is on its way. Questions go through the
-    processor's `UserInteraction` and may take as long as they like: if the plug-in is gone, or plays
-    something else, when the answer comes, nothing is done. Each command leaves the lists as the disk has them
-    and asks the editor to refresh. Message thread. */
+    All of it can be done while a preset is on its way: the sound asked for last is the one that counts. If the
+    plug-in is gone, or has another sound, when a question is answered, nothing is done (`PresetQuestions`). A
+    command that can't be carried out says why. Each command leaves the lists as the disk has them and asks the
+    editor to refresh. Message thread. */
 class PresetCommands
 {
 public:
@@ -35,12 +34,16 @@ public:
     void refreshLists();
     /** The same, and the index of all presets; for opening the preset manager. */
     void refreshIndex();
+    /** Preset files have been written, moved or deleted: reads the lists, and has the index rebuilt before it is
+        shown. */
+    void filesChanged();
 
     //==========================================================================================================
     // Choosing
 
     /** Makes a folder the current one and starts to load its first preset. An empty folder is chosen with
-        nothing loaded. False for a folder that isn't there. */
+        nothing loaded. False for a folder that isn't there, or where that preset can't be loaded: sound and
+        names stay. */
     bool selectFolder(int index);
     /** Starts to load a preset of the current folder, unless it is the current one. */
     void selectPreset(int index);
@@ -79,14 +82,17 @@ public:
     void copyPreset();
     void pastePreset();
     void loadPreset();
+    /** Saves the current preset, without a question unless its file has changed since it was read or saved
+        here. Where there is no such file, as `savePresetAs`. */
     void savePreset();
+    void savePresetAs();
 
     /** Runs one of the commands above by its text, such as "new folder". False for another text. */
     bool run(const juce::String& command);
 
     MenuEntries folderMenu();
     MenuEntries presetMenu();
-    /** What was chosen from these menus, by id; 0 for nothing. */
+    /** What was chosen from the menus made last, by id; 0 for nothing. */
     void folderMenuChosen(int id);
     void presetMenuChosen(int id);
 
@@ -101,25 +107,29 @@ public:
     void clearCategoryFilter();
 
 private:
-    bool isBusy() const;
-    /** Asks for a name. Nothing if the user cancels, or if the plug-in is gone or has moved on to another
-        preset by then. */
-    std::optional<juce::String> askName(const juce::String& title, const juce::String& prompt,
-                                        const juce::String& current);
-    std::optional<bool> confirm(const juce::String& question);
-    /** Moves a file or folder to the trash, or deletes it for good if the user agrees to that. False where it
-        stayed, and the user knows why, or where the plug-in is gone or has moved on. */
-    bool discard(const juce::File& file, const juce::String& failureText);
-    void tell(const juce::String& text);
+    bool selectFolderByName(const juce::String& name);
     bool load(const juce::String& folder, const juce::String& preset);
     bool stepFolder(int step);
-    void filesChanged();
     juce::File banksFolder() const;
     juce::File currentFolder() const;
     juce::File currentFile() const;
+    bool hasFolder(const char* whatWasNotDone);
+    bool hasFile(const char* whatWasNotDone);
+    bool mayReplaceCurrentFile();
+    /** Moves a file or folder to the trash, or deletes it for good if the user agrees to that. False where it
+        stayed, and the user knows why, or where the plug-in is gone or has moved on. */
+    bool discard(const juce::File& file, const juce::String& failureText);
+    void askAgainForAwaited();
+    juce::String outsideText(const char* whatWasNotDone) const;
+    juce::String freeCopyName(const juce::String& copied) const;
 
     PluginProcessor& processor;
     PresetLibrary& library;
+    PresetQuestions questions{processor};
+    /** What the menus show, whatever happens on the disk while they are open. */
+    juce::StringArray foldersInMenu;
+    juce::StringArray presetsInMenu;
+    juce::String folderOfMenu;
 };
 
 } // namespace quorel

@@ -6,14 +6,13 @@
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
+#include "presets/StoredNames.h"
 
 namespace quorel
 {
 
 namespace
 {
-constexpr const char* filePattern = "*.qrl";
-
 bool isThere(const juce::File& file)
 {
     return file != juce::File() && (file.exists() || file.isSymbolicLink());
@@ -50,48 +49,54 @@ void PresetCommands::filesChanged()
     processor.requestEditorRefresh();
 }
 
-void PresetCommands::tell(const juce::String& text)
+/** False, and the user is told, where the current folder is gone. */
+bool PresetCommands::hasFolder(const char* whatWasNotDone)
 {
-    processor.userInteraction().alert({}, text);
+    if (currentFolder().isDirectory())
+        return true;
+
+    questions.tell("Folder " + processor.getFolderName() + " isn't there. Nothing was " + whatWasNotDone +
+                   ".");
+    filesChanged();
+    return false;
 }
 
-std::optional<juce::String> PresetCommands::askName(const juce::String& title, const juce::String& prompt,
-                                                    const juce::String& current)
+/** False, and the user is told, where the current preset has no file. */
+bool PresetCommands::hasFile(const char* whatWasNotDone)
 {
-    const juce::WeakReference<PluginProcessor> alive(&processor);
-    const auto folder = processor.getFolderName();
-    const auto preset = processor.getPresetName();
-    const auto text = processor.userInteraction().askText(title, prompt, current);
+    if (isThere(currentFile()))
+        return true;
 
-    // The host may have closed the plug-in behind the open question, or restored a project.
-    if (alive == nullptr || isBusy() || processor.getFolderName() != folder ||
-        processor.getPresetName() != preset)
-        return {};
-
-    return text;
+    const auto name = processor.getPresetName();
+    questions.tell((name.isEmpty()
+                        ? juce::String("No preset is chosen.")
+                        : "There is no file of preset " + processor.getFolderName() + "/" + name + ".") +
+                   " Nothing was " + whatWasNotDone + ".");
+    filesChanged();
+    return false;
 }
 
-std::optional<bool> PresetCommands::confirm(const juce::String& question)
+/** A preset that is on its way comes under the names that it was asked for by: after a change of names it is
+    asked for anew. */
+void PresetCommands::askAgainForAwaited()
 {
-    const juce::WeakReference<PluginProcessor> alive(&processor);
-    const auto folder = processor.getFolderName();
-    const auto preset = processor.getPresetName();
-    const bool answer = processor.userInteraction().confirm({}, question);
+    if (processor.getSoundChange().awaitedReason() == ChangeReason::preset)
+        load(processor.getFolderName(), processor.getPresetName());
+}
 
-    if (alive == nullptr || isBusy() || processor.getFolderName() != folder ||
-        processor.getPresetName() != preset)
-        return {};
-
-    return answer;
+juce::String PresetCommands::outsideText(const char* whatWasNotDone) const
+{
+    return "Presets lie in the folders of " + banksFolder().getFullPathName() + ". Nothing was " +
+           whatWasNotDone + ".";
 }
 
 bool PresetCommands::discard(const juce::File& file, const juce::String& failureText)
 {
     const auto [outcome, reason] =
-        discardFile(file, [this](const juce::String& question) { return confirm(question).value_or(false); });
+        discardFile(file, [this](const juce::String& question) { return questions.confirm(question); });
 
     if (outcome == Discarded::Outcome::failed)
-        tell(failureText + " (" + reason + ")");
+        questions.tell(failureText + " (" + reason + ")");
 
     return outcome == Discarded::Outcome::gone;
 }
@@ -101,21 +106,18 @@ bool PresetCommands::discard(const juce::File& file, const juce::String& failure
 
 void PresetCommands::newFolder()
 {
-    if (isBusy())
-        return;
+    const auto typed = questions.askName("Create new Folder", "Enter new folder name:", {});
 
-    const auto typed = askName("Create new Folder", "Enter new folder name:", {});
-
-    if (!typed || typed->isEmpty())
+    if (!typed)
         return;
 
     const auto name = cleanTypedName(*typed);
     const auto folder = childNamed(banksFolder(), name);
 
     if (isThere(folder))
-        tell(existsText("Folder ", name));
+        questions.tell(existsText("Folder ", name));
     else if (folder == juce::File() || folder.createDirectory().failed())
-        tell("Could not create folder: " + name);
+        questions.tell("Could not create folder: " + name);
     else
         processor.setNames(processor.getPresetName(), name);
 
@@ -124,36 +126,34 @@ void PresetCommands::newFolder()
 
 void PresetCommands::renameFolder()
 {
-    if (isBusy())
+    if (!hasFolder("renamed"))
         return;
 
     const auto oldName = processor.getFolderName();
-    const auto typed = askName("Rename folder", "Enter new name for " + oldName + " folder:", {});
+    const auto typed = questions.askName("Rename folder", "Enter new name for " + oldName + " folder:", {});
 
-    if (!typed || typed->isEmpty())
+    if (!typed)
         return;
 
     const auto name = cleanTypedName(*typed);
     const auto folder = childNamed(banksFolder(), name);
-    const auto oldFolder = currentFolder();
 
     if (isThere(folder))
     {
-        tell(existsText("Folder ", name));
+        questions.tell(existsText("Folder ", name));
     }
-    else if (isThere(oldFolder))
+    else if (moveFile(currentFolder(), folder))
     {
-        if (moveFile(oldFolder, folder))
-        {
-            processor.setNames(processor.getPresetName(), name);
+        processor.getPresetStorage().folderRenamed(name);
 
-            if (library.clipboardFolderName == oldName)
-                library.clipboardFolderName = name;
-        }
-        else
-        {
-            tell("Could not rename folder: " + oldName);
-        }
+        if (library.clipboardFolderName == oldName)
+            library.clipboardFolderName = name;
+
+        askAgainForAwaited();
+    }
+    else
+    {
+        questions.tell("Could not rename folder: " + oldName);
     }
 
     filesChanged();
@@ -161,21 +161,22 @@ void PresetCommands::renameFolder()
 
 void PresetCommands::deleteFolder()
 {
-    if (isBusy())
+    if (!hasFolder("deleted"))
         return;
 
     const auto name = processor.getFolderName();
 
-    if (!confirm("Delete folder " + name + " ?").value_or(false))
+    if (!questions.confirm("Delete folder " + name + " ?"))
         return;
 
-    if (const auto folder = currentFolder(); isThere(folder))
-    {
-        if (!discard(folder, "Could not delete folder: " + name))
-            return;
+    if (!discard(currentFolder(), "Could not delete folder: " + name))
+        return;
 
-        if (const auto folders = listPresetFolders(banksFolder()); !folders.isEmpty())
-            processor.setNames(listPresets(childNamed(banksFolder(), folders[0]))[0], folders[0]);
+    if (const auto folders = listPresetFolders(banksFolder()); !folders.isEmpty())
+    {
+        processor.setNames(listPresets(childNamed(banksFolder(), folders[0]))[0], folders[0]);
+        // What plays is still the deleted preset: saving it over the one that is named now is to be asked.
+        processor.getSession().forgetFile();
     }
 
     filesChanged();
@@ -186,68 +187,51 @@ void PresetCommands::deleteFolder()
 
 void PresetCommands::newPreset()
 {
-    if (isBusy())
-        return;
-
-    const auto typed = askName("Create new empty preset", "Enter new preset name:", {});
+    const auto typed = questions.askName("Create new empty preset", "Enter new preset name:", {});
 
     if (!typed)
         return;
-
-    if (typed->isEmpty())
-    {
-        filesChanged();
-        return;
-    }
 
     const auto name = cleanPresetName(*typed);
     const auto folder = processor.getFolderName();
     const auto file = presetFileFor(banksFolder(), folder, name);
 
     if (isThere(file))
-        tell(existsText("Preset ", name));
+        questions.tell(existsText("Preset ", name));
     else if (!processor.getPresetStorage().createEmpty(name))
-        tell("Could not save Presert file: " + folder + "/" + name);
+        questions.tell("Could not save Presert file: " + folder + "/" + name);
 
     filesChanged();
 }
 
 void PresetCommands::renamePreset()
 {
-    if (isBusy())
+    if (!hasFile("renamed"))
         return;
 
     const auto oldName = processor.getPresetName();
-    const auto typed = askName("Rename preset", "Enter new name for:   " + oldName, oldName);
+    const auto typed = questions.askName("Rename preset", "Enter new name for:   " + oldName, oldName);
 
-    if (!typed || typed->isEmpty())
+    if (!typed)
         return;
 
     const auto folder = processor.getFolderName();
     const auto name = cleanTypedName(*typed);
-    const auto file = presetFileFor(banksFolder(), folder, name);
-    const auto oldFile = currentFile();
 
-    if (isThere(file))
+    if (isThere(presetFileFor(banksFolder(), folder, name)))
     {
-        tell(existsText("Preset ", name));
+        questions.tell(existsText("Preset ", name));
     }
-    else if (isThere(oldFile))
+    else if (processor.getPresetStorage().rename(name))
     {
-        if (moveFile(oldFile, file))
-        {
-            if (library.clipboardFolderName == folder && library.clipboardPresetName == oldName)
-                library.clipboardPresetName = name;
+        if (library.clipboardFolderName == folder && library.clipboardPresetName == oldName)
+            library.clipboardPresetName = name;
 
-            // The names inside the file have to match.
-            processor.setNames(name, folder);
-            processor.resetNames();
-            processor.getPresetStorage().save(name, true);
-        }
-        else
-        {
-            tell("Could not rename preset: " + oldName);
-        }
+        askAgainForAwaited();
+    }
+    else
+    {
+        questions.tell("Could not rename preset: " + oldName);
     }
 
     filesChanged();
@@ -255,27 +239,36 @@ void PresetCommands::renamePreset()
 
 void PresetCommands::deletePreset()
 {
-    if (isBusy())
+    if (!hasFile("deleted"))
         return;
 
+    const auto folder = processor.getFolderName();
     const auto name = processor.getPresetName();
 
-    if (!confirm("Delete preset   " + name + " ?").value_or(false))
+    if (!questions.confirm("Delete preset   " + name + " ?"))
         return;
 
-    if (const auto file = currentFile(); isThere(file))
+    const auto presets = listPresets(currentFolder());
+    const int index = presets.indexOf(name);
+    const auto neighbour = presets[index + 1 < presets.size() ? index + 1 : index - 1];
+
+    if (!discard(currentFile(), "Could not delete preset: " + name))
+        return;
+
+    if (neighbour.isNotEmpty())
     {
-        if (!discard(file, "Could not delete preset: " + name))
-            return;
-
-        const auto folder = processor.getFolderName();
-        const auto presets = listPresets(currentFolder());
+        load(folder, neighbour);
+    }
+    else
+    {
         processor.setNames({}, folder);
+        processor.getSession().forgetFile();
 
-        if (presets.isEmpty())
-            processor.getLayers().unload();
+        // The deleted preset may still be on its way.
+        if (processor.getSoundChange().awaitedReason())
+            processor.getSoundChange().makeEmpty();
         else
-            load(folder, presets[0]);
+            processor.getLayers().unload();
     }
 
     filesChanged();
@@ -283,94 +276,122 @@ void PresetCommands::deletePreset()
 
 void PresetCommands::copyPreset()
 {
-    if (isBusy())
-        return;
+    if (processor.getPresetName().isEmpty())
+        return questions.tell("No preset is chosen. Nothing was copied.");
 
     processor.getStateInformation(library.clipboardState);
     library.clipboardPresetName = processor.getPresetName();
     library.clipboardFolderName = processor.getFolderName();
 }
 
+juce::String PresetCommands::freeCopyName(const juce::String& copied) const
+{
+    const auto first = copied + "_copy";
+    auto name = first;
+
+    for (int n = 2; isThere(presetFileFor(banksFolder(), processor.getFolderName(), name)); ++n)
+        name = first + " " + juce::String(n);
+
+    return name;
+}
+
 void PresetCommands::pastePreset()
 {
-    const auto& copied = library.clipboardPresetName;
+    const auto copied = library.clipboardPresetName;
 
-    if (isBusy() || copied.isEmpty() || library.clipboardFolderName.isEmpty())
+    if (copied.isEmpty())
+        return questions.tell("Nothing has been copied yet. Nothing was pasted.");
+
+    if (!hasFolder("pasted"))
         return;
 
     const auto folder = processor.getFolderName();
-    const auto name = copied + "_copy";
+    const auto name = freeCopyName(copied);
     const auto source = presetFileFor(banksFolder(), library.clipboardFolderName, copied);
-    auto stopOver = presetFileFor(banksFolder(), defaultFolderName, copied);
-    bool copyMade = false;
+    juce::MemoryBlock bytes = library.clipboardState;
 
-    if (source.existsAsFile() && source != stopOver)
-    {
-        // There may be another preset of that name.
-        if (isThere(stopOver))
-            stopOver = stopOver.getSiblingFile(".quorel-paste.tmp");
+    // Where the file has gone since, the sound is still what was copied.
+    const bool isRead = !isThere(source) || readWholeFile(source, bytes);
+    storePresetName(bytes, name);
+    storeFolderName(bytes, folder);
 
-        juce::MemoryBlock bytes;
-        copyMade = readWholeFile(source, bytes) && replaceFile(stopOver, bytes);
-    }
-
-    if (stopOver.existsAsFile() && moveFile(stopOver, presetFileFor(banksFolder(), folder, name)))
-    {
+    if (isRead && replaceFile(presetFileFor(banksFolder(), folder, name), bytes))
         load(folder, name);
-    }
     else
-    {
-        if (copyMade)
-            stopOver.deleteFile();
-
-        tell("Could not paste preset: " + copied);
-    }
+        questions.tell("Could not paste preset: " + copied);
 
     filesChanged();
 }
 
 void PresetCommands::loadPreset()
 {
-    if (isBusy())
+    const auto chosen =
+        questions.chooseToLoad(currentFolder().isDirectory() ? currentFolder() : banksFolder());
+
+    if (!chosen)
         return;
 
-    const juce::WeakReference<PluginProcessor> alive(&processor);
-    const auto chosen = processor.userInteraction().chooseFileToOpen("Please select preset to load...",
-                                                                     currentFolder(), filePattern);
+    if (const auto folder = folderHolding(banksFolder(), *chosen); folder.isNotEmpty())
+        load(folder, presetNameOf(*chosen));
+    else
+        questions.tell(outsideText("loaded"));
+}
 
-    if (alive != nullptr && chosen != juce::File())
-        selectPresetByName(presetNameOf(chosen));
+/** Asks before a file is replaced that holds another sound than was read or written here. */
+bool PresetCommands::mayReplaceCurrentFile()
+{
+    const auto& session = processor.getSession();
+    juce::MemoryBlock onDisk;
+
+    if (!isThere(currentFile()) || (readWholeFile(currentFile(), onDisk) && session.isFileAsNoted(onDisk)))
+        return true;
+
+    juce::MemoryBlock playing;
+    processor.getStateInformation(playing);
+    const auto name = processor.getPresetName();
+    return holdSameSound(onDisk, playing) ||
+           questions.confirm(session.knowsFile()
+                                 ? "Preset " + name + " has been changed elsewhere meanwhile. Replace it ?"
+                                 : "Preset " + name + " holds another sound. Replace it ?");
 }
 
 void PresetCommands::savePreset()
 {
-    if (isBusy())
+    if (!isThere(currentFile()))
+        return savePresetAs();
+
+    if (!mayReplaceCurrentFile())
         return;
 
-    const juce::WeakReference<PluginProcessor> alive(&processor);
-    const auto suggested = isThere(currentFile()) ? currentFile() : currentFolder();
-    const auto chosen = processor.userInteraction().chooseFileToSave(
-        "Please select preset filename to save...", suggested, filePattern);
+    processor.getPresetStorage().save({}, true);
+}
 
-    if (alive == nullptr || chosen == juce::File() || isBusy())
+void PresetCommands::savePresetAs()
+{
+    const auto start = currentFolder().isDirectory() ? currentFolder() : banksFolder();
+    const auto chosen = questions.chooseToSave(isThere(currentFile()) ? currentFile() : start);
+
+    if (!chosen)
         return;
 
-    const auto oldPreset = processor.getPresetName();
-    const auto oldFolder = processor.getFolderName();
-    const auto name = presetNameOf(chosen);
-    const auto folder = chosen.getParentDirectory().getFileName();
+    const auto folder = folderHolding(banksFolder(), *chosen);
+    const auto name = presetNameOf(*chosen);
+
+    if (folder.isEmpty())
+        return questions.tell(outsideText("saved"));
+
+    if (name.startsWithChar('.'))
+        return questions.tell("A preset's name can't begin with a dot. Nothing was saved.");
+
+    const bool isCurrent = folder == processor.getFolderName() && name == processor.getPresetName();
+
+    if (isCurrent && !mayReplaceCurrentFile())
+        return;
+
     // The user has agreed to replace the chosen file, and no other.
-    const bool agreed = presetFileFor(banksFolder(), folder, name) == chosen;
-    processor.setNames(oldPreset, folder);
-    const bool saved = processor.getPresetStorage().save(name, agreed);
+    const bool isAgreed = isCurrent || chosen->getFileName() == name + presetFileEnding;
 
-    if (alive == nullptr)
-        return;
-
-    if (!saved)
-        processor.setNames(oldPreset, oldFolder);
-
-    filesChanged();
+    processor.getPresetStorage().saveAs(folder, name, isAgreed);
 }
 
 } // namespace quorel

@@ -2,8 +2,11 @@
 #include "engine/PresetStorage.h"
 
 #include "engine/PluginProcessor.h"
+#include "engine/PresetQuestions.h"
+#include "parameters/ParameterText.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
+#include "presets/StoredNames.h"
 
 namespace quorel
 {
@@ -15,39 +18,98 @@ PresetStorage::PresetStorage(PluginProcessor& pluginProcessor)
 
 bool PresetStorage::save(const juce::String& name, bool overwrite)
 {
-    auto& session = processor.getSession();
-    const auto preset = name.isNotEmpty() ? name : session.getPresetName();
-    const auto folder = session.getFolderName();
-    const auto file = presetFileFor(processor.getPaths().banksFolder, folder, preset);
+    return saveAs(processor.getFolderName(), name.isNotEmpty() ? name : processor.getPresetName(), overwrite);
+}
 
-    if (file.existsAsFile() && !overwrite)
+bool PresetStorage::saveAs(const juce::String& folder, const juce::String& name, bool overwrite)
+{
+    // Until it plays, a project's sound has the names of the one before it.
+    if (processor.getSoundChange().awaitedReason() == ChangeReason::project)
     {
-        const juce::WeakReference<PluginProcessor> alive(&processor);
-
-        if (!processor.userInteraction().confirm({}, "preset " + preset + " already exists. Replace ?") ||
-            alive == nullptr)
-            return false;
-    }
-
-    const auto oldName = session.getPresetName();
-    session.setNames(preset, folder);
-    juce::MemoryBlock bytes;
-    processor.getStateInformation(bytes);
-
-    if (!replaceFile(file, bytes))
-    {
-        session.setNames(oldName, folder);
-        // "Presert" is what the user has always been shown.
-        processor.userInteraction().alert({}, "Could not save Presert file: " + folder + "/" + preset);
+        processor.userInteraction().alert({}, "The project is still being opened. Nothing was saved.");
         return false;
     }
 
-    session.markSaved();
+    const auto file = presetFileFor(processor.getPaths().banksFolder, folder, name);
+
+    if (file.existsAsFile() && !overwrite &&
+        !PresetQuestions(processor).confirm("preset " + name + " already exists. Replace ?"))
+        return false;
+
+    juce::MemoryBlock bytes;
+    processor.getStateInformation(bytes);
+    const bool isNew = folder != processor.getFolderName() || name != processor.getPresetName();
+
+    if (isNew)
+    {
+        storePresetName(bytes, name);
+        storeFolderName(bytes, folder);
+    }
+
+    if (!replaceFile(file, bytes))
+    {
+        // "Presert" is what the user has always been shown.
+        processor.userInteraction().alert({}, "Could not save Presert file: " + folder + "/" + name);
+        return false;
+    }
+
+    if (isNew)
+    {
+        takePresetName(name);
+        takeFolderName(folder);
+    }
+
+    processor.getSession().noteFile(bytes);
+    processor.getSession().markSaved();
     processor.getOriginalComparison().presetSaved(bytes);
-    processor.getPresetLibrary().markIndexStale();
-    processor.getPresetCommands().refreshLists();
-    processor.requestEditorRefresh();
+    processor.getPresetCommands().filesChanged();
     return true;
+}
+
+bool PresetStorage::rename(const juce::String& name)
+{
+    auto& session = processor.getSession();
+    const auto folder = session.getFolderName();
+    const auto& banks = processor.getPaths().banksFolder;
+    const auto file = presetFileFor(banks, folder, session.getPresetName());
+    const auto renamed = presetFileFor(banks, folder, name);
+    juce::MemoryBlock bytes;
+
+    if (!readWholeFile(file, bytes) || !moveFile(file, renamed))
+        return false;
+
+    // Between these two steps the file has its new name with the old one inside, which is as good a preset.
+    const bool isAsNoted = session.isFileAsNoted(bytes);
+
+    if (storePresetName(bytes, name) && !replaceFile(renamed, bytes) && moveFile(renamed, file))
+        return false;
+
+    // What another program has written meanwhile still has to be asked about.
+    if (isAsNoted)
+        session.noteFile(bytes);
+
+    takePresetName(name);
+    processor.getOriginalComparison().presetRenamed(name);
+    processor.getPresetCommands().filesChanged();
+    return true;
+}
+
+void PresetStorage::folderRenamed(const juce::String& name)
+{
+    takeFolderName(name);
+    processor.getOriginalComparison().folderRenamed(name);
+}
+
+void PresetStorage::takePresetName(const juce::String& name)
+{
+    processor.setNames(name, processor.getFolderName());
+    writeParamText(processor, slot::presetNameText, name, slot::nameTextLength);
+}
+
+void PresetStorage::takeFolderName(const juce::String& name)
+{
+    processor.setNames(processor.getPresetName(), name);
+    writeParamText(processor, slot::folderNameText, name, slot::nameTextLength);
 }
 
 bool PresetStorage::createEmpty(const juce::String& name)
@@ -89,6 +151,8 @@ void PresetStorage::createDefault()
 
     processor.resetAllParameters();
     save({}, true);
+    // Nobody has chosen it: saving another sound over it is to be asked about.
+    processor.getSession().forgetFile();
 }
 
 } // namespace quorel

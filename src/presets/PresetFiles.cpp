@@ -77,6 +77,23 @@ juce::File findPresetFile(const juce::File& banksFolder, const juce::String& fol
     return listed ? presetFileFor(banksFolder, folderName, presetName) : juce::File();
 }
 
+juce::String folderHolding(const juce::File& banksFolder, const juce::File& file)
+{
+    const auto place = file.getParentDirectory();
+
+    // Choosers may give the path behind a link.
+    for (const auto& name : listPresetFolders(banksFolder))
+    {
+        const auto folder = childNamed(banksFolder, name);
+        std::error_code error;
+
+        if (folder == place || fs::equivalent(pathOf(folder), pathOf(place), error))
+            return name;
+    }
+
+    return {};
+}
+
 juce::File presetFileFor(const juce::File& banksFolder, const juce::String& folderName,
                          const juce::String& presetName)
 {

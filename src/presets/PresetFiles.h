@@ -25,6 +25,9 @@ juce::StringArray listPresets(const juce::File& folder);
 juce::File findPresetFile(const juce::File& banksFolder, const juce::String& folderName,
                           const juce::String& presetName);
 
+/** The folder of the banks folder in which a file lies, reached by whatever path; empty for a file elsewhere. */
+juce::String folderHolding(const juce::File& banksFolder, const juce::File& file);
+
 /** Where a preset of these names is saved: always in a folder of the banks folder. An empty file if either
     name isn't a plain one. */
 juce::File presetFileFor(const juce::File& banksFolder, const juce::String& folderName,

@@ -10,11 +10,13 @@ namespace
 {
 constexpr std::array<const char*, 3> folderCommands{presetCommand::newFolder, presetCommand::renameFolder,
                                                     presetCommand::deleteFolder};
-constexpr std::array<const char*, 5> presetCommands{presetCommand::newPreset, presetCommand::renamePreset,
+constexpr std::array<const char*, 6> presetCommands{presetCommand::newPreset,    presetCommand::renamePreset,
                                                     presetCommand::deletePreset, presetCommand::loadPreset,
-                                                    presetCommand::savePreset};
+                                                    presetCommand::savePreset,   presetCommand::savePresetAs};
 
 constexpr int presetsPerSubMenu = 32;
+static_assert(presetCommands.size() < presetMenuId::firstPreset &&
+              folderCommands.size() < presetMenuId::firstFolder);
 
 template <size_t size>
 MenuEntries commandEntries(const std::array<const char*, size>& texts)

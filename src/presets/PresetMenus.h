@@ -19,6 +19,7 @@ constexpr const char* renamePreset = "rename preset";
 constexpr const char* deletePreset = "delete preset";
 constexpr const char* loadPreset = "load preset";
 constexpr const char* savePreset = "save preset";
+constexpr const char* savePresetAs = "save preset as";
 constexpr const char* copyPreset = "copy preset";
 constexpr const char* pastePreset = "paste preset";
 } // namespace presetCommand

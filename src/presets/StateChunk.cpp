@@ -242,4 +242,24 @@ ChunkStatus readStateChunk(const void* data, size_t size, StateChunk& chunk)
     return ChunkStatus::valid;
 }
 
+bool holdSameSound(const juce::MemoryBlock& first, const juce::MemoryBlock& second)
+{
+    StateChunk a;
+    StateChunk b;
+
+    if (readStateChunk(first.getData(), first.getSize(), a) != ChunkStatus::valid ||
+        readStateChunk(second.getData(), second.getSize(), b) != ChunkStatus::valid ||
+        a.parameters.size() != b.parameters.size() || a.hostedStates != b.hostedStates)
+        return false;
+
+    for (size_t i = 0; i < a.parameters.size(); ++i)
+        if (const int index = static_cast<int>(i);
+            a.parameters[i] != b.parameters[i] && index != slot::view &&
+            !isWithin(index, slot::presetNameText, 2 * slot::nameTextLength) &&
+            !isWithin(index, slot::controllerMap, numControllers))
+            return false;
+
+    return true;
+}
+
 } // namespace quorel

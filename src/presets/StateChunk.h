@@ -89,4 +89,8 @@ enum class ChunkStatus
     comes as long as it fits: layers past the fourth are passed over. */
 ChunkStatus readStateChunk(const void* data, size_t size, StateChunk& chunk);
 
+/** Both hold the same sound. What isn't part of it doesn't count: names, the editor's view and the MIDI
+    bindings. */
+bool holdSameSound(const juce::MemoryBlock& first, const juce::MemoryBlock& second);
+
 } // namespace quorel

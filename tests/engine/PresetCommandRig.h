@@ -51,6 +51,24 @@ protected:
 
     juce::String folders() { return library.getFolderNames().joinIntoString("|"); }
 
+    juce::MemoryBlock bytesOf(const juce::String& folder, const juce::String& preset)
+    {
+        juce::MemoryBlock bytes;
+        EXPECT_TRUE(readWholeFile(presetFileFor(banks, folder, preset), bytes)) << folder << "/" << preset;
+        return bytes;
+    }
+
+    StateChunk chunkOf(const juce::String& folder, const juce::String& preset)
+    {
+        const auto bytes = bytesOf(folder, preset);
+        StateChunk chunk;
+        EXPECT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
+        chunk.parameters.resize(numHostParameters);
+        return chunk;
+    }
+
+    juce::String lastQuestion() { return rig.interaction.questions[rig.interaction.questions.size() - 1]; }
+
     juce::String lastAlert() { return rig.interaction.alerts[rig.interaction.alerts.size() - 1]; }
 
     juce::String names() { return rig.processor.getFolderName() + "/" + rig.processor.getPresetName(); }

@@ -2,6 +2,8 @@
 // What a user does with preset files and folders, and what becomes of the files.
 #include "PresetCommandRig.h"
 
+#include "parameters/ParameterText.h"
+
 #if !JUCE_WINDOWS
 #include <csignal>
 #include <sys/resource.h>
@@ -31,9 +33,14 @@ TEST_F(PresetCommandTest, FoldersAreMadeRenamedAndDeleted)
     EXPECT_EQ(lastAlert(), "|Folder Alpha already exists. Please select another name");
     standOn("Alpha", "one");
     commands.copyPreset();
+    const auto before = bytesOf("Alpha", "one");
+    type("Gamma");
+    commands.renameFolder();
+    EXPECT_EQ(readParamText(rig.processor, slot::folderNameText, slot::nameTextLength), "Gamma");
     type("\xce\x91\xce\xb2");
     commands.renameFolder();
     EXPECT_EQ(rig.processor.getFolderName(), juce::String::fromUTF8("\xce\x91\xce\xb2"));
+    EXPECT_EQ(bytesOf(rig.processor.getFolderName(), "one"), before) << "no file is touched";
     EXPECT_EQ(library.clipboardFolderName, rig.processor.getFolderName()) << "what was copied has moved";
     EXPECT_EQ(library.getCurrentPresetIndex(), 0);
 
@@ -45,16 +52,27 @@ TEST_F(PresetCommandTest, FoldersAreMadeRenamedAndDeleted)
     EXPECT_EQ(folders(), "99 Default Preset|MyFolder");
     EXPECT_EQ(names(), "99 Default Preset/Default Preset");
     EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << "no load is started";
+    rig.interaction.confirmAnswer = false;
+    rig.set(slot::masterVolume, 0.21f);
+    commands.savePreset();
+    EXPECT_EQ(lastQuestion(), "|Preset Default Preset holds another sound. Replace it ?");
+    EXPECT_NE(chunkOf(defaultFolderName, defaultPresetName).parameters[slot::masterVolume], 0.21f);
 
     // Without a folder of that name, or a name at all, the banks folder itself is safe.
     for (const char* name : {"", ".", "..", "../..", "gone"})
     {
         standOn(name, "x");
-        commands.deleteFolder();
-        commands.deletePreset();
+        rig.interaction.confirmAnswer = true;
+        rig.interaction.alerts.clear();
         type("other");
-        commands.renameFolder();
+
+        for (const char* command : {"delete folder", "delete preset", "rename folder", "rename preset"})
+            commands.run(command);
+
         EXPECT_EQ(folders(), "99 Default Preset|MyFolder") << name;
+        EXPECT_EQ(rig.interaction.alerts.size(), 4) << "each says why";
+        EXPECT_EQ(rig.interaction.alerts[1],
+                  juce::String("|There is no file of preset ") + name + "/x. Nothing was deleted.");
     }
 }
 
@@ -77,75 +95,134 @@ TEST_F(PresetCommandTest, PresetsAreMadeRenamedAndDeleted)
     EXPECT_EQ(names(), "Bank/_th_ heaven, which is mu");
     EXPECT_FALSE(rig.processor.getLayer(0).hasInstance());
     EXPECT_EQ(rig.get(slot::view), 0.3f);
-    StateChunk chunk;
-    juce::MemoryBlock bytes;
-    ASSERT_TRUE(readWholeFile(presetFileFor(banks, "Bank", rig.processor.getPresetName()), bytes));
-    ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
+    const auto chunk = chunkOf("Bank", rig.processor.getPresetName());
     EXPECT_EQ(chunk.layerSizes, (std::array<int, 4>{})) << "an empty preset names no instrument";
     EXPECT_EQ(chunk.presetName, rig.processor.getPresetName());
 
-    rig.set(slot::masterVolume, 0.21f);
-    type("a name with more than twenty-four characters");
-    commands.renamePreset();
-    EXPECT_EQ(rig.interaction.textQuestions[rig.interaction.textQuestions.size() - 1],
-              "Rename preset|Enter new name for:   _th_ heaven, which is mu|_th_ heaven, which is mu");
-    EXPECT_EQ(files("Bank"), "n twenty-four characters|one");
-    ASSERT_TRUE(readWholeFile(presetFileFor(banks, "Bank", "n twenty-four characters"), bytes));
-    ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
-    EXPECT_EQ(chunk.presetName, "n twenty-four characters") << "the name inside matches";
-    EXPECT_EQ(chunk.parameters[slot::masterVolume], 0.21f);
-    type("one");
-    commands.renamePreset();
-    EXPECT_EQ(lastAlert(), "|Preset one already exists. Please select another name");
-
-    rig.interaction.confirmAnswer = true;
-    commands.deletePreset();
-    EXPECT_EQ(rig.interaction.questions[0], "|Delete preset   n twenty-four characters ?");
-    EXPECT_EQ(names(), "Bank/one");
+    // The neighbour follows: the next one, behind the last the one before.
+    makePreset("Bank", "two", 0.2f);
+    commands.selectPresetByName("one");
     EXPECT_TRUE(waitForPreset());
-    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
+    rig.interaction.confirmAnswer = true;
+
+    for (const char* neighbour : {"two", "_th_ heaven, which is mu"})
+    {
+        commands.deletePreset();
+        EXPECT_EQ(names(), juce::String("Bank/") + neighbour);
+        EXPECT_TRUE(waitForPreset());
+    }
+
+    EXPECT_EQ(rig.interaction.questions.joinIntoString("#"), "|Delete preset   one ?#|Delete preset   two ?");
     ASSERT_TRUE(rig.load(0, "Orlen"));
     commands.deletePreset();
     EXPECT_EQ(names(), "Bank/");
     EXPECT_FALSE(rig.processor.getLayer(0).hasInstance()) << "nothing is left to play";
     EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay());
-    commands.deletePreset();
+    rig.interaction.alerts.clear();
+
+    for (const char* command : {"delete preset", "rename preset", "copy preset"})
+        commands.run(command);
+
+    EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
+              "|No preset is chosen. Nothing was deleted.#|No preset is chosen. Nothing was renamed.#"
+              "|No preset is chosen. Nothing was copied.");
     EXPECT_EQ(folders(), "99 Default Preset|Bank");
 }
 
-TEST_F(PresetCommandTest, PasteGoesByTheStopOver)
+TEST_F(PresetCommandTest, RenamingChangesTheNameAlone)
+{
+    makePreset("Bank", "one", 0.3f);
+    makePreset("Bank", "other");
+    standOn("Bank", "one");
+    commands.selectPresetByName("one");
+    EXPECT_TRUE(waitForPreset());
+    const int pan = layerParameter(0, layerSlot::pan);
+    rig.processor.setParameterFromUi(pan, 0.2f);
+    rig.pump(100);
+    const auto before = bytesOf("Bank", "one");
+    commands.copyPreset();
+    type("other");
+    commands.renamePreset();
+    EXPECT_EQ(lastAlert(), "|Preset other already exists. Please select another name");
+    type("a name with more than twenty-four characters");
+    commands.renamePreset();
+    const juce::String name("n twenty-four characters");
+    EXPECT_EQ(rig.interaction.textQuestions[1], "Rename preset|Enter new name for:   one|one");
+    EXPECT_EQ(files("Bank"), name + "|other");
+    EXPECT_EQ(names(), "Bank/" + name);
+
+    const auto withoutName = [](juce::MemoryBlock bytes)
+    {
+        std::memset(bytes.begin() + chunkOffset::presetName, 0, sizeof(NameField));
+        std::memset(bytes.begin() + chunkOffset::parameter(slot::presetNameText), 0,
+                    sizeof(float) * slot::nameTextLength);
+        return bytes;
+    };
+    EXPECT_EQ(withoutName(bytesOf("Bank", name)), withoutName(before)) << "the rest is the same to the byte";
+    EXPECT_EQ(chunkOf("Bank", name).presetName, name);
+    EXPECT_EQ(readParamText(rig.processor, slot::presetNameText, slot::nameTextLength), name);
+    rig.set(slot::presetNameText, 0.0f);
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
+    EXPECT_EQ(rig.get(pan), 0.2f);
+    EXPECT_EQ(library.clipboardPresetName, name);
+
+    // The original has the new name, too, and the file is still known.
+    ASSERT_TRUE(rig.processor.getOriginalComparison().showOriginal());
+    EXPECT_EQ(rig.get(pan), 0.0f);
+    EXPECT_EQ(readParamText(rig.processor, slot::presetNameText, slot::nameTextLength), name);
+    EXPECT_TRUE(waitForPreset());
+    commands.savePreset();
+    EXPECT_TRUE(rig.interaction.questions.isEmpty());
+
+    // A preset that is on its way arrives under its new name.
+    commands.selectPresetByName("other");
+    type("renamed");
+    commands.renamePreset();
+    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(names(), "Bank/renamed");
+    EXPECT_EQ(readParamText(rig.processor, slot::presetNameText, slot::nameTextLength), "renamed");
+}
+
+TEST_F(PresetCommandTest, APasteIsACopyUnderAFreeName)
 {
     makePreset("Alpha", "one", 0.3f);
     makePreset("Beta", "two");
-    makePreset(defaultFolderName, "one", 0.2f);
     standOn("Beta", "two");
     commands.pastePreset();
-    EXPECT_EQ(files("Beta"), "two") << "nothing was copied";
+    EXPECT_EQ(lastAlert(), "|Nothing has been copied yet. Nothing was pasted.");
+    EXPECT_EQ(files("Beta"), "two");
 
     standOn("Alpha", "one");
+    rig.set(slot::masterVolume, 0.6f);
     commands.copyPreset();
     standOn("Beta", "two");
 
-    for (int round = 0; round < 2; ++round)
+    for (const char* name : {"one_copy", "one_copy 2", "one_copy 3"})
     {
         commands.pastePreset();
-        EXPECT_EQ(names(), "Beta/one_copy");
-        EXPECT_EQ(files("Beta"), "one_copy|two");
+        EXPECT_EQ(names(), juce::String("Beta/") + name);
         EXPECT_TRUE(waitForPreset());
         EXPECT_EQ(rig.get(slot::masterVolume), 0.3f) << "the file as it lies on the disk";
+        EXPECT_EQ(chunkOf("Beta", name).presetName, name);
+        EXPECT_EQ(chunkOf("Beta", name).folderName, "Beta");
     }
 
-    EXPECT_EQ(files(defaultFolderName), "Default Preset|one") << "another preset of that name stays";
+    EXPECT_EQ(files(defaultFolderName), "Default Preset");
     EXPECT_EQ(files("Alpha"), "one");
 
-    // From the default folder itself the file moves.
-    standOn(defaultFolderName, "one");
-    commands.copyPreset();
+    // Within its own folder the source stays as well.
+    standOn("Alpha", "one");
     commands.pastePreset();
-    EXPECT_EQ(files(defaultFolderName), "Default Preset|one_copy");
-    EXPECT_TRUE(waitForPreset());
+    EXPECT_EQ(files("Alpha"), "one|one_copy");
+
+    // Where the file has gone, what was heard when it was copied is left.
+    presetFileFor(banks, "Alpha", "one").deleteFile();
     commands.pastePreset();
-    EXPECT_EQ(lastAlert(), "|Could not paste preset: one");
+    EXPECT_EQ(chunkOf("Alpha", "one_copy 2").parameters[slot::masterVolume], 0.6f);
+    childNamed(banks, "Alpha").deleteRecursively();
+    commands.pastePreset();
+    EXPECT_EQ(lastAlert(), "|Folder Alpha isn't there. Nothing was pasted.");
+    EXPECT_EQ(folders(), "99 Default Preset|Beta");
 }
 
 TEST_F(PresetCommandTest, FilesAreChosenAndNamed)
@@ -155,7 +232,7 @@ TEST_F(PresetCommandTest, FilesAreChosenAndNamed)
     standOn("Alpha", "one");
     rig.set(slot::masterVolume, 0.77f);
     commands.loadPreset();
-    commands.savePreset();
+    commands.savePresetAs();
     EXPECT_EQ(rig.interaction.fileQuestions[0],
               "Please select preset to load...|" + childNamed(banks, "Alpha").getFullPathName() + "|*.qrl");
     EXPECT_EQ(rig.interaction.fileQuestions[1], "Please select preset filename to save...|" +
@@ -165,30 +242,114 @@ TEST_F(PresetCommandTest, FilesAreChosenAndNamed)
 
     // Agreed to by the chooser, so nothing is asked.
     rig.interaction.chosenFile = presetFileFor(banks, "Beta", "two");
-    commands.savePreset();
+    commands.savePresetAs();
     EXPECT_EQ(names(), "Beta/two");
     EXPECT_TRUE(rig.interaction.questions.isEmpty());
     // A name without the ending would replace a file that nobody was asked about.
     rig.interaction.chosenFile = childNamed(banks, "Alpha").getChildFile("one");
-    commands.savePreset();
+    commands.savePresetAs();
     EXPECT_EQ(rig.interaction.questions.joinIntoString("#"), "|preset one already exists. Replace ?");
     EXPECT_EQ(names(), "Beta/two");
+    // The new names go into the sound, wherever it is saved.
     rig.interaction.chosenFile = childNamed(banks, "Alpha").getChildFile("v1.5");
-    commands.savePreset();
+    commands.savePresetAs();
     EXPECT_EQ(files("Alpha"), "one|v1.5");
-    // A file elsewhere gives its folder's name to a bank.
-    rig.interaction.chosenFile = rig.user.scratch.child("Desktop/three.qrl");
-    commands.savePreset();
-    EXPECT_EQ(files("Desktop"), "three");
-    EXPECT_FALSE(rig.user.scratch.child("Desktop").exists());
 
-    standOn("Alpha", "v1.5");
-    rig.interaction.chosenFile = presetFileFor(banks, "Alpha", "one");
+    for (const auto& bytes : {bytesOf("Alpha", "v1.5"), rig.state()})
+    {
+        rig.restore(bytes);
+        EXPECT_EQ(names(), "Alpha/v1.5");
+        EXPECT_EQ(readParamText(rig.processor, slot::presetNameText, slot::nameTextLength), "v1.5");
+        EXPECT_EQ(readParamText(rig.processor, slot::folderNameText, slot::nameTextLength), "Alpha");
+    }
+
+    // A chosen file counts with its folder, be it reached by another path; outside the banks there are none.
+    const auto link = rig.user.scratch.child("link");
+    ASSERT_TRUE(childNamed(banks, "Beta").createSymbolicLink(link, true));
+    rig.interaction.chosenFile = link.getChildFile("two.qrl");
     commands.loadPreset();
     EXPECT_TRUE(waitForPreset());
-    EXPECT_EQ(names(), "Alpha/one");
-    EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
+    EXPECT_EQ(names(), "Beta/two");
+    EXPECT_EQ(rig.get(slot::masterVolume), 0.77f);
     EXPECT_TRUE(rig.interaction.alerts.isEmpty());
+    const auto outside = rig.user.scratch.child("Desktop/three.qrl");
+    ASSERT_TRUE(replaceFile(outside, bytesOf("Alpha", "one")));
+
+    for (const auto& place : {outside, banks.getChildFile("three.qrl")})
+    {
+        rig.interaction.chosenFile = place;
+        commands.savePresetAs();
+        commands.loadPreset();
+    }
+
+    const auto reason = "|Presets lie in the folders of " + banks.getFullPathName() + ". Nothing was ";
+    EXPECT_EQ(rig.interaction.alerts, (juce::StringArray{reason + "saved.", reason + "loaded.",
+                                                         reason + "saved.", reason + "loaded."}));
+    EXPECT_EQ(names(), "Beta/two");
+    commands.refreshLists();
+    EXPECT_EQ(folders(), "99 Default Preset|Alpha|Beta");
+}
+
+TEST_F(PresetCommandTest, ASaveAsksOnlyWhereItWouldReplaceWhatIsNotKnownHere)
+{
+    makePreset("Bank", "one", 0.3f);
+    standOn("Bank", "one");
+    commands.selectPresetByName("one");
+    EXPECT_TRUE(waitForPreset());
+    const auto onDisk = [&] { return chunkOf("Bank", "one").parameters[slot::masterVolume]; };
+    rig.set(slot::masterVolume, 0.4f);
+    commands.savePreset();
+    EXPECT_EQ(onDisk(), 0.4f);
+
+    // Another program saves its own.
+    makePreset("Bank", "one", 0.9f);
+    rig.set(slot::masterVolume, 0.5f);
+    commands.savePreset();
+    EXPECT_EQ(lastQuestion(), "|Preset one has been changed elsewhere meanwhile. Replace it ?");
+    EXPECT_EQ(onDisk(), 0.9f) << "nobody said yes";
+    rig.interaction.confirmAnswer = true;
+    commands.savePreset();
+    EXPECT_EQ(onDisk(), 0.5f);
+    rig.interaction.confirmAnswer = false;
+    rig.set(slot::masterVolume, 0.6f);
+    commands.savePreset();
+    EXPECT_EQ(onDisk(), 0.6f) << "once is enough";
+    EXPECT_EQ(rig.interaction.questions.size(), 2);
+
+    // A project may hold an older state of the preset.
+    const auto project = rig.state();
+    rig.restore(project);
+    commands.savePreset();
+    EXPECT_EQ(rig.interaction.questions.size(), 2) << "the same sound";
+    rig.restore(project);
+    rig.set(slot::masterVolume, 0.7f);
+    commands.savePreset();
+    EXPECT_EQ(lastQuestion(), "|Preset one holds another sound. Replace it ?");
+    EXPECT_EQ(onDisk(), 0.6f);
+
+    // Another program's rename or delete leaves no file to save over: it is to be named.
+    presetFileFor(banks, "Bank", "one").deleteFile();
+    commands.savePreset();
+    EXPECT_EQ(rig.interaction.fileQuestions.size(), 1);
+    EXPECT_EQ(files("Bank"), "");
+    EXPECT_TRUE(rig.interaction.alerts.isEmpty());
+}
+
+TEST_F(PresetCommandTest, LongNamesComeBackFromAProject)
+{
+    const juce::String longName("A name of more than thirty-two characters");
+    const juce::String longFolder("A folder's name that is just as long as that");
+    makePreset(longFolder, longName, 0.3f);
+    standOn(longFolder, longName);
+    commands.selectPresetByName(longName);
+    EXPECT_TRUE(waitForPreset());
+    const auto project = rig.state();
+    standOn(defaultFolderName, defaultPresetName);
+    rig.restore(project);
+    EXPECT_EQ(names(), longFolder + "/" + longName);
+    type("short");
+    commands.renamePreset();
+    EXPECT_EQ(files(longFolder), "short");
 }
 
 TEST_F(PresetCommandTest, AFullDiskTakesNothingAway)
@@ -209,11 +370,13 @@ TEST_F(PresetCommandTest, AFullDiskTakesNothingAway)
     const bool saved = rig.processor.getPresetStorage().save({}, true);
     type("new");
     commands.newPreset();
+    commands.renamePreset();
     setrlimit(RLIMIT_FSIZE, &unlimited);
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_FALSE(saved);
     EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
-              "|Could not save Presert file: Bank/old#|Could not save Presert file: Bank/new");
+              "|Could not save Presert file: Bank/old#|Could not save Presert file: Bank/new#"
+              "|Could not rename preset: old");
 #endif
     juce::MemoryBlock after;
     ASSERT_TRUE(readWholeFile(presetFileFor(banks, "Bank", "old"), after));
@@ -227,55 +390,94 @@ TEST_F(PresetCommandTest, AFullDiskTakesNothingAway)
     EXPECT_GT(rig.playSeconds(0.3).peak(), 0.0005f) << "the sound goes on";
 }
 
-/** Closes the plug-in while its question is open, as a host may do. */
-class ClosingInteraction : public RecordingInteraction
+/** Has something happen while a question is open, as a host may do, and then agrees. */
+class InterruptedInteraction : public RecordingInteraction
 {
 public:
     juce::String askText(const juce::String&, const juce::String&, const juce::String&) override
     {
-        processor = nullptr;
+        interrupt();
         return "x";
     }
 
     bool confirm(const juce::String&, const juce::String&) override
     {
-        processor = nullptr;
+        interrupt();
         return true;
     }
 
     juce::File chooseFileToSave(const juce::String&, const juce::File& suggested,
                                 const juce::String&) override
     {
-        processor = nullptr;
+        interrupt();
         return suggested;
     }
 
     juce::File chooseFileToOpen(const juce::String&, const juce::File&, const juce::String&) override
     {
-        processor = nullptr;
+        interrupt();
         return chosenFile;
     }
 
-    std::unique_ptr<PluginProcessor> processor;
+    std::function<void()> interrupt;
 };
+
+constexpr const char* askingCommands[] = {"new folder",  "rename folder", "delete folder",
+                                          "new preset",  "rename preset", "delete preset",
+                                          "load preset", "save preset as"};
 
 TEST(PresetQuestions, APlugInClosedBehindAQuestionIsLeftAlone)
 {
     const UserRig user;
-    ClosingInteraction interaction;
+    InterruptedInteraction interaction;
     interaction.chosenFile = user.banksFolder().getChildFile("99 Default Preset/Default Preset.qrl");
+    std::unique_ptr<PluginProcessor> processor;
+    interaction.interrupt = [&] { processor = nullptr; };
 
-    for (const char* command : {"new folder", "rename folder", "delete folder", "new preset", "rename preset",
-                                "delete preset", "load preset", "save preset"})
+    for (const char* command : askingCommands)
     {
-        interaction.processor = std::make_unique<PluginProcessor>(user.makeStore(), interaction);
-        EXPECT_TRUE(interaction.processor->getPresetCommands().run(command));
-        EXPECT_EQ(interaction.processor, nullptr) << command;
+        processor = std::make_unique<PluginProcessor>(user.makeStore(), interaction);
+        EXPECT_TRUE(processor->getPresetCommands().run(command));
+        EXPECT_EQ(processor, nullptr) << command;
     }
 
-    interaction.processor = std::make_unique<PluginProcessor>(user.makeStore(), interaction);
-    EXPECT_FALSE(interaction.processor->getPresetStorage().save("Default Preset", false));
+    processor = std::make_unique<PluginProcessor>(user.makeStore(), interaction);
+    EXPECT_FALSE(processor->getPresetStorage().save("Default Preset", false));
     EXPECT_TRUE(interaction.chosenFile.existsAsFile()) << "nothing was done";
+}
+
+TEST(PresetQuestions, AnAnswerCountsForTheSoundThatItWasAskedAbout)
+{
+    const UserRig user;
+    InterruptedInteraction interaction;
+    PluginProcessor processor(user.makeStore(), interaction);
+    const auto file = user.banksFolder().getChildFile("99 Default Preset/Default Preset.qrl");
+    interaction.chosenFile = file;
+    juce::MemoryBlock before;
+    ASSERT_TRUE(readWholeFile(file, before));
+    // The project's preset has the very same names.
+    processor.setParameter(slot::masterVolume, 0.3f);
+    juce::MemoryBlock project;
+    processor.getStateInformation(project);
+    processor.setParameter(slot::masterVolume, 0.6f);
+    interaction.interrupt = [&]
+    { processor.setStateInformation(project.getData(), static_cast<int>(project.getSize())); };
+
+    for (const char* command : askingCommands)
+    {
+        interaction.alerts.clear();
+        EXPECT_TRUE(processor.getPresetCommands().run(command));
+        EXPECT_EQ(interaction.alerts.joinIntoString("#"),
+                  "|Another sound has come in meanwhile. Nothing was done.")
+            << command;
+    }
+
+    EXPECT_EQ(processor.getPresetLibrary().getFolderNames().joinIntoString("|"), "99 Default Preset");
+    EXPECT_EQ(listPresets(file.getParentDirectory()).joinIntoString("|"), "Default Preset");
+    juce::MemoryBlock after;
+    ASSERT_TRUE(readWholeFile(file, after));
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(processor.getParameter(slot::masterVolume), 0.3f);
 }
 
 } // namespace quorel::test
