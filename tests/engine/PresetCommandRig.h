@@ -18,6 +18,13 @@ class PresetCommandTest : public testing::Test
 protected:
     using Modifier = PresetCommands::Modifier;
 
+    /** Deleted files go to a trash of the test's own. */
+    void SetUp() override
+    {
+        adoptUserPlaces(rig.user.scratch.path());
+        ASSERT_TRUE(rig.user.scratch.child("data/Trash").createDirectory());
+    }
+
     /** A preset file with a master volume of its own, so that loads can be told apart. */
     void makePreset(const juce::String& folder, const juce::String& name, float volume = 0.5f)
     {

@@ -168,7 +168,8 @@ public:
         }
 
         const std::lock_guard<std::mutex> guard(blockLock);
-        rig.play(2);
+        // Equalisers and effects may still ring with what was there before.
+        rig.playSeconds(2.0);
         rig.noteOn(60);
         const float peak = rig.play(60).peak();
         rig.noteOff(60);
