@@ -4,6 +4,8 @@
 #include "platform/PlatformSeam.h"
 #include "support/ProcessorRig.h"
 
+#include <gtest/gtest.h>
+
 namespace quorel::test
 {
 
