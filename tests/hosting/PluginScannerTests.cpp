@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hosting/PluginScanner.h"
 
-#include "platform/PlatformSeam.h"
-#include "support/RecordingInteraction.h"
-#include "support/ScratchFolder.h"
+#include "hosting/LoadNote.h"
+#include "parameters/ParameterText.h"
+#include "support/FaultyInstruments.h"
 
-#include <gtest/gtest.h>
+#include <csignal>
+#include <sys/resource.h>
 
 namespace quorel
 {
@@ -141,9 +142,9 @@ TEST(PluginScanner, startReadsTheListFileOrScans)
         {"<A/>", scanned, true},
         {good, {"Tarn", "Tarn2"}, false},
         {"<KNOWNPLUGINS/>", none, false},
-        {good.replace("KNOWNPLUGINS", "OTHER"), none, false},
-        {good.dropLastCharacters(20), none, false},
-        {"no XML, but longer than ten bytes", none, false},
+        {good.replace("KNOWNPLUGINS", "OTHER"), scanned, true},
+        {good.dropLastCharacters(20), scanned, true},
+        {"no XML, but longer than ten bytes", scanned, true},
     };
     for (const auto& c : cases)
     {
@@ -164,6 +165,141 @@ TEST(PluginScanner, startReadsTheListFileOrScans)
     ASSERT_TRUE(readPluginList(file, again));
     EXPECT_EQ(namesIn(again), namesIn(list));
     EXPECT_EQ(again.getBlacklistedFiles(), list.getBlacklistedFiles());
+}
+
+namespace
+{
+/** While it lives, no file grows beyond some bytes, as on a disk that is nearly full. */
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+        : handler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit now{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &now);
+    }
+
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+    }
+
+private:
+    rlimit before{};
+    void (*handler)(int);
+};
+} // namespace
+
+TEST(PluginScanner, AFullDiskKeepsTheOldListAndSaysSo)
+{
+    const test::ScratchFolder folder;
+    const auto listFile = folder.child("list.xml");
+    test::RecordingInteraction user;
+    juce::KnownPluginList list;
+    PluginScanner scanner(list);
+    ASSERT_TRUE(scanner.scanPlugins(instruments, listFile, false, user));
+    const auto before = listFile.loadFileAsString();
+    {
+        const FullDisk full(600);
+        EXPECT_FALSE(scanner.scanPlugins(instruments, listFile, false, user));
+    }
+    EXPECT_EQ(listFile.loadFileAsString(), before);
+    ASSERT_EQ(user.alerts.size(), 1);
+    EXPECT_TRUE(user.alerts[0].contains(listFile.getFullPathName()));
+    EXPECT_EQ(list.getNumTypes(), 14);
+    EXPECT_EQ(folder.path().getNumberOfChildFiles(juce::File::findFiles), 1);
+}
+
+// Each death is that of a child process, which leaves its note as a crashed host does.
+TEST(PluginScanner, WhatTookAProcessDownIsPassedOverUntilItIsTriedAgain)
+{
+    const test::ScratchFolder folder;
+    const auto listFile = folder.child("list.xml");
+    install(placeOf(instruments, "Zeph"), folder.path(), "Zeph");
+    test::RecordingInteraction user;
+
+    for (const auto* fault : {"abort-entry", "abort-open"})
+    {
+        SCOPED_TRACE(fault);
+        test::installFaulty(folder.path(), "Hexley", fault);
+        listFile.deleteFile();
+        user.alerts.clear();
+        {
+            juce::KnownPluginList list;
+            PluginScanner scanner(list);
+            EXPECT_EXIT(scanner.loadOrScan(folder.path(), listFile, user), testing::KilledBySignal(SIGABRT),
+                        "");
+        }
+        EXPECT_FALSE(listFile.existsAsFile());
+
+        for (const bool isFirst : {true, false})
+        {
+            juce::KnownPluginList list;
+            PluginScanner scanner(list);
+            scanner.loadOrScan(folder.path(), listFile, user);
+            EXPECT_EQ(namesIn(list), juce::StringArray{"Zeph"});
+            EXPECT_EQ(user.alerts.size(), 1) << "told once";
+            EXPECT_EQ(list.getBlacklistedFiles().size(), 1);
+
+            if (!isFirst)
+            {
+                // Repaired, and asked for.
+                test::installFaulty(folder.path(), "Hexley");
+                EXPECT_TRUE(scanner.scanPlugins(folder.path(), listFile, false, user));
+                EXPECT_EQ(namesIn(list), (juce::StringArray{"Hexley", "Zeph"}));
+                EXPECT_EQ(list.getBlacklistedFiles().size(), 0);
+            }
+        }
+
+        EXPECT_TRUE(user.alerts[0].contains(placeOf(folder.path(), "Hexley").getFullPathName()));
+        EXPECT_TRUE(user.alerts[0].contains("Re-scan Plug-Ins"));
+    }
+}
+
+TEST(PluginScanner, ACrashAtALoadCostsTheSoundItsInstrumentAlone)
+{
+    juce::MemoryBlock sound;
+    juce::MemoryBlock state;
+    test::ProcessorRig rig;
+    const auto folder = test::useFaulty(rig, {"Hexley", "Tarn"});
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    ASSERT_TRUE(rig.load(1, "Tarn"));
+    sound = rig.state();
+    state = rig.processor.getLayer(0).stateToSave();
+    rig.processor.getLayers().unload();
+    test::setFaults(folder, "Hexley", "abort-open");
+    EXPECT_EXIT(rig.restore(sound), testing::KilledBySignal(SIGABRT), "");
+
+    PluginProcessor next(rig.user.makeStore(), rig.interaction);
+    EXPECT_EQ(next.getKnownPlugins().getNumTypes(), 1);
+    next.setStateInformation(sound.getData(), static_cast<int>(sound.getSize()));
+    EXPECT_EQ(next.getLayer(0).getState(), LayerState::missing);
+    EXPECT_TRUE(next.getLayer(0).stateToSave() == state);
+    EXPECT_EQ(next.getLayer(1).getPluginName(), "Tarn");
+    EXPECT_EQ(readParamText(next, layerParameter(0, layerSlot::pluginNameText), slot::nameTextLength),
+              "Hexley");
+}
+
+TEST(LoadNote, OnlyProcessesThatAreGoneLeaveOne)
+{
+    const test::ScratchFolder folder;
+    const auto listFile = folder.child("list.xml");
+    {
+        const LoadNote note(listFile, "/some/Hexley.so");
+        EXPECT_EQ(folder.path().getNumberOfChildFiles(juce::File::findFiles), 1);
+        EXPECT_TRUE(findLeftNotes(listFile).empty()) << "this process runs";
+    }
+    EXPECT_EQ(folder.path().getNumberOfChildFiles(juce::File::findFiles), 0);
+
+    // Its number is in use again, by a process that was started at another time.
+    const auto number = processIdentity().upToFirstOccurrenceOf(" ", true, false);
+    folder.write("list.xml.1.opening", number + "12345.of-another-boot\n/some/Hexley.so\n");
+    folder.write("other.xml.1.opening", number + "12345.of-another-boot\n/some/Tarn.so\n");
+    ASSERT_EQ(findLeftNotes(listFile).size(), 1u);
+    EXPECT_EQ(findLeftNotes(listFile)[0].pluginPath, "/some/Hexley.so");
 }
 
 } // namespace quorel
