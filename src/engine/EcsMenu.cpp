@@ -2,7 +2,6 @@
 #include "engine/EcsMenu.h"
 
 #include "engine/PluginProcessor.h"
-#include "parameters/IntegerLines.h"
 #include "presets/LineFiles.h"
 
 namespace quorel
@@ -43,10 +42,12 @@ void deleteEcs(PluginProcessor& processor)
 
 void loadEcs(PluginProcessor& processor, const juce::File& file)
 {
-    if (!file.existsAsFile())
+    juce::StringArray lines;
+
+    if (!readLinesOf(ecsFiles(processor), file, numControllers, lines, processor.userInteraction()))
         return;
 
-    processor.getControllerMap().importTable(readIntegerLines(file, numControllers));
+    processor.getControllerMap().importTable(lines);
     processor.getSession().setEcsName(file.getFileName());
 }
 } // namespace
@@ -56,9 +57,9 @@ MenuEntries ecsMenu(PluginProcessor& processor)
     return lineFileMenu(ecsFiles(processor), "Clear ECS", processor.getSession().getEcsName());
 }
 
-void chooseEcs(PluginProcessor& processor, int id)
+void chooseEcs(PluginProcessor& processor, const MenuEntry& row)
 {
-    switch (id)
+    switch (row.id)
     {
     case lineFileMenuId::reset:
         clearEcs(processor);
@@ -70,8 +71,8 @@ void chooseEcs(PluginProcessor& processor, int id)
         deleteEcs(processor);
         break;
     default:
-        if (id >= lineFileMenuId::firstFile)
-            loadEcs(processor, ecsFiles(processor).list()[id - lineFileMenuId::firstFile]);
+        if (row.id >= lineFileMenuId::firstFile)
+            loadEcs(processor, row.file);
         break;
     }
 }

@@ -12,8 +12,9 @@ class PluginProcessor;
 
 MenuEntries ecsMenu(PluginProcessor& processor);
 
-/** Does what row `id` of the menu says: clear the table, save it, delete the file in use, or load a file.
-    Saving and deleting ask the user first. Ids that are not in the menu do nothing. */
-void chooseEcs(PluginProcessor& processor, int id);
+/** Does what a row of the menu says: clear the table, save it, delete the file in use, or load a file. Saving
+    and deleting ask the user first, who is told what can't be done. Rows that the menu doesn't have do
+    nothing. */
+void chooseEcs(PluginProcessor& processor, const MenuEntry& row);
 
 } // namespace quorel

@@ -3,7 +3,6 @@
 
 #include "engine/PluginProcessor.h"
 #include "hosting/InstrumentTable.h"
-#include "parameters/IntegerLines.h"
 #include "presets/LineFiles.h"
 
 namespace quorel
@@ -79,12 +78,15 @@ bool deleteLayout(PluginProcessor& processor, int layer, const LineFiles& files)
     return instrument != nullptr;
 }
 
-void loadLayout(VirtualInstrument& instrument, const juce::File& file)
+void loadLayout(PluginProcessor& processor, int layer, const LineFiles& files, const juce::File& file)
 {
-    if (!file.existsAsFile())
+    juce::StringArray lines;
+
+    if (!readLinesOf(files, file, numEasyParameters, lines, processor.userInteraction()))
         return;
 
-    instrument.loadEasyMapping(readIntegerLines(file, numEasyParameters));
+    auto& instrument = processor.getLayer(layer);
+    instrument.loadEasyMapping(lines);
     instrument.layoutName = file.getFileName();
 }
 } // namespace
@@ -98,17 +100,17 @@ MenuEntries layoutMenu(PluginProcessor& processor, int layer)
                         processor.getLayer(layer).layoutName);
 }
 
-void chooseLayout(PluginProcessor& processor, int layer, int id)
+void chooseLayout(PluginProcessor& processor, int layer, const MenuEntry& row)
 {
     auto& instrument = processor.getLayer(layer);
 
-    if (!instrument.hasInstance() || id < lineFileMenuId::reset)
+    if (!instrument.hasInstance() || row.id < lineFileMenuId::reset)
         return;
 
     const auto files = layoutFiles(processor, layer);
     bool sameInstrument = true;
 
-    switch (id)
+    switch (row.id)
     {
     case lineFileMenuId::reset:
         instrument.resetEasyMapping();
@@ -121,7 +123,7 @@ void chooseLayout(PluginProcessor& processor, int layer, int id)
         sameInstrument = deleteLayout(processor, layer, files);
         break;
     default:
-        loadLayout(instrument, files.list()[id - lineFileMenuId::firstFile]);
+        loadLayout(processor, layer, files, row.file);
         break;
     }
 

@@ -13,8 +13,9 @@ class PluginProcessor;
 /** The layout menu of layer 0 to 3. None for a layer without an instrument. */
 MenuEntries layoutMenu(PluginProcessor& processor, int layer);
 
-/** Does what row `id` of the menu says: default mapping, save, delete, or the mapping of a file. Saving and
-    deleting ask the user first. Ids that are not in the menu do nothing. */
-void chooseLayout(PluginProcessor& processor, int layer, int id);
+/** Does what a row of the menu says: default mapping, save, delete, or the mapping of a file. Saving and
+    deleting ask the user first, who is told what can't be done. Rows that the menu doesn't have do
+    nothing. */
+void chooseLayout(PluginProcessor& processor, int layer, const MenuEntry& row);
 
 } // namespace quorel

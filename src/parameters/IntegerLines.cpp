@@ -30,12 +30,15 @@ int integerOfLine(const juce::String& line) noexcept
     return negative ? -number : number;
 }
 
-juce::StringArray readIntegerLines(const juce::File& file, int maxLines)
+juce::Result readIntegerLines(const juce::File& file, int maxLines, juce::StringArray& lines)
 {
+    if (const auto result = checkReadable(file); result.failed())
+        return result;
+
     juce::FileInputStream stream(file);
 
     if (!stream.openedOk())
-        return {};
+        return stream.getStatus();
 
     std::string text(maxFileBytes, '\0');
     text.resize(static_cast<size_t>(juce::jmax(0, stream.read(text.data(), maxFileBytes))));
@@ -45,7 +48,7 @@ juce::StringArray readIntegerLines(const juce::File& file, int maxLines)
         if (character <= 0)
             character = '?';
 
-    juce::StringArray lines;
+    lines.clear();
     lines.addLines(text);
 
     // What follows the last line end isn't a line, and may be a number cut off in the middle.
@@ -53,14 +56,11 @@ juce::StringArray readIntegerLines(const juce::File& file, int maxLines)
         lines.remove(lines.size() - 1);
 
     lines.removeRange(maxLines, lines.size());
-    return lines;
+    return stream.getStatus();
 }
 
-bool writeIntegerLines(const juce::File& file, const juce::StringArray& lines)
+juce::Result writeIntegerLines(const juce::File& file, const juce::StringArray& lines)
 {
-    if (file.isDirectory())
-        return false;
-
     const auto text = lines.joinIntoString(lineEnd) + lineEnd;
     return replaceFile(file, juce::MemoryBlock(text.toRawUTF8(), text.getNumBytesAsUTF8()));
 }

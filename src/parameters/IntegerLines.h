@@ -14,11 +14,11 @@ constexpr int largestLineInteger = 32767;
 /** The integer at the start of a line, held to its range; 0 where there is none. */
 int integerOfLine(const juce::String& line) noexcept;
 
-/** The first lines of a file, at most `maxLines`; none where it can't be read. Of a file over 64 KiB, which
-    can't be one of ours, only the whole lines within that size count. */
-juce::StringArray readIntegerLines(const juce::File& file, int maxLines);
+/** Reads the first lines of a file, at most `maxLines`. Of a file over 64 KiB, which can't be one of ours,
+    only the whole lines within that size count. Fails, saying why, where it can't be read. */
+juce::Result readIntegerLines(const juce::File& file, int maxLines, juce::StringArray& lines);
 
-/** Replaces the file; false where that fails, and the file is as it was. */
-bool writeIntegerLines(const juce::File& file, const juce::StringArray& lines);
+/** Replaces the file. Where that fails it is as it was. */
+juce::Result writeIntegerLines(const juce::File& file, const juce::StringArray& lines);
 
 } // namespace quorel

@@ -36,11 +36,8 @@ juce::Result failure(const std::error_code& error)
 /** Replaces `to` by the contents of a regular file, with a mode where one is given. */
 juce::Result copyContents(const juce::File& from, const juce::File& to, std::optional<fs::perms> mode)
 {
-    std::error_code error;
-
-    // Opening a pipe would wait for somebody to write to it.
-    if (!fs::is_regular_file(pathOf(from), error))
-        return error ? failure(error) : juce::Result::fail("not a regular file");
+    if (const auto result = checkReadable(from); result.failed())
+        return result;
 
     juce::FileInputStream input(from);
 
@@ -51,6 +48,8 @@ juce::Result copyContents(const juce::File& from, const juce::File& to, std::opt
 
     if (replacement.status().failed())
         return replacement.status();
+
+    std::error_code error;
 
     if (mode.has_value())
         fs::permissions(pathOf(replacement.temporaryFile()), *mode, error);
@@ -123,12 +122,20 @@ juce::String textOf(const fs::path& path)
     return textOfNative(path.c_str());
 }
 
+juce::Result checkReadable(const juce::File& file)
+{
+    std::error_code error;
+    const auto status = fs::status(pathOf(file), error);
+
+    if (!fs::exists(status))
+        return failure(error ? error : std::make_error_code(std::errc::no_such_file_or_directory));
+
+    return fs::is_regular_file(status) ? juce::Result::ok() : juce::Result::fail("not a regular file");
+}
+
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
 {
-    // Opening a pipe would wait for somebody to write to it.
-    std::error_code error;
-
-    if (!fs::is_regular_file(pathOf(file), error))
+    if (checkReadable(file).failed())
         return false;
 
     juce::FileInputStream stream(file);

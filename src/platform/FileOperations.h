@@ -19,6 +19,10 @@ constexpr juce::int64 largestWholeFile = 256 * 1024 * 1024;
 std::filesystem::path pathOf(const juce::File& file);
 juce::String textOf(const std::filesystem::path& path);
 
+/** Fails, saying why, for what isn't there or isn't a regular file: opening a pipe would wait for somebody to
+    write to it. */
+juce::Result checkReadable(const juce::File& file);
+
 /** Reads a whole file. False if it can't be opened, isn't a regular file, is larger than `largestWholeFile`,
     or gives fewer bytes than its size. */
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes);

@@ -2,6 +2,9 @@
 #include "presets/LineFiles.h"
 
 #include "parameters/IntegerLines.h"
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "platform/FileReplacement.h"
 #include "platform/UserInteraction.h"
 
 namespace quorel
@@ -13,6 +16,8 @@ juce::Array<juce::File> LineFiles::list() const
 
     if (folder == juce::File())
         return found;
+
+    removeLeftovers(folder);
 
     for (const auto& file : folder.findChildFiles(juce::File::findFiles, false, "*"))
         if (file.getFileExtension() == ending)
@@ -31,6 +36,11 @@ juce::File LineFiles::find(const juce::String& fileName) const
     return {};
 }
 
+bool LineFiles::mayHold(const juce::File& file) const
+{
+    return folder != juce::File() && file.getParentDirectory() == folder && file.getFileExtension() == ending;
+}
+
 MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,
                          const juce::String& currentName)
 {
@@ -45,10 +55,28 @@ MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,
     int id = lineFileMenuId::firstFile;
 
     for (const auto& file : found)
+    {
         menu.push_back(
             MenuEntry::command(id++, file.getFileNameWithoutExtension(), file.getFileName() == currentName));
+        menu.back().file = file;
+    }
 
     return menu;
+}
+
+bool readLinesOf(const LineFiles& files, const juce::File& chosen, int maxLines, juce::StringArray& lines,
+                 UserInteraction& user)
+{
+    if (!files.mayHold(chosen))
+        return false;
+
+    const auto result = readIntegerLines(chosen, maxLines, lines);
+
+    if (result.failed())
+        user.alert({}, "Could not load " + files.kind + " file: " + chosen.getFullPathName() + " (" +
+                           result.getErrorMessage() + ")");
+
+    return result;
 }
 
 juce::String saveLinesAs(const LineFiles& files, const juce::String& title, const juce::String& suggestedName,
@@ -70,10 +98,13 @@ juce::String saveLinesAs(const LineFiles& files, const juce::String& title, cons
             return {};
     }
 
-    if (writeIntegerLines(file, lines))
+    const auto result = writeIntegerLines(file, lines);
+
+    if (result.wasOk())
         return file.getFileName();
 
-    user.alert({}, "Could not save " + files.kind + " file: " + file.getFullPathName());
+    user.alert({}, "Could not save " + files.kind + " file: " + file.getFullPathName() + " (" +
+                       result.getErrorMessage() + ")");
     return {};
 }
 
@@ -82,8 +113,21 @@ bool deleteLineFile(const LineFiles& files, const juce::String& fileName, UserIn
     if (!user.confirm({}, "Delete " + files.kind + "   " + fileName + " ?"))
         return false;
 
-    const auto file = files.find(fileName);
-    return file.existsAsFile() && file.deleteFile();
+    if (fileName.isEmpty())
+    {
+        user.alert({}, "No " + files.kind + " file is in use: there is nothing to delete.");
+        return false;
+    }
+
+    const auto file = childNamed(files.folder, fileName);
+    const auto [outcome, reason] =
+        discardFile(files.mayHold(file) ? file : juce::File(),
+                    [&user](const juce::String& question) { return user.confirm({}, question); });
+
+    if (outcome == Discarded::Outcome::failed)
+        user.alert({}, "Could not delete " + files.kind + " file: " + fileName + " (" + reason + ")");
+
+    return outcome == Discarded::Outcome::gone;
 }
 
 } // namespace quorel

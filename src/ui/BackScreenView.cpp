@@ -163,8 +163,9 @@ void BackScreenView::chooseFolder()
 
 void BackScreenView::showEcsMenu()
 {
-    showMenu(popupMenuOf(ecsMenu(processor)), ecsButton, *this,
-             [this](int chosen) { chooseEcs(processor, chosen); });
+    const auto menu = ecsMenu(processor);
+    showMenu(popupMenuOf(menu), ecsButton, *this,
+             [this, menu](int chosen) { chooseEcs(processor, entryWithId(menu, chosen)); });
 }
 
 void BackScreenView::showScaleMenu()

@@ -198,11 +198,12 @@ void VirtualInstrumentUI::buttonClicked(juce::Button* button)
 
 void VirtualInstrumentUI::showLayoutMenu()
 {
-    showMenu(popupMenuOf(layoutMenu(processor, layer)), layoutMenuButton, *this,
-             [this](int chosen)
+    const auto menu = layoutMenu(processor, layer);
+    showMenu(popupMenuOf(menu), layoutMenuButton, *this,
+             [this, menu](int chosen)
              {
                  const juce::Component::SafePointer<VirtualInstrumentUI> self(this);
-                 chooseLayout(processor, layer, chosen);
+                 chooseLayout(processor, layer, entryWithId(menu, chosen));
 
                  // The host may have closed the editor behind a question.
                  if (self != nullptr)
