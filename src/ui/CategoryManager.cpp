@@ -142,7 +142,7 @@ void CategoryManager::toggle(int flag)
 
     if (filterMode)
         commands.toggleFilterCategory(flag);
-    else
+    else if (!processor.getSoundChange().awaitedReason())
         commands.toggleCategory(flag);
 
     repaint();
@@ -151,7 +151,7 @@ void CategoryManager::toggle(int flag)
 
 void CategoryManager::mouseDown(const juce::MouseEvent& event)
 {
-    if (!event.mods.isLeftButtonDown() || processor.getSoundChange().isUnderWay())
+    if (!event.mods.isLeftButtonDown())
         return;
 
     if (const auto flag = categoryAt(event.getPosition()))
@@ -176,8 +176,7 @@ bool CategoryManager::keyPressed(const juce::KeyPress& key)
     if (key.getKeyCode() != juce::KeyPress::spaceKey && key.getKeyCode() != juce::KeyPress::returnKey)
         return false;
 
-    if (!processor.getSoundChange().isUnderWay())
-        toggle(cursorFlag());
+    toggle(cursorFlag());
 
     return true;
 }

@@ -71,9 +71,14 @@ void PresetGrid::entryClicked(int index, const juce::ModifierKeys& modifiers)
         onClick();
 }
 
-bool PresetGrid::isLocked() const
+juce::String PresetGrid::emptyText() const
 {
-    return processor.getSoundChange().isUnderWay();
+    if (!showingResults)
+        return {};
+
+    const int folder = library.getSelectedResultFolder();
+    const bool isLimited = folder >= 0 && folder < library.getFolderCount();
+    return "No preset found" + (isLimited ? " in " + library.getFolderNames()[folder] : juce::String());
 }
 
 } // namespace quorel

@@ -15,7 +15,7 @@ class PresetGrid : public RowGrid
 public:
     PresetGrid(PluginProcessor& pluginProcessor, RowGridLayout gridLayout);
 
-    /** Shows the results of the search, or the folder. */
+    /** Shows the results of the search or filter, or the folder. */
     void showResults(bool results);
 
     bool isShowingResults() const noexcept { return showingResults; }
@@ -30,7 +30,8 @@ protected:
     bool isCurrent(int index) const override;
     bool isSelected(int index) const override;
     void entryClicked(int index, const juce::ModifierKeys& modifiers) override;
-    bool isLocked() const override;
+    /** That a search has found nothing. */
+    juce::String emptyText() const override;
 
 private:
     PluginProcessor& processor;

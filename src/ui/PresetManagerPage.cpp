@@ -82,7 +82,7 @@ void PresetManagerPage::addCommands()
         {presetCommand::newPreset, "NEW"},       {presetCommand::renamePreset, "RENAME"},
         {presetCommand::deletePreset, "DELETE"}, {presetCommand::copyPreset, "COPY"},
         {presetCommand::pastePreset, "PASTE"},   {presetCommand::loadPreset, "LOAD"},
-        {presetCommand::savePreset, "SAVE"}};
+        {presetCommand::savePreset, "SAVE"},     {presetCommand::savePresetAs, "SAVE AS"}};
     constexpr std::pair<const char*, const char*> folderTexts[] = {{presetCommand::newFolder, "NEW"},
                                                                    {presetCommand::renameFolder, "RENAME"},
                                                                    {presetCommand::deleteFolder, "DELETE"}};

@@ -72,9 +72,8 @@ void RowGrid::entriesChanged()
 //==============================================================================================================
 // Scrolling
 
-RowGrid::Bar::Bar(const RowGrid& rowGrid)
+RowGrid::Bar::Bar()
     : juce::ScrollBar(false)
-    , grid(rowGrid)
 {
     setMouseClickGrabsKeyboardFocus(false);
     // Moving the list's cursor scrolls it, so the keyboard has no use for the bar.
@@ -105,7 +104,7 @@ void RowGrid::Bar::mouseDown(const juce::MouseEvent& event)
 
 void RowGrid::Bar::mouseDrag(const juce::MouseEvent& event)
 {
-    if (grid.isLocked() || event.mods.isPopupMenu())
+    if (event.mods.isPopupMenu())
         return;
 
     constexpr int margin = myLookAndFeel::scrollBarMargin;
@@ -191,6 +190,14 @@ void RowGrid::paint(juce::Graphics& g)
     const int end = juce::jmin(numEntries(), first + visibleEntries());
     g.setFont(fontHeight);
 
+    if (numEntries() == 0)
+    {
+        g.setColour(colours::brightText);
+        g.drawText(emptyText(),
+                   getLocalBounds().withTop(layout.top).withHeight(layout.rowHeight).reduced(textInset, 0),
+                   juce::Justification::centredLeft);
+    }
+
     for (int index = first; index < end; ++index)
     {
         const auto box = boundsOf(index);
@@ -224,7 +231,7 @@ void RowGrid::paint(juce::Graphics& g)
 
 void RowGrid::mouseDown(const juce::MouseEvent& event)
 {
-    if (isLocked() || event.mods.isPopupMenu())
+    if (event.mods.isPopupMenu())
         return;
 
     const int index = entryAt(event.getPosition());
@@ -296,7 +303,7 @@ bool RowGrid::keyPressed(const juce::KeyPress& key)
     if (!toggles && key.getKeyCode() != juce::KeyPress::returnKey)
         return false;
 
-    if (!isLocked() && cursor < numEntries())
+    if (cursor < numEntries())
     {
         lastClick = cursor;
         entryClicked(cursor,
@@ -309,6 +316,9 @@ bool RowGrid::keyPressed(const juce::KeyPress& key)
 
 juce::String RowGrid::spokenText() const
 {
+    if (numEntries() == 0)
+        return emptyText();
+
     const int index = hasKeyboardFocus(false) ? cursor : currentEntry();
     return index >= 0 && index < numEntries() ? entryText(index) : juce::String();
 }

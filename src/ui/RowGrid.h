@@ -62,8 +62,9 @@ protected:
 
     virtual bool isSelected(int index) const = 0;
     virtual void entryClicked(int index, const juce::ModifierKeys& modifiers) = 0;
-    /** While true, clicks do nothing. */
-    virtual bool isLocked() const = 0;
+
+    /** What stands in place of the entries while there are none. */
+    virtual juce::String emptyText() const { return {}; }
 
     /** The entry under the keyboard's cursor, or the one in force. */
     juce::String spokenText() const override;
@@ -73,7 +74,7 @@ private:
     class Bar : public juce::ScrollBar
     {
     public:
-        explicit Bar(const RowGrid& rowGrid);
+        Bar();
 
         /** The list's length in entries, and how many of them are in view. */
         void setLengths(int total, int inView);
@@ -86,7 +87,6 @@ private:
         void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
 
     private:
-        const RowGrid& grid;
         int entriesInView = 0;
         /** How far the first entry in view can move. */
         int travel = 0;
@@ -104,7 +104,7 @@ private:
     void setHovered(int index);
 
     RowGridLayout layout;
-    Bar bar{*this};
+    Bar bar;
     int lastClick = -1;
     int hovered = -1;
     int cursor = 0;

@@ -255,12 +255,8 @@ bool SubhostView::keyPressed(const juce::KeyPress& key)
     if (processor.getPresetLibrary().getPresetCount() == 0)
         return false;
 
-    if (!isLoading())
-    {
-        processor.getPresetCommands().stepPreset(up ? -1 : 1);
-        fullRefresh();
-    }
-
+    processor.getPresetCommands().stepPreset(up ? -1 : 1);
+    fullRefresh();
     return true;
 }
 

@@ -55,9 +55,4 @@ void tarnBankManager::entryClicked(int index, const juce::ModifierKeys&)
     sendChangeMessage();
 }
 
-bool tarnBankManager::isLocked() const
-{
-    return processor.getSoundChange().isUnderWay();
-}
-
 } // namespace quorel

@@ -23,7 +23,6 @@ protected:
     int currentEntry() const override;
     bool isSelected(int index) const override;
     void entryClicked(int index, const juce::ModifierKeys& modifiers) override;
-    bool isLocked() const override;
 
 private:
     PluginProcessor& processor;
