@@ -324,6 +324,10 @@ private:
 
     void savePreset()
     {
+        // A project on its way has no preset's name yet.
+        if (rig.processor.getSoundChange().awaitedReason() == ChangeReason::project)
+            return;
+
         const auto name = "P" + juce::String(random.nextInt(6));
         note("save preset " + name);
         rig.processor.setNames(rig.processor.getPresetName(), bank);
