@@ -1,91 +1,145 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "adapters/BoxInteraction.h"
 
-#include <iostream>
-
 namespace quorel
 {
 
 namespace
 {
-/** Without a display JUCE can't open any window, not even an alert. */
-bool hasDisplay()
-{
-    return !juce::Desktop::getInstance().getDisplays().displays.isEmpty();
-}
+constexpr int declined = 0;
+constexpr int accepted = 1;
 
-void print(const juce::String& title, const juce::String& text)
+/** What a question comes to. A box may tell after its asker has left, hence shared with it. */
+template <typename Result>
+struct Answer
 {
-    std::cerr << "Quorel: " << (title.isEmpty() ? text : title + ": " + text) << std::endl;
+    bool given = false;
+    Result result{};
+};
+
+/** Runs messages until the question is answered. False if its asker goes before that, or the message thread is
+    to end: a host that opens an editor or a further instance waits for that. */
+template <typename Result>
+bool waitFor(const Answer<Result>& answer, const std::atomic<bool>& askerIsHere)
+{
+    constexpr int roundMillis = 20;
+
+    while (!answer.given && askerIsHere.load() && !juce::Thread::currentThreadShouldExit())
+        if (!juce::MessageManager::getInstance()->runDispatchLoopUntil(roundMillis))
+            return false;
+
+    return answer.given && askerIsHere.load();
 }
 } // namespace
 
+BoxInteraction::~BoxInteraction()
+{
+    here->store(false);
+    board->withdraw(this);
+}
+
 void BoxInteraction::alert(const juce::String& title, const juce::String& text)
 {
-    if (hasDisplay())
-        juce::AlertWindow::showMessageBoxAsync(juce::MessageBoxIconType::WarningIcon, title, text);
-    else
-        print(title, text);
+    board->post(this, title, text);
+}
+
+bool BoxInteraction::canAsk() const
+{
+    return board->hasDisplay() && juce::MessageManager::existsAndIsCurrentThread();
+}
+
+// From here on nothing touches this object once the messages have run: it may be gone.
+
+bool BoxInteraction::ask(juce::AlertWindow& window)
+{
+    const auto asker = here;
+    const auto answer = std::make_shared<Answer<int>>();
+    constexpr bool deleteWhenDismissed = false;
+    window.enterModalState(true,
+                           juce::ModalCallbackFunction::create(
+                               [answer](int result)
+                               {
+                                   answer->result = result;
+                                   answer->given = true;
+                               }),
+                           deleteWhenDismissed);
+    return waitFor(*answer, *asker) && answer->result == accepted;
+}
+
+juce::File BoxInteraction::choose(juce::FileChooser& chooser, int flags)
+{
+    const auto asker = here;
+    const auto answer = std::make_shared<Answer<juce::File>>();
+    chooser.launchAsync(flags,
+                        [answer](const juce::FileChooser& chosen)
+                        {
+                            answer->result = chosen.getResult();
+                            answer->given = true;
+                        });
+    return waitFor(*answer, *asker) ? answer->result : juce::File();
 }
 
 bool BoxInteraction::confirm(const juce::String& title, const juce::String& text)
 {
-    if (hasDisplay())
-        return juce::AlertWindow::showOkCancelBox(juce::MessageBoxIconType::QuestionIcon, title, text, "Yes",
-                                                  "No");
+    if (!canAsk())
+    {
+        alert(title, text + " No");
+        return false;
+    }
 
-    print(title, text + " No");
-    return false;
+    juce::AlertWindow window(title, text, juce::MessageBoxIconType::QuestionIcon);
+    window.addButton("Yes", accepted, juce::KeyPress(juce::KeyPress::returnKey));
+    window.addButton("No", declined, juce::KeyPress(juce::KeyPress::escapeKey));
+    return ask(window);
 }
 
 juce::String BoxInteraction::askText(const juce::String& title, const juce::String& prompt,
                                      const juce::String& current)
 {
-    if (!hasDisplay())
+    if (!canAsk())
         return {};
 
-    constexpr int cancelled = 0;
-    constexpr int accepted = 1;
     juce::AlertWindow window(title, {}, juce::MessageBoxIconType::NoIcon);
     window.addTextEditor("text", current, prompt);
     window.addButton("OK", accepted, juce::KeyPress(juce::KeyPress::returnKey));
-    window.addButton("Cancel", cancelled, juce::KeyPress(juce::KeyPress::escapeKey));
-    return window.runModalLoop() == accepted ? window.getTextEditorContents("text") : juce::String();
+    window.addButton("Cancel", declined, juce::KeyPress(juce::KeyPress::escapeKey));
+    return ask(window) ? window.getTextEditorContents("text") : juce::String();
 }
 
 juce::File BoxInteraction::chooseFolder(const juce::String& title, const juce::File& start)
 {
-    if (!hasDisplay())
+    if (!canAsk())
         return {};
 
     juce::FileChooser chooser(title, start);
-    return chooser.browseForDirectory() ? chooser.getResult() : juce::File();
+    return choose(chooser,
+                  juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectDirectories);
 }
 
 juce::File BoxInteraction::chooseFileToOpen(const juce::String& title, const juce::File& start,
                                             const juce::String& pattern)
 {
-    if (!hasDisplay())
+    if (!canAsk())
         return {};
 
     juce::FileChooser chooser(title, start, pattern);
-    return chooser.browseForFileToOpen() ? chooser.getResult() : juce::File();
+    return choose(chooser, juce::FileBrowserComponent::openMode | juce::FileBrowserComponent::canSelectFiles);
 }
 
 juce::File BoxInteraction::chooseFileToSave(const juce::String& title, const juce::File& suggested,
                                             const juce::String& pattern)
 {
-    if (!hasDisplay())
+    if (!canAsk())
         return {};
 
     juce::FileChooser chooser(title, suggested, pattern);
-    constexpr bool warnAboutOverwriting = true;
-    return chooser.browseForFileToSave(warnAboutOverwriting) ? chooser.getResult() : juce::File();
+    return choose(chooser, juce::FileBrowserComponent::saveMode | juce::FileBrowserComponent::canSelectFiles |
+                               juce::FileBrowserComponent::warnAboutOverwriting);
 }
 
 void BoxInteraction::progress(const juce::String& title, const juce::String& text)
 {
-    if (text.isEmpty() || !hasDisplay())
+    if (text.isEmpty() || !board->hasDisplay())
     {
         progressWindow = nullptr;
         return;

@@ -1,20 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "adapters/MessageBoard.h"
 #include "platform/UserInteraction.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+#include <atomic>
 #include <memory>
 
 namespace quorel
 {
 
-/** Talks to the user with boxes on the screen, or on the standard error stream where there is no screen.
-    Message thread, or with its lock held. */
+/** Talks to the user with boxes on the screen, or on the standard error stream where there is no screen. Message
+    thread, or with its lock held; alerts come from any thread. Questions are asked on the message thread alone:
+    elsewhere nobody answers. A question that is open when its asker goes is closed unanswered. */
 class BoxInteraction : public UserInteraction
 {
 public:
+    ~BoxInteraction() override;
+
     void alert(const juce::String& title, const juce::String& text) override;
     bool confirm(const juce::String& title, const juce::String& text) override;
     juce::String askText(const juce::String& title, const juce::String& prompt,
@@ -27,6 +32,13 @@ public:
     void progress(const juce::String& title, const juce::String& text) override;
 
 private:
+    bool canAsk() const;
+    bool ask(juce::AlertWindow& window);
+    juce::File choose(juce::FileChooser& chooser, int flags);
+
+    juce::SharedResourcePointer<MessageBoard> board;
+    /** Shared with the open questions, on whose stack this object may have gone. */
+    const std::shared_ptr<std::atomic<bool>> here{std::make_shared<std::atomic<bool>>(true)};
     std::unique_ptr<juce::AlertWindow> progressWindow;
 };
 

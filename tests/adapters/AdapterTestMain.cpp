@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Runs all tests of a program that hosts the finished plug-in: without a display, and away from the user's
-// own settings.
+// Runs all tests of a program that hosts the finished plug-in: away from the user's own settings.
 #include "ScratchUser.h"
 
 #include <gtest/gtest.h>
@@ -13,8 +12,10 @@ int main(int argc, char** argv)
     if (testing::GTEST_FLAG(list_tests))
         return RUN_ALL_TESTS();
 
-    // With none set the plug-in would still try ":0.0": name one that can't exist.
-    setenv("DISPLAY", ":9999", 1);
+    // With none set the plug-in would still try ":0.0": name one that can't exist. Tests with windows get
+    // theirs in QUOREL_TEST_DISPLAY.
+    const auto* display = std::getenv("QUOREL_TEST_DISPLAY");
+    setenv("DISPLAY", display != nullptr ? display : ":9999", 1);
     const quorel::test::ScratchUser user;
     return RUN_ALL_TESTS();
 }

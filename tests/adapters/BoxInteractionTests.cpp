@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Messages and questions on a screen, and what becomes of them when the instance that they are from goes.
+#include "adapters/BoxInteraction.h"
+#include "support/TestLoop.h"
+
+#include <gtest/gtest.h>
+
+namespace quorel::test
+{
+
+namespace
+{
+int numWindows()
+{
+    return juce::Desktop::getInstance().getNumComponents();
+}
+
+/** The text in the only window; empty where there is none. */
+juce::String windowText()
+{
+    std::function<juce::String(juce::Component&)> textIn = [&](juce::Component& parent)
+    {
+        juce::String text;
+
+        for (auto* child : parent.getChildren())
+        {
+            const auto* editor = dynamic_cast<juce::TextEditor*>(child);
+            text += editor != nullptr ? editor->getText() : textIn(*child);
+        }
+
+        return text;
+    };
+    return numWindows() == 1 ? textIn(*juce::Desktop::getInstance().getComponent(0)) : juce::String();
+}
+
+bool comesTo(const std::function<bool()>& done)
+{
+    return pumpUntil(done, 5000);
+}
+} // namespace
+
+TEST(BoxInteraction, PutsTheMessagesOfAllIntoOneWindowThatGoesWithThem)
+{
+    auto first = std::make_unique<BoxInteraction>();
+    auto second = std::make_unique<BoxInteraction>();
+    first->alert({}, "both");
+    first->alert("Title", "of the first");
+    std::thread([&] { second->alert({}, "both"); }).join();
+    EXPECT_TRUE(comesTo([] { return windowText() == "both  (2 times)\nTitle: of the first"; }))
+        << windowText();
+    EXPECT_EQ(juce::Component::getCurrentlyModalComponent(), nullptr);
+
+    second->alert({}, "later");
+    EXPECT_TRUE(comesTo([] { return windowText().endsWith("\nlater"); }));
+    first = nullptr;
+    EXPECT_EQ(windowText(), "both\nlater");
+
+    for (int i = 0; i < 1000; ++i)
+        second->alert({}, "number " + juce::String(i));
+
+    EXPECT_TRUE(comesTo([] { return windowText().endsWith("\n... and 902 more"); })) << windowText();
+
+    dynamic_cast<juce::DocumentWindow&>(*juce::Desktop::getInstance().getComponent(0)).closeButtonPressed();
+    EXPECT_TRUE(comesTo([] { return numWindows() == 0; }));
+    second->alert({}, "again");
+    EXPECT_TRUE(comesTo([] { return windowText() == "again"; })) << windowText();
+
+    // The last one goes with a message on its way.
+    second->alert({}, "too late");
+    second = nullptr;
+    EXPECT_EQ(numWindows(), 0);
+    pumpFor(50);
+    EXPECT_EQ(numWindows(), 0);
+}
+
+TEST(BoxInteraction, ClosesAQuestionWhoseAskerGoes)
+{
+    using Question = std::function<bool(BoxInteraction&)>;
+    const auto folder = juce::File::getSpecialLocation(juce::File::tempDirectory);
+    const std::vector<Question> questions{
+        [](BoxInteraction& box) { return box.confirm("Sure", "Really?"); },
+        [](BoxInteraction& box) { return box.askText("Name", "new name", "old").isNotEmpty(); },
+        [&](BoxInteraction& box) { return box.chooseFolder("Folder", folder) != juce::File(); },
+        [&](BoxInteraction& box) { return box.chooseFileToOpen("Open", folder, "*.qrl") != juce::File(); },
+        [&](BoxInteraction& box) { return box.chooseFileToSave("Save", folder, "*.qrl") != juce::File(); }};
+
+    for (const auto& ask : questions)
+    {
+        auto box = std::make_unique<BoxInteraction>();
+        bool wasOpen = false;
+        juce::Timer::callAfterDelay(
+            500,
+            [&]
+            {
+                wasOpen = juce::ModalComponentManager::getInstance()->getNumModalComponents() > 0;
+                box = nullptr;
+            });
+        EXPECT_FALSE(ask(*box));
+        EXPECT_TRUE(wasOpen);
+        EXPECT_EQ(box, nullptr);
+        EXPECT_TRUE(comesTo([] { return numWindows() == 0; }));
+    }
+}
+
+TEST(BoxInteraction, AnswersAreWhatTheUserChose)
+{
+    BoxInteraction box;
+    const auto pressSoon = [](const juce::KeyPress& key)
+    {
+        juce::Timer::callAfterDelay(300,
+                                    [key]
+                                    {
+                                        if (auto* window = juce::Component::getCurrentlyModalComponent())
+                                            window->keyPressed(key);
+                                    });
+    };
+    pressSoon(juce::KeyPress(juce::KeyPress::returnKey));
+    EXPECT_TRUE(box.confirm("Sure", "Really?"));
+    pressSoon(juce::KeyPress(juce::KeyPress::escapeKey));
+    EXPECT_FALSE(box.confirm("Sure", "Really?"));
+    pressSoon(juce::KeyPress(juce::KeyPress::returnKey));
+    EXPECT_EQ(box.askText("Name", "new name", "old"), "old");
+    pressSoon(juce::KeyPress(juce::KeyPress::escapeKey));
+    EXPECT_EQ(box.askText("Name", "new name", "old"), "");
+}
+
+} // namespace quorel::test
