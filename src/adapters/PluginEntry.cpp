@@ -46,8 +46,13 @@ private:
                 if (self == nullptr)
                     return;
 
+                const auto presentPreset = self->getPresetName();
+                const auto presentFolder = self->getFolderName();
                 self->setNames(preset, folder);
-                self->getSoundChange().loadPresetFile();
+
+                if (!self->getSoundChange().loadPresetFile())
+                    self->setNames(presentPreset, presentFolder);
+
                 self->getEditorRequests().bringPageBack();
                 self->getPresetCommands().refreshLists();
                 self->requestEditorRefresh();
