@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileReplacement.h"
 
-#include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "platform/Leftovers.h"
 #include "platform/PlatformSeam.h"
 
-#include <mutex>
-#include <set>
+#include <filesystem>
 
 namespace quorel
 {
@@ -15,18 +14,9 @@ namespace
 {
 namespace fs = std::filesystem;
 
-constexpr const char* temporaryStart = ".quorel-";
-constexpr const char* temporaryEnd = ".tmp";
-
 juce::Result failure(const std::error_code& error)
 {
     return juce::Result::fail(error.message());
-}
-
-/** Short, whatever the target's name, and nothing that looks like a preset. */
-juce::File temporaryIn(const juce::File& folder)
-{
-    return childNamed(folder, temporaryStart + juce::Uuid().toString().substring(0, 12) + temporaryEnd);
 }
 
 /** The file that is to be replaced for `file`: itself, or what its link leads to. */
@@ -134,10 +124,7 @@ juce::Result FileReplacement::open(const juce::File& file)
     if (file == juce::File())
         return juce::Result::fail("there is no such place");
 
-    if (const auto result = followLink(file, target); result.failed())
-        return result;
-
-    if (const auto result = checkReplaceable(target); result.failed())
+    if (const auto result = findReplaced(file, target); result.failed())
         return result;
 
     const auto folder = target.getParentDirectory();
@@ -193,29 +180,10 @@ juce::Result FileReplacement::finish()
     return result;
 }
 
-void removeLeftovers(const juce::File& folder)
+juce::Result findReplaced(const juce::File& file, juce::File& target)
 {
-    static std::mutex mutex;
-    static std::set<juce::String> seen;
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-
-        if (!seen.insert(folder.getFullPathName()).second)
-            return;
-    }
-
-    std::error_code error;
-    std::vector<fs::path> found;
-
-    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
-         entry.increment(error))
-        if (const auto name = textOf(entry->path().filename());
-            name.startsWith(temporaryStart) && name.endsWith(temporaryEnd))
-            found.push_back(entry->path());
-
-    for (const auto& path : found)
-        if (const auto claimed = claimAbandoned(juce::File(textOf(path))); claimed != nullptr)
-            fs::remove(path, error);
+    const auto result = followLink(file, target);
+    return result.failed() ? result : checkReplaceable(target);
 }
 
 } // namespace quorel

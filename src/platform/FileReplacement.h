@@ -53,8 +53,8 @@ private:
     JUCE_DECLARE_NON_COPYABLE(FileReplacement)
 };
 
-/** Removes from a folder what processes of ours that were killed have left in it, and nothing that a living
-    one still writes. Looks once for each folder in the life of this process. */
-void removeLeftovers(const juce::File& folder);
+/** The file that a new one for `file` replaces: itself, or what its link leads to. Fails where that can't be
+    replaced, or isn't a file. */
+juce::Result findReplaced(const juce::File& file, juce::File& target);
 
 } // namespace quorel

@@ -213,9 +213,9 @@ std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_c
     return nullptr;
 }
 
-std::unique_ptr<InUseMark> claimAbandoned(const juce::File&)
+std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file)
 {
-    return std::make_unique<InUseMark>();
+    return file.isDirectory() ? nullptr : std::make_unique<InUseMark>();
 }
 
 #else

@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** Texts by name in one small XML file, `<PROPERTIES>` with a `<VALUE name="" val=""/>` for each, replaced as a
-    whole. The instruments read such a file with code of their own. Not on the audio thread. */
+/** Texts by name in one small XML file, `<PROPERTIES>` with a `<VALUE name="" val=""/>` for each, replaced
+    as a whole. The instruments read such a file with code of their own. Not on the audio thread. */
 class ValueFile
 {
 public:

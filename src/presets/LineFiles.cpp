@@ -4,7 +4,7 @@
 #include "parameters/IntegerLines.h"
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
-#include "platform/FileReplacement.h"
+#include "platform/Leftovers.h"
 #include "platform/UserInteraction.h"
 
 namespace quorel

@@ -3,6 +3,7 @@
 
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "platform/Leftovers.h"
 
 #include <filesystem>
 #include <functional>
@@ -22,6 +23,7 @@ void forEachEntry(const juce::File& folder, bool (*wanted)(const fs::directory_e
     if (folder == juce::File())
         return;
 
+    removeLeftovers(folder);
     std::error_code error;
 
     for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;

@@ -3,6 +3,8 @@
 #include "platform/FileOperations.h"
 
 #include "platform/FileReplacement.h"
+#include "platform/FolderUpdate.h"
+#include "platform/Leftovers.h"
 #include "platform/PlatformSeam.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"

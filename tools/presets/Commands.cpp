@@ -6,11 +6,13 @@
 
 #include "parameters/Categories.h"
 #include "platform/FileNames.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <set>
@@ -133,22 +135,43 @@ juce::Array<juce::File> presetLikeFiles(const juce::File& folder)
     return files;
 }
 
-void addFolder(const juce::File& folder, std::vector<Suspect>& suspects)
+/** Fails for a folder that can't be listed: it would look empty. */
+juce::Result checkListable(const juce::File& folder)
 {
-    for (const auto& file : presetLikeFiles(folder))
-        suspects.push_back({file, folder.getFileName() + "/" + file.getFileNameWithoutExtension(), true});
+    std::error_code error;
+    const std::filesystem::directory_iterator entries(pathOf(folder), error);
+    return error ? juce::Result::fail("cannot read the folder " + folder.getFullPathName() + " (" +
+                                      error.message() + ")")
+                 : juce::Result::ok();
 }
 
-juce::Result collectSuspects(const PresetCollection& collection, const juce::StringArray& what,
-                             std::vector<Suspect>& suspects)
+juce::Result addFolder(const juce::File& folder, std::vector<Suspect>& suspects)
 {
+    if (const auto result = checkListable(folder); result.failed())
+        return result;
+    for (const auto& file : presetLikeFiles(folder))
+        suspects.push_back({file, folder.getFileName() + "/" + file.getFileNameWithoutExtension(), true});
+    return juce::Result::ok();
+}
+
+/** Fails for what isn't there. Folders that can't be read are listed, and the rest is looked at. */
+juce::Result collectSuspects(const PresetCollection& collection, const juce::StringArray& what,
+                             std::vector<Suspect>& suspects, juce::StringArray& unreadable)
+{
+    const auto addOrNote = [&](const juce::File& folder)
+    {
+        if (const auto result = addFolder(folder, suspects); result.failed())
+            unreadable.add(result.getErrorMessage());
+    };
     const auto& banks = collection.banksFolder;
     if (what.isEmpty())
     {
         if (const auto result = checkBanks(collection); result.failed())
             return result;
+        if (const auto result = checkListable(banks); result.failed())
+            return result;
         for (const auto& folder : listPresetFolders(banks))
-            addFolder(childNamed(banks, folder), suspects);
+            addOrNote(childNamed(banks, folder));
         return juce::Result::ok();
     }
 
@@ -168,7 +191,7 @@ juce::Result collectSuspects(const PresetCollection& collection, const juce::Str
             if (!folder.isDirectory())
                 return juce::Result::fail("there is no folder " + quoted(text) + " in " +
                                           banks.getFullPathName());
-            addFolder(folder, suspects);
+            addOrNote(folder);
             continue;
         }
         juce::File file;
@@ -252,6 +275,9 @@ int searchPresets(const PresetCollection& collection, const juce::String& text,
     for (const int i : found)
         print(index.getEntries()[static_cast<std::size_t>(i)]);
     std::cout << std::flush;
+    // Apart from the lines for other programs to read, and no failure.
+    if (found.empty())
+        std::cerr << "quorel-presets: no preset fits" << std::endl;
     return exitFine;
 }
 
@@ -349,14 +375,17 @@ int renameTo(const PresetCollection& collection, const juce::String& preset, con
 int verifyPresets(const PresetCollection& collection, const juce::StringArray& what, bool strict)
 {
     std::vector<Suspect> suspects;
-    if (const auto result = collectSuspects(collection, what, suspects); result.failed())
+    juce::StringArray unreadable;
+    if (const auto result = collectSuspects(collection, what, suspects, unreadable); result.failed())
         return fail(result);
+    for (const auto& problem : unreadable)
+        failWith(problem);
 
     const auto installed = readInstalledInstruments(collection.pluginListFile);
     if (!installed.isKnown)
         std::cerr << "quorel-presets: there is no list of installed instruments: whether they are here isn't "
                      "checked\n";
-    int errors = 0;
+    int errors = unreadable.size();
     int notes = what.isEmpty() ? reportStrays(collection.banksFolder) : 0;
     std::set<juce::String> folders;
     for (const auto& suspect : suspects)

@@ -5,6 +5,8 @@
 
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "platform/FileReplacement.h"
+#include "platform/FolderUpdate.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 
@@ -138,67 +140,28 @@ juce::Result readArchive(const juce::File& file, std::vector<Arrival>& arrivals,
         bytesLeft -= static_cast<juce::int64>(bytes.getSize());
         if (const auto result = PresetDocument::parse(bytes, arrival.document); result.failed())
             return juce::Result::fail(quoted(entry.filename) + ": " + result.getErrorMessage());
+        if (const auto problem = arrival.document.whatStatesLack(); problem.isNotEmpty())
+            return juce::Result::fail(quoted(entry.filename) + ": " + problem);
         arrivals.push_back(std::move(arrival));
     }
     return arrivals.empty() ? juce::Result::fail("the archive holds no presets") : juce::Result::ok();
 }
 
-/** Writes files one by one and can take all of it back. */
-class UndoableWrites
-{
-public:
-    bool write(const juce::File& file, const juce::MemoryBlock& bytes)
-    {
-        Step step;
-        step.file = file;
-        step.existed = file.exists();
-        if (step.existed && !readWholeFile(file, step.old))
-            return false;
-        if (!replaceFile(file, bytes))
-            return false;
-        done.push_back(std::move(step));
-        return true;
-    }
-
-    /** False where something could not be taken back. */
-    bool undo()
-    {
-        bool complete = true;
-        for (auto step = done.rbegin(); step != done.rend(); ++step)
-            complete =
-                (step->existed ? replaceFile(step->file, step->old) : step->file.deleteFile()) && complete;
-        done.clear();
-        return complete;
-    }
-
-private:
-    struct Step
-    {
-        juce::File file;
-        bool existed = false;
-        juce::MemoryBlock old;
-    };
-
-    std::vector<Step> done;
-};
-
 juce::Result writeAll(const std::vector<Arrival>& arrivals, const juce::File& folder)
 {
-    const bool folderExisted = folder.isDirectory();
-    UndoableWrites writes;
+    FolderUpdate update(folder);
     for (const auto& arrival : arrivals)
     {
-        const auto file = childNamed(folder, arrival.name + presetFileEnding);
-        if (writes.write(file, arrival.document.bytes()))
-            continue;
-        const bool undone = writes.undo();
-        if (!folderExisted)
-            folder.deleteFile();
-        return juce::Result::fail(
-            "cannot write " + file.getFullPathName() +
-            (undone ? "; nothing was imported" : "; some presets of the archive are left in the folder"));
+        const auto name = arrival.name + presetFileEnding;
+        if (const auto result = update.add(name, arrival.document.bytes()); result.failed())
+            return juce::Result::fail("cannot write " + childNamed(folder, name).getFullPathName() + " (" +
+                                      result.getErrorMessage() + "); nothing was imported");
     }
-    return juce::Result::ok();
+    const auto result = update.finish();
+    return result.wasOk() ? result
+                          : juce::Result::fail("cannot write to " + folder.getFullPathName() + " (" +
+                                               result.getErrorMessage() +
+                                               "); the next start tries again what is missing");
 }
 } // namespace
 
@@ -219,23 +182,24 @@ juce::Result exportFolder(const juce::File& folder, const juce::File& archive, i
         PresetDocument document;
         if (const auto result = PresetDocument::open(file, document); result.failed())
             return result;
+        if (const auto problem = document.whatStatesLack(); problem.isNotEmpty())
+            return juce::Result::fail(file.getFullPathName() + ": " + problem);
         numBytes += file.getSize();
         builder.addFile(file, bestCompression, folder.getFileName() + "/" + file.getFileName());
     }
     if (numBytes > largestContent)
         return juce::Result::fail("the presets are too large for one archive");
 
-    const juce::TemporaryFile temporary(archive, juce::TemporaryFile::useHiddenFile);
-    {
-        juce::FileOutputStream stream(temporary.getFile());
-        const bool written = stream.openedOk() && builder.writeToStream(stream, nullptr);
-        stream.flush();
-        if (!written || stream.getStatus().failed())
-            return juce::Result::fail("cannot write " + archive.getFullPathName());
-    }
-    return temporary.overwriteTargetFileWithTemporary()
-               ? juce::Result::ok()
-               : juce::Result::fail("cannot write " + archive.getFullPathName());
+    const auto cannotWrite = [&](const juce::String& reason)
+    { return juce::Result::fail("cannot write " + archive.getFullPathName() + " (" + reason + ")"); };
+    FileReplacement replacement(archive);
+    if (replacement.status().failed())
+        return cannotWrite(replacement.status().getErrorMessage());
+    // What goes into the archive is read once more: a file may have become unreadable since.
+    if (!builder.writeToStream(replacement.stream(), nullptr) && replacement.status().wasOk())
+        return cannotWrite("a preset of the folder can't be read any more");
+    const auto result = replacement.finish();
+    return result.wasOk() ? result : cannotWrite(result.getErrorMessage());
 }
 
 juce::Result importFolder(const juce::File& archive, const juce::File& banksFolder,
@@ -262,7 +226,10 @@ juce::Result importFolder(const juce::File& archive, const juce::File& banksFold
         const auto& chunk = arrival.document.chunk();
         if (chunkName(chunk.presetName) != chunkName(arrival.name) ||
             chunkName(chunk.folderName) != chunkName(report.folderName))
-            arrival.document.setNames(arrival.name, report.folderName);
+        {
+            arrival.document.setPresetName(arrival.name);
+            arrival.document.setFolderName(report.folderName);
+        }
         if (childNamed(folder, arrival.name + presetFileEnding).exists())
             taken.add(quoted(arrival.name));
     }

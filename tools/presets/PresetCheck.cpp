@@ -89,23 +89,11 @@ void checkParameters(const StateChunk& chunk, Findings& findings)
 
 void checkStates(const StateChunk& chunk, std::size_t numBytes, Findings& findings)
 {
-    std::size_t offset = chunkOffset::parameter(chunk.parameters.size());
-    for (int layer = 0; layer < numLayers; ++layer)
+    std::size_t offset = 0;
+    if (const auto problem = whatStatesLack(chunk, numBytes, offset); problem.isNotEmpty())
     {
-        const int size = chunk.layerSizes[static_cast<std::size_t>(layer)];
-        if (size < 0)
-        {
-            findings.error(layerTitle(layer) + " declares a state of " + juce::String(size) + " bytes");
-            return;
-        }
-        const auto left = numBytes - offset;
-        if (static_cast<std::size_t>(size) > left)
-        {
-            findings.error(layerTitle(layer) + "'s state is cut off: " + juce::String(size) +
-                           " bytes declared, " + juce::String(static_cast<juce::int64>(left)) + " there");
-            return;
-        }
-        offset += static_cast<std::size_t>(size);
+        findings.error(problem);
+        return;
     }
     if (offset < numBytes)
         findings.error(

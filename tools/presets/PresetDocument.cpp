@@ -85,12 +85,41 @@ juce::Result readPresetBytes(const juce::File& file, juce::MemoryBlock& bytes)
     return juce::Result::ok();
 }
 
-void PresetDocument::setNames(const juce::String& preset, const juce::String& folder)
+juce::String whatStatesLack(const StateChunk& chunk, std::size_t numBytes, std::size_t& end)
+{
+    end = chunkOffset::parameter(chunk.parameters.size());
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        const int size = chunk.layerSizes[static_cast<std::size_t>(layer)];
+        const auto title = "layer " + juce::String(layer + 1);
+        if (size < 0)
+            return title + " declares a state of " + juce::String(size) + " bytes";
+        const auto left = numBytes - end;
+        if (static_cast<std::size_t>(size) > left)
+            return title + "'s state is cut off: " + juce::String(size) + " bytes declared, " +
+                   juce::String(static_cast<juce::int64>(left)) + " there";
+        end += static_cast<std::size_t>(size);
+    }
+    return {};
+}
+
+juce::String PresetDocument::whatStatesLack() const
+{
+    std::size_t end = 0;
+    return quorel::whatStatesLack(content, data.getSize(), end);
+}
+
+void PresetDocument::setPresetName(const juce::String& preset)
 {
     storePresetName(data, preset);
-    storeFolderName(data, folder);
     readStateChunk(data.getData(), data.getSize(), content);
     content.presetName = preset;
+}
+
+void PresetDocument::setFolderName(const juce::String& folder)
+{
+    storeFolderName(data, folder);
+    readStateChunk(data.getData(), data.getSize(), content);
     content.folderName = folder;
 }
 

@@ -25,8 +25,12 @@ public:
 
     const StateChunk& chunk() const noexcept { return content; }
 
-    /** Writes both names, into the header and into the parameters. */
-    void setNames(const juce::String& preset, const juce::String& folder);
+    /** As the function below. */
+    juce::String whatStatesLack() const;
+
+    // Names are written into the header and into the parameters.
+    void setPresetName(const juce::String& preset);
+    void setFolderName(const juce::String& folder);
 
     /** What is stored, limited to 0 to 1; 0 outside the table. */
     float readParameter(int index) const noexcept override;
@@ -36,12 +40,17 @@ public:
     void writeParameterNotifyingHost(int index, float value) override { writeParameter(index, value); }
 
 private:
+
     juce::MemoryBlock data;
     StateChunk content;
 };
 
 /** Reads a preset's bytes; the error names the file and what is wrong with it. */
 juce::Result readPresetBytes(const juce::File& file, juce::MemoryBlock& bytes);
+
+/** What keeps the instruments' states from being whole, in a few words: an impossible size, or fewer bytes
+    than it says. Empty if they are whole. `numBytes` is the length of all, `end` that up to their end. */
+juce::String whatStatesLack(const StateChunk& chunk, std::size_t numBytes, std::size_t& end);
 
 /** What keeps bytes from being a preset, in a few words; empty if they are one. */
 juce::String whyNotAPreset(const juce::MemoryBlock& bytes, StateChunk& chunk);

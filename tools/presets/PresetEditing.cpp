@@ -14,9 +14,12 @@ namespace quorel
 
 namespace
 {
-juce::Result cannotWrite(const juce::File& file)
+juce::Result write(const juce::File& file, const PresetDocument& document)
 {
-    return juce::Result::fail("cannot write " + file.getFullPathName());
+    const auto result = replaceFile(file, document.bytes());
+    return result.wasOk() ? result
+                          : juce::Result::fail("cannot write " + file.getFullPathName() + " (" +
+                                               result.getErrorMessage() + ")");
 }
 } // namespace
 
@@ -58,19 +61,27 @@ juce::Result copyPreset(const juce::File& source, const juce::File& target, cons
     PresetDocument document;
     if (const auto result = PresetDocument::open(source, document); result.failed())
         return result;
-    document.setNames(to.name, to.folder);
-    return replaceFile(target, document.bytes()) ? juce::Result::ok() : cannotWrite(target);
+    document.setPresetName(to.name);
+    document.setFolderName(to.folder);
+    return write(target, document);
 }
 
 juce::Result renamePreset(const juce::File& source, const juce::File& target, const PresetPlace& to)
 {
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(source, document); result.failed())
+        return result;
+    document.setPresetName(to.name);
+    if (target.getParentDirectory() != source.getParentDirectory())
+        document.setFolderName(to.folder);
     // Where letter case doesn't count, the two may be one file.
     const bool isSameFile = target == source || target.getFileIdentifier() == source.getFileIdentifier();
-    if (const auto result = copyPreset(source, isSameFile ? source : target, to); result.failed())
+    if (const auto result = write(isSameFile ? source : target, document); result.failed())
         return result;
-    if (isSameFile ? moveFile(source, target) : source.deleteFile())
-        return juce::Result::ok();
-    return juce::Result::fail("cannot remove the old file " + source.getFullPathName());
+    const auto result = isSameFile ? moveFile(source, target) : deleteForGood(source);
+    return result.wasOk() ? result
+                          : juce::Result::fail("cannot remove the old file " + source.getFullPathName() +
+                                               " (" + result.getErrorMessage() + ")");
 }
 
 juce::Result changeCategories(const juce::File& file, CategoryChange change, const std::vector<int>& flags,
@@ -90,8 +101,7 @@ juce::Result changeCategories(const juce::File& file, CategoryChange change, con
             index, withCategory(document.readParameter(index), flag, change != CategoryChange::remove));
     }
     words = categoryWords(document.chunk());
-    const bool isUnchanged = document.bytes() == before;
-    return isUnchanged || replaceFile(file, document.bytes()) ? juce::Result::ok() : cannotWrite(file);
+    return document.bytes() == before ? juce::Result::ok() : write(file, document);
 }
 
 } // namespace quorel

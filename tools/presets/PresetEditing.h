@@ -32,7 +32,8 @@ juce::Result findTarget(const juce::File& banksFolder, const PresetPlace& to, co
 /** Copies a preset; the names inside become those of its new place. */
 juce::Result copyPreset(const juce::File& source, const juce::File& target, const PresetPlace& to);
 
-/** As `copyPreset`, but the old file goes. */
+/** Moves a preset. Its name inside follows, and, if it goes to another folder, that one's; nothing else
+    changes. */
 juce::Result renamePreset(const juce::File& source, const juce::File& target, const PresetPlace& to);
 
 enum class CategoryChange

@@ -13,28 +13,52 @@ std::unique_ptr<juce::AudioFormat> formatFor(const juce::File& target)
     return std::make_unique<juce::WavAudioFormat>();
 }
 
-juce::String cannotWrite(const juce::File& file)
+juce::Result cannotWrite(const juce::File& file, const juce::Result& why)
 {
-    return "cannot write " + file.getFullPathName();
+    const auto reason = why.failed() ? " (" + why.getErrorMessage() + ")" : juce::String();
+    return juce::Result::fail("cannot write " + file.getFullPathName() + reason);
 }
+
+/** A stream for a writer, which deletes what it is given. */
+class Forwarding final : public juce::OutputStream
+{
+public:
+    explicit Forwarding(juce::OutputStream& below)
+        : stream(below)
+    {
+    }
+
+    void flush() override { stream.flush(); }
+
+    bool setPosition(juce::int64 position) override { return stream.setPosition(position); }
+
+    juce::int64 getPosition() override { return stream.getPosition(); }
+
+    bool write(const void* bytes, size_t numBytes) override { return stream.write(bytes, numBytes); }
+
+private:
+    juce::OutputStream& stream;
+};
 } // namespace
 
-SoundFile::SoundFile(const juce::File& target)
-    : temporary(target)
-    , format(formatFor(target))
+SoundFile::SoundFile(const juce::File& file)
+    : target(file)
+    , replacement(file)
+    , format(formatFor(file))
 {
 }
 
 juce::Result SoundFile::create(const juce::File& target, double rate, int numChannels, int bits,
                                std::unique_ptr<SoundFile>& file)
 {
-    if (target.isDirectory() || (target.existsAsFile() && !target.hasWriteAccess()))
-        return juce::Result::fail(cannotWrite(target));
+    // A folder that is missing is more likely mistyped than meant to be made.
+    if (!target.getParentDirectory().isDirectory())
+        return cannotWrite(target, juce::Result::fail("there is no such folder"));
 
     std::unique_ptr<SoundFile> created(new SoundFile(target));
-    auto stream = std::make_unique<juce::FileOutputStream>(created->temporary.getFile());
-    if (!stream->openedOk())
-        return juce::Result::fail(cannotWrite(target));
+    if (created->replacement.status().failed())
+        return cannotWrite(target, created->replacement.status());
+    auto stream = std::make_unique<Forwarding>(created->replacement.stream());
     created->writer.reset(created->format->createWriterFor(
         stream.get(), rate, static_cast<unsigned int>(numChannels), bits, {}, 0));
     if (created->writer == nullptr)
@@ -54,14 +78,14 @@ bool SoundFile::write(const juce::AudioBuffer<float>& buffer, int numSamples)
 juce::Result SoundFile::finish()
 {
     writer.reset();
+    replacement.stream().flush();
     // The header comes last, and JUCE doesn't say whether it got there.
-    const auto target = temporary.getTargetFile();
     std::unique_ptr<juce::AudioFormatReader> reader(
-        format->createReaderFor(temporary.getFile().createInputStream().release(), true));
-    if (reader == nullptr || reader->lengthInSamples != written ||
-        !temporary.overwriteTargetFileWithTemporary())
-        return juce::Result::fail(cannotWrite(target));
-    return juce::Result::ok();
+        format->createReaderFor(replacement.temporaryFile().createInputStream().release(), true));
+    if (reader == nullptr || reader->lengthInSamples != written)
+        return cannotWrite(target, replacement.status());
+    const auto result = replacement.finish();
+    return result.wasOk() ? result : cannotWrite(target, result);
 }
 
 } // namespace quorel

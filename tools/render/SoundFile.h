@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/FileReplacement.h"
+
 #include <juce_audio_formats/juce_audio_formats.h>
 #include <memory>
 
@@ -26,7 +28,8 @@ public:
 private:
     explicit SoundFile(const juce::File& target);
 
-    juce::TemporaryFile temporary;
+    const juce::File target;
+    FileReplacement replacement;
     std::unique_ptr<juce::AudioFormat> format;
     std::unique_ptr<juce::AudioFormatWriter> writer;
     juce::int64 written = 0;

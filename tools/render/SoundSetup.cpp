@@ -3,6 +3,7 @@
 
 #include "common/LayerPrograms.h"
 #include "common/MessagePump.h"
+#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
@@ -196,9 +197,12 @@ juce::Result saveSound(PluginProcessor& processor, const juce::File& file)
 {
     juce::MemoryBlock bytes;
     processor.getStateInformation(bytes);
-    if (file.isDirectory() || !file.replaceWithData(bytes.getData(), bytes.getSize()))
-        return juce::Result::fail("cannot write " + file.getFullPathName());
-    return juce::Result::ok();
+    // A folder that is missing is more likely mistyped than meant to be made.
+    auto result = file.getParentDirectory().isDirectory() ? replaceFile(file, bytes)
+                                                          : juce::Result::fail("there is no such folder");
+    return result.wasOk() ? result
+                          : juce::Result::fail("cannot write " + file.getFullPathName() + " (" +
+                                               result.getErrorMessage() + ")");
 }
 
 } // namespace quorel

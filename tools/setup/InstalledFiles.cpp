@@ -2,7 +2,7 @@
 #include "InstalledFiles.h"
 
 #include "platform/FileOperations.h"
-#include "platform/FileReplacement.h"
+#include "platform/Leftovers.h"
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 #include "Installer.h"
 
 #include "hosting/InstrumentTable.h"
-#include "platform/FileReplacement.h"
+#include "platform/Leftovers.h"
 #include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
 

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FolderUpdate.h"
+
+#include "platform/FileNames.h"
+#include "platform/FileOperations.h"
+#include "platform/FileReplacement.h"
+#include "platform/Leftovers.h"
+#include "platform/PlatformSeam.h"
+
+#include <utility>
+
+namespace quorel
+{
+
+FolderUpdate::FolderUpdate(const juce::File& folder)
+    : target(folder)
+    , isNew(!folder.exists())
+    , stage(temporaryIn(isNew ? folder.getParentDirectory() : folder))
+{
+    removeLeftovers(stage.getParentDirectory());
+
+    // Where this fails, so does the first file.
+    if (stage.createDirectory())
+        mark = claimAbandoned(stage);
+}
+
+FolderUpdate::~FolderUpdate()
+{
+    if (stage != juce::File())
+        stage.deleteRecursively();
+}
+
+juce::Result FolderUpdate::add(const juce::String& name, const juce::MemoryBlock& bytes)
+{
+    const auto file = childNamed(stage, name);
+    juce::File replaced;
+
+    if (const auto result = findReplaced(childNamed(target, name), replaced); result.failed())
+        return result;
+
+    if (const auto result = replaceFile(file, bytes); result.failed())
+        return result;
+
+    std::error_code error;
+
+    if (replaced.exists())
+        std::filesystem::permissions(pathOf(file),
+                                     std::filesystem::status(pathOf(replaced), error).permissions(), error);
+
+    return juce::Result::ok();
+}
+
+juce::Result FolderUpdate::finish()
+{
+    const auto temporary = std::exchange(stage, juce::File());
+
+    if (isNew)
+    {
+        const auto result = moveFile(temporary, target);
+
+        if (result.failed())
+            stage = temporary;
+
+        return result;
+    }
+
+    const auto whole = stageOf(temporary);
+
+    if (const auto result = moveFile(temporary, whole); result.failed())
+    {
+        stage = temporary;
+        return result;
+    }
+
+    return takeIn(whole);
+}
+
+} // namespace quorel
