@@ -40,7 +40,6 @@ public:
     void writeParameterNotifyingHost(int index, float value) override { writeParameter(index, value); }
 
 private:
-
     juce::MemoryBlock data;
     StateChunk content;
 };
