@@ -47,11 +47,14 @@ bool isOnMessageThread()
     return manager != nullptr && manager->existsAndIsLockedByCurrentThread();
 }
 
-std::shared_ptr<WantedSound> readSound(const void* data, size_t size, ChangeReason reason)
+/** Null for bytes that can't be restored. */
+std::shared_ptr<WantedSound> readSound(const void* data, size_t size, ChangeReason reason,
+                                       ChunkStatus& status)
 {
     auto sound = std::make_shared<WantedSound>();
+    status = readStateChunk(data, size, sound->chunk);
 
-    if (readStateChunk(data, size, sound->chunk) != ChunkStatus::valid)
+    if (status != ChunkStatus::valid)
         return nullptr;
 
     sound->reason = reason;
@@ -100,9 +103,10 @@ SoundChange::Wanted SoundChange::readPreset(const juce::String& folder, const ju
     juce::MemoryBlock bytes;
     const auto file = findPresetFile(processor.getPaths().banksFolder, folder, preset);
     std::shared_ptr<WantedSound> sound;
+    auto status = ChunkStatus::foreign;
 
     if (file != juce::File() && readWholeFile(file, bytes))
-        sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::preset);
+        sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::preset, status);
 
     if (sound == nullptr)
     {
@@ -159,12 +163,12 @@ void SoundChange::restore(const void* data, size_t size)
     if (data == nullptr || size == 0)
         return;
 
-    const auto sound = readSound(data, size, ChangeReason::project);
+    auto status = ChunkStatus::foreign;
+    const auto sound = readSound(data, size, ChangeReason::project, status);
 
     if (sound == nullptr)
     {
-        StateChunk chunk;
-        complain(readStateChunk(data, size, chunk) == ChunkStatus::tooShort
+        complain(status == ChunkStatus::tooShort
                      ? "restoring chunk too short"
                      : "The project's sound can't be read. The present sound stays.");
         return;
@@ -187,7 +191,9 @@ void SoundChange::restore(const void* data, size_t size)
 
 void SoundChange::restoreForComparison(const juce::MemoryBlock& bytes)
 {
-    if (const auto sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::comparison))
+    auto status = ChunkStatus::foreign;
+
+    if (const auto sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::comparison, status))
     {
         setWanted(sound);
         setOut();
