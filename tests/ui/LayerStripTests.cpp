@@ -6,6 +6,7 @@
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
+#include "support/FaultyInstruments.h"
 #include "ui/PluginWindow.h"
 #include "ui/widgets/myIntBox2.h"
 
@@ -123,6 +124,28 @@ TEST_F(LayerStripTest, AMissingInstrumentIsNamedUntilItIsGivenUp)
     layer(2).clearMissing();
     editor->getView().fullRefresh();
     EXPECT_EQ(menu("Layer 3 instrument").getText(), "no plugin");
+}
+
+TEST_F(LayerStripTest, AnInstrumentThatMisbehavesIsShown)
+{
+    const auto folder = useFaulty(engine, {"Hexley"});
+    setFaults(folder, "Hexley", "nan window throw-idle");
+    ASSERT_TRUE(engine.load(0, "Hexley"));
+    PluginWindow::open(layer(0));
+    TestWindow::pump(200);
+    passes();
+    EXPECT_EQ(menu("Layer 1 instrument").getText(), "Hexley");
+    engine.play();
+    engine.noteOn(60);
+    engine.play(2);
+    engine.noteOff(60);
+    engine.play();
+    const auto shows = [this](const juce::String& text)
+    { return pumpUntil([&] { return menu("Layer 1 instrument").getText() == text; }, 3000); };
+    EXPECT_TRUE(shows("Hexley silenced"));
+    EXPECT_EQ(menu("Layer 1 instrument").findColour(juce::ComboBox::textColourId), juce::Colours::orange);
+    EXPECT_TRUE(shows("Hexley"));
+    EXPECT_TRUE(layer(0).isWindowShowing());
 }
 
 TEST_F(LayerStripTest, PanelKeysChooseThePanel)
