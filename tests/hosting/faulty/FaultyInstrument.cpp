@@ -5,7 +5,7 @@
 //
 //   throw-entry, throw-open, throw-chunk, throw-process, throw-set, throw-idle, throw-close
 //   abort-entry, abort-open     ends the process
-//   slow-open, slow-chunk       takes 300 ms
+//   slow-prepare, slow-chunk    takes 300 ms
 //   big-chunk, growing-chunk    200 MB; 1000 bytes more at each call
 //   no-chunk                    says that it has no bytes
 //   nan, huge, channels         what it puts out: no number, +80 dB, or a different level on each of 32 outputs
@@ -156,6 +156,9 @@ VstIntPtr dispatch(AEffect* effect, int opcode, int index, VstIntPtr value, void
     case effClose:
         failIf("close");
         delete &self;
+        return 0;
+    case effMainsChanged:
+        failIf("prepare");
         return 0;
     case effSetSampleRate:
         self.rate = option;
