@@ -58,7 +58,7 @@ PluginProcessor::~PluginProcessor()
 void PluginProcessor::prepareToPlay(double rate, int newBlockSize)
 {
     setRateAndBufferSizeDetails(rate, newBlockSize);
-    HostRate::store(rate, newBlockSize);
+    HostRate::store(rate);
     sampleRate.store(rate, std::memory_order_relaxed);
     blockSize.store(newBlockSize, std::memory_order_relaxed);
     layers.prepare(rate, newBlockSize);

@@ -150,23 +150,23 @@ public:
     // The instrument's own state.
 
     /** What a saved sound is to hold of this layer's instrument: its state; its last good one if it gives
-        none, of which the user is told once a load; the kept one where it is missing or failed; what a load
-        under way will be given. Never empty where the sound names an instrument, as nobody would load it
-        again. Empty for none, and for an instrument outside the table. Any thread but the audio thread; waits
-        for nothing but the instrument. */
+        none, of which the user is told once a load; the kept one where it is missing or has failed. Where the
+        sound names an instrument that has none of these, some bytes that are no state, as without any nobody
+        would load it again. Empty without an instrument, and for one outside the table. Any thread but the
+        audio thread; waits for nothing but the instrument. */
     juce::MemoryBlock stateToSave();
 
     /** The instrument's program as a saved sound keeps it: number / count. None without an instrument or
         programs. Any thread but the audio thread. */
     std::optional<float> programToSave();
 
-    /** Gives the instrument a state and the program nearest to `program`; keeps both for one that is still to
-        be loaded, is missing or has failed. False, with nothing changed, for bytes that aren't the whole of a
-        state. Message thread. */
+    /** Gives the instrument a state, and the program nearest to `program`. The state of one that is missing or
+        has failed is kept for `stateToSave`. False for bytes that aren't the whole of a state: the instrument
+        stays as it is. Message thread. */
     bool giveState(const juce::MemoryBlock& bytes, float program);
 
-    /** An instrument of this name isn't installed. An empty name is kept like any other, and not shown.
-        Message thread, as the next two. The layer has been emptied before. */
+    /** Empties the layer and notes that an instrument of this name isn't installed. An empty name is kept like
+        any other, and not shown. Message thread, as the next two. */
     void setMissing(const juce::String& name);
     /** Forgets a missing or failed instrument, with its state. */
     void clearMissing();
@@ -278,8 +278,8 @@ private:
     /** The instrument gave no state when one was to be saved. */
     std::atomic<StateLoss> stateLoss{StateLoss::none};
 
-    /** With what the host has prepared the layer last, 0 before; and whether an instrument that is published
-        is to be prepared by the host's thread. */
+    /** For what the host has prepared the layer with last, 0 before, and for publishing an instrument: from
+        then on it is the host's thread that prepares it. Not the audio thread's. */
     std::mutex prepareLock;
     double wantedRate = 0.0;
     int wantedBlock = 0;

@@ -37,7 +37,7 @@ struct CustomPlayHeadTest : testing::Test
 {
     CustomPlayHeadTest()
     {
-        HostRate::store(48000.0, 256);
+        HostRate::store(48000.0);
         head.setHostPlayHead(&host);
     }
 
