@@ -3,7 +3,9 @@
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
+#include "support/KilledRun.h"
 #include "support/ProcessorRig.h"
+#include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +13,11 @@
 #include <map>
 #include <set>
 #include <string>
+
+#if !JUCE_WINDOWS
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace quorel
 {
@@ -132,7 +139,7 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     EXPECT_EQ(outcome.text, "A/  (2 presets)\nA/One  [Bass]\nA/Two  [Bass]\nB/  (1 preset)\nB/Three\n");
     EXPECT_EQ(run({"search", "T"}).text, "A/Two  [Bass]\nB/Three\n");
     EXPECT_EQ(run({"search", "tW", "-c", "bass"}).text, "A/Two  [Bass]\n");
-    EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).text, "");
+    EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).text, "quorel-presets: no preset fits\n");
     EXPECT_TRUE(run({"show", "A/One"}).text.contains("\nlayer 2     Tarn, "));
 
     // Only what was set, with the instrument's own texts.
@@ -289,8 +296,16 @@ TEST_F(PresetsCommand, CopiesAndRenamesWithoutLosingAnything)
     EXPECT_EQ(run({"copy", "A/One", "New/"}).exitCode, 0);
     EXPECT_TRUE(file("A", "One").existsAsFile());
     EXPECT_EQ(namesOf(file("New", "One")), "New/One");
+    // A preset that came by a file manager keeps the folder's name that it has inside.
+    ASSERT_TRUE(file("A", "One").copyFileTo(file("New", "One")));
+    auto bytes = bytesOf(file("New", "One"));
     EXPECT_EQ(run({"rename", "New/One", "Uno"}).exitCode, 0);
     EXPECT_FALSE(file("New", "One").exists());
+    const auto nameText = chunkOffset::parameter(slot::presetNameText);
+    for (const auto& [offset, length] : {std::pair<std::size_t, std::size_t>{chunkOffset::presetName, 32},
+                                         {nameText, 4 * slot::nameTextLength}})
+        bytes.replace(offset, length, bytesOf(file("New", "Uno")).substr(offset, length));
+    EXPECT_TRUE(bytes == bytesOf(file("New", "Uno"))) << "more than the name has changed";
     EXPECT_EQ(run({"rename", "New/Uno", "B/Uno"}).exitCode, 0);
     EXPECT_EQ(namesOf(file("B", "Uno")), "B/Uno");
     EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
@@ -353,6 +368,8 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
     zip("two.zip", {fine, {"Y/Other.qrl", good}});
     zip("twice.zip", {fine, {"Z/fine.qrl", good}});
     zip("damaged.zip", {fine, {"Z/Bad.qrl", good.substr(0, 3000)}});
+    // The instrument's state comes last.
+    zip("state.zip", {fine, {"Z/Bad.qrl", good.substr(0, good.size() - 1)}});
     zip("nothing.zip", {{"readme.txt", "hello"}});
     write(archive("text.zip"), "this is no archive");
 
@@ -372,7 +389,7 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
 
     const auto before = snapshot();
     for (const char* name : {"slip", "absolute", "backslash", "dots", "deep", "two", "twice", "damaged",
-                             "nothing", "text", "huge", "longer", "shorter", "cut", "missing"})
+                             "state", "nothing", "text", "huge", "longer", "shorter", "cut", "missing"})
     {
         const auto outcome = run({"import", archive(juce::String(name) + ".zip").getFullPathName()});
         EXPECT_EQ(outcome.exitCode, 1) << name << ": " << outcome.text;
@@ -388,6 +405,137 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
     EXPECT_TRUE(imported.text.contains("passed over \"notes.txt\"")) << imported.text;
     EXPECT_EQ(run({"search", "Fine"}).text, "Mixed/Fine  [Bass]\n");
 }
+
+#if !JUCE_WINDOWS
+TEST_F(PresetsCommand, AnInterruptedImportLeavesTheOldFolderOrTheNewOne)
+{
+    // Thirty presets in two versions, told apart by their categories, one of them with one preset more.
+    const auto good = bytesOf(file("A", "Two"));
+    const std::string categories[] = {std::string(24, '\0'), good.substr(144, 24)};
+    juce::StringArray archives;
+    for (const int version : {0, 1})
+    {
+        std::vector<std::pair<juce::String, std::string>> entries;
+        auto bytes = good;
+        bytes.replace(144, 24, categories[version]);
+        for (int i = 0; i < 30 + version; ++i)
+            entries.emplace_back("Z/" + juce::String(i) + ".qrl", bytes);
+        archives.add(zip(version == 0 ? "0.zip" : "1.zip", entries).getFullPathName());
+    }
+
+    const juce::StringArray import{QUOREL_TEST_PRESETS, "--prefix", rig.user.scratch.path().getFullPathName(),
+                                   "import", "--replace"};
+    const auto start = juce::Time::getMillisecondCounterHiRes();
+    ASSERT_EQ(run({"import", archives[0]}).exitCode, 0);
+    const auto wholeRun = juce::Time::getMillisecondCounterHiRes() - start;
+    juce::Random random(5);
+    int changes = 0;
+    int current = 0;
+
+    for (int round = 0; round < 24; ++round)
+    {
+        auto commandLine = import;
+        commandLine.add(archives[1 - current]);
+        test::runAndKill(commandLine, wholeRun * (0.3 + 0.7 * random.nextDouble()));
+        ASSERT_EQ(run({"list", "Z"}).exitCode, 0);
+        const auto folder = file("Z", "0").getParentDirectory();
+        const auto present = bytesOf(file("Z", "0")).substr(144, 24) == categories[1] ? 1 : 0;
+        changes += present != current ? 1 : 0;
+        for (int i = 0; i < 30; ++i)
+            ASSERT_EQ(bytesOf(file("Z", juce::String(i))).substr(144, 24), categories[present]) << i;
+        ASSERT_TRUE(file("Z", "30").existsAsFile() || (changes == 0 && present == 0));
+        ASSERT_EQ(folder.getNumberOfChildFiles(juce::File::findFilesAndDirectories, ".quorel*"), 0);
+        current = present;
+    }
+
+    EXPECT_GT(changes, 0) << "no import came to its end";
+    EXPECT_LT(changes, 24) << "no import was interrupted";
+
+    // Killed among the moves.
+    const auto stage = file("Z", "0").getSiblingFile(".quorel-0.new").getChildFile("Late.qrl");
+    ASSERT_TRUE(stage.create());
+    write(stage, good);
+    EXPECT_TRUE(run({"list", "Z"}).text.contains("Z/Late"));
+    EXPECT_FALSE(stage.getParentDirectory().exists());
+}
+
+TEST_F(PresetsCommand, AFullDiskLosesNothing)
+{
+    const test::SmallDisk disk(256);
+    if (!disk.isThere())
+        GTEST_SKIP() << "no disk can be mounted here";
+
+    const auto path = archive("a.zip").getFullPathName();
+    ASSERT_EQ(run({"export", "A", "-o", path}).exitCode, 0);
+    const juce::StringArray banks{"--banks", disk.child("Banks").getFullPathName()};
+    const auto onDisk = [&](const juce::StringArray& arguments)
+    {
+        auto all = banks;
+        all.addArray(arguments);
+        return run(all);
+    };
+    disk.child("Banks").createDirectory();
+    ASSERT_EQ(onDisk({"import", path}).exitCode, 0);
+    write(disk.child("old.zip"), "an older archive");
+    const auto old = disk.child("Banks/A/One.qrl");
+    const auto before = bytesOf(old);
+
+    for (const int free : {0, 4096})
+    {
+        disk.fill(free);
+        const juce::StringArray commands[] = {
+            {"import", path, "--replace"},
+            {"import", path, "--folder", "New"},
+            {"copy", "A/One", "A/Three"},
+            {"categories", "set", "A/One", "Arp"},
+            {"export", "A", "--replace", "-o", disk.child("old.zip").getFullPathName()}};
+        for (const auto& command : commands)
+        {
+            // What there is room for may well be done: the archive is small.
+            if (free > 4000 && command[0] == "export")
+                continue;
+            const auto outcome = onDisk(command);
+            EXPECT_EQ(outcome.exitCode, 1) << command.joinIntoString(" ") << " " << free;
+            EXPECT_TRUE(outcome.text.contains("No space left on device")) << outcome.text;
+        }
+        EXPECT_TRUE(bytesOf(old) == before);
+        EXPECT_EQ(bytesOf(disk.child("old.zip")), "an older archive");
+        EXPECT_EQ(disk.child("Banks").getNumberOfChildFiles(juce::File::findFilesAndDirectories), 1);
+        EXPECT_EQ(disk.child("Banks/A").getNumberOfChildFiles(juce::File::findFilesAndDirectories), 2);
+    }
+}
+
+TEST_F(PresetsCommand, VerifyFailsForAFolderThatItCannotRead)
+{
+    const auto folder = rig.user.banksFolder().getChildFile("Closed");
+    ASSERT_TRUE(folder.createDirectory());
+    ASSERT_EQ(chmod(folder.getFullPathName().toRawUTF8(), 0), 0);
+    // Root may read everything.
+    juce::StringArray commandLine{"setpriv", "--reuid=65534", "--clear-groups"};
+    if (geteuid() != 0)
+        commandLine.clear();
+    commandLine.addArray(
+        {QUOREL_TEST_PRESETS, "--banks", rig.user.banksFolder().getFullPathName(), "verify"});
+
+    for (const bool named : {false, true})
+    {
+        auto all = commandLine;
+        if (named)
+            all.add("Closed");
+        juce::ChildProcess process;
+        ASSERT_TRUE(process.start(all));
+        const auto text = process.readAllProcessOutput();
+        process.waitForProcessToFinish(30000);
+        EXPECT_EQ(process.getExitCode(), 1u) << text;
+        EXPECT_TRUE(
+            text.contains("cannot read the folder " + folder.getFullPathName() + " (Permission denied)"))
+            << text;
+        EXPECT_TRUE(text.contains(": 1 error, ")) << text;
+    }
+
+    ASSERT_EQ(chmod(folder.getFullPathName().toRawUTF8(), 0755), 0);
+}
+#endif
 
 } // namespace
 } // namespace quorel

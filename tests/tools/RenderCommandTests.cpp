@@ -3,6 +3,7 @@
 #include "parameters/ParameterLayout.h"
 #include "presets/StateChunk.h"
 #include "support/ScratchFolder.h"
+#include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
 #include <juce_audio_formats/juce_audio_formats.h>
@@ -358,6 +359,29 @@ TEST_F(RenderCommand, AFailedRenderKeepsTheOldFile)
     const auto old = scratch.write("out.wav", "what was here before");
     EXPECT_NE(render({song(), "-o", old.getFullPathName(), "--layer", "1=Theremin"}).exitCode, 0u);
     EXPECT_EQ(old.loadFileAsString(), "what was here before");
+
+    // A disk that fills up.
+    const test::SmallDisk disk(200);
+    if (!disk.isThere())
+        GTEST_SKIP() << "no disk can be mounted here";
+    for (const char* name : {"out.wav", "out.flac", "out.qrl"})
+    {
+        const auto file = disk.child(name);
+        file.replaceWithText("what was here before");
+        for (const int free : {0, 4096})
+        {
+            SCOPED_TRACE(name);
+            disk.fill(free);
+            const auto outcome =
+                file.hasFileExtension("qrl")
+                    ? render({"--layer", "1=Tarn", "--save-preset", file.getFullPathName()})
+                    : render({song(), "--layer", "1=Tarn", "--rate", "48000", "-o", file.getFullPathName()});
+            EXPECT_EQ(outcome.exitCode, 1u) << outcome.output;
+            EXPECT_TRUE(outcome.output.contains("cannot write ") || outcome.output.contains("disk full"))
+                << outcome.output;
+            EXPECT_EQ(file.loadFileAsString(), "what was here before");
+        }
+    }
 }
 
 } // namespace

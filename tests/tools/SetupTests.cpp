@@ -3,6 +3,7 @@
 #include "hosting/PluginScanner.h"
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
+#include "support/KilledRun.h"
 #include "support/RecordingInteraction.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
@@ -10,13 +11,6 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <string>
-
-#if !JUCE_WINDOWS
-#include <csignal>
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace quorel
 {
@@ -249,30 +243,17 @@ protected:
 TEST_F(MadeUpSource, aKilledSetupKnowsItsFilesTheNextTime)
 {
     const auto prefix = folder.child("prefix");
-    const auto program = juce::String(QUOREL_TEST_SETUP).toStdString();
     const auto start = juce::Time::getMillisecondCounterHiRes();
     ASSERT_EQ(setup(arguments(prefix, "1")).exitCode, 0);
     const auto wholeRun = juce::Time::getMillisecondCounterHiRes() - start;
     ASSERT_TRUE(prefix.deleteRecursively());
     juce::Random random(7);
 
-    for (int round = 0; round < 40; ++round)
+    for (int round = 0; round < 24; ++round)
     {
-        const pid_t child = fork();
-        if (child == 0)
-        {
-            const auto from = folder.child(round % 2 == 0 ? "1" : "2").getFullPathName().toStdString();
-            const auto to = prefix.getFullPathName().toStdString();
-            const int nowhere = open("/dev/null", O_WRONLY);
-            dup2(nowhere, 1);
-            execl(program.c_str(), program.c_str(), "--prefix", to.c_str(), "--from", from.c_str(),
-                  static_cast<char*>(nullptr));
-            _exit(127);
-        }
-        ASSERT_GT(child, 0);
-        usleep(static_cast<useconds_t>(wholeRun * 1000.0 * random.nextDouble()));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+        juce::StringArray commandLine{QUOREL_TEST_SETUP};
+        commandLine.addArray(arguments(prefix, round % 2 == 0 ? "1" : "2"));
+        test::runAndKill(commandLine, wholeRun * random.nextDouble());
     }
 
     const auto last = setup(arguments(prefix, "2"));
