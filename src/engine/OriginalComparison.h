@@ -20,7 +20,7 @@ public:
     /** The sound was saved: these bytes are the original. */
     void presetSaved(const juce::MemoryBlock& bytes);
 
-    /** The preset, or its folder, has another name now: both sounds take it on, and change in nothing else. */
+    /** The preset, or its folder, has another name now: both sounds take it on, and nothing else changes. */
     void presetRenamed(const juce::String& name);
     void folderRenamed(const juce::String& name);
 

@@ -14,10 +14,10 @@ class PluginProcessor;
 /** Everything that a user can do with presets, folders and categories. The editor, the tools and the tests
     call the same operations.
 
-    All of it can be done while a preset is on its way: the sound asked for last is the one that counts. If the
-    plug-in is gone, or has another sound, when a question is answered, nothing is done (`PresetQuestions`). A
-    command that can't be carried out says why. Each command leaves the lists as the disk has them and asks the
-    editor to refresh. Message thread. */
+    All of it can be done while a preset is on its way: the sound asked for last is the one that counts. If
+    the plug-in is gone, or has another sound, when a question is answered, nothing is done
+    (`PresetQuestions`). A command that can't be carried out says why. Each command leaves the lists as the
+    disk has them and asks the editor to refresh. Message thread. */
 class PresetCommands
 {
 public:
@@ -34,8 +34,8 @@ public:
     void refreshLists();
     /** The same, and the index of all presets; for opening the preset manager. */
     void refreshIndex();
-    /** Preset files have been written, moved or deleted: reads the lists, and has the index rebuilt before it is
-        shown. */
+    /** Preset files have been written, moved or deleted: reads the lists, and has the index rebuilt before it
+        is shown. */
     void filesChanged();
 
     //==========================================================================================================
@@ -118,7 +118,7 @@ private:
     bool mayReplaceCurrentFile();
     /** Moves a file or folder to the trash, or deletes it for good if the user agrees to that. False where it
         stayed, and the user knows why, or where the plug-in is gone or has moved on. */
-    bool discard(const juce::File& file, const juce::String& failureText);
+    bool discard(const juce::File& file, const juce::String& whatFailed);
     void askAgainForAwaited();
     juce::String outsideText(const char* whatWasNotDone) const;
     juce::String freeCopyName(const juce::String& copied) const;

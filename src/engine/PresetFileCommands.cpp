@@ -23,6 +23,11 @@ juce::String existsText(const char* kind, const juce::String& name)
     return kind + name + " already exists. Please select another name";
 }
 
+juce::String failureText(const juce::String& what, const juce::Result& result)
+{
+    return what + " (" + result.getErrorMessage() + ")";
+}
+
 /** Name of a chosen preset file: a typed name may lack the ending, and contain dots of its own. */
 juce::String presetNameOf(const juce::File& file)
 {
@@ -90,13 +95,13 @@ juce::String PresetCommands::outsideText(const char* whatWasNotDone) const
            whatWasNotDone + ".";
 }
 
-bool PresetCommands::discard(const juce::File& file, const juce::String& failureText)
+bool PresetCommands::discard(const juce::File& file, const juce::String& whatFailed)
 {
     const auto [outcome, reason] =
         discardFile(file, [this](const juce::String& question) { return questions.confirm(question); });
 
     if (outcome == Discarded::Outcome::failed)
-        questions.tell(failureText + " (" + reason + ")");
+        questions.tell(failureText(whatFailed, juce::Result::fail(reason)));
 
     return outcome == Discarded::Outcome::gone;
 }
@@ -116,8 +121,8 @@ void PresetCommands::newFolder()
 
     if (isThere(folder))
         questions.tell(existsText("Folder ", name));
-    else if (folder == juce::File() || folder.createDirectory().failed())
-        questions.tell("Could not create folder: " + name);
+    else if (const auto made = folder.createDirectory(); made.failed())
+        questions.tell(failureText("Could not create folder: " + name, made));
     else
         processor.setNames(processor.getPresetName(), name);
 
@@ -142,7 +147,11 @@ void PresetCommands::renameFolder()
     {
         questions.tell(existsText("Folder ", name));
     }
-    else if (moveFile(currentFolder(), folder))
+    else if (const auto moved = moveFile(currentFolder(), folder); moved.failed())
+    {
+        questions.tell(failureText("Could not rename folder: " + oldName, moved));
+    }
+    else
     {
         processor.getPresetStorage().folderRenamed(name);
 
@@ -150,10 +159,6 @@ void PresetCommands::renameFolder()
             library.clipboardFolderName = name;
 
         askAgainForAwaited();
-    }
-    else
-    {
-        questions.tell("Could not rename folder: " + oldName);
     }
 
     filesChanged();
@@ -198,8 +203,8 @@ void PresetCommands::newPreset()
 
     if (isThere(file))
         questions.tell(existsText("Preset ", name));
-    else if (!processor.getPresetStorage().createEmpty(name))
-        questions.tell("Could not save Presert file: " + folder + "/" + name);
+    else if (const auto made = processor.getPresetStorage().createEmpty(name); made.failed())
+        questions.tell(failureText("Could not save Presert file: " + folder + "/" + name, made));
 
     filesChanged();
 }
@@ -222,16 +227,16 @@ void PresetCommands::renamePreset()
     {
         questions.tell(existsText("Preset ", name));
     }
-    else if (processor.getPresetStorage().rename(name))
+    else if (const auto renamed = processor.getPresetStorage().rename(name); renamed.failed())
+    {
+        questions.tell(failureText("Could not rename preset: " + oldName, renamed));
+    }
+    else
     {
         if (library.clipboardFolderName == folder && library.clipboardPresetName == oldName)
             library.clipboardPresetName = name;
 
         askAgainForAwaited();
-    }
-    else
-    {
-        questions.tell("Could not rename preset: " + oldName);
     }
 
     filesChanged();
@@ -314,11 +319,13 @@ void PresetCommands::pastePreset()
     const bool isRead = !isThere(source) || readWholeFile(source, bytes);
     storePresetName(bytes, name);
     storeFolderName(bytes, folder);
+    const auto pasted = isRead ? replaceFile(presetFileFor(banksFolder(), folder, name), bytes)
+                               : juce::Result::fail("the file can't be read");
 
-    if (isRead && replaceFile(presetFileFor(banksFolder(), folder, name), bytes))
+    if (pasted.wasOk())
         load(folder, name);
     else
-        questions.tell("Could not paste preset: " + copied);
+        questions.tell(failureText("Could not paste preset: " + copied, pasted));
 
     filesChanged();
 }

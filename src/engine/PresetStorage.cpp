@@ -46,10 +46,11 @@ bool PresetStorage::saveAs(const juce::String& folder, const juce::String& name,
         storeFolderName(bytes, folder);
     }
 
-    if (!replaceFile(file, bytes))
+    if (const auto written = replaceFile(file, bytes); written.failed())
     {
         // "Presert" is what the user has always been shown.
-        processor.userInteraction().alert({}, "Could not save Presert file: " + folder + "/" + name);
+        processor.userInteraction().alert({}, "Could not save Presert file: " + folder + "/" + name + " (" +
+                                                  written.getErrorMessage() + ")");
         return false;
     }
 
@@ -66,7 +67,7 @@ bool PresetStorage::saveAs(const juce::String& folder, const juce::String& name,
     return true;
 }
 
-bool PresetStorage::rename(const juce::String& name)
+juce::Result PresetStorage::rename(const juce::String& name)
 {
     auto& session = processor.getSession();
     const auto folder = session.getFolderName();
@@ -75,14 +76,18 @@ bool PresetStorage::rename(const juce::String& name)
     const auto renamed = presetFileFor(banks, folder, name);
     juce::MemoryBlock bytes;
 
-    if (!readWholeFile(file, bytes) || !moveFile(file, renamed))
-        return false;
+    if (!readWholeFile(file, bytes))
+        return juce::Result::fail("the file can't be read");
+
+    if (const auto moved = moveFile(file, renamed); moved.failed())
+        return moved;
 
     // Between these two steps the file has its new name with the old one inside, which is as good a preset.
     const bool isAsNoted = session.isFileAsNoted(bytes);
 
-    if (storePresetName(bytes, name) && !replaceFile(renamed, bytes) && moveFile(renamed, file))
-        return false;
+    if (storePresetName(bytes, name))
+        if (const auto written = replaceFile(renamed, bytes); written.failed() && moveFile(renamed, file))
+            return written;
 
     // What another program has written meanwhile still has to be asked about.
     if (isAsNoted)
@@ -91,7 +96,7 @@ bool PresetStorage::rename(const juce::String& name)
     takePresetName(name);
     processor.getOriginalComparison().presetRenamed(name);
     processor.getPresetCommands().filesChanged();
-    return true;
+    return juce::Result::ok();
 }
 
 void PresetStorage::folderRenamed(const juce::String& name)
@@ -112,15 +117,17 @@ void PresetStorage::takeFolderName(const juce::String& name)
     writeParamText(processor, slot::folderNameText, name, slot::nameTextLength);
 }
 
-bool PresetStorage::createEmpty(const juce::String& name)
+juce::Result PresetStorage::createEmpty(const juce::String& name)
 {
     const auto folder = processor.getFolderName();
     juce::MemoryBlock bytes;
     processor.getStateInformation(bytes);
 
     // The sound that plays is given up only once there is room for a file of its size.
-    if (!replaceFile(presetFileFor(processor.getPaths().banksFolder, folder, name), bytes))
-        return false;
+    if (const auto written =
+            replaceFile(presetFileFor(processor.getPaths().banksFolder, folder, name), bytes);
+        written.failed())
+        return written;
 
     processor.setNames(name, folder);
     processor.getSoundChange().makeEmpty();
@@ -134,7 +141,7 @@ bool PresetStorage::createEmpty(const juce::String& name)
         editor.setPage(Page::multiControls);
 
     editor.bringPageBack();
-    return true;
+    return juce::Result::ok();
 }
 
 void PresetStorage::createDefault()

@@ -15,24 +15,24 @@ public:
     explicit PresetStorage(PluginProcessor& pluginProcessor);
 
     /** Saves into the current folder under `name`, or under the current name if that is empty. Asks before it
-        replaces a file, unless `overwrite` is set. False if the user said no or the file could not be written:
-        an old file is then whole, and names and edits are what they were. */
+        replaces a file, unless `overwrite` is set. False if the user said no or the file could not be
+        written: an old file is then whole, and names and edits are what they were. */
     bool save(const juce::String& name, bool overwrite);
 
     /** The same with a folder. Where the names are new, they go into the sound as well. */
     bool saveAs(const juce::String& folder, const juce::String& name, bool overwrite);
 
-    /** Gives the current preset's file another name, which nothing has yet: in the folder, in the file, and in
-        the sound that plays. That sound isn't saved, and stays edited if it was. False, with everything as it
+    /** Gives the current preset's file another name, which nothing has yet: in the folder, in the file, and
+        in the sound that plays. That sound isn't saved, and stays edited if it was. Fails, with everything as it
         was, where the file can't be changed. */
-    bool rename(const juce::String& name);
+    juce::Result rename(const juce::String& name);
 
     /** The current folder has this name now: the sound that plays takes it on. The files in it stay. */
     void folderRenamed(const juce::String& name);
 
-    /** Empties all layers and makes the defaults the new preset `name` of the current folder. False where
+    /** Empties all layers and makes the defaults the new preset `name` of the current folder. Fails where
         that file can't be written: the sound then goes on as it was. */
-    bool createEmpty(const juce::String& name);
+    juce::Result createEmpty(const juce::String& name);
 
     /** A user's first start makes the banks folder and, with the defaults, the default preset in it. What is
         there already stands. */

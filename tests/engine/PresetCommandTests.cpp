@@ -3,6 +3,7 @@
 #include "PresetCommandRig.h"
 
 #include "parameters/ParameterText.h"
+#include "support/OpenWindow.h"
 
 #if !JUCE_WINDOWS
 #include <csignal>
@@ -327,6 +328,18 @@ TEST_F(PresetCommandTest, ASaveAsksOnlyWhereItWouldReplaceWhatIsNotKnownHere)
     EXPECT_EQ(lastQuestion(), "|Preset one holds another sound. Replace it ?");
     EXPECT_EQ(onDisk(), 0.6f);
 
+    // Before a project plays, its sound has the old preset's names.
+    bool closed = false;
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    rig.processor.getLayer(0).setWindow(std::make_unique<OpenWindow>(closed));
+    rig.restore(project);
+    commands.savePreset();
+    EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
+              "|The project is still being opened. Nothing was saved.");
+    EXPECT_EQ(onDisk(), 0.6f);
+    rig.interaction.alerts.clear();
+    EXPECT_TRUE(waitForPreset());
+
     // Another program's rename or delete leaves no file to save over: it is to be named.
     presetFileFor(banks, "Bank", "one").deleteFile();
     commands.savePreset();
@@ -375,8 +388,9 @@ TEST_F(PresetCommandTest, AFullDiskTakesNothingAway)
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_FALSE(saved);
     EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
-              "|Could not save Presert file: Bank/old#|Could not save Presert file: Bank/new#"
-              "|Could not rename preset: old");
+              "|Could not save Presert file: Bank/old (No space left on device)#"
+              "|Could not save Presert file: Bank/new (No space left on device)#"
+              "|Could not rename preset: old (No space left on device)");
 #endif
     juce::MemoryBlock after;
     ASSERT_TRUE(readWholeFile(presetFileFor(banks, "Bank", "old"), after));
