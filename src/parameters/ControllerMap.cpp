@@ -80,22 +80,6 @@ void ControllerMap::clearControllerTable()
         unbind(controller);
 }
 
-ControllerMap::Bindings ControllerMap::bindings() const
-{
-    Bindings entries{};
-
-    for (int controller = 0; controller < numControllers; ++controller)
-        entries[static_cast<size_t>(controller)] = parameters.readParameter(slot::controllerMap + controller);
-
-    return entries;
-}
-
-void ControllerMap::bind(const Bindings& entries)
-{
-    for (int controller = 0; controller < numControllers; ++controller)
-        parameters.writeParameter(slot::controllerMap + controller, entries[static_cast<size_t>(controller)]);
-}
-
 juce::StringArray ControllerMap::exportTable() const
 {
     juce::StringArray lines;

@@ -6,7 +6,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <array>
 #include <atomic>
 
 namespace quorel
@@ -39,11 +38,6 @@ public:
     void clearEntries();
     /** Unbinds all controllers by storing the encoded 0, as an empty table has it. */
     void clearControllerTable();
-
-    /** The entries as they are stored, bit for bit, to be put back after a change of sound. */
-    using Bindings = std::array<float, numControllers>;
-    Bindings bindings() const;
-    void bind(const Bindings& entries);
 
     /** 128 decimal integers: the parameters bound to controllers 0 to 127. */
     juce::StringArray exportTable() const;
