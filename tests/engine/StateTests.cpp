@@ -317,7 +317,8 @@ TEST_F(StateTest, AFailedSaveLeavesTheOldFileWhole)
     folder.replaceWithText("a file where the folder should be");
     rig.processor.setNames("Old", "Blocked");
     EXPECT_FALSE(rig.processor.getPresetStorage().save("New", true));
-    EXPECT_EQ(rig.interaction.alerts.joinIntoString(","), "|Could not save Presert file: Blocked/New");
+    EXPECT_EQ(rig.interaction.alerts.joinIntoString(","),
+              "|Could not save Presert file: Blocked/New (File exists)");
     EXPECT_EQ(rig.processor.getPresetName(), "Old");
     EXPECT_EQ(folder.loadFileAsString(), "a file where the folder should be");
 }
