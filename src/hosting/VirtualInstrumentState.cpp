@@ -4,6 +4,7 @@
 #include "hosting/HostedState.h"
 #include "hosting/InstrumentTable.h"
 #include "hosting/VirtualInstrument.h"
+#include "parameters/ParameterCodings.h"
 
 #include <utility>
 
@@ -85,7 +86,7 @@ std::optional<float> VirtualInstrument::programToSave()
     if (!plugin || getState() != LayerState::playing || plugin->getNumPrograms() == 0)
         return std::nullopt;
 
-    return static_cast<float>(plugin->getCurrentProgram()) / static_cast<float>(plugin->getNumPrograms());
+    return parameterOfProgram(plugin->getCurrentProgram(), plugin->getNumPrograms());
 }
 
 bool VirtualInstrument::giveState(const juce::MemoryBlock& bytes, float program)
@@ -110,8 +111,7 @@ bool VirtualInstrument::giveState(const juce::MemoryBlock& bytes, float program)
     if (!giveHostedState(*instance, bytes))
         return false;
 
-    // Nearest, as the product of an exact quotient may fall just short of its number.
-    instance->setCurrentProgram(juce::roundToInt(program * static_cast<float>(instance->getNumPrograms())));
+    instance->setCurrentProgram(programOfParameter(program, instance->getNumPrograms()));
     keep(std::make_shared<const juce::MemoryBlock>(bytes), findInstrument(pluginName) != nullptr);
     return true;
 }
