@@ -63,8 +63,8 @@ public:
     reason, where that fails. */
 std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_code& error);
 
-/** Marks a folder, or takes over the mark of a process that has ended on a file or folder. Null while it is in
-    use, or where the file system can't tell. */
+/** Marks a folder, or takes over the mark of a process that has ended on a file or folder. Null while it is
+    in use, or where the file system can't tell. */
 std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file);
 
 /** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at

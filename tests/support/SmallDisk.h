@@ -11,8 +11,8 @@
 namespace quorel::test
 {
 
-/** A disk of its own that only this process and those that it starts see, small enough to fill up. It takes the
-    right to mount: without it `isThere` is false, and a test has to skip what it needs it for. */
+/** A disk of its own that only this process and those that it starts see, small enough to fill up. It takes
+    the right to mount: without it `isThere` is false, and a test has to skip what it needs it for. */
 class SmallDisk
 {
 public:
