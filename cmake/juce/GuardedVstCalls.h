@@ -4,12 +4,13 @@
 // host's calls otherwise. A call that throws answers 0. Any thread.
 #pragma once
 
-inline pointer_sized_int guardedDispatch (Vst2::AEffect* effect, int opcode, int index, pointer_sized_int value,
-                                          void* pointer, float option, bool* threw = nullptr) noexcept
+inline pointer_sized_int guardedDispatch(Vst2::AEffect* effect, int opcode, int index,
+                                         pointer_sized_int value, void* pointer, float option,
+                                         bool* threw = nullptr) noexcept
 {
     try
     {
-        return effect->dispatcher (effect, opcode, index, value, pointer, option);
+        return effect->dispatcher(effect, opcode, index, value, pointer, option);
     }
     catch (...)
     {
@@ -21,18 +22,18 @@ inline pointer_sized_int guardedDispatch (Vst2::AEffect* effect, int opcode, int
 }
 
 /** False if the instrument throws: it is then of no use. */
-inline bool guardedOpen (Vst2::AEffect* effect) noexcept
+inline bool guardedOpen(Vst2::AEffect* effect) noexcept
 {
     bool threw = false;
-    guardedDispatch (effect, Vst2::effOpen, 0, 0, nullptr, 0.0f, &threw);
-    return ! threw;
+    guardedDispatch(effect, Vst2::effOpen, 0, 0, nullptr, 0.0f, &threw);
+    return !threw;
 }
 
-inline float guardedGetParameter (Vst2::AEffect* effect, int index) noexcept
+inline float guardedGetParameter(Vst2::AEffect* effect, int index) noexcept
 {
     try
     {
-        return effect->getParameter (effect, index);
+        return effect->getParameter(effect, index);
     }
     catch (...)
     {
@@ -40,11 +41,11 @@ inline float guardedGetParameter (Vst2::AEffect* effect, int index) noexcept
     }
 }
 
-inline void guardedSetParameter (Vst2::AEffect* effect, int index, float value) noexcept
+inline void guardedSetParameter(Vst2::AEffect* effect, int index, float value) noexcept
 {
     try
     {
-        effect->setParameter (effect, index, value);
+        effect->setParameter(effect, index, value);
     }
     catch (...)
     {

@@ -5,12 +5,12 @@
 namespace quorel
 {
 
-const juce::CriticalSection& instrumentLock (juce::AudioPluginInstance& plugin) noexcept;
+const juce::CriticalSection& instrumentLock(juce::AudioPluginInstance& plugin) noexcept;
 
-const juce::CriticalSection& instrumentLock (juce::AudioPluginInstance& plugin) noexcept
+const juce::CriticalSection& instrumentLock(juce::AudioPluginInstance& plugin) noexcept
 {
     // There is no other format.
-    return static_cast<juce::VSTPluginInstance&> (plugin).callLock();
+    return static_cast<juce::VSTPluginInstance&>(plugin).callLock();
 }
 
 } // namespace quorel

@@ -4,7 +4,7 @@
 namespace quorel
 {
 
-/** The product's version, such as "1.0.2". Its one place is the project() line of the top CMakeLists.txt. */
+/** The product's version, such as "1.1.0". Its one place is the project() line of the top CMakeLists.txt. */
 extern const char* const productVersion;
 
 } // namespace quorel

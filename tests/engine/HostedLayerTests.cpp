@@ -3,6 +3,7 @@
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
 #include "support/ForeignLeaks.h"
+#include "support/OpenWindow.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>
@@ -226,26 +227,6 @@ TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
     rig.restore(state);
     EXPECT_FALSE(layer(0).hasInstance());
 }
-
-namespace
-{
-/** A window that a layer owns; it reports its own end. */
-class OpenWindow final : public InstrumentWindow
-{
-public:
-    explicit OpenWindow(bool& closedFlag)
-        : closed(closedFlag)
-    {
-    }
-
-    ~OpenWindow() override { closed = true; }
-
-    bool isShowing() const override { return true; }
-
-private:
-    bool& closed;
-};
-} // namespace
 
 TEST_F(HostedLayerTest, AnOpenWindowGetsTimeToGoBeforeItsInstrument)
 {
