@@ -74,7 +74,7 @@ void runControlMenuItem(PluginProcessor& processor, int parameter, float default
         return;
 
     auto& controllers = processor.getControllerMap();
-    const float value = processor.getParameter(parameter);
+    const float value = processor.readParameter(parameter);
     const auto write = [&](float newValue) { processor.setParameterFromUi(parameter, clampUnit(newValue)); };
 
     switch (id)

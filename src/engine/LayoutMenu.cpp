@@ -132,7 +132,7 @@ void chooseLayout(PluginProcessor& processor, int layer, const MenuEntry& row)
 
     // Tells the host that the layer has changed.
     const int drumPage = layerParameter(layer, layerSlot::drumPage);
-    processor.setParameterFromUi(drumPage, processor.getParameter(drumPage));
+    processor.setParameterFromUi(drumPage, processor.readParameter(drumPage));
     instrument.needsDisplayUpdate.store(true);
 }
 

@@ -32,13 +32,13 @@ juce::String hostedName(PluginProcessor& processor, int layer, int easy)
 {
     const auto& names = processor.getLayer(layer).getParameterNames();
     const int target =
-        decodeParamInt(processor.getParameter(layerParameter(layer, layerSlot::easyMapping + easy)));
+        decodeParamInt(processor.readParameter(layerParameter(layer, layerSlot::easyMapping + easy)));
     return target > 0 && target < names.size() ? names[target] : juce::String(nothing);
 }
 
 int listNumberOf(PluginProcessor& processor, int t)
 {
-    return juce::jmax(0, decodeParamInt(processor.getParameter(slot::multiAssignment + t)));
+    return juce::jmax(0, decodeParamInt(processor.readParameter(slot::multiAssignment + t)));
 }
 } // namespace
 

@@ -154,7 +154,8 @@ void PluginProcessor::chooseInstrument(int layer, const juce::PluginDescription*
 
 float PluginProcessor::getParameter(int index)
 {
-    return table.get(index);
+    const auto awaited = soundChange.awaitedValue(index);
+    return awaited ? *awaited : table.get(index);
 }
 
 const juce::String PluginProcessor::getParameterName(int index)

@@ -57,6 +57,7 @@ public:
     const juce::String getProgramName(int program) override;
     const juce::String getParameterName(int index) override;
     const juce::String getParameterText(int index) override;
+    /** The host's view: from the moment a sound is asked for, its values. `readParameter` gives the present ones. */
     float getParameter(int index) override;
     void setParameter(int index, float value) override;
     void setPlayHead(juce::AudioPlayHead* hostPlayHead) override;

@@ -157,7 +157,7 @@ void PresetCommands::clickPreset(int index, Modifier modifier)
 
     library.clearSelection();
     selectPreset(index);
-    processor.setParameterFromUi(slot::view, processor.getParameter(slot::view));
+    processor.setParameterFromUi(slot::view, processor.readParameter(slot::view));
 }
 
 void PresetCommands::clickResult(int row, Modifier modifier)
@@ -179,7 +179,7 @@ void PresetCommands::clickResult(int row, Modifier modifier)
 
     const auto& entry = library.getFilteredPreset(row);
     load(entry.folder, entry.name);
-    processor.setParameterFromUi(slot::view, processor.getParameter(slot::view));
+    processor.setParameterFromUi(slot::view, processor.readParameter(slot::view));
 }
 
 //==============================================================================================================
@@ -265,7 +265,7 @@ void PresetCommands::toggleCategory(int flag)
         return;
 
     const int parameter = categoryParameter(flag);
-    const float value = processor.getParameter(parameter);
+    const float value = processor.readParameter(parameter);
     processor.setParameterFromUi(parameter, withCategory(value, flag, !hasCategory(value, flag)));
 }
 

@@ -38,6 +38,9 @@ constexpr int presetTicksWithWindows = 52;
 /** Timer ticks from a load to the fade-in: one second. */
 constexpr int ticksToSettle = 20;
 
+/** Among the awaited values, which lie between 0 and 1: one that doesn't change. */
+constexpr float presentValue = -1.0f;
+
 constexpr double millisecondsToBegin = 500.0;
 constexpr double millisecondsToEnd = 2000.0;
 
@@ -245,6 +248,7 @@ void SoundChange::setWanted(const Wanted& sound, std::shared_ptr<HandOver> byOth
         wanted = sound;
         overtaken = std::exchange(handOver, std::move(byOtherThread));
         ++changes;
+        publishAwaitedValues();
     }
 
     if (overtaken != nullptr)
@@ -322,6 +326,31 @@ std::optional<ChangeReason> SoundChange::awaitedReason() const
     return sound != nullptr ? std::optional(sound->reason) : std::nullopt;
 }
 
+void SoundChange::publishAwaitedValues()
+{
+    if (wanted != nullptr)
+    {
+        const auto& values = wanted->chunk.parameters;
+
+        for (size_t i = 0; i < awaitedValues.size(); ++i)
+        {
+            const bool comes = i < values.size() && isRestored(static_cast<int>(i), wanted->reason);
+            awaitedValues[i].store(comes ? clampUnit(values[i]) : presentValue, std::memory_order_relaxed);
+        }
+    }
+
+    isAwaited.store(wanted != nullptr);
+}
+
+std::optional<float> SoundChange::awaitedValue(int index) const noexcept
+{
+    if (!isAwaited.load() || index < 0 || index >= numHostParameters)
+        return std::nullopt;
+
+    const float value = awaitedValues[static_cast<size_t>(index)].load(std::memory_order_relaxed);
+    return value == presentValue ? std::nullopt : std::optional(value);
+}
+
 void SoundChange::save(juce::MemoryBlock& destination)
 {
     for (;;)
@@ -377,6 +406,7 @@ bool SoundChange::finish(const Wanted& loaded)
         wanted = nullptr;
         waiting = std::exchange(handOver, nullptr);
         ++changes;
+        publishAwaitedValues();
     }
 
     // Asked for by a host's thread, and loaded before its message came.

@@ -3,9 +3,12 @@
 
 #include "engine/OutputFade.h"
 #include "engine/StateRestore.h"
+#include "parameters/ParameterLayout.h"
 
 #include <juce_events/juce_events.h>
 
+#include <array>
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -58,6 +61,10 @@ public:
     /** From the moment a sound is asked for until its fade-in has finished. */
     bool isUnderWay() const noexcept { return fade.getState() != ChangeState::idle; }
 
+    /** What a host is to see of parameter `index` while a sound is awaited: hosts keep values beside the state, and
+        write both back. Nothing where that is the present value. Any thread. */
+    std::optional<float> awaitedValue(int index) const noexcept;
+
     /** Why another sound than the one that plays was asked for; nothing where none is awaited. Any thread. */
     std::optional<ChangeReason> awaitedReason() const;
 
@@ -76,6 +83,8 @@ private:
     void handleAsyncUpdate() override;
     /** Reads the file of a preset. Null, with the user told, if it can't be loaded. */
     Wanted readPreset(const juce::String& folder, const juce::String& preset);
+    /** With the lock held. */
+    void publishAwaitedValues();
     /** Makes `sound` the newest; null for none. */
     void setWanted(const Wanted& sound, std::shared_ptr<HandOver> byOtherThread = nullptr);
     Wanted getWanted() const;
@@ -103,6 +112,9 @@ private:
     Wanted wanted;
     /** Set while a host's thread has asked for `wanted`, and the message thread hasn't taken it up yet. */
     std::shared_ptr<HandOver> handOver;
+    /** Written with the lock held, read by any thread: the parameters of `wanted`, and whether there is one. */
+    std::array<std::atomic<float>, numHostParameters> awaitedValues{};
+    std::atomic<bool> isAwaited{false};
     juce::String complaint;
     /** Counts what happened to `wanted`. */
     unsigned int changes = 0;

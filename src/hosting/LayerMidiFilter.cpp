@@ -173,7 +173,7 @@ LayerMidiParameters::LayerMidiParameters() noexcept
 
 void LayerMidiParameters::write(int n, float value) noexcept
 {
-    const auto set = [this, n](int decoded) { word(n).store(decoded, std::memory_order_relaxed); };
+    const auto set = [this, n](int decoded) { word(n).store(decoded); };
 
     if (n == layerSlot::midiChannel)
         set(static_cast<int>(clampUnit(value) * midiChannelSteps));

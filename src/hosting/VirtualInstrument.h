@@ -9,6 +9,7 @@
 #include "hosting/LayerMidiFilter.h"
 #include "hosting/LayerOwner.h"
 #include "hosting/LayerState.h"
+#include "parameters/DerivedWords.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 
@@ -295,6 +296,7 @@ private:
     std::atomic<int> silencedTicks{0};
     bool showsSilenced = false;
     LayerMidiParameters midiParameters;
+    DerivedWords midiWords;
     ZoneHeldNotes zoneHeldNotes;
 
     juce::StringArray bankNames;

@@ -28,7 +28,7 @@ struct WriteThroughScope
 
 void VirtualInstrument::parameterWritten(int n, float value)
 {
-    midiParameters.write(n, value);
+    midiWords.refresh([&] { midiParameters.write(n, read(n)); });
 
     if (n == layerSlot::transpose)
         requestAllNotesOff();

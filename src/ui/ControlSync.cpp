@@ -127,7 +127,7 @@ void ControlSync::update(int parameter)
     if (component == nullptr || !component->isVisible())
         return;
 
-    show(entry.kind, *component, processor.getParameter(parameter));
+    show(entry.kind, *component, processor.readParameter(parameter));
 }
 
 void ControlSync::show(Kind kind, juce::Component& component, float value)

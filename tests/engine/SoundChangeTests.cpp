@@ -75,6 +75,8 @@ TEST_F(SoundChangeTest, WithoutAudioAPresetLoadsAllTheSame)
     ASSERT_TRUE(change.requestPreset("Bank", "B"));
     const auto saved = rig.state();
     EXPECT_EQ(rig.get(slot::masterVolume), 0.3f) << "too early for this test";
+    EXPECT_EQ(rig.processor.getParameter(slot::masterVolume), 0.4f)
+        << "a host that keeps the values beside the state would write the old ones back";
     EXPECT_TRUE(pumpUntil([&] { return !change.isUnderWay(); }, 3000));
     ProcessorRig other;
     other.restore(saved);

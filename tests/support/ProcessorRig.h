@@ -92,7 +92,7 @@ public:
         processor.prepareToPlay(rate, block);
     }
 
-    float get(int index) { return processor.getParameter(index); }
+    float get(int index) { return processor.readParameter(index); }
 
     void set(int index, float value) { processor.setParameter(index, value); }
 
