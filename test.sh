@@ -21,6 +21,6 @@ packaging/build.sh "$kind"
 build=build
 [[ "$kind" == release ]] || build="build/$kind"
 
-export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=0:detect_odr_violation=0}"
+export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=0:detect_odr_violation=0:alloc_dealloc_mismatch=0}"
 export TSAN_OPTIONS="${TSAN_OPTIONS:-second_deadlock_stack=1}"
 exec ctest --test-dir "$build" --output-on-failure -j"$(nproc)" "$@"
