@@ -174,7 +174,12 @@ public:
         const float peak = rig.play(60).peak();
         rig.noteOff(60);
         rig.play(2);
-        EXPECT_EQ(peak > 1e-7f, anyPlays && expected.volume > 0.0f) << peak << history;
+        // Automation may have turned an instrument down to nothing, but nothing turns silence up.
+        if (!anyPlays)
+        {
+            EXPECT_LT(peak, 1e-7f) << history;
+        }
+
         EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << rig.interaction.alerts[0] << history;
         history.clear();
     }
