@@ -16,6 +16,7 @@ LineFiles ecsFiles(PluginProcessor& processor)
 
 void clearEcs(PluginProcessor& processor)
 {
+    const UndoHistory::Recording recording(processor);
     processor.getControllerMap().clearControllerTable();
     processor.getSession().setEcsName({});
 }
@@ -47,6 +48,7 @@ void loadEcs(PluginProcessor& processor, const juce::File& file)
     if (!readLinesOf(ecsFiles(processor), file, numControllers, lines, processor.userInteraction()))
         return;
 
+    const UndoHistory::Recording recording(processor);
     processor.getControllerMap().importTable(lines);
     processor.getSession().setEcsName(file.getFileName());
 }

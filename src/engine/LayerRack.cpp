@@ -3,6 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "parameters/ParameterText.h"
+#include "presets/StoredNames.h"
 
 namespace quorel
 {
@@ -48,8 +49,9 @@ void LayerRack::writePluginName(int layer, const juce::String& name)
 
 void LayerRack::choose(int layer, const juce::PluginDescription* description)
 {
-    processor.resetLayer(layer);
     auto& instrument = (*this)[layer];
+    processor.getUndo().beforeSoundChange(description != nullptr ? description->name : "no plugin");
+    processor.resetLayer(layer);
 
     if (description == nullptr)
     {
@@ -65,6 +67,43 @@ void LayerRack::choose(int layer, const juce::PluginDescription* description)
     }
 
     processor.requestEditorRefresh();
+}
+
+void LayerRack::chooseProgram(int layer, int id)
+{
+    if (!(*this)[layer].hasInstance())
+        return;
+
+    processor.getUndo().beforeSoundChange("program");
+    (*this)[layer].chooseProgram(id);
+}
+
+void LayerRack::chooseBank(int layer, int id)
+{
+    if (!(*this)[layer].hasInstance())
+        return;
+
+    processor.getUndo().beforeSoundChange("bank");
+    (*this)[layer].chooseBank(id);
+}
+
+std::vector<int> LayerRack::layersUnlike(const StateChunk& chunk)
+{
+    std::vector<int> unlike;
+
+    for (int layer = 0; layer < numLayers; ++layer)
+    {
+        auto& instrument = (*this)[layer];
+        const auto wanted = chunk.layerSizes[static_cast<size_t>(layer)] != 0 ? storedInstrument(chunk, layer)
+                                                                              : juce::String();
+        const bool isEmpty = instrument.getState() == LayerState::empty;
+        const bool plays = instrument.getState() == LayerState::playing;
+
+        if (!(wanted.isEmpty() ? isEmpty : plays && instrument.getPluginName() == wanted))
+            unlike.push_back(layer);
+    }
+
+    return unlike;
 }
 
 bool LayerRack::closeWindows()

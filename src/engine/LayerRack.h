@@ -6,11 +6,13 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace quorel
 {
 
 class PluginProcessor;
+struct StateChunk;
 
 /** The four layers, and what happens to all of their instruments at once. Message thread, but as stated. */
 class LayerRack
@@ -32,12 +34,19 @@ public:
         state. */
     void choose(int layer, const juce::PluginDescription* description);
 
+    /** Another of the instrument's programs, or banks, by its number in the menu, from 1. */
+    void chooseProgram(int layer, int id);
+    void chooseBank(int layer, int id);
+
     /** Forgets requested loads and closes the instruments' windows. True if one was open. */
     bool closeWindows();
 
     /** Forgets requested loads and asks every instrument to unload. True if a window was open: it needs time
         to go away. */
     bool requestUnload();
+
+    /** The layers whose instrument is, or is about to be, another one than this sound names. */
+    std::vector<int> layersUnlike(const StateChunk& chunk);
 
     /** Empties all layers at once, with whatever was on its way to them; windows close. */
     void unload();

@@ -71,6 +71,7 @@ bool deleteLayout(PluginProcessor& processor, int layer, const LineFiles& files)
 
     if (instrument != nullptr && deleted)
     {
+        const UndoHistory::Recording recording(processor);
         instrument->layoutName.clear();
         instrument->resetEasyMapping();
     }
@@ -85,6 +86,7 @@ void loadLayout(PluginProcessor& processor, int layer, const LineFiles& files, c
     if (!readLinesOf(files, file, numEasyParameters, lines, processor.userInteraction()))
         return;
 
+    const UndoHistory::Recording recording(processor);
     auto& instrument = processor.getLayer(layer);
     instrument.loadEasyMapping(lines);
     instrument.layoutName = file.getFileName();
@@ -113,9 +115,12 @@ void chooseLayout(PluginProcessor& processor, int layer, const MenuEntry& row)
     switch (row.id)
     {
     case lineFileMenuId::reset:
+    {
+        const UndoHistory::Recording recording(processor);
         instrument.resetEasyMapping();
         instrument.layoutName.clear();
         break;
+    }
     case lineFileMenuId::save:
         sameInstrument = saveLayout(processor, layer, files);
         break;

@@ -108,6 +108,7 @@ void setMultiControlName(PluginProcessor& processor, int group, const juce::Stri
     for (const auto character : name.substring(0, nameCount - 1))
         storable += juce::String::charToString(character >= ' ' && character < 127 ? character : '_');
 
+    const UndoHistory::Recording recording(processor);
     writeParamText(processor, slot::multiName + slot::multiNameLength * group, storable, nameCount);
 }
 

@@ -14,25 +14,37 @@ OriginalComparison::OriginalComparison(PluginProcessor& pluginProcessor)
 
 void OriginalComparison::soundLoaded(const juce::MemoryBlock& bytes)
 {
-    originalState.replaceAll(bytes.getData(), bytes.getSize());
-    editedState.reset();
+    sides.original = std::make_shared<const juce::MemoryBlock>(bytes);
+    sides.edited = nullptr;
 }
 
 void OriginalComparison::presetSaved(const juce::MemoryBlock& bytes)
 {
-    originalState.replaceAll(bytes.getData(), bytes.getSize());
+    sides.original = std::make_shared<const juce::MemoryBlock>(bytes);
+}
+
+void OriginalComparison::rename(bool (*store)(juce::MemoryBlock&, const juce::String&),
+                                const juce::String& name)
+{
+    for (auto* side : {&sides.original, &sides.edited})
+    {
+        if (*side == nullptr)
+            continue;
+
+        auto renamed = std::make_shared<juce::MemoryBlock>(**side);
+        store(*renamed, name);
+        *side = renamed;
+    }
 }
 
 void OriginalComparison::presetRenamed(const juce::String& name)
 {
-    for (auto* state : {&originalState, &editedState})
-        storePresetName(*state, name);
+    rename(storePresetName, name);
 }
 
 void OriginalComparison::folderRenamed(const juce::String& name)
 {
-    for (auto* state : {&originalState, &editedState})
-        storeFolderName(*state, name);
+    rename(storeFolderName, name);
 }
 
 bool OriginalComparison::isOtherSoundAwaited() const
@@ -45,14 +57,17 @@ bool OriginalComparison::showOriginal()
 {
     update();
 
-    if (showingOriginal || isOtherSoundAwaited())
+    if (sides.showingOriginal || isOtherSoundAwaited())
         return false;
 
-    showingOriginal = true;
-    processor.getStateInformation(editedState);
+    processor.getUndo().beforeSoundChange("Original");
+    juce::MemoryBlock edited;
+    processor.getStateInformation(edited);
+    sides.edited = std::make_shared<const juce::MemoryBlock>(std::move(edited));
+    sides.showingOriginal = true;
 
-    if (!originalState.isEmpty())
-        processor.getSoundChange().restoreForComparison(originalState);
+    if (sides.original != nullptr)
+        processor.getSoundChange().restoreForComparison(*sides.original);
 
     processor.requestEditorRefresh();
     return true;
@@ -62,16 +77,23 @@ bool OriginalComparison::showEdited()
 {
     update();
 
-    if (!showingOriginal || !processor.getSession().isEdited() || isOtherSoundAwaited())
+    if (!sides.showingOriginal || !processor.getSession().isEdited() || isOtherSoundAwaited())
         return false;
 
-    showingOriginal = false;
+    processor.getUndo().beforeSoundChange("Edit");
+    sides.showingOriginal = false;
 
-    if (!editedState.isEmpty())
-        processor.getSoundChange().restoreForComparison(editedState);
+    if (sides.edited != nullptr)
+        processor.getSoundChange().restoreForComparison(*sides.edited);
 
     processor.requestEditorRefresh();
     return true;
+}
+
+void OriginalComparison::bringBack(const Sides& former)
+{
+    sides = former;
+    lastEdited = processor.getSession().isEdited();
 }
 
 void OriginalComparison::update()
@@ -80,12 +102,12 @@ void OriginalComparison::update()
     const bool edited = session.isEdited();
 
     if (session.takeEdit() && edited)
-        showingOriginal = false;
+        sides.showingOriginal = false;
 
     if (edited != lastEdited)
     {
         lastEdited = edited;
-        showingOriginal = !edited;
+        sides.showingOriginal = !edited;
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include <juce_core/juce_core.h>
 
+#include <memory>
+
 namespace quorel
 {
 
@@ -13,6 +15,14 @@ class PluginProcessor;
 class OriginalComparison
 {
 public:
+    /** State chunks; null for none. What they point to never changes, so that a step back can share it. */
+    struct Sides
+    {
+        std::shared_ptr<const juce::MemoryBlock> original;
+        std::shared_ptr<const juce::MemoryBlock> edited;
+        bool showingOriginal = true;
+    };
+
     explicit OriginalComparison(PluginProcessor& processor);
 
     /** A preset was loaded or a project opened: these bytes are the original, and there is no edited sound. */
@@ -25,7 +35,12 @@ public:
     void folderRenamed(const juce::String& name);
 
     /** The original is heard, or there is no other. */
-    bool isShowingOriginal() const noexcept { return showingOriginal; }
+    bool isShowingOriginal() const noexcept { return sides.showingOriginal; }
+
+    const Sides& getSides() const noexcept { return sides; }
+
+    /** A sound has come back with the sides that it had. */
+    void bringBack(const Sides& former);
 
     /** Keeps the edited sound and brings the original back. False, and nothing happens, while the original is
         heard or a preset or project is on its way. */
@@ -40,11 +55,10 @@ public:
 
 private:
     bool isOtherSoundAwaited() const;
+    void rename(bool (*store)(juce::MemoryBlock&, const juce::String&), const juce::String& name);
 
     PluginProcessor& processor;
-    juce::MemoryBlock originalState;
-    juce::MemoryBlock editedState;
-    bool showingOriginal = true;
+    Sides sides;
     bool lastEdited = false;
 };
 

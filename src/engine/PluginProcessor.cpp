@@ -71,6 +71,9 @@ void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
     const double start = juce::Time::getMillisecondCounterHiRes();
     auto& fade = soundChange.getFade();
 
+    // Some hosts render on the message thread: what controllers move there is no step of the user's.
+    const UndoHistory::Pause pause;
+
     if (!fade.advanceBlock(buffer.getNumSamples(), preparedSampleRate()))
         return;
 
@@ -204,6 +207,10 @@ void PluginProcessor::setParameter(int index, float newValue)
     const WriteScope scope(this);
     const float value = clampUnit(newValue);
     const float oldValue = table.exchange(index, value);
+
+    if (UndoHistory::isRecording(*this))
+        undo.parameterWritten(index, oldValue, value);
+
     table.tellLinked(index);
 
     if (index == slot::masterVolume || index == slot::masterMute)
@@ -252,6 +259,18 @@ void PluginProcessor::dragRangeEnd(int layer, int n, float value)
         setParameterFromUi(otherEnd, value);
 }
 
+void PluginProcessor::beginUserGesture(int index)
+{
+    undo.beginDrag();
+    beginParameterChangeGesture(index);
+}
+
+void PluginProcessor::endUserGesture(int index)
+{
+    endParameterChangeGesture(index);
+    undo.endDrag();
+}
+
 void PluginProcessor::setParameterFromUi(int index, float value)
 {
     if (writingThread == this)
@@ -260,6 +279,7 @@ void PluginProcessor::setParameterFromUi(int index, float value)
     }
     else
     {
+        const UndoHistory::Recording recording(*this);
         setParameter(index, value);
         tellHost(index);
     }
@@ -274,6 +294,12 @@ void PluginProcessor::writeFollowingParameter(int index, float value)
     // host's, and passes on that one's echo in its place.
     setParameter(index, value);
     table.markUntold(index);
+}
+
+void PluginProcessor::takeReportedValue(int index, float value)
+{
+    const UndoHistory::Pause pause;
+    setParameterFromUi(index, value);
 }
 
 void PluginProcessor::tellHost(int index)

@@ -15,6 +15,7 @@
 #include "engine/Session.h"
 #include "engine/SoundChange.h"
 #include "engine/TapTempo.h"
+#include "engine/UndoHistory.h"
 #include "parameters/ControllerMap.h"
 #include "parameters/MultiControls.h"
 #include "parameters/ParameterDisplay.h"
@@ -77,6 +78,9 @@ public:
 
     void writeFollowingParameter(int index, float value) override;
 
+    /** What an instrument does by itself, or in its own window, is no step of the user's here. */
+    void takeReportedValue(int index, float value) override;
+
     MultiControls& multiControls() override { return multi; }
 
     juce::AudioPlayHead& layerPlayHead() override { return playHead; }
@@ -97,6 +101,10 @@ public:
     /** What every gesture of the user and every MIDI-mapped change goes through. Tells the host at once, but for
         a write that follows from another one: of that it hears from the timer. Any thread. */
     void setParameterFromUi(int index, float value);
+    /** The user takes hold of a control, and lets it go: one gesture to the host, and one step to undo. Not for
+        slots that the host doesn't know. Message thread. */
+    void beginUserGesture(int index);
+    void endUserGesture(int index);
     /** Asks the user for a value of the parameter and writes it. A value out of range is dropped without a
         word; parameters below the layers but the master volume take none. */
     void editParameterValue(int index);
@@ -161,6 +169,8 @@ public:
 
     OriginalComparison& getOriginalComparison() noexcept { return comparison; }
 
+    UndoHistory& getUndo() noexcept { return undo; }
+
 private:
     ParameterTextSources textSources();
     void timerCallback() override;
@@ -194,6 +204,7 @@ private:
     PresetLibrary library;
     PresetCommands presetCommands{*this, library};
     OriginalComparison comparison{*this};
+    UndoHistory undo{*this};
     /** The "ProTools" host's first state call after construction is dropped on purpose. */
     std::atomic<bool> skipNextState{false};
 

@@ -271,6 +271,8 @@ void PresetCommands::toggleCategory(int flag)
 
 void PresetCommands::clearCategories()
 {
+    const UndoHistory::Recording recording(processor);
+
     for (int i = 0; i < numCategoryParameters; ++i)
         processor.setParameter(firstCategoryParameter + i, 0.0f);
 }

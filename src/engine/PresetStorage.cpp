@@ -63,6 +63,7 @@ bool PresetStorage::saveAs(const juce::String& folder, const juce::String& name,
     processor.getSession().noteFile(bytes);
     processor.getSession().markSaved();
     processor.getOriginalComparison().presetSaved(bytes);
+    processor.getUndo().saved();
     processor.getPresetCommands().filesChanged();
     return true;
 }
@@ -93,6 +94,7 @@ juce::Result PresetStorage::rename(const juce::String& name)
     if (isAsNoted)
         session.noteFile(bytes);
 
+    processor.getUndo().presetRenamed(folder, session.getPresetName(), name);
     takePresetName(name);
     processor.getOriginalComparison().presetRenamed(name);
     processor.getPresetCommands().filesChanged();
@@ -101,6 +103,7 @@ juce::Result PresetStorage::rename(const juce::String& name)
 
 void PresetStorage::folderRenamed(const juce::String& name)
 {
+    processor.getUndo().folderRenamed(processor.getFolderName(), name);
     takeFolderName(name);
     processor.getOriginalComparison().folderRenamed(name);
 }
@@ -129,6 +132,7 @@ juce::Result PresetStorage::createEmpty(const juce::String& name)
         written.failed())
         return written;
 
+    processor.getUndo().beforeSoundChange("new preset");
     processor.setNames(name, folder);
     processor.getSoundChange().makeEmpty();
     save({}, true);

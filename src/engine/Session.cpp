@@ -62,4 +62,11 @@ void Session::restoreMark(bool wasEdited) noexcept
     editPending.store(false);
 }
 
+void Session::restoreFileMark(const FileMark& mark)
+{
+    fileHash = mark.hash;
+    ++revision;
+    restoreMark(mark.isEdited);
+}
+
 } // namespace quorel

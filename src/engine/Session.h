@@ -53,6 +53,24 @@ public:
     /** Puts the mark back to what it was before a change of sound that is no edit. */
     void restoreMark(bool wasEdited) noexcept;
 
+    /** How the sound stands to its preset's file. */
+    struct FileMark
+    {
+        bool isEdited = false;
+        /** Of what the file held when it was read or written here; nothing where that isn't known. */
+        std::optional<size_t> hash;
+
+        bool operator==(const FileMark& other) const
+        {
+            return isEdited == other.isEdited && hash == other.hash;
+        }
+    };
+
+    FileMark getFileMark() const { return {isEdited(), fileHash}; }
+
+    /** For a sound that comes back with its mark. */
+    void restoreFileMark(const FileMark& mark);
+
     /** True once after each edit. */
     bool takeEdit() noexcept { return editPending.exchange(false); }
 

@@ -19,6 +19,9 @@ struct WantedSound
     ChangeReason reason = ChangeReason::project;
     juce::MemoryBlock bytes;
     StateChunk chunk;
+    /** For `undo` alone: the comparison and the mark that come back with the sound. */
+    OriginalComparison::Sides sides{};
+    Session::FileMark mark{};
 };
 
 /** What a host's thread waits for: the message thread has begun, and is through. */
@@ -127,6 +130,7 @@ bool SoundChange::requestPreset(const juce::String& folder, const juce::String& 
     if (sound == nullptr)
         return false;
 
+    processor.getUndo().beforeSoundChange(preset);
     processor.setNames(preset, folder);
     processor.getSession().noteFile(sound->bytes);
     setWanted(sound);
@@ -203,6 +207,25 @@ void SoundChange::restoreForComparison(const juce::MemoryBlock& bytes)
     }
 }
 
+void SoundChange::bringBack(const SoundMoment& moment)
+{
+    auto bytes = moment.sound();
+    storePresetName(bytes, moment.preset);
+    storeFolderName(bytes, moment.folder);
+    auto status = ChunkStatus::foreign;
+    const auto sound = readSound(bytes.getData(), bytes.getSize(), ChangeReason::undo, status);
+
+    if (sound == nullptr)
+        return;
+
+    sound->sides = moment.comparison;
+    sound->mark = moment.file;
+    processor.setNames(moment.preset, moment.folder);
+    processor.getSession().restoreFileMark(moment.file);
+    setWanted(sound);
+    setOut();
+}
+
 void SoundChange::complain(const juce::String& text)
 {
     if (isOnMessageThread())
@@ -268,6 +291,8 @@ void SoundChange::setOut()
 
     if (sound->reason == ChangeReason::preset)
         setOutToPreset();
+    else if (sound->reason == ChangeReason::undo)
+        setOutToMoment(*sound);
     else
         setOutToState();
 }
@@ -286,9 +311,36 @@ void SoundChange::setOutToPreset()
 
 void SoundChange::setOutToState()
 {
+    waitForWindows(processor.getLayers().requestUnload());
+}
+
+void SoundChange::setOutToMoment(const WantedSound& sound)
+{
+    auto& layers = processor.getLayers();
+    const auto unlike = layers.layersUnlike(sound.chunk);
+
+    // Where every instrument stays there is nothing to wait for, and the notes that are held sound on.
+    if (unlike.empty() && fade.getState() == ChangeState::idle)
+    {
+        loadWanted();
+        fade.move(ChangeState::loading, ChangeState::idle);
+        processor.requestEditorRefresh();
+        return;
+    }
+
+    bool windowsWereOpen = false;
+
+    for (const int layer : unlike)
+        windowsWereOpen = layers[layer].requestUnload() || windowsWereOpen;
+
+    waitForWindows(windowsWereOpen);
+}
+
+void SoundChange::waitForWindows(bool windowsWereOpen)
+{
     const int ticksLeft = fade.getState() == ChangeState::waiting ? waitTicks : 0;
 
-    if (processor.getLayers().requestUnload())
+    if (windowsWereOpen)
         waitTicks = windowTicks;
     else if (ticksLeft <= presetTicks)
         return loadAndSettle();
@@ -300,6 +352,7 @@ void SoundChange::setOutToState()
 
 void SoundChange::makeEmpty()
 {
+    const UndoHistory::Pause pause;
     setWanted(nullptr);
     processor.getLayers().unload();
     processor.resetAllParameters();
@@ -421,9 +474,13 @@ bool SoundChange::finish(const Wanted& loaded)
 
 void SoundChange::apply(const WantedSound& sound)
 {
+    // Nothing of this is a step of its own.
+    const UndoHistory::Pause pause;
     auto& session = processor.getSession();
     const bool wasEdited = session.isEdited();
-    processor.getLayers().unload();
+
+    if (sound.reason != ChangeReason::undo)
+        processor.getLayers().unload();
 
     if (sound.reason == ChangeReason::preset)
         processor.resetAllParameters();
@@ -436,7 +493,10 @@ void SoundChange::apply(const WantedSound& sound)
         session.forgetFile();
     }
 
-    if (sound.reason != ChangeReason::comparison)
+    if (sound.reason == ChangeReason::project)
+        processor.getUndo().clear();
+
+    if (sound.reason == ChangeReason::project || sound.reason == ChangeReason::preset)
         processor.getOriginalComparison().soundLoaded(sound.bytes);
 
     restoreState(processor, sound.chunk, sound.reason);
@@ -446,6 +506,12 @@ void SoundChange::apply(const WantedSound& sound)
 
     // Instruments report the values that they are given, as if somebody had turned their knobs.
     session.restoreMark(sound.reason == ChangeReason::comparison && wasEdited);
+
+    if (sound.reason == ChangeReason::undo)
+    {
+        session.restoreFileMark(sound.mark);
+        processor.getOriginalComparison().bringBack(sound.sides);
+    }
 
     if (sound.reason == ChangeReason::preset)
         processor.getEditorRequests().bringPageBack();

@@ -16,6 +16,7 @@ namespace quorel
 {
 
 class PluginProcessor;
+struct SoundMoment;
 struct WantedSound;
 struct HandOver;
 
@@ -50,6 +51,10 @@ public:
 
     /** Restores a sound that is compared with another: the preset's names and the MIDI bindings stay. */
     void restoreForComparison(const juce::MemoryBlock& bytes);
+
+    /** Brings back a sound that was the user's before, names and all; MIDI bindings, the page and the host's
+        project stay. Instruments that play in both play on. */
+    void bringBack(const SoundMoment& moment);
 
     /** Makes the defaults the sound, without instruments, at once. Names and MIDI bindings stay. */
     void makeEmpty();
@@ -94,6 +99,8 @@ private:
     void setOut();
     void setOutToPreset();
     void setOutToState();
+    void setOutToMoment(const WantedSound& sound);
+    void waitForWindows(bool windowsWereOpen);
     void loadWanted();
     void loadAndSettle();
     void apply(const WantedSound& sound);

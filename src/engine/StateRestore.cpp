@@ -74,12 +74,19 @@ void restoreInstruments(PluginProcessor& processor, const StateChunk& chunk)
 }
 
 /** What can't be played here is kept, so that it isn't lost when the sound is saved again. */
-void restoreHostedStates(PluginProcessor& processor, const StateChunk& chunk)
+void restoreHostedStates(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
 {
     for (int layer = 0; layer < numLayers; ++layer)
-        processor.getLayer(layer).giveState(
-            chunk.hostedStates[static_cast<size_t>(layer)],
-            processor.readParameter(layerParameter(layer, layerSlot::presetNumber)));
+    {
+        auto& instrument = processor.getLayer(layer);
+        const auto& state = chunk.hostedStates[static_cast<size_t>(layer)];
+
+        // A state that is taken again may be heard.
+        if (reason == ChangeReason::undo && instrument.hasInstance() && instrument.stateToSave() == state)
+            continue;
+
+        instrument.giveState(state, processor.readParameter(layerParameter(layer, layerSlot::presetNumber)));
+    }
 }
 
 void applyParameters(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
@@ -131,27 +138,31 @@ void saveState(PluginProcessor& processor, juce::MemoryBlock& destination)
 bool isRestored(int index, ChangeReason reason) noexcept
 {
     const bool isBinding = index >= slot::controllerMap && index < slot::controllerMap + numControllers;
-    return reason == ChangeReason::project || !isBinding;
+    return (reason == ChangeReason::project || !isBinding) &&
+           !(reason == ChangeReason::undo && index == slot::view);
 }
 
 void restoreState(PluginProcessor& processor, const StateChunk& chunk, ChangeReason reason)
 {
     copyIntoTable(processor, chunk, reason);
     restoreInstruments(processor, chunk);
-    restoreHostedStates(processor, chunk);
+    restoreHostedStates(processor, chunk, reason);
     copyIntoTable(processor, chunk, reason);
     applyParameters(processor, chunk, reason);
 
     if (reason != ChangeReason::preset)
         processor.requestEditorRefresh();
 
+    processor.getLayers().showAll();
+
+    if (reason == ChangeReason::undo)
+        return;
+
     auto& editor = processor.getEditorRequests();
     processor.writeParameter(slot::view, viewOf(Page::multiControls));
 
     if (reason != ChangeReason::preset || editor.getPage() != Page::presetManager)
         editor.setPage(Page::multiControls);
-
-    processor.getLayers().showAll();
 }
 
 } // namespace quorel

@@ -23,7 +23,10 @@ enum class ChangeReason
     /** A preset file: the preset manager's page stays, and so do the MIDI bindings. */
     preset,
     /** The edited or the original sound: MIDI bindings stay. */
-    comparison
+    comparison,
+    /** The user steps back or forth. MIDI bindings and the page stay, and so do instruments that are the same on
+        both sides. */
+    undo
 };
 
 /** False for a parameter, `index` from 0, that a restore for this reason leaves as it is. Any thread. */

@@ -24,6 +24,9 @@ public:
     /** The rate (Hz) and block size that this processor was last prepared with; 0 before. */
     virtual double preparedSampleRate() const noexcept = 0;
     virtual int preparedBlockSize() const noexcept = 0;
+    /** A hosted instrument has changed this parameter, and nobody else: as `writeParameterNotifyingHost`. Any
+        thread. */
+    virtual void takeReportedValue(int index, float value) = 0;
     /** Asks the editor to rebuild its view. */
     virtual void requestEditorRefresh() noexcept = 0;
 };

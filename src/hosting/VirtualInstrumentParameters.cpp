@@ -186,7 +186,7 @@ void VirtualInstrument::audioProcessorParameterChanged(juce::AudioProcessor*, in
         {
             // The value came from the instrument and must not be written back.
             const WriteThroughScope scope;
-            owner.writeParameterNotifyingHost(parameter(layerSlot::easyValue + easy), value);
+            owner.takeReportedValue(parameter(layerSlot::easyValue + easy), value);
             return;
         }
     }

@@ -12,6 +12,8 @@ constexpr std::array<int, 6> mixerTargets{layerSlot::volume,        layerSlot::p
                                           layerSlot::sendLevel,     layerSlot::sendLevel + 1,
                                           layerSlot::sendLevel + 2, layerSlot::sendLevel + 3};
 
+thread_local int stillDepth = 0;
+
 constexpr int faderOf(int t) noexcept
 {
     return slot::multiFader + t / multiTargetsPerFader;
@@ -23,6 +25,40 @@ MultiControls::MultiControls(ParameterAccess& parameterTable) noexcept
 {
     for (int t = 0; t < numMultiTargets; ++t)
         forget(t);
+}
+
+MultiControls::Still::Still() noexcept
+{
+    ++stillDepth;
+}
+
+MultiControls::Still::~Still()
+{
+    --stillDepth;
+}
+
+MultiControls::Memory MultiControls::getMemory() const noexcept
+{
+    Memory memory;
+
+    for (int t = 0; t < numMultiTargets; ++t)
+    {
+        const Stand stand = stands[cell(t)].load();
+        memory.targets[cell(t)] = {runningValue(t), targetParameter(t), stand.knob, stand.fader};
+    }
+
+    return memory;
+}
+
+void MultiControls::setMemory(const Memory& memory) noexcept
+{
+    for (size_t t = 0; t < memory.targets.size(); ++t)
+    {
+        const auto& target = memory.targets[t];
+        stands[t].store({target.knob, target.fader});
+        targetIndex[t].store(target.index, std::memory_order_relaxed);
+        targetValue[t].store(target.value, std::memory_order_relaxed);
+    }
 }
 
 void MultiControls::forget(int t) noexcept
@@ -79,6 +115,9 @@ void MultiControls::moveTarget(int t, float amount)
 
 void MultiControls::changed(int index, float oldValue, float newValue)
 {
+    if (stillDepth > 0)
+        return;
+
     if (isWithin(index, slot::multiKnob, numMultiTargets))
         knobMoved(index - slot::multiKnob);
     else if (isWithin(index, slot::multiFader, numMultiFaders))

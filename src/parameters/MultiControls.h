@@ -47,6 +47,35 @@ public:
         past the list, which gives an index outside the layers. */
     static int parameterOfListNumber(int listNumber) noexcept;
 
+    /** What stands behind the table: as it is now, to be brought back together with the parameters. */
+    struct Memory
+    {
+        struct Target
+        {
+            float value;
+            int index;
+            float knob;
+            float fader;
+        };
+
+        std::array<Target, numMultiTargets> targets{};
+    };
+
+    Memory getMemory() const noexcept;
+    void setMemory(const Memory& memory) noexcept;
+
+    /** While one exists, what its thread writes to knobs, faders and assignments moves nothing: the values of
+        all come back from elsewhere. */
+    class Still
+    {
+    public:
+        Still() noexcept;
+        ~Still();
+
+        Still(const Still&) = delete;
+        Still& operator=(const Still&) = delete;
+    };
+
 private:
     static constexpr size_t cell(int t) noexcept { return static_cast<size_t>(t); }
 

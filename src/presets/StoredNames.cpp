@@ -2,6 +2,7 @@
 #include "presets/StoredNames.h"
 
 #include "effects/EffectMath.h"
+#include "parameters/ParameterCodings.h"
 #include "parameters/ParameterLayout.h"
 #include "parameters/ParameterText.h"
 #include "platform/FileNames.h"
@@ -124,6 +125,24 @@ StoredNames resolveNames(const juce::File& banksFolder, const StateChunk& chunk)
         names.folder = folders[0];
 
     return names;
+}
+
+juce::String storedInstrument(const StateChunk& chunk, int layer)
+{
+    const auto first = static_cast<size_t>(layerParameter(layer, layerSlot::pluginNameText));
+    juce::String name;
+
+    for (size_t i = first; i < first + slot::nameTextLength && i < chunk.parameters.size(); ++i)
+    {
+        const char character = decodeParamChar(chunk.parameters[i]);
+
+        if (character == 0)
+            break;
+
+        name += juce::String::charToString(static_cast<unsigned char>(character));
+    }
+
+    return name;
 }
 
 bool storePresetName(juce::MemoryBlock& bytes, const juce::String& name)

@@ -20,6 +20,9 @@ struct StoredNames
     Any thread but the audio thread. */
 StoredNames resolveNames(const juce::File& banksFolder, const StateChunk& chunk);
 
+/** Name of the instrument in a chunk's layer, 0 to 3; empty for none. Any thread. */
+juce::String storedInstrument(const StateChunk& chunk, int layer);
+
 /** Writes a name into a chunk's bytes, into its header and its text parameters; all other bytes stay. False,
     with nothing changed, for bytes that aren't a chunk. */
 bool storePresetName(juce::MemoryBlock& bytes, const juce::String& name);

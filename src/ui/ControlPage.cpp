@@ -71,13 +71,13 @@ void ControlPage::sliderValueChanged(juce::Slider* slider)
 void ControlPage::sliderDragStarted(juce::Slider* slider)
 {
     if (const int parameter = parameterOf(*slider); parameter > 0 && parameter < numHostParameters)
-        processor.beginParameterChangeGesture(parameter);
+        processor.beginUserGesture(parameter);
 }
 
 void ControlPage::sliderDragEnded(juce::Slider* slider)
 {
     if (const int parameter = parameterOf(*slider); parameter > 0 && parameter < numHostParameters)
-        processor.endParameterChangeGesture(parameter);
+        processor.endUserGesture(parameter);
 }
 
 void ControlPage::buttonClicked(juce::Button* button)

@@ -43,8 +43,10 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     , presetNext(at(geometry::header::presetNext), this, &images.arrowBigRight, processor)
     , presetLabel(geometry::header::presetMenu, "Preset", {}, juce::Colours::grey,
                   juce::Colours::transparentBlack)
+    , undoKeys(geometry::header::undoKeys, processor)
 {
     setSize(geometry::width, geometry::height);
+    addAndMakeVisible(undoKeys);
     // Under everything else: the mute switch reaches into it.
     setUpHotspot(backPanelButton, geometry::header::backPanel, "Back panel");
     addAndMakeVisible(backPanelButton);
@@ -145,6 +147,7 @@ void EditorHeader::refresh()
 void EditorHeader::update()
 {
     showComparison();
+    undoKeys.update();
     showMidi();
     showTempo();
     const auto& levels = processor.getMeter();

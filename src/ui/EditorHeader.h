@@ -3,6 +3,7 @@
 
 #include "engine/PresetCommands.h"
 #include "ui/ControlPage.h"
+#include "ui/UndoKeys.h"
 #include "ui/widgets/meterHorizontal.h"
 #include "ui/widgets/myButton.h"
 #include "ui/widgets/myButton1.h"
@@ -73,6 +74,7 @@ private:
     myButton presetNext;
     juce::DrawableButton presetMenuButton{"presetMenuButton", juce::DrawableButton::ImageStretched};
     myLabel2 presetLabel;
+    UndoKeys undoKeys;
 
     int shownNote = 0;
     int shownVelocity = 0;

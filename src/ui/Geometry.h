@@ -62,6 +62,7 @@ inline const Box folderMenu{125, 55, 150, 23};
 inline const Point presetPrevious{242, 37};
 inline const Point presetNext{257, 37};
 inline const Box presetMenu{87, 34, 150, 23};
+inline const Box undoKeys{200, 11, 74, 18};
 } // namespace header
 
 //==============================================================================================================

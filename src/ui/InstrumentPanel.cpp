@@ -162,9 +162,9 @@ void InstrumentPanel::comboBoxChanged(juce::ComboBox* menu)
     if (menu == &instrumentMenu)
         chooseInstrument(menuId);
     else if (menu == &programMenu)
-        instrument().chooseProgram(menuId);
+        processor.getLayers().chooseProgram(layer, menuId);
     else if (menu == &bankMenu)
-        instrument().chooseBank(menuId);
+        processor.getLayers().chooseBank(layer, menuId);
 }
 
 void InstrumentPanel::chooseInstrument(int menuId)

@@ -53,9 +53,12 @@ void MidiPanel::comboBoxChanged(juce::ComboBox* menu)
 {
     const int controller = menu->getSelectedId() - 1;
 
-    if (controller >= 0)
-        processor.setParameter(parameterOf(*menu),
-                               static_cast<float>(controller) / static_cast<float>(numControllers));
+    if (controller < 0)
+        return;
+
+    const UndoHistory::Recording recording(processor);
+    processor.setParameter(parameterOf(*menu),
+                           static_cast<float>(controller) / static_cast<float>(numControllers));
 }
 
 } // namespace quorel

@@ -247,6 +247,13 @@ void SubhostView::mouseExit(const juce::MouseEvent&)
 
 bool SubhostView::keyPressed(const juce::KeyPress& key)
 {
+    if (key.getModifiers().isCommandDown() && (key.getKeyCode() == 'Z' || key.getKeyCode() == 'z'))
+    {
+        auto& history = processor.getUndo();
+        key.getModifiers().isShiftDown() ? history.redo() : history.undo();
+        return true;
+    }
+
     const bool up = key == juce::KeyPress::upKey;
 
     if (!up && key != juce::KeyPress::downKey)

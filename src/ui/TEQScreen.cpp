@@ -191,7 +191,7 @@ void TEQScreen::writeBand(int band, int offset, float value)
     if (isMouseButtonDown() && !inGesture[static_cast<size_t>(offset)])
     {
         inGesture[static_cast<size_t>(offset)] = true;
-        processor.beginParameterChangeGesture(parameter);
+        processor.beginUserGesture(parameter);
     }
     processor.setParameterFromUi(parameter, value);
     repaint();
@@ -225,8 +225,7 @@ void TEQScreen::mouseUp(const juce::MouseEvent&)
 {
     for (int offset = 0; offset < eqSlot::slotsPerBand; ++offset)
         if (std::exchange(inGesture[static_cast<size_t>(offset)], false))
-            processor.endParameterChangeGesture(base + eqSlot::bands + eqSlot::slotsPerBand * selectedBand +
-                                                offset);
+            processor.endUserGesture(base + eqSlot::bands + eqSlot::slotsPerBand * selectedBand + offset);
 }
 
 void TEQScreen::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)

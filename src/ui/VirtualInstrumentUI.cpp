@@ -181,6 +181,7 @@ void VirtualInstrumentUI::buttonClicked(juce::Button* button)
     }
     else if (button == &normalMode || (button == &zoneMode && takesZones))
     {
+        const UndoHistory::Recording recording(processor);
         const bool zoned = button == &zoneMode;
         processor.setParameter(id(layerSlot::drumMode), zoned ? 1.0f : 0.0f);
         processor.setParameter(id(layerSlot::drumPage), zoned ? stepPerPanel : 0.0f);
