@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/PluginEditor.h"
 
+#include "platform/PlatformSeamKeyboard.h"
 #include "ui/EditorScale.h"
 #include "ui/Geometry.h"
 
@@ -21,12 +22,21 @@ PluginEditor::~PluginEditor() = default;
 
 void PluginEditor::parentHierarchyChanged()
 {
-    // Only once: the host may take the keyboard back.
+    keyboard.parentHierarchyChanged();
+
+    // Only once, and not in a host, which has the keyboard until the editor is clicked.
     if (!hadFocus && isShowing())
     {
         hadFocus = true;
-        view.grabKeyboardFocus();
+
+        if (!isInHostWindow(*getPeer()))
+            view.grabKeyboardFocus();
     }
+}
+
+bool PluginEditor::keyPressed(const juce::KeyPress& key)
+{
+    return keyboard.passOn(key);
 }
 
 void PluginEditor::applyScale(int percent)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/PluginProcessor.h"
+#include "ui/EditorKeyboard.h"
 #include "ui/SubhostView.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
@@ -20,11 +21,13 @@ public:
     SubhostView& getView() noexcept { return view; }
 
     void parentHierarchyChanged() override;
+    bool keyPressed(const juce::KeyPress& key) override;
 
 private:
     void applyScale(int percent);
 
     SubhostView view;
+    EditorKeyboard keyboard{*this, view};
     bool hadFocus = false;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginEditor)

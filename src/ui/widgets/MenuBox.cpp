@@ -64,6 +64,13 @@ std::unique_ptr<juce::AccessibilityHandler> MenuBox::createAccessibilityHandler(
     return std::make_unique<MenuAccessibility>(*this, parameter, processor);
 }
 
+void MenuBox::childrenChanged()
+{
+    // The label that shows the text is clicked as well, and mustn't take the arrow keys either.
+    for (auto* child : getChildren())
+        child->setMouseClickGrabsKeyboardFocus(false);
+}
+
 ImageMenuBox::ImageMenuBox(juce::Rectangle<int> bounds, juce::ComboBox::Listener* listener, int parameterId,
                            juce::Rectangle<int> popupBounds, const CBitmap* backgroundImage,
                            PluginProcessor& pluginProcessor)

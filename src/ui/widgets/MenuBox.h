@@ -18,6 +18,7 @@ public:
             int parameterId, PluginProcessor* pluginProcessor);
 
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
+    void childrenChanged() override;
 
 private:
     PluginProcessor* const processor;

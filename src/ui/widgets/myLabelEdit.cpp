@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/myLabelEdit.h"
 
+#include "ui/TypedText.h"
 #include "ui/widgets/WidgetTools.h"
 
 namespace quorel
@@ -15,6 +16,14 @@ myLabelEdit::myLabelEdit(juce::Rectangle<int> bounds, const juce::String& name, 
     setJustificationType(juce::Justification::centred);
     setBorderSize({});
     setEditable(true, false);
+}
+
+juce::TextEditor* myLabelEdit::createEditorComponent()
+{
+    auto* field = new TypedText(getName());
+    field->applyFontToAllText(getFont());
+    field->setJustification(getJustificationType());
+    return field;
 }
 
 } // namespace quorel

@@ -12,6 +12,9 @@ class myLabelEdit : public juce::Label
 public:
     /** The owner tells its labels by `name`. */
     myLabelEdit(juce::Rectangle<int> bounds, const juce::String& name, const juce::String& text);
+
+protected:
+    juce::TextEditor* createEditorComponent() override;
 };
 
 } // namespace quorel
