@@ -9,6 +9,8 @@ namespace
 {
 constexpr int states = 2;
 constexpr float activeOpacity = 0.9f;
+/** Less is a shadow. */
+constexpr juce::uint8 solidAlpha = 128;
 } // namespace
 
 TwoStateButton::TwoStateButton(juce::Rectangle<int> bounds, juce::Button::Listener* listener,
@@ -21,6 +23,28 @@ TwoStateButton::TwoStateButton(juce::Rectangle<int> bounds, juce::Button::Listen
     setBounds(boundsOnImage(bounds, image, states));
     if (listener != nullptr)
         addListener(listener);
+}
+
+juce::Rectangle<int> TwoStateButton::drawnFace() const
+{
+    const auto& picture = image->getImage();
+    const int height = picture.getHeight() / states;
+    juce::Rectangle<int> drawn;
+
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < picture.getWidth(); ++x)
+            if (picture.getPixelAt(x, y).getAlpha() >= solidAlpha)
+                drawn = drawn.getUnion({x, y, 1, 1});
+
+    return drawn;
+}
+
+bool TwoStateButton::hitTest(int x, int y)
+{
+    if (!face.has_value())
+        face = drawnFace();
+
+    return face->contains(x, y);
 }
 
 void TwoStateButton::paintButton(juce::Graphics& g, bool highlighted, bool down)
