@@ -230,10 +230,9 @@ MenuEntries PresetCommands::folderMenu()
 MenuEntries PresetCommands::presetMenu()
 {
     refreshLists();
-    folderOfMenu = processor.getFolderName();
-    presetsInMenu = library.getPresetNames();
-    presetsInMenu.removeRange(library.getPresetCount(), presetsInMenu.size());
-    return makePresetMenu(library);
+    presetsInMenu =
+        makePresetMenu(library, banksFolder(), {processor.getFolderName(), processor.getPresetName()});
+    return presetsInMenu.entries;
 }
 
 void PresetCommands::folderMenuChosen(int id)
@@ -248,12 +247,10 @@ void PresetCommands::folderMenuChosen(int id)
 
 void PresetCommands::presetMenuChosen(int id)
 {
-    const int index = id - presetMenuId::firstPreset;
-
-    if (index < 0)
+    if (const auto place = presetOfMenu(presetsInMenu, id); place.name.isNotEmpty())
+        load(place.folder, place.name);
+    else
         run(presetCommandOf(id));
-    else if (index < presetsInMenu.size())
-        load(folderOfMenu, presetsInMenu[index]);
 }
 
 //==============================================================================================================

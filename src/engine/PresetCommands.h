@@ -128,8 +128,7 @@ private:
     PresetQuestions questions{processor};
     /** What the menus show, whatever happens on the disk while they are open. */
     juce::StringArray foldersInMenu;
-    juce::StringArray presetsInMenu;
-    juce::String folderOfMenu;
+    PresetMenu presetsInMenu;
 };
 
 } // namespace quorel

@@ -13,6 +13,17 @@ constexpr const char* presetFileEnding = ".qrl";
 constexpr const char* defaultFolderName = "99 Default Preset";
 constexpr const char* defaultPresetName = "Default Preset";
 
+/** A preset by its names. */
+struct PresetPlace
+{
+    juce::String folder;
+    juce::String name;
+
+    juce::String text() const { return folder + "/" + name; }
+
+    bool operator==(const PresetPlace& other) const { return folder == other.folder && name == other.name; }
+};
+
 /** Names of the folders in the banks folder, by code point. Hidden ones, which begin with a dot, don't count:
     desktops and sync programs keep folders of their own under such names. */
 juce::StringArray listPresetFolders(const juce::File& banksFolder);

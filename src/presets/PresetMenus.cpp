@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetMenus.h"
 
+#include "platform/FileNames.h"
+
 #include <utility>
 
 namespace quorel
@@ -37,11 +39,34 @@ juce::String commandOf(const std::array<const char*, size>& texts, int id)
                                                    : juce::String();
 }
 
-void addPresets(MenuEntries& menu, const PresetLibrary& library, int first, int end)
+/** Rows for a folder's presets, in sub-menus where they are many. `places` takes what the rows stand for, in the
+    order of the ids from `firstId`. */
+MenuEntries presetRows(const juce::String& folder, const juce::StringArray& names, int firstId,
+                       const PresetPlace& current, std::vector<PresetPlace>& places)
 {
-    for (int i = first; i < end; ++i)
-        menu.push_back(MenuEntry::command(presetMenuId::firstPreset + i, library.getPresetNames()[i],
-                                          i == library.getCurrentPresetIndex()));
+    MenuEntries all;
+    MenuEntries rows;
+    bool holdsCurrent = false;
+    const int count = names.size();
+
+    for (int i = 0; i < count; ++i)
+    {
+        const PresetPlace place{folder, names[i]};
+        const bool isCurrent = place == current;
+        holdsCurrent = holdsCurrent || isCurrent;
+        rows.push_back(MenuEntry::command(firstId + static_cast<int>(places.size()), place.name, isCurrent));
+        places.push_back(place);
+
+        if (const int number = i + 1;
+            count > presetsPerSubMenu && (number % presetsPerSubMenu == 0 || number == count))
+        {
+            const int first = i - i % presetsPerSubMenu + 1;
+            all.push_back(MenuEntry::rows("Presets " + juce::String(first) + " - " + juce::String(number),
+                                          std::exchange(rows, {}), std::exchange(holdsCurrent, false)));
+        }
+    }
+
+    return count > presetsPerSubMenu ? all : rows;
 }
 } // namespace
 
@@ -56,28 +81,45 @@ MenuEntries makeFolderMenu(const PresetLibrary& library)
     return menu;
 }
 
-MenuEntries makePresetMenu(const PresetLibrary& library)
+PresetMenu makePresetMenu(const PresetLibrary& library, const juce::File& banksFolder,
+                          const PresetPlace& current)
 {
-    auto menu = commandEntries(presetCommands);
-    const int count = library.getPresetCount();
-    const int current = library.getCurrentPresetIndex();
+    PresetMenu menu{commandEntries(presetCommands), {}, {}};
+    auto shown = library.getPresetNames();
+    shown.removeRange(library.getPresetCount(), shown.size());
 
-    if (count <= presetsPerSubMenu)
-    {
-        addPresets(menu, library, 0, count);
-        return menu;
-    }
+    for (auto& row : presetRows(current.folder, shown, presetMenuId::firstPreset, current, menu.ofFolder))
+        menu.entries.push_back(std::move(row));
 
-    for (int first = 0; first < count; first += presetsPerSubMenu)
+    bool hasLine = menu.ofFolder.empty();
+
+    for (int i = 0; i < library.getFolderCount(); ++i)
     {
-        const int end = juce::jmin(count, first + presetsPerSubMenu);
-        MenuEntries rows;
-        addPresets(rows, library, first, end);
-        menu.push_back(MenuEntry::rows("Presets " + juce::String(first + 1) + " - " + juce::String(end),
-                                       std::move(rows), current >= first && current < end));
+        const auto& folder = library.getFolderNames()[i];
+        auto rows = presetRows(folder, listPresets(childNamed(banksFolder, folder)),
+                               presetMenuId::firstInFolders, current, menu.ofAllFolders);
+
+        if (rows.empty())
+            continue;
+
+        if (!std::exchange(hasLine, true))
+            menu.entries.push_back(MenuEntry::separator());
+
+        menu.entries.push_back(MenuEntry::rows(folder, std::move(rows), folder == current.folder));
     }
 
     return menu;
+}
+
+PresetPlace presetOfMenu(const PresetMenu& menu, int id)
+{
+    const auto at = [id](const std::vector<PresetPlace>& places, int firstId)
+    {
+        const auto index = static_cast<size_t>(id - firstId);
+        return id >= firstId && index < places.size() ? places[index] : PresetPlace();
+    };
+    return id < presetMenuId::firstInFolders ? at(menu.ofFolder, presetMenuId::firstPreset)
+                                             : at(menu.ofAllFolders, presetMenuId::firstInFolders);
 }
 
 juce::String folderCommandOf(int id)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/MenuEntries.h"
+#include "presets/PresetFiles.h"
 #include "presets/PresetLibrary.h"
 
 namespace quorel
@@ -29,14 +30,31 @@ namespace presetMenuId
 /** Commands count from 1; behind them come the folders, or the presets. */
 constexpr int firstFolder = 5;
 constexpr int firstPreset = 7;
+/** Of the sub-menus of all folders; no folder has as many presets as lie between the two. */
+constexpr int firstInFolders = 1000000;
 } // namespace presetMenuId
 
 /** The commands for folders, then all folders, the current one ticked. */
 MenuEntries makeFolderMenu(const PresetLibrary& library);
 
-/** The commands for presets, then those of the current folder. More than 32 are spread over sub-menus, such
-    as "Presets 33 - 64". The current preset is ticked, and so is its sub-menu. */
-MenuEntries makePresetMenu(const PresetLibrary& library);
+/** The preset menu, and what its rows stand for. */
+struct PresetMenu
+{
+    MenuEntries entries;
+    /** By id, from `presetMenuId::firstPreset`. */
+    std::vector<PresetPlace> ofFolder;
+    /** By id, from `presetMenuId::firstInFolders`. */
+    std::vector<PresetPlace> ofAllFolders;
+};
+
+/** The commands for presets, then those of the current folder, then all folders with presets as sub-menus.
+    More than 32 presets are spread over sub-menus, such as "Presets 33 - 64". The current preset is ticked, and
+    so are its sub-menus. */
+PresetMenu makePresetMenu(const PresetLibrary& library, const juce::File& banksFolder,
+                          const PresetPlace& current);
+
+/** The preset of a row; names are empty for an id that is none. */
+PresetPlace presetOfMenu(const PresetMenu& menu, int id);
 
 /** Text of a command of the menu by its id; empty for an id that is none. */
 juce::String folderCommandOf(int id);

@@ -5,21 +5,14 @@
 
 #include "PresetDocument.h"
 
+#include "presets/PresetFiles.h"
+
 #include <juce_core/juce_core.h>
 
 #include <vector>
 
 namespace quorel
 {
-
-/** A preset by its names. */
-struct PresetPlace
-{
-    juce::String folder;
-    juce::String name;
-
-    juce::String text() const { return folder + "/" + name; }
-};
 
 /** Fails for a typed name that can't be used as it is, and suggests one that can. */
 juce::Result checkTypedName(const juce::String& name, const char* what);
