@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UserStore.h"
 
-#include "platform/FileOperations.h"
+#include "platform/SharedFile.h"
 #include "platform/ValueFile.h"
 
 namespace quorel
@@ -9,55 +9,9 @@ namespace quorel
 
 namespace
 {
-constexpr int lockTimeoutMillis = 2000;
-
 juce::String fullName(const juce::String& key, const juce::String& name)
 {
     return key + "\\" + name;
-}
-
-/** The lock between processes is held by a whole process: its threads need one of their own. */
-juce::CriticalSection& writeLock()
-{
-    static juce::CriticalSection lock;
-    return lock;
-}
-
-/** Holds other processes off while a change is read, made and written. Where the lock isn't to be had
-    in time, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
-class ProcessLock
-{
-public:
-    explicit ProcessLock(const juce::File& file)
-        : lock(file.getFullPathName() + ".lock")
-        , locked(lock.enter(lockTimeoutMillis))
-    {
-    }
-
-    ~ProcessLock()
-    {
-        if (locked)
-            lock.exit();
-    }
-
-private:
-    JUCE_DECLARE_NON_COPYABLE(ProcessLock)
-
-    juce::InterProcessLock lock;
-    bool locked;
-};
-
-/** A copy of the broken file beside it, under a name that no earlier copy has. */
-bool keepBrokenCopy(const juce::File& file)
-{
-    auto copy = file.getSiblingFile(file.getFileName() + ".broken");
-    for (int i = 2; copy.exists(); ++i)
-    {
-        if (copy.hasIdenticalContentTo(file))
-            return true;
-        copy = file.getSiblingFile(file.getFileName() + ".broken" + juce::String(i));
-    }
-    return copyFile(file, copy);
 }
 } // namespace
 
@@ -76,8 +30,7 @@ bool FileUserStore::write(const juce::String& key, const juce::String& name, con
     if (file == juce::File() || !file.getParentDirectory().createDirectory())
         return false;
 
-    const juce::ScopedLock threads(writeLock());
-    const ProcessLock processes(file);
+    const SharedFileLock lock(file);
     ValueFile settings(file, ValueFile::Names::anyCase);
 
     if (settings.isBroken() && !keepBrokenCopy(file))
