@@ -3,6 +3,8 @@
 
 #include "parameters/ControllerMap.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -19,7 +21,24 @@ MidiInput::MidiInput(ControllerMap& controllerMap)
     forLayers.ensureSize(midiBufferCapacity);
 }
 
-const juce::MidiBuffer& MidiInput::collect(juce::MidiBuffer& midi)
+void MidiInput::startAudition()
+{
+    auditionHeld = !song.isLoaded();
+
+    if (auditionHeld)
+        auditionNoteOn.store(true);
+    else
+        song.startOrStop();
+}
+
+void MidiInput::endAudition()
+{
+    // A song may have been dropped while the note was held.
+    if (std::exchange(auditionHeld, false))
+        auditionNoteOff.store(true);
+}
+
+const juce::MidiBuffer& MidiInput::collect(juce::MidiBuffer& midi, int numSamples, double sampleRate)
 {
     if (auditionNoteOn.exchange(false))
         midi.addEvent(juce::MidiMessage::noteOn(auditionChannel, auditionNote, auditionVelocity), 0);
@@ -31,6 +50,7 @@ const juce::MidiBuffer& MidiInput::collect(juce::MidiBuffer& midi)
         note(event);
 
     copyEvents(midi, forLayers);
+    song.addBlock(forLayers, numSamples, sampleRate);
 
     if (panicRequested.exchange(false))
         addSilencingEvents(forLayers);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "engine/DroppedSong.h"
 #include "midi/MidiMonitor.h"
 
 #include <juce_audio_basics/juce_audio_basics.h>
@@ -19,18 +20,21 @@ class MidiInput
 public:
     explicit MidiInput(ControllerMap& controllerMap);
 
-    /** Any thread: the next block starts a loud middle C on channel 1. */
-    void startAudition() noexcept { auditionNoteOn.store(true); }
+    /** The preview key goes down: the next block starts a loud middle C on channel 1, or, once a MIDI file was
+        dropped, starts or stops that. Message thread. */
+    void startAudition();
 
-    /** Any thread: the next block ends it. */
-    void endAudition() noexcept { auditionNoteOff.store(true); }
+    /** The key comes up: the next block ends the note. Message thread. */
+    void endAudition();
+
+    DroppedSong& getSong() noexcept { return song; }
 
     /** Any thread: the next block silences every note on every channel. */
     void requestPanic() noexcept { panicRequested.store(true); }
 
     /** Audio thread: the events for the layers, valid until the next call. The audition's notes are added to
-        `midi` itself, the panic's note-offs only to what is returned: there are 2064 of them. */
-    const juce::MidiBuffer& collect(juce::MidiBuffer& midi);
+        `midi` itself, the panic's note-offs only to what is returned: there are 2064 of them. So are the song's. */
+    const juce::MidiBuffer& collect(juce::MidiBuffer& midi, int numSamples, double sampleRate);
 
     /** The last MIDI seen. Any thread. */
     const MidiMonitor& getMonitor() const noexcept { return monitor; }
@@ -41,6 +45,9 @@ private:
     ControllerMap& controllers;
     MidiMonitor monitor;
     juce::MidiBuffer forLayers;
+    DroppedSong song;
+    /** The message thread's. */
+    bool auditionHeld = false;
     std::atomic<bool> auditionNoteOn{false};
     std::atomic<bool> auditionNoteOff{false};
     std::atomic<bool> panicRequested{false};

@@ -80,7 +80,7 @@ void PluginProcessor::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiB
     buffer.clear();
     meter.setBlock(buffer.getNumSamples(), buffer.getNumChannels());
     playHead.updateFromHost();
-    const auto& layerMidi = midiInput.collect(midi);
+    const auto& layerMidi = midiInput.collect(midi, buffer.getNumSamples(), preparedSampleRate());
     graph->render(buffer, layerMidi, static_cast<float>(playHead.bpm()));
     applyMasterGain(buffer);
     meter.addPeaks(buffer.getMagnitude(0, 0, buffer.getNumSamples()),
