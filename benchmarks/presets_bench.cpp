@@ -77,17 +77,21 @@ void buildIndex(benchmark::State& state)
 void searchText(benchmark::State& state, const char* text)
 {
     const auto& index = LargeLibrary::get().index;
+    PresetQuery query;
     for (auto _ : state)
-        benchmark::DoNotOptimize(index.findText(text).size());
+    {
+        query.text = text;
+        benchmark::DoNotOptimize(index.find(query).size());
+    }
 }
 
 void filterCategories(benchmark::State& state, int numWanted)
 {
     const auto& index = LargeLibrary::get().index;
-    CategoryFlags wanted{};
-    std::fill_n(wanted.begin(), numWanted, static_cast<juce::uint8>(1));
+    PresetQuery query;
+    std::fill_n(query.categories.begin(), numWanted, static_cast<juce::uint8>(1));
     for (auto _ : state)
-        benchmark::DoNotOptimize(index.findCategories(wanted).size());
+        benchmark::DoNotOptimize(index.find(query).size());
 }
 
 /** The list of a folder with this many presets, and the menu that shows it. */

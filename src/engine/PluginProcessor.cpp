@@ -45,6 +45,7 @@ PluginProcessor::PluginProcessor(std::unique_ptr<UserStore> userStore, UserInter
     juce::MemoryBlock original;
     getStateInformation(original);
     comparison.soundLoaded(original);
+    library.marks = PresetMarks(presetMarksFile(getPaths()));
     presetCommands.refreshIndex();
     startTimer(SoundChange::timerMilliseconds);
 }

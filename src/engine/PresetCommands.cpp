@@ -5,6 +5,8 @@
 #include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -39,13 +41,41 @@ bool PresetCommands::load(const juce::String& folder, const juce::String& preset
     const bool onItsWay = processor.getSoundChange().requestPreset(folder, preset);
 
     if (onItsWay)
+    {
         library.clearSelection();
+        awaitedUse = {folder, preset};
+    }
     else
+    {
         library.markIndexStale();
+    }
 
     refreshLists();
     processor.requestEditorRefresh();
     return onItsWay;
+}
+
+void PresetCommands::presetLoaded()
+{
+    const PresetPlace loaded{processor.getFolderName(), processor.getPresetName()};
+
+    if (std::exchange(awaitedUse, {}) == loaded)
+        questions.tellFailure("Could not keep the recently used presets",
+                              library.marks.noteUse(loaded, juce::Time::getCurrentTime()));
+}
+
+void PresetCommands::setOrder(PresetOrder order)
+{
+    library.setOrder(order);
+    refreshLists();
+    processor.requestEditorRefresh();
+}
+
+void PresetCommands::setAmong(PresetQuery::Among among)
+{
+    library.setAmong(among);
+    library.search();
+    processor.requestEditorRefresh();
 }
 
 bool PresetCommands::selectFolder(int index)
@@ -258,8 +288,11 @@ void PresetCommands::presetMenuChosen(int id)
 
 void PresetCommands::toggleCategory(int flag)
 {
-    if (flag < 0 || flag >= numCategories || !library.getSelectedPresets().isEmpty())
+    if (flag < 0 || flag >= numCategories)
         return;
+
+    if (!library.getSelectedPresets().isEmpty())
+        return selection.toggleCategory(library.selectedPlaces(), flag);
 
     const int parameter = categoryParameter(flag);
     const float value = processor.readParameter(parameter);
@@ -280,13 +313,13 @@ void PresetCommands::toggleFilterCategory(int flag)
         return;
 
     library.setCategoryFilter(flag, library.getCategoryFilter()[static_cast<size_t>(flag)] == 0);
-    library.searchByCategory();
+    library.search();
 }
 
 void PresetCommands::clearCategoryFilter()
 {
     library.clearCategoryFilter();
-    library.searchByCategory();
+    library.search();
 }
 
 } // namespace quorel

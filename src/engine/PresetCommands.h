@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "engine/PresetQuestions.h"
-#include "presets/PresetMenus.h"
+#include "engine/PresetImport.h"
+#include "engine/SelectionCommands.h"
 
 #include <juce_core/juce_core.h>
 
@@ -50,6 +50,16 @@ public:
     /** Starts to load a preset of the current folder, even if it is the current one. */
     bool selectPresetByName(const juce::String& name);
 
+    /** The same for a preset of any folder. */
+    bool loadPlace(const PresetPlace& preset) { return load(preset.folder, preset.name); }
+
+    /** A preset has been loaded: one that was chosen here is among the recently used ones from now on. */
+    void presetLoaded();
+
+    /** What shows in lists and results, and how. Asks the editor to refresh. */
+    void setOrder(PresetOrder order);
+    void setAmong(PresetQuery::Among among);
+
     /** Moves by `step` presets, held within the list, and loads; at an end that preset is loaded again. */
     bool stepPreset(int step);
     /** The arrows of the header: as `stepPreset`, but only with two presets or more. */
@@ -87,6 +97,14 @@ public:
     void savePreset();
     void savePresetAs();
 
+    SelectionCommands& onSelection() noexcept { return selection; }
+
+    PresetImport& importing() noexcept { return import; }
+
+    /** These files are gone: where the current one is among them, the next preset of the list that was shown comes
+        in its place. */
+    void presetsDeleted(const std::vector<PresetPlace>& gone, const juce::StringArray& shown);
+
     /** Runs one of the commands above by its text, such as "new folder". False for another text. */
     bool run(const juce::String& command);
 
@@ -99,7 +117,8 @@ public:
     //==========================================================================================================
     // Categories. `flag` is 0 to 65.
 
-    /** Turns a category of the current preset on or off; not while several presets are selected. */
+    /** Turns a category of the current preset on or off; where presets are selected, of all of these, after a
+        question. */
     void toggleCategory(int flag);
     void clearCategories();
     /** Turns a category of the filter on or off, and filters. */
@@ -120,12 +139,18 @@ private:
         stayed, and the user knows why, or where the plug-in is gone or has moved on. */
     bool discard(const juce::File& file, const juce::String& whatFailed);
     void askAgainForAwaited();
+    /** The current preset has been deleted; an empty name for a folder that holds nothing else. */
+    void goOnWith(const juce::String& folder, const juce::String& neighbour);
     juce::String outsideText(const char* whatWasNotDone) const;
     juce::String freeCopyName(const juce::String& copied) const;
 
     PluginProcessor& processor;
     PresetLibrary& library;
     PresetQuestions questions{processor};
+    SelectionCommands selection{processor, library};
+    PresetImport import{processor};
+    /** The preset that was chosen last, until it is loaded. */
+    PresetPlace awaitedUse;
     /** What the menus show, whatever happens on the disk while they are open. */
     juce::StringArray foldersInMenu;
     PresetMenu presetsInMenu;

@@ -8,6 +8,8 @@
 #include "presets/PresetNames.h"
 #include "presets/StoredNames.h"
 
+#include <algorithm>
+
 namespace quorel
 {
 
@@ -154,6 +156,8 @@ void PresetCommands::renameFolder()
     else
     {
         processor.getPresetStorage().folderRenamed(name);
+        questions.tellFailure("Could not keep the ratings of folder " + name,
+                              library.marks.folderMoved(oldName, name));
 
         if (library.clipboardFolderName == oldName)
             library.clipboardFolderName = name;
@@ -176,6 +180,8 @@ void PresetCommands::deleteFolder()
 
     if (!discard(currentFolder(), "Could not delete folder: " + name))
         return;
+
+    questions.tellFailure("Could not forget the ratings of folder " + name, library.marks.folderGone(name));
 
     if (const auto folders = listPresetFolders(banksFolder()); !folders.isEmpty())
     {
@@ -233,6 +239,9 @@ void PresetCommands::renamePreset()
     }
     else
     {
+        questions.tellFailure("Could not keep the rating of " + name,
+                              library.marks.presetMoved({folder, oldName}, {folder, name}));
+
         if (library.clipboardFolderName == folder && library.clipboardPresetName == oldName)
             library.clipboardPresetName = name;
 
@@ -247,36 +256,65 @@ void PresetCommands::deletePreset()
     if (!hasFile("deleted"))
         return;
 
+    refreshLists();
     const auto folder = processor.getFolderName();
     const auto name = processor.getPresetName();
 
     if (!questions.confirm("Delete preset   " + name + " ?"))
         return;
 
-    const auto presets = listPresets(currentFolder());
-    const int index = presets.indexOf(name);
-    const auto neighbour = presets[index + 1 < presets.size() ? index + 1 : index - 1];
+    const auto shown = library.getPresetNames();
 
     if (!discard(currentFile(), "Could not delete preset: " + name))
         return;
 
+    questions.tellFailure("Could not forget the rating of " + name, library.marks.presetGone({folder, name}));
+    presetsDeleted({{folder, name}}, shown);
+}
+
+void PresetCommands::presetsDeleted(const std::vector<PresetPlace>& gone, const juce::StringArray& shown)
+{
+    const auto folder = processor.getFolderName();
+    const int index = shown.indexOf(processor.getPresetName());
+    const auto isGone = [&](const juce::String& name) {
+        return std::find(gone.begin(), gone.end(), PresetPlace{folder, name}) != gone.end();
+    };
+
+    if (isGone(processor.getPresetName()))
+    {
+        // Behind the last comes the one before.
+        int next = index + 1;
+
+        while (next < shown.size() && isGone(shown[next]))
+            ++next;
+
+        if (next >= shown.size())
+            for (next = index - 1; next >= 0 && isGone(shown[next]);)
+                --next;
+
+        goOnWith(folder, shown[next]);
+    }
+
+    library.clearSelection();
+    filesChanged();
+}
+
+void PresetCommands::goOnWith(const juce::String& folder, const juce::String& neighbour)
+{
     if (neighbour.isNotEmpty())
     {
         load(folder, neighbour);
+        return;
     }
+
+    processor.setNames({}, folder);
+    processor.getSession().forgetFile();
+
+    // The deleted preset may still be on its way.
+    if (processor.getSoundChange().awaitedReason())
+        processor.getSoundChange().makeEmpty();
     else
-    {
-        processor.setNames({}, folder);
-        processor.getSession().forgetFile();
-
-        // The deleted preset may still be on its way.
-        if (processor.getSoundChange().awaitedReason())
-            processor.getSoundChange().makeEmpty();
-        else
-            processor.getLayers().unload();
-    }
-
-    filesChanged();
+        processor.getLayers().unload();
 }
 
 void PresetCommands::copyPreset()

@@ -69,15 +69,32 @@ std::optional<juce::File> PresetQuestions::chooseToLoad(const juce::File& start)
 
 std::optional<juce::File> PresetQuestions::chooseToSave(const juce::File& suggested)
 {
-    return ask(
-        [&](UserInteraction& user) {
-            return user.chooseFileToSave("Please select preset filename to save...", suggested, filePattern);
-        });
+    return chooseToWrite("Please select preset filename to save...", suggested, filePattern);
+}
+
+std::optional<juce::File> PresetQuestions::chooseToWrite(const juce::String& title,
+                                                         const juce::File& suggested,
+                                                         const juce::String& pattern)
+{
+    return ask([&](UserInteraction& user) { return user.chooseFileToSave(title, suggested, pattern); });
+}
+
+std::optional<juce::File> PresetQuestions::chooseFolder(const juce::String& title, const juce::File& start)
+{
+    return ask([&](UserInteraction& user) { return user.chooseFolder(title, start); });
 }
 
 void PresetQuestions::tell(const juce::String& text)
 {
     processor.userInteraction().alert({}, text);
+}
+
+bool PresetQuestions::tellFailure(const juce::String& what, const juce::Result& result)
+{
+    if (result.failed())
+        tell(what + " (" + result.getErrorMessage() + ")");
+
+    return result.wasOk();
 }
 
 } // namespace quorel

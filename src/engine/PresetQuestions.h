@@ -29,7 +29,14 @@ public:
     std::optional<juce::File> chooseToLoad(const juce::File& start);
     std::optional<juce::File> chooseToSave(const juce::File& suggested);
 
+    /** A file to write, of a pattern such as "*.zip". The user has agreed to its being replaced. */
+    std::optional<juce::File> chooseToWrite(const juce::String& title, const juce::File& suggested,
+                                            const juce::String& pattern);
+    std::optional<juce::File> chooseFolder(const juce::String& title, const juce::File& start);
+
     void tell(const juce::String& text);
+    /** Tells what could not be done and why, where it failed; true where it didn't. */
+    bool tellFailure(const juce::String& what, const juce::Result& result);
 
 private:
     template <typename Ask>

@@ -6,6 +6,7 @@
 #include "parameters/ParameterText.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
+#include "presets/PresetNotes.h"
 #include "presets/StoredNames.h"
 
 namespace quorel
@@ -45,6 +46,13 @@ bool PresetStorage::saveAs(const juce::String& folder, const juce::String& name,
         storePresetName(bytes, name);
         storeFolderName(bytes, folder);
     }
+
+    // Author and comment stand in the file alone.
+    if (juce::MemoryBlock present;
+        readWholeFile(presetFileFor(processor.getPaths().banksFolder, processor.getFolderName(),
+                                    processor.getPresetName()),
+                      present))
+        storePresetNotes(bytes, readPresetNotes(present));
 
     if (const auto written = replaceFile(file, bytes); written.failed())
     {

@@ -514,7 +514,10 @@ void SoundChange::apply(const WantedSound& sound)
     }
 
     if (sound.reason == ChangeReason::preset)
+    {
         processor.getEditorRequests().bringPageBack();
+        processor.getPresetCommands().presetLoaded();
+    }
 }
 
 void SoundChange::loadAndSettle()

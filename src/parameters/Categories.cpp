@@ -115,6 +115,17 @@ CategoryFlags unpackCategories(const std::array<float, numCategoryParameters>& v
     return flags;
 }
 
+juce::StringArray categoryWords(const CategoryFlags& flags)
+{
+    juce::StringArray words;
+
+    for (int flag = 0; flag < numCategories; ++flag)
+        if (flags[static_cast<size_t>(flag)] != 0)
+            words.add(categoryName(flag));
+
+    return words;
+}
+
 CategoryFlags categoriesOf(const ParameterAccess& parameters) noexcept
 {
     std::array<float, numCategoryParameters> values{};

@@ -65,6 +65,9 @@ float withCategory(float value, int flag, bool on) noexcept;
 /** Flags in the values of parameters 10 to 15. */
 CategoryFlags unpackCategories(const std::array<float, numCategoryParameters>& values) noexcept;
 
+/** The words of the flags that are set. */
+juce::StringArray categoryWords(const CategoryFlags& flags);
+
 /** Flags of the present sound. */
 CategoryFlags categoriesOf(const ParameterAccess& parameters) noexcept;
 

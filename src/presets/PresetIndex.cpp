@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 namespace quorel
 {
@@ -70,39 +71,74 @@ std::string searchForm(const juce::String& text)
     return form;
 }
 
-/** Category values of a preset file, without reading the rest of it. */
-std::array<float, numCategoryParameters> readCategoryValues(const juce::File& file)
+/** What a preset's file says of itself, without most of it being read. */
+void readFileOf(const juce::File& file, PresetIndexEntry& entry)
 {
-    std::array<char, sizeof(float) * numCategoryParameters> bytes{};
+    constexpr size_t categoriesOffset = chunkOffset::parameter(firstCategoryParameter);
+    std::array<char, categoriesOffset + sizeof(float) * numCategoryParameters> head{};
     std::ifstream stream;
-    // Unbuffered: twenty-four bytes are needed, not thousands.
+    // Unbuffered: some hundred bytes are needed, not thousands.
     stream.rdbuf()->pubsetbuf(nullptr, 0);
     stream.open(pathOf(file), std::ios::binary);
-    stream.seekg(static_cast<std::streamoff>(chunkOffset::parameter(firstCategoryParameter)));
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-
+    stream.read(head.data(), static_cast<std::streamsize>(head.size()));
     std::array<float, numCategoryParameters> values{};
 
     for (size_t i = 0; i < values.size(); ++i)
     {
-        const juce::uint32 bits = juce::ByteOrder::littleEndianInt(bytes.data() + sizeof(float) * i);
+        const juce::uint32 bits =
+            juce::ByteOrder::littleEndianInt(head.data() + categoriesOffset + sizeof(float) * i);
         std::memcpy(&values[i], &bits, sizeof(float));
     }
 
-    return values;
+    entry.flags = unpackCategories(values);
+    stream.clear();
+    stream.seekg(0, std::ios::end);
+    const auto size = static_cast<size_t>(juce::jmax<std::streamoff>(0, stream.tellg()));
+    const auto end = chunkEnd(head.data(), size);
+
+    if (!end || *end == size)
+        return;
+
+    std::vector<char> tail(juce::jmin(size - *end, mostNoteBytes));
+    stream.seekg(static_cast<std::streamoff>(size - tail.size()));
+    stream.read(tail.data(), static_cast<std::streamsize>(tail.size()));
+
+    if (size_t length = 0; stream)
+        entry.notes = notesAtEnd(tail.data(), tail.size(), length);
 }
 
-template <typename Matches>
-std::vector<int> findEntries(const std::vector<PresetIndexEntry>& entries, int folderIndex, Matches&& matches)
+bool fits(const PresetIndexEntry& entry, const PresetQuery& query, const std::string& wantedText,
+          const std::string& wantedAuthor)
 {
-    std::vector<int> found;
-    found.reserve(entries.size());
+    return (query.folderIndex < 0 || entry.folderIndex == query.folderIndex) &&
+           entry.name != placeholderName && entry.searchText.find(wantedText) != std::string::npos &&
+           (wantedAuthor.empty() || searchForm(entry.notes.author).find(wantedAuthor) != std::string::npos) &&
+           std::equal(query.categories.begin(), query.categories.end(), entry.flags.begin(),
+                      [](juce::uint8 want, juce::uint8 has) { return want == 0 || has != 0; });
+}
 
-    for (size_t i = 0; i < entries.size(); ++i)
-        if ((folderIndex < 0 || entries[i].folderIndex == folderIndex) && matches(entries[i]))
-            found.push_back(static_cast<int>(i));
+bool fits(const PresetMark& mark, const PresetQuery& query)
+{
+    return mark.rating >= query.lowestRating &&
+           (query.among != PresetQuery::Among::favourites || mark.favourite) &&
+           (query.among != PresetQuery::Among::recent || mark.lastUsed > 0);
+}
 
-    return found;
+/** Items by a number each, the highest first; those of equal numbers stay as they are. */
+template <typename Items, typename NumberOf>
+void sortDown(Items& items, NumberOf&& numberOf)
+{
+    std::vector<std::pair<juce::int64, typename Items::value_type>> keyed;
+    keyed.reserve(items.size());
+
+    for (const auto& item : items)
+        keyed.push_back({numberOf(item), item});
+
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+
+    for (size_t i = 0; i < keyed.size(); ++i)
+        items[i] = keyed[i].second;
 }
 } // namespace
 
@@ -117,35 +153,62 @@ void PresetIndex::build(const juce::File& banksFolder)
 
         for (const auto& name : listPresets(directory))
         {
+            PresetIndexEntry entry;
+            entry.name = name;
+            entry.folder = folder;
+            entry.folderIndex = folderIndex;
             const auto file = childNamed(directory, name + presetFileEnding);
-            entries.push_back(
-                {name, folder, folderIndex, unpackCategories(readCategoryValues(file)), searchForm(name)});
+            readFileOf(file, entry);
+            entry.modified = file.getLastModificationTime().toMilliseconds();
+            entry.searchText = searchForm(name + "\n" + entry.notes.author + "\n" + entry.notes.comment);
+            entries.push_back(std::move(entry));
         }
 
         ++folderIndex;
     }
 }
 
-std::vector<int> PresetIndex::findText(const juce::String& text, int folderIndex) const
+std::vector<int> PresetIndex::find(const PresetQuery& query, const PresetMarks& marks,
+                                   PresetOrder order) const
 {
-    const auto wanted = searchForm(text);
-    return findEntries(entries, folderIndex,
-                       [&wanted](const PresetIndexEntry& entry) {
-                           return entry.name != placeholderName &&
-                                  entry.searchName.find(wanted) != std::string::npos;
-                       });
+    const auto text = searchForm(query.text);
+    const auto author = searchForm(query.author);
+    const auto entryAt = [this](int i) -> const PresetIndexEntry& { return entries[static_cast<size_t>(i)]; };
+    const bool asksForMarks = query.lowestRating > 0 || query.among != PresetQuery::Among::all;
+    std::vector<int> found;
+    found.reserve(entries.size());
+
+    for (size_t i = 0; i < entries.size(); ++i)
+        if (fits(entries[i], query, text, author) &&
+            (!asksForMarks || fits(marks.get(entries[i].place()), query)))
+            found.push_back(static_cast<int>(i));
+
+    if (query.among == PresetQuery::Among::recent)
+        sortDown(found, [&](int i) { return marks.get(entryAt(i).place()).lastUsed; });
+    else if (order == PresetOrder::byRating)
+        sortDown(found, [&](int i) { return marks.get(entryAt(i).place()).rating; });
+    else if (order == PresetOrder::byDate)
+        sortDown(found, [&](int i) { return entryAt(i).modified; });
+
+    return found;
 }
 
-std::vector<int> PresetIndex::findCategories(const CategoryFlags& wanted, int folderIndex) const
+void sortPresets(juce::StringArray& names, const juce::File& folder, PresetOrder order,
+                 const PresetMarks& marks)
 {
-    return findEntries(entries, folderIndex,
-                       [&wanted](const PresetIndexEntry& entry)
-                       {
-                           return entry.name != placeholderName &&
-                                  std::equal(wanted.begin(), wanted.end(), entry.flags.begin(),
-                                             [](juce::uint8 want, juce::uint8 has)
-                                             { return want == 0 || has != 0; });
-                       });
+    if (order == PresetOrder::byName)
+        return;
+
+    std::vector<juce::String> sorted(names.begin(), names.end());
+    sortDown(sorted,
+             [&](const juce::String& name) -> juce::int64
+             {
+                 return order == PresetOrder::byRating ? marks.get({folder.getFileName(), name}).rating
+                                                       : childNamed(folder, name + presetFileEnding)
+                                                             .getLastModificationTime()
+                                                             .toMilliseconds();
+             });
+    names = juce::StringArray(sorted.data(), static_cast<int>(sorted.size()));
 }
 
 } // namespace quorel

@@ -37,6 +37,7 @@ void PresetLibrary::scanPresets(const juce::File& banksFolder, const juce::Strin
         return;
 
     auto names = listPresets(directory);
+    sortPresets(names, directory, order, marks);
 
     if (folder != scannedFolder || names != presetNames)
         clearSelection();
@@ -88,28 +89,47 @@ void PresetLibrary::toggleSelection(int index)
 void PresetLibrary::rebuildIndex(const juce::File& banksFolder)
 {
     filteredPresets.clear();
-    selectedResultFolder = -1;
+    query.folderIndex = -1;
+    marks.read();
     presetIndex.build(banksFolder);
     indexStale = false;
 }
 
-void PresetLibrary::searchPresets()
+void PresetLibrary::search()
 {
-    showResults(presetIndex.findText(searchText, selectedResultFolder));
-}
+    auto results = presetIndex.find(query, marks, order);
 
-void PresetLibrary::searchByCategory()
-{
-    showResults(presetIndex.findCategories(categoryFilter, selectedResultFolder));
-}
-
-void PresetLibrary::showResults(std::vector<int> results)
-{
     // The selection goes by position.
     if (results != filteredPresets)
         clearSelection();
 
     filteredPresets = std::move(results);
+}
+
+const PresetIndexEntry* PresetLibrary::find(const PresetPlace& preset) const
+{
+    for (const auto& entry : presetIndex.getEntries())
+        if (entry.name == preset.name && entry.folder == preset.folder)
+            return &entry;
+
+    return nullptr;
+}
+
+std::vector<PresetPlace> PresetLibrary::selectedPlaces() const
+{
+    auto positions = selectedPresets;
+    positions.sort();
+    std::vector<PresetPlace> places;
+
+    for (const int i : positions)
+    {
+        if (showingResults && i < getFilteredCount())
+            places.push_back(getFilteredPreset(i).place());
+        else if (!showingResults && i < presetCount)
+            places.push_back({scannedFolder, presetNames[i]});
+    }
+
+    return places;
 }
 
 const PresetIndexEntry& PresetLibrary::getFilteredPreset(int row) const
@@ -119,7 +139,7 @@ const PresetIndexEntry& PresetLibrary::getFilteredPreset(int row) const
 
 void PresetLibrary::setCategoryFilter(int flag, bool wanted)
 {
-    categoryFilter[static_cast<size_t>(flag)] = wanted ? 1 : 0;
+    query.categories[static_cast<size_t>(flag)] = wanted ? 1 : 0;
 }
 
 } // namespace quorel

@@ -68,14 +68,12 @@ public:
 
     bool isIndexStale() const noexcept { return indexStale; }
 
-    const juce::String& getSearchText() const noexcept { return searchText; }
+    const juce::String& getSearchText() const noexcept { return query.text; }
 
-    void setSearchText(const juce::String& text) { searchText = text; }
+    void setSearchText(const juce::String& text) { query.text = text; }
 
-    /** Fills the results with the presets whose names hold the search text. */
-    void searchPresets();
-    /** Fills the results with the presets that have all the wanted categories. */
-    void searchByCategory();
+    /** Fills the results with the presets that fit text, categories, folder and what is shown of them. */
+    void search();
 
     int getFilteredCount() const noexcept { return static_cast<int>(filteredPresets.size()); }
 
@@ -83,17 +81,40 @@ public:
     const PresetIndexEntry& getFilteredPreset(int row) const;
 
     /** The categories that a filter asks for. */
-    const CategoryFlags& getCategoryFilter() const noexcept { return categoryFilter; }
+    const CategoryFlags& getCategoryFilter() const noexcept { return query.categories; }
 
     /** `flag` is 0 to 65. */
     void setCategoryFilter(int flag, bool wanted);
 
-    void clearCategoryFilter() { categoryFilter = {}; }
+    void clearCategoryFilter() { query.categories = {}; }
 
     /** Folder that results are limited to; -1 for none. */
-    int getSelectedResultFolder() const noexcept { return selectedResultFolder; }
+    int getSelectedResultFolder() const noexcept { return query.folderIndex; }
 
-    void setSelectedResultFolder(int folder) noexcept { selectedResultFolder = folder; }
+    void setSelectedResultFolder(int folder) noexcept { query.folderIndex = folder; }
+
+    PresetQuery::Among getAmong() const noexcept { return query.among; }
+
+    void setAmong(PresetQuery::Among among) noexcept { query.among = among; }
+
+    /** Of results and of the folder's list, and so of the arrows' steps. */
+    PresetOrder getOrder() const noexcept { return order; }
+
+    void setOrder(PresetOrder newOrder) noexcept { order = newOrder; }
+
+    /** Which of the two lists is before the user. */
+    void showResults(bool results) noexcept { showingResults = results; }
+
+    bool isShowingResults() const noexcept { return showingResults; }
+
+    /** The selected presets, in the order of the list that is shown. */
+    std::vector<PresetPlace> selectedPlaces() const;
+
+    /** What the index has of a preset; null where it has none of these names. */
+    const PresetIndexEntry* find(const PresetPlace& preset) const;
+
+    /** Favourites, ratings and recently used presets. */
+    PresetMarks marks;
 
     //==========================================================================================================
     // Clipboard: the preset that was copied, with the sound as it was then
@@ -103,8 +124,6 @@ public:
     juce::MemoryBlock clipboardState;
 
 private:
-    void showResults(std::vector<int> results);
-
     juce::StringArray folderNames;
     int folderCount = 0;
     int currentFolderIndex = -1;
@@ -121,9 +140,9 @@ private:
     bool indexStale = true;
     /** Positions in the index. */
     std::vector<int> filteredPresets;
-    juce::String searchText;
-    CategoryFlags categoryFilter{};
-    int selectedResultFolder = -1;
+    PresetQuery query;
+    PresetOrder order = PresetOrder::byName;
+    bool showingResults = false;
 };
 
 } // namespace quorel

@@ -82,7 +82,13 @@ void CategoryManager::setFilterMode(bool filter)
 
 CategoryFlags CategoryManager::shownFlags() const
 {
-    return filterMode ? processor.getPresetLibrary().getCategoryFilter() : categoriesOf(processor);
+    if (filterMode)
+        return processor.getPresetLibrary().getCategoryFilter();
+
+    if (const auto selected = processor.getPresetLibrary().selectedPlaces(); !selected.empty())
+        return processor.getPresetCommands().onSelection().commonCategories(selected);
+
+    return categoriesOf(processor);
 }
 
 std::optional<int> CategoryManager::categoryAt(juce::Point<int> position)
@@ -141,9 +147,26 @@ void CategoryManager::toggle(int flag)
     auto& commands = processor.getPresetCommands();
 
     if (filterMode)
+    {
         commands.toggleFilterCategory(flag);
+    }
+    else if (!processor.getPresetLibrary().selectedPlaces().empty())
+    {
+        // That asks a question, during which the host may close the editor.
+        juce::MessageManager::callAsync(
+            [self = juce::Component::SafePointer<CategoryManager>(this), flag]
+            {
+                if (self != nullptr)
+                    self->processor.getPresetCommands().toggleCategory(flag);
+
+                if (self != nullptr)
+                    self->sendChangeMessage();
+            });
+    }
     else if (!processor.getSoundChange().awaitedReason())
+    {
         commands.toggleCategory(flag);
+    }
 
     repaint();
     sendChangeMessage();

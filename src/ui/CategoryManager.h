@@ -9,8 +9,8 @@ namespace quorel
 {
 
 /** The words of all categories, with presets below them: in filter mode the words searched for and the
-    presets found, otherwise the words of the current preset and the presets of its folder. Sends a change
-    message after each click. Message thread. */
+    presets found, otherwise the words of the current preset and the presets of its folder; where some of these
+    are selected, the words that all of them have. Sends a change message after each click. Message thread. */
 class CategoryManager : public KeyboardSurface, public juce::ChangeBroadcaster
 {
 public:

@@ -284,6 +284,17 @@ inline const Box clearCategory = edges(350, 322, 500, 340);
 inline const Box searchCaption = edges(30, 142, 130, 160);
 inline const Box searchText = edges(135, 141, 435, 159);
 inline const Box search = edges(440, 141, 540, 159);
+/** The text field while categories are searched. */
+inline const Box searchCaptionByCategory = edges(30, 322, 130, 340);
+inline const Box searchTextByCategory = edges(135, 322, 340, 340);
+/** The categories that a search by name is limited to. */
+inline const Box limits = edges(550, 141, 760, 159);
+inline const Box shown = edges(770, 104, 920, 121);
+inline const Box order = edges(927, 104, 1077, 121);
+/** Above the list: heart and stars, author and comment. */
+inline const Box marks = edges(95, 121, 210, 136);
+inline const Box author = edges(220, 121, 370, 136);
+inline const Box comment = edges(380, 121, 762, 136);
 constexpr int commandY = 740;
 
 inline Point presetCommand(int n)

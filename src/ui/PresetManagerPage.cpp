@@ -3,6 +3,7 @@
 
 #include "ui/EditorColours.h"
 #include "ui/Geometry.h"
+#include "ui/PopupMenus.h"
 #include "ui/widgets/WidgetTools.h"
 
 namespace quorel
@@ -11,6 +12,22 @@ namespace quorel
 namespace
 {
 constexpr const char* searchFieldName = "searchPresetLabelEntry";
+constexpr int moreCommand = 8;
+constexpr const char* amongTexts[] = {"all", "favourites", "recent"};
+constexpr const char* orderTexts[] = {"name", "rating", "date"};
+
+/** Rows from 1, the present choice ticked. */
+template <size_t size>
+MenuEntries choiceMenu(const char* const (&texts)[size], int present)
+{
+    MenuEntries menu;
+
+    for (size_t i = 0; i < size; ++i)
+        menu.push_back(MenuEntry::command(static_cast<int>(i) + 1, texts[i], static_cast<int>(i) == present));
+
+    return menu;
+}
+
 const juce::Colour headFill{0xff242426};
 const juce::Colour fieldFill{0xff101011};
 } // namespace
@@ -29,6 +46,9 @@ PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHos
     , searchField(geometry::manager::searchText, searchFieldName, {})
     , searchButton(geometry::manager::search, this, "SEARCH", &images.textStripA, colours::brightText,
                    colours::raised)
+    , amongButton(geometry::manager::shown, this, "Show")
+    , orderButton(geometry::manager::order, this, "Sort")
+    , details(pluginProcessor, [this] { host.fullRefresh(); })
 {
     addModeSwitches();
     addAndMakeVisible(bankList);
@@ -37,18 +57,32 @@ PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHos
 
     addCategoryHeads();
     clearButton.setTitle("Clear categories");
+    addChildComponent(clearButton);
+    addSearch();
+    addControls({&amongButton, &orderButton, &details});
+    addCommands();
+    addMore();
+}
+
+void PresetManagerPage::addSearch()
+{
     searchField.setTitle("Search text");
     searchField.setColour(juce::Label::backgroundColourId, fieldFill);
     searchField.setColour(juce::Label::textColourId, juce::Colours::white);
     searchField.setJustificationType(juce::Justification::centredLeft);
     searchField.addListener(this);
     searchButton.setTitle("Search");
+    limitButton.setBounds(geometry::manager::limits);
+    limitButton.setTitle("Lift the limit to categories");
+    limitButton.setMouseClickGrabsKeyboardFocus(false);
+    limitButton.setColour(juce::TextButton::buttonColourId, colours::raised);
+    limitButton.setColour(juce::TextButton::textColourOffId, juce::Colours::white);
+    limitButton.addListener(this);
 
-    addChildComponent(clearButton);
     addChildComponent(searchCaption);
     addChildComponent(searchField);
     addChildComponent(searchButton);
-    addCommands();
+    addChildComponent(limitButton);
 }
 
 void PresetManagerPage::addModeSwitches()
@@ -102,6 +136,16 @@ void PresetManagerPage::addCommands()
     }
 }
 
+void PresetManagerPage::addMore()
+{
+    moreButton = std::make_unique<myButton>(at(geometry::manager::presetCommand(moreCommand)), this,
+                                            &images.onOff, processor);
+    moreButton->setTitle("more for selected presets");
+    moreCaption = std::make_unique<myLabelB>(geometry::manager::presetCommandLabel(moreCommand), "MORE",
+                                             &images.textStripA);
+    addControls({moreButton.get(), moreCaption.get()});
+}
+
 void PresetManagerPage::addCommand(std::vector<Command>& list, const char* text, const char* caption,
                                    juce::Point<int> position, juce::Rectangle<int> captionBounds)
 {
@@ -122,10 +166,10 @@ void PresetManagerPage::refresh()
     const bool categories = managerMode == searchByCategory || managerMode == editCategories;
     const bool searching = managerMode == searchByText || managerMode == searchByCategory;
 
-    if (managerMode == searchByText)
-        library.searchPresets();
-    else if (managerMode == searchByCategory)
-        library.searchByCategory();
+    library.showResults(searching);
+
+    if (searching)
+        library.search();
 
     for (int mode = 0; mode < numModes; ++mode)
         modeSwitches[static_cast<size_t>(mode)]->setToggleState(mode == managerMode,
@@ -134,9 +178,9 @@ void PresetManagerPage::refresh()
     for (auto& head : heads)
         head->setVisible(categories);
 
-    searchCaption.setVisible(managerMode == searchByText);
-    searchField.setVisible(managerMode == searchByText);
-    searchButton.setVisible(managerMode == searchByText);
+    showSearch();
+    showChoices();
+    details.refresh();
 
     for (auto& command : presetCommands)
     {
@@ -144,10 +188,6 @@ void PresetManagerPage::refresh()
         command.button->setVisible(visible);
         command.caption->setVisible(visible);
     }
-
-    // Don't overwrite what is being typed.
-    if (!searchField.isBeingEdited())
-        searchField.setText(library.getSearchText(), juce::dontSendNotification);
 
     clearButton.setVisible(categories);
     presetGrid.setVisible(!categories);
@@ -157,8 +197,82 @@ void PresetManagerPage::refresh()
     categoryGrid.setFilterMode(managerMode == searchByCategory);
 }
 
+void PresetManagerPage::showSearch()
+{
+    const bool byText = managerMode == searchByText;
+    const bool searching = byText || managerMode == searchByCategory;
+    const auto words = categoryWords(library.getCategoryFilter());
+    searchCaption.setBounds(byText ? geometry::manager::searchCaption
+                                   : geometry::manager::searchCaptionByCategory);
+    searchField.setBounds(byText ? geometry::manager::searchText : geometry::manager::searchTextByCategory);
+    searchCaption.setVisible(searching);
+    searchField.setVisible(searching);
+    searchButton.setVisible(byText);
+    limitButton.setVisible(byText && !words.isEmpty());
+    limitButton.setButtonText("only " + words.joinIntoString(", "));
+    limitButton.setTooltip("Click to search in all categories");
+
+    // Over the grid of words.
+    searchCaption.toFront(false);
+    searchField.toFront(false);
+
+    // Don't overwrite what is being typed.
+    if (!searchField.isBeingEdited())
+        searchField.setText(library.getSearchText(), juce::dontSendNotification);
+}
+
+void PresetManagerPage::showChoices()
+{
+    amongButton.setChoice(amongTexts[static_cast<size_t>(library.getAmong())]);
+    orderButton.setChoice(orderTexts[static_cast<size_t>(library.getOrder())]);
+}
+
+void PresetManagerPage::openMenu(const MenuEntries& entries, juce::Component& target,
+                                 std::function<void(int)> chosen)
+{
+    showMenu(popupMenuOf(entries), target, *this,
+             [this, chosen = std::move(chosen)](int id)
+             {
+                 const juce::Component::SafePointer<PresetManagerPage> self(this);
+                 chosen(id);
+
+                 if (self != nullptr)
+                     host.fullRefresh();
+             });
+}
+
+void PresetManagerPage::chooseAmong()
+{
+    openMenu(choiceMenu(amongTexts, static_cast<int>(library.getAmong())), amongButton,
+             [this](int id)
+             {
+                 // Favourites and recent presets lie in all folders.
+                 if (managerMode != searchByCategory)
+                     setMode(id == 1 ? managerMode : searchByText);
+
+                 commands.setAmong(static_cast<PresetQuery::Among>(id - 1));
+             });
+}
+
+void PresetManagerPage::chooseOrder()
+{
+    openMenu(choiceMenu(orderTexts, static_cast<int>(library.getOrder())), orderButton,
+             [this](int id) { commands.setOrder(static_cast<PresetOrder>(id - 1)); });
+}
+
+void PresetManagerPage::openSelectionMenu()
+{
+    auto& selection = commands.onSelection();
+    openMenu(selection.menu(selection.chosen()), *moreButton,
+             [&selection](int id) { selection.menuChosen(id); });
+}
+
 void PresetManagerPage::setMode(Mode mode)
 {
+    // Lists of one folder show all of it.
+    if (mode == browse || mode == editCategories)
+        library.setAmong(PresetQuery::Among::all);
+
     if (mode != managerMode)
     {
         // Both are positions in the list that was shown.
@@ -192,8 +306,9 @@ void PresetManagerPage::editorShown(juce::Label*, juce::TextEditor& editor)
     editor.onTextChange = [this, &editor]
     {
         library.setSearchText(editor.getText());
-        library.searchPresets();
+        library.search();
         presetGrid.entriesChanged();
+        categoryGrid.getGrid().entriesChanged();
     };
 }
 
@@ -240,6 +355,21 @@ void PresetManagerPage::buttonClicked(juce::Button* button)
 
     if (button == &searchButton)
         return search(searchField.getText(true));
+
+    if (button == &limitButton)
+    {
+        commands.clearCategoryFilter();
+        return host.fullRefresh();
+    }
+
+    if (button == &amongButton)
+        return chooseAmong();
+
+    if (button == &orderButton)
+        return chooseOrder();
+
+    if (button == moreButton.get())
+        return openSelectionMenu();
 
     for (const auto* list : {&presetCommands, &folderCommands})
         for (const auto& command : *list)

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "ui/CategoryManager.h"
+#include "ui/ChoiceButton.h"
 #include "ui/ControlPage.h"
+#include "ui/PresetDetails.h"
 #include "ui/tarnBankManager.h"
 #include "ui/tarnPresetManager.h"
 #include "ui/widgets/myButton.h"
@@ -65,6 +67,16 @@ private:
     void search(const juce::String& text);
     void runCommand(const char* text);
     void clearCategory();
+    void addSearch();
+    void addMore();
+    /** Where the text field stands, and what is said beside it. */
+    void showSearch();
+    void showChoices();
+    /** What runs for a menu's row; the menu may outlive this page. */
+    void openMenu(const MenuEntries& entries, juce::Component& target, std::function<void(int)> chosen);
+    void chooseAmong();
+    void chooseOrder();
+    void openSelectionMenu();
 
     PresetCommands& commands;
     PresetLibrary& library;
@@ -78,6 +90,13 @@ private:
     myLabel searchCaption;
     myLabelEdit searchField;
     myKickTextButton searchButton;
+    /** The categories that a search by name is limited to; a click lifts the limit. */
+    juce::TextButton limitButton;
+    ChoiceButton amongButton;
+    ChoiceButton orderButton;
+    PresetDetails details;
+    std::unique_ptr<myButton> moreButton;
+    std::unique_ptr<myLabelB> moreCaption;
     std::vector<Command> presetCommands;
     std::vector<Command> folderCommands;
 

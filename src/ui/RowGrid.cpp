@@ -216,7 +216,7 @@ void RowGrid::paint(juce::Graphics& g)
                     : index == lastClick ? colours::brightText
                     : raised             ? hoverColour
                                          : textColour);
-        g.drawText(entryText(index), box, juce::Justification::centredLeft);
+        paintEntry(g, index, box);
 
         if (hasKeyboardFocus(false) && index == cursor)
         {
@@ -229,15 +229,20 @@ void RowGrid::paint(juce::Graphics& g)
 //==============================================================================================================
 // Mouse and keys
 
+void RowGrid::paintEntry(juce::Graphics& g, int index, juce::Rectangle<int> box)
+{
+    g.drawText(entryText(index), box, juce::Justification::centredLeft);
+}
+
 void RowGrid::mouseDown(const juce::MouseEvent& event)
 {
-    if (event.mods.isPopupMenu())
-        return;
-
     const int index = entryAt(event.getPosition());
 
     if (index < 0)
         return;
+
+    if (event.mods.isPopupMenu())
+        return entryMenuWanted(index);
 
     lastClick = index;
     cursor = index;

@@ -63,6 +63,15 @@ protected:
     virtual bool isSelected(int index) const = 0;
     virtual void entryClicked(int index, const juce::ModifierKeys& modifiers) = 0;
 
+    /** The right mouse button went down on an entry. */
+    virtual void entryMenuWanted(int) {}
+
+    /** Draws an entry into its box; colour and font are set. */
+    virtual void paintEntry(juce::Graphics& g, int index, juce::Rectangle<int> box);
+
+    /** The entry under the mouse; -1 for none. */
+    int hoveredEntry() const noexcept { return hovered; }
+
     /** What stands in place of the entries while there are none. */
     virtual juce::String emptyText() const { return {}; }
 

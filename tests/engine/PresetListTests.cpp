@@ -154,10 +154,10 @@ TEST_F(PresetListTest, ClicksSelectSearchAndFilter)
     commands.clearCategoryFilter();
     EXPECT_EQ(library.getFilteredCount(), 7);
     library.setSearchText("C");
-    library.searchPresets();
+    library.search();
     ASSERT_EQ(library.getFilteredCount(), 2);
     commands.clickFolder(2, true);
-    library.searchPresets();
+    library.search();
     ASSERT_EQ(library.getFilteredCount(), 1);
     EXPECT_EQ(names(), "Bank/a") << "a folder limits the results, and loads nothing";
     commands.clickResult(0, Modifier::none);

@@ -42,6 +42,15 @@ void writePreset(const juce::File& file, std::array<float, 6> categories, size_t
     ASSERT_TRUE(replaceFile(file, bytes)) << file.getFullPathName();
 }
 
+PresetQuery query(const char* text, const CategoryFlags& categories = {}, int folder = -1)
+{
+    PresetQuery wanted;
+    wanted.text = utf8(text);
+    wanted.categories = categories;
+    wanted.folderIndex = folder;
+    return wanted;
+}
+
 juce::StringArray namesOf(const PresetIndex& index, const std::vector<int>& found)
 {
     juce::StringArray names;
@@ -208,12 +217,12 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
     EXPECT_EQ(index.getEntries()[2].folderIndex, 1);
 
     const auto found = [&](const char* text, int folder = -1)
-    { return namesOf(index, index.findText(utf8(text), folder)).joinIntoString("|"); };
+    { return namesOf(index, index.find(query(text, {}, folder))).joinIntoString("|"); };
     EXPECT_EQ(found("bAsS"), "BASS one|short bass");
     EXPECT_EQ(found("bass", 1), "short bass");
     EXPECT_EQ(found("nothing"), "");
-    EXPECT_EQ(index.findText({}).size(), 6u) << "the placeholder is no preset";
-    EXPECT_EQ(index.findText(utf8("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd1\x91\xd0\xb4")).size(), 1u);
+    EXPECT_EQ(index.find({}).size(), 6u) << "the placeholder is no preset";
+    EXPECT_EQ(index.find(query("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd1\x91\xd0\xb4")).size(), 1u);
 
     const auto filtered = [&](std::initializer_list<const char*> words)
     {
@@ -222,14 +231,13 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
         for (const char* word : words)
             wanted[static_cast<size_t>(*findCategory(word))] = 1;
 
-        return namesOf(index, index.findCategories(wanted)).joinIntoString("|");
+        return namesOf(index, index.find(query("", wanted))).joinIntoString("|");
     };
     EXPECT_EQ(filtered({"bass"}), "BASS one|Deep|short bass") << "six bytes of a value are enough for it";
     EXPECT_EQ(filtered({"Bass", "Sub Bass"}), "Deep");
     EXPECT_EQ(filtered({"Dark", "Legato", "Sub Bass"}), "Deep");
     EXPECT_EQ(filtered({"Legato"}), "Deep") << "what a short file lacks is off";
     EXPECT_EQ(filtered({"22"}), "");
-    EXPECT_EQ(index.findCategories({}).size(), 6u);
     EXPECT_FALSE(findCategory("").has_value());
 }
 

@@ -282,6 +282,42 @@ TEST_F(PresetsCommand, CategoriesChangeAndNothingElse)
     EXPECT_TRUE(snapshot() == kept);
 }
 
+TEST_F(PresetsCommand, MarksAndNotesAreKeptAndFollow)
+{
+    // The trash is this user's, too.
+    adoptUserPlaces(rig.user.scratch.path());
+    const auto before = bytesOf(file("A", "One"));
+    EXPECT_EQ(run({"rate", "A/One", "4"}).exitCode, 0);
+    EXPECT_EQ(run({"favourite", "A/One"}).exitCode, 0);
+    EXPECT_EQ(run({"rate", "B/Three", "5"}).exitCode, 0);
+    EXPECT_EQ(run({"rate", "A/One", "6"}).exitCode, 2);
+    EXPECT_EQ(run({"rate", "A/None", "5"}).exitCode, 1);
+    EXPECT_TRUE(bytesOf(file("A", "One")) == before) << "marks stand beside the presets";
+    EXPECT_EQ(run({"search", "--rated", "1", "--sort", "rating"}).text,
+              "B/Three  5 stars\nA/One  [Bass]  4 stars  favourite\n");
+    EXPECT_EQ(run({"notes", "A/One", "--author", "Me", "--comment", "for the walk"}).exitCode, 0);
+    EXPECT_EQ(run({"notes", "A/One", "--comment", "for a walk"}).exitCode, 0);
+    EXPECT_EQ(bytesOf(file("A", "One")).substr(0, before.size()), before);
+    EXPECT_EQ(run({"search", "WALK", "--author", "me"}).text, "A/One  [Bass]  4 stars  favourite\n");
+    EXPECT_TRUE(run({"show", "A/One"})
+                    .text.contains("\nauthor      Me\ncomment     for a walk\nrating      4 of 5\n"));
+    EXPECT_EQ(juce::JSON::parse(run({"show", "A/One", "--json"}).text)["comment"], "for a walk");
+    EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
+
+    EXPECT_EQ(run({"rename", "A/One", "Uno"}).exitCode, 0);
+    EXPECT_EQ(run({"move", "A/Uno", "B/Three", "--to", "B"}).text, "A/Uno -> B/Uno\n");
+    EXPECT_EQ(run({"list", "--favourites"}).text,
+              "A/  (0 presets)\nB/  (1 preset)\nB/Uno  [Bass]  4 stars  favourite\n");
+    EXPECT_EQ(run({"copy", "A/Two", "B/"}).exitCode, 0);
+    EXPECT_EQ(run({"move", "B/Uno", "B/Two", "--to", "A"}).exitCode, 1);
+    EXPECT_TRUE(file("B", "Uno").existsAsFile()) << "none, as one can't be moved";
+    EXPECT_EQ(run({"delete", "B/Uno", "B/Nothing", "--for-good"}).exitCode, 1);
+    EXPECT_TRUE(file("B", "Uno").existsAsFile());
+    EXPECT_EQ(run({"delete", "B/Uno", "B/Two", "--for-good"}).exitCode, 0);
+    EXPECT_FALSE(file("B", "Uno").exists() || file("B", "Two").exists());
+    EXPECT_EQ(run({"search", "--rated", "1"}).text, "B/Three  5 stars\n");
+}
+
 TEST_F(PresetsCommand, CopiesAndRenamesWithoutLosingAnything)
 {
     const auto namesOf = [](const juce::File& preset)
@@ -488,6 +524,7 @@ TEST_F(PresetsCommand, AFullDiskLosesNothing)
             {"import", path, "--folder", "New"},
             {"copy", "A/One", "A/Three"},
             {"categories", "set", "A/One", "Arp"},
+            {"notes", "A/One", "--author", "Me"},
             {"export", "A", "--replace", "-o", disk.child("old.zip").getFullPathName()}};
         for (const auto& command : commands)
         {

@@ -5,6 +5,7 @@
 #include "platform/FileNames.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
+#include "presets/PresetNotes.h"
 #include "presets/StateChunk.h"
 #include "ui/EditorColours.h"
 #include "ui/Geometry.h"
@@ -99,9 +100,8 @@ protected:
 
     juce::Component& titled(const juce::String& title)
     {
-        for (auto* child : page().getChildren())
-            if (child->getTitle() == title && child->isVisible())
-                return *child;
+        if (auto* found = window->findTitled(title); found != nullptr && found->isVisible())
+            return *found;
 
         ADD_FAILURE() << "no " << title;
         return page();
@@ -159,7 +159,9 @@ TEST_F(PresetManagerTest, ClicksChooseAndSelect)
     EXPECT_EQ(names(), "Alpha/A006") << "while another is on its way";
     waitForPreset();
     window->click(grid, grid.boundsOf(7).getCentre(), TestWindow::rightButton);
-    window->click(grid, grid.boundsOf(7).getCentre(), TestWindow::rightButton + ctrl);
+    EXPECT_EQ(window->menuTexts()[0], "favourite");
+    EXPECT_TRUE(window->chooseFromMenu("favourite"));
+    EXPECT_TRUE(library.marks.get({"Alpha", "A007"}).favourite);
     EXPECT_EQ(names(), "Alpha/A006");
     EXPECT_TRUE(library.getSelectedPresets().isEmpty());
 
@@ -274,8 +276,74 @@ TEST_F(PresetManagerTest, SearchFollowsWhatIsTyped)
     EXPECT_EQ(names(), "Beta/warm pad");
     clickEntry(folders, 1);
     EXPECT_EQ(library.getFilteredCount(), 2);
+    // Categories and text count together, in both modes.
+    clickTitled("Search by category");
+    window->click(shown<CategoryManager>(), CategoryManager::wordBounds(0, 1).getCentre());
+    TestWindow::pump(60);
+    EXPECT_EQ(library.getFilteredCount(), 1);
+    window->click(titled("Search text"));
+    window->key(juce::KeyPress(juce::KeyPress::backspaceKey));
+
+    for (const char letter : {'a', '1'})
+        window->key(juce::KeyPress(letter, {}, static_cast<juce::juce_wchar>(letter)));
+
+    EXPECT_EQ(library.getFilteredCount(), 100) << "all of A1..";
+    window->key(juce::KeyPress(juce::KeyPress::escapeKey));
+    clickTitled("Search by name");
+    EXPECT_EQ(library.getFilteredCount(), 1);
+    clickTitled("Lift the limit to categories");
+    EXPECT_EQ(library.getFilteredCount(), 2);
     clickTitled("Browse");
     EXPECT_EQ(library.getCurrentPresetIndex(), 1);
+}
+
+TEST_F(PresetManagerTest, MarksAndNotesAreSetAndShown)
+{
+    auto& marks = titled("Favourite and rating");
+    const auto click = [&](int sign)
+    {
+        window->click(marks, PresetMarkRow::signBounds(sign).getCentre());
+        TestWindow::pump(60);
+    };
+    const PresetPlace current{"Alpha", "A000"};
+    click(4);
+    click(0);
+    EXPECT_EQ(library.marks.get(current).rating, 4);
+    EXPECT_TRUE(library.marks.get(current).favourite);
+    auto& grid = shown<tarnPresetManager>();
+    auto signs = grid.boundsOf(0);
+    EXPECT_TRUE(hasColour(TestWindow::picture(grid), signs.removeFromRight(50), colours::amber));
+    EXPECT_FALSE(hasColour(TestWindow::picture(grid), grid.boundsOf(1), colours::amber));
+    click(4);
+    EXPECT_EQ(library.marks.get(current).rating, 0) << "a second click takes it off";
+
+    window->click(titled("author"));
+
+    for (const char letter : {'M', 'e'})
+        window->key(juce::KeyPress(letter, {}, static_cast<juce::juce_wchar>(letter)));
+
+    window->key(juce::KeyPress(juce::KeyPress::returnKey));
+    TestWindow::pump(60);
+    juce::MemoryBlock bytes;
+    presetFileFor(banks, current.folder, current.name).loadFileAsData(bytes);
+    EXPECT_EQ(readPresetNotes(bytes).author, "Me");
+    EXPECT_EQ(readPresetNotes(bytes).comment, "");
+
+    window->click(titled("Show: all"));
+    EXPECT_TRUE(window->chooseFromMenu("favourites"));
+    TestWindow::pump(60);
+    EXPECT_EQ(page().getMode(), PresetManagerPage::searchByText);
+    ASSERT_EQ(library.getFilteredCount(), 1);
+    const auto box = grid.boundsOf(0);
+    EXPECT_TRUE(hasColour(TestWindow::picture(grid, 2.0f), {box.getCentreX() * 2, box.getY() * 2, 120, 30},
+                          colours::captionText))
+        << "its folder";
+    clickTitled("Browse");
+    window->click(titled("Sort: name"));
+    EXPECT_TRUE(window->chooseFromMenu("date"));
+    TestWindow::pump(60);
+    EXPECT_EQ(library.getPresetNames()[0], "A000") << "changed last";
+    EXPECT_TRUE(titled("Sort: date").isVisible());
 }
 
 TEST_F(PresetManagerTest, WordsFilterAndEdit)
@@ -317,7 +385,8 @@ TEST_F(PresetManagerTest, WordsFilterAndEdit)
     clickEntry(words.getGrid(), 3, ctrl);
     const float value = rig.get(10);
     window->click(words, CategoryManager::wordBounds(0, 1).getCentre());
-    EXPECT_EQ(rig.get(10), value) << "several are selected";
+    EXPECT_EQ(rig.interaction.questions.joinIntoString("#"), "|Take Bass off preset A003 ?");
+    EXPECT_EQ(rig.get(10), value);
     library.clearSelection();
     words.grabKeyboardFocus();
     int repaints = 0;
@@ -353,7 +422,7 @@ TEST_F(PresetManagerTest, CommandsStandWhereTheirModeHasThem)
     const juce::String presets =
         "new preset,rename preset,delete preset,copy preset,paste preset,load preset,"
         "save preset,save preset as,";
-    const juce::String folders = "new folder,rename folder,delete folder";
+    const juce::String folders = "new folder,rename folder,delete folder,more for selected presets";
     const char* modes[] = {"Browse", "Search by name", "Search by category", "Edit categories"};
 
     for (int mode = 0; mode < 4; ++mode)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Commands.h"
 
-#include "FolderArchive.h"
 #include "ParameterReport.h"
+#include "presets/FolderArchive.h"
 
 #include "parameters/Categories.h"
 #include "platform/FileNames.h"
@@ -11,10 +11,8 @@
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <iostream>
-#include <iterator>
 #include <set>
 
 namespace quorel
@@ -97,22 +95,52 @@ juce::Result findFlags(const juce::StringArray& categories, std::vector<int>& fl
     return juce::Result::ok();
 }
 
-juce::String wordsOf(const CategoryFlags& flags)
+void print(const PresetIndexEntry& entry, const PresetMark& mark)
 {
-    juce::StringArray words;
-    for (int flag = 0; flag < numCategories; ++flag)
-        if (flags[static_cast<std::size_t>(flag)] != 0)
-            words.add(categoryName(flag));
-    return words.joinIntoString(", ");
-}
-
-void print(const PresetIndexEntry& entry)
-{
-    const auto words = wordsOf(entry.flags);
+    const auto words = categoryWords(entry.flags).joinIntoString(", ");
     std::cout << entry.folder << '/' << entry.name;
     if (words.isNotEmpty())
         std::cout << "  [" << words << ']';
+    if (mark.rating > 0)
+        std::cout << "  " << count(mark.rating, "star");
+    if (mark.favourite)
+        std::cout << "  favourite";
     std::cout << '\n';
+}
+
+/** False, and the user is told, for a category that there is none of. */
+bool makeQuery(const ListOptions& options, PresetQuery& query)
+{
+    std::vector<int> flags;
+    if (const auto result = findFlags(options.categories, flags); result.failed())
+    {
+        fail(result);
+        return false;
+    }
+    for (const int flag : flags)
+        query.categories[static_cast<std::size_t>(flag)] = 1;
+    query.text = options.text;
+    query.author = options.author;
+    query.lowestRating = options.lowestRating;
+    query.among = options.among;
+    return true;
+}
+
+/** Finds presets that are all given as FOLDER/NAME. */
+juce::Result findPlaces(const PresetCollection& collection, const juce::StringArray& presets,
+                        std::vector<PresetPlace>& places)
+{
+    for (const auto& preset : presets)
+    {
+        juce::File file;
+        PresetPlace place;
+        if (const auto result = findPreset(collection, preset, file); result.failed())
+            return result;
+        if (const auto result = splitPlace(preset, place); result.failed())
+            return result;
+        places.push_back(place);
+    }
+    return juce::Result::ok();
 }
 
 //==============================================================================================================
@@ -223,7 +251,7 @@ int failWith(const juce::String& text)
     return exitFailed;
 }
 
-int listPresetsIn(const PresetCollection& collection, const juce::String& folder)
+int listPresetsIn(const PresetCollection& collection, const juce::String& folder, const ListOptions& options)
 {
     if (const auto result = checkBanks(collection); result.failed())
         return fail(result);
@@ -232,48 +260,41 @@ int listPresetsIn(const PresetCollection& collection, const juce::String& folder
         return failWith("there is no folder " + quoted(folder) + " in " +
                         collection.banksFolder.getFullPathName());
 
+    PresetQuery query;
+    if (!makeQuery(options, query))
+        return exitUsage;
     PresetIndex index;
     index.build(collection.banksFolder);
-    auto entry = index.getEntries().begin();
-    for (const auto& name : folders)
+    const PresetMarks marks(collection.marksFile);
+    for (query.folderIndex = 0; query.folderIndex < folders.size(); ++query.folderIndex)
     {
-        const auto end = std::find_if(entry, index.getEntries().end(),
-                                      [&](const PresetIndexEntry& e) { return e.folder != name; });
-        if (folder.isEmpty() || folder == name)
-        {
-            std::cout << name << "/  (" << count(static_cast<int>(end - entry), "preset") << ")\n";
-            std::for_each(entry, end, print);
-        }
-        entry = end;
+        const auto& name = folders[query.folderIndex];
+        if (folder.isNotEmpty() && folder != name)
+            continue;
+        const auto found = index.find(query, marks, options.order);
+        std::cout << name << "/  (" << count(static_cast<int>(found.size()), "preset") << ")\n";
+        for (const int i : found)
+            print(index.getEntries()[static_cast<std::size_t>(i)],
+                  marks.get(index.getEntries()[static_cast<std::size_t>(i)].place()));
     }
     std::cout << std::flush;
     return exitFine;
 }
 
-int searchPresets(const PresetCollection& collection, const juce::String& text,
-                  const juce::StringArray& categories)
+int searchPresets(const PresetCollection& collection, const ListOptions& options)
 {
-    std::vector<int> flags;
-    if (const auto result = findFlags(categories, flags); result.failed())
-    {
-        fail(result);
+    PresetQuery query;
+    if (!makeQuery(options, query))
         return exitUsage;
-    }
     if (const auto result = checkBanks(collection); result.failed())
         return fail(result);
-
-    CategoryFlags wanted{};
-    for (const int flag : flags)
-        wanted[static_cast<std::size_t>(flag)] = 1;
     PresetIndex index;
     index.build(collection.banksFolder);
-    const auto byText = index.findText(text);
-    const auto byCategory = index.findCategories(wanted);
-    std::vector<int> found;
-    std::set_intersection(byText.begin(), byText.end(), byCategory.begin(), byCategory.end(),
-                          std::back_inserter(found));
+    const PresetMarks marks(collection.marksFile);
+    const auto found = index.find(query, marks, options.order);
     for (const int i : found)
-        print(index.getEntries()[static_cast<std::size_t>(i)]);
+        print(index.getEntries()[static_cast<std::size_t>(i)],
+              marks.get(index.getEntries()[static_cast<std::size_t>(i)].place()));
     std::cout << std::flush;
     // Apart from the lines for other programs to read, and no failure.
     if (found.empty())
@@ -291,7 +312,11 @@ int showPreset(const PresetCollection& collection, const juce::String& preset, c
         return fail(result);
     const auto installed = readInstalledInstruments(collection.pluginListFile);
     const auto show = options.json ? presetAsJson : presetAsText;
-    std::cout << show(file, document.chunk(), options.all, installed) << std::flush;
+    const auto mark = PresetMarks(collection.marksFile)
+                          .get({file.getParentDirectory().getFileName(), file.getFileNameWithoutExtension()});
+    std::cout << show({file, document.chunk(), readPresetNotes(document.bytes()), mark}, options.all,
+                      installed)
+              << std::flush;
     return exitFine;
 }
 
@@ -325,9 +350,15 @@ int editCategories(const PresetCollection& collection, const juce::String& prese
     juce::File file;
     if (const auto result = findPreset(collection, preset, file); result.failed())
         return fail(result);
-    juce::StringArray words;
-    if (const auto result = changeCategories(file, change, flags, words); result.failed())
+    PresetPlace place;
+    if (const auto result = splitPlace(preset, place); result.failed())
         return fail(result);
+    if (const auto result = changeCategories(collection.banksFolder, {place}, change, flags); result.failed())
+        return fail(result);
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(file, document); result.failed())
+        return fail(result);
+    const auto words = categoryWords(categoriesOf(document));
     std::cout << preset << "  [" << words.joinIntoString(", ") << ']' << std::endl;
     return exitFine;
 }
@@ -368,7 +399,106 @@ int renameTo(const PresetCollection& collection, const juce::String& preset, con
         return fail(result);
     if (const auto result = renamePreset(source, target, place); result.failed())
         return fail(result);
+    PresetMarks marks(collection.marksFile);
+    const PresetPlace from{source.getParentDirectory().getFileName(), source.getFileNameWithoutExtension()};
+    if (const auto result = marks.presetMoved(from, place); result.failed())
+        return fail(result);
     std::cout << preset << " -> " << place.text() << std::endl;
+    return exitFine;
+}
+
+//==============================================================================================================
+// Marks, notes, several at once
+
+int ratePreset(const PresetCollection& collection, const juce::String& preset, int rating)
+{
+    std::vector<PresetPlace> places;
+    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
+        return fail(result);
+    PresetMarks marks(collection.marksFile);
+    if (const auto result = marks.setRating(places, rating); result.failed())
+        return fail(result);
+    std::cout << preset << "  " << count(rating, "star") << std::endl;
+    return exitFine;
+}
+
+int markFavourite(const PresetCollection& collection, const juce::String& preset, bool favourite)
+{
+    std::vector<PresetPlace> places;
+    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
+        return fail(result);
+    PresetMarks marks(collection.marksFile);
+    if (const auto result = marks.setFavourite(places, favourite); result.failed())
+        return fail(result);
+    std::cout << preset << (favourite ? "  favourite" : "  no favourite") << std::endl;
+    return exitFine;
+}
+
+int editNotes(const PresetCollection& collection, const juce::String& preset,
+              const std::optional<juce::String>& author, const std::optional<juce::String>& comment)
+{
+    juce::File file;
+    if (const auto result = findPreset(collection, preset, file); result.failed())
+        return fail(result);
+    PresetDocument document;
+    if (const auto result = PresetDocument::open(file, document); result.failed())
+        return fail(result);
+    auto notes = readPresetNotes(document.bytes());
+    notes.author = cleanNote(author.value_or(notes.author), longestAuthor);
+    notes.comment = cleanNote(comment.value_or(notes.comment), longestComment);
+    if (const auto result = changeNotes(file, notes); result.failed())
+        return fail(result);
+    std::cout << preset << "\nauthor      " << notes.author << "\ncomment     " << notes.comment << std::endl;
+    return exitFine;
+}
+
+int moveTo(const PresetCollection& collection, const juce::StringArray& presets, const juce::String& folder)
+{
+    std::vector<PresetPlace> places;
+    if (const auto result = findPlaces(collection, presets, places); result.failed())
+        return fail(result);
+    if (!listPresetFolders(collection.banksFolder).contains(folder))
+        if (const auto result = checkTypedName(folder, "a folder"); result.failed())
+            return fail(result);
+    if (const auto result = checkMove(collection.banksFolder, places, folder); result.failed())
+        return fail(result);
+    PresetMarks marks(collection.marksFile);
+    for (const auto& from : places)
+    {
+        const PresetPlace to{folder, from.name};
+        if (from == to)
+            continue;
+        const auto fileOf = [&](const PresetPlace& place)
+        { return presetFileFor(collection.banksFolder, place.folder, place.name); };
+        if (const auto result = renamePreset(fileOf(from), fileOf(to), to); result.failed())
+            return fail(result);
+        if (const auto result = marks.presetMoved(from, to); result.failed())
+            return fail(result);
+        std::cout << from.text() << " -> " << to.text() << std::endl;
+    }
+    return exitFine;
+}
+
+int deletePresets(const PresetCollection& collection, const juce::StringArray& presets, bool forGood)
+{
+    std::vector<PresetPlace> places;
+    if (const auto result = findPlaces(collection, presets, places); result.failed())
+        return fail(result);
+    PresetMarks marks(collection.marksFile);
+    for (const auto& place : places)
+    {
+        const auto [outcome, reason] =
+            discardFile(presetFileFor(collection.banksFolder, place.folder, place.name),
+                        [forGood](const juce::String&) { return forGood; });
+        if (outcome == Discarded::Outcome::failed)
+            return failWith("cannot delete " + quoted(place.text()) + " (" + reason + ")");
+        if (outcome == Discarded::Outcome::kept)
+            return failWith("the trash doesn't take " + quoted(place.text()) +
+                            ": give --for-good to delete it past recall");
+        if (const auto result = marks.presetGone(place); result.failed())
+            return fail(result);
+        std::cout << place.text() << " deleted" << std::endl;
+    }
     return exitFine;
 }
 
@@ -414,11 +544,15 @@ int exportTo(const PresetCollection& collection, const juce::String& folder, con
                         collection.banksFolder.getFullPathName());
     if (archive.exists() && (!replace || archive.isDirectory()))
         return failWith(archive.getFullPathName() + " exists already");
-    int numPresets = 0;
-    if (const auto result = exportFolder(childNamed(collection.banksFolder, folder), archive, numPresets);
-        result.failed())
+    const auto source = childNamed(collection.banksFolder, folder);
+    juce::Array<juce::File> presets;
+    for (const auto& name : listPresets(source))
+        presets.add(childNamed(source, name + presetFileEnding));
+    if (presets.isEmpty())
+        return failWith("there are no presets in " + source.getFullPathName());
+    if (const auto result = exportPresets(presets, folder, archive); result.failed())
         return fail(result);
-    std::cout << archive.getFullPathName() << ": " << count(numPresets, "preset") << " of " << folder
+    std::cout << archive.getFullPathName() << ": " << count(presets.size(), "preset") << " of " << folder
               << std::endl;
     return exitFine;
 }
@@ -432,15 +566,20 @@ int importFrom(const PresetCollection& collection, const juce::File& archive, co
     if (folder.isNotEmpty() && !listPresetFolders(banks).contains(folder))
         if (const auto result = checkTypedName(folder, "a folder"); result.failed())
             return fail(result);
-    ImportOptions options;
-    options.folderName = folder;
-    options.replace = replace;
-    ImportReport report;
-    if (const auto result = importFolder(archive, banks, options, report); result.failed())
+    FolderArchive content;
+    if (const auto result = FolderArchive::read(archive, content); result.failed())
         return fail(result);
-    for (const auto& entry : report.passedOver)
+    const auto name = folder.isNotEmpty() ? folder : content.folderName();
+    if (const auto taken = content.namesTaken(banks, name); !taken.isEmpty() && !replace)
+        return failWith(quoted(name) + " has " +
+                        (taken.size() == 1 ? juce::String("a preset") : count(taken.size(), "preset")) +
+                        " of the same name already, such as " + quoted(taken[0]) +
+                        ": give --replace, or another folder with --folder");
+    if (const auto result = content.importTo(banks, name); result.failed())
+        return fail(result);
+    for (const auto& entry : content.passedOver())
         std::cerr << "quorel-presets: passed over " << quoted(entry) << ", which is no preset\n";
-    std::cout << report.folderName << ": " << count(report.numPresets, "preset") << " imported" << std::endl;
+    std::cout << name << ": " << count(content.numPresets(), "preset") << " imported" << std::endl;
     return exitFine;
 }
 

@@ -4,12 +4,14 @@
 #pragma once
 
 #include "PresetCheck.h"
-#include "PresetEditing.h"
+#include "presets/PresetEditing.h"
+#include "presets/PresetIndex.h"
 
 #include "common/Tool.h"
 
 #include <juce_core/juce_core.h>
 
+#include <optional>
 #include <vector>
 
 namespace quorel
@@ -20,15 +22,26 @@ struct PresetCollection
 {
     juce::File banksFolder;
     juce::File pluginListFile;
+    juce::File marksFile;
+};
+
+/** What `list` and `search` print of all that is there. */
+struct ListOptions
+{
+    juce::String text;
+    juce::StringArray categories;
+    juce::String author;
+    int lowestRating = 0;
+    PresetQuery::Among among = PresetQuery::Among::all;
+    PresetOrder order = PresetOrder::byName;
 };
 
 /** Prints an error and gives `exitFailed`. */
 int failWith(const juce::String& text);
 
-int listPresetsIn(const PresetCollection& collection, const juce::String& folder);
+int listPresetsIn(const PresetCollection& collection, const juce::String& folder, const ListOptions& options);
 
-int searchPresets(const PresetCollection& collection, const juce::String& text,
-                  const juce::StringArray& categories);
+int searchPresets(const PresetCollection& collection, const ListOptions& options);
 
 struct ShowOptions
 {
@@ -51,6 +64,20 @@ int copyTo(const PresetCollection& collection, const juce::String& preset, const
 /** `to` is a name, or "Folder/Name". */
 int renameTo(const PresetCollection& collection, const juce::String& preset, const juce::String& to,
              bool replace);
+
+/** Marks of the user's, which stand in no preset. */
+int ratePreset(const PresetCollection& collection, const juce::String& preset, int rating);
+int markFavourite(const PresetCollection& collection, const juce::String& preset, bool favourite);
+
+/** What isn't given stays. */
+int editNotes(const PresetCollection& collection, const juce::String& preset,
+              const std::optional<juce::String>& author, const std::optional<juce::String>& comment);
+
+/** All or none, but for what the disk refuses half way. */
+int moveTo(const PresetCollection& collection, const juce::StringArray& presets, const juce::String& folder);
+
+/** To the trash; with `forGood` past recall where the trash doesn't take them. */
+int deletePresets(const PresetCollection& collection, const juce::StringArray& presets, bool forGood);
 
 /** Each of `what` is a folder, "Folder/Name" or a file; none of them stands for everything. With `strict`
     notes count as errors. */

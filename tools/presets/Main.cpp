@@ -28,6 +28,9 @@ struct Arguments
     std::string preset, to, folder, text, file;
     std::vector<std::string> names;
     bool all = false, json = false, replace = false, strict = false;
+    std::string author, comment, order = "name";
+    int rating = 0;
+    bool favourites = false, recent = false, off = false, forGood = false;
 
     std::function<int(const PresetCollection&)> command;
 
@@ -36,7 +39,24 @@ struct Arguments
         const auto places = prefix.empty() ? userPlaces() : userPlaces(fileOf(prefix));
         const auto store = prefix.empty() ? makeUserStore() : makeUserStore(places);
         const auto paths = readPaths(*store);
-        return {banks.empty() ? paths.banksFolder : fileOf(banks), paths.pluginListFile};
+        return {banks.empty() ? paths.banksFolder : fileOf(banks), paths.pluginListFile,
+                presetMarksFile(paths)};
+    }
+
+    ListOptions listOptions() const
+    {
+        ListOptions options;
+        options.text = textOf(text);
+        options.categories = textsOf(names);
+        options.author = textOf(author);
+        options.lowestRating = rating;
+        options.among = favourites ? PresetQuery::Among::favourites
+                        : recent   ? PresetQuery::Among::recent
+                                   : PresetQuery::Among::all;
+        options.order = order == "rating" ? PresetOrder::byRating
+                        : order == "date" ? PresetOrder::byDate
+                                          : PresetOrder::byName;
+        return options;
     }
 };
 
@@ -57,7 +77,9 @@ public:
                    "categories list write nothing.");
         addReaders();
         addCategories();
+        addMarks();
         addWriters();
+        addSeveral();
         addArchives();
     }
 
@@ -82,13 +104,15 @@ private:
     {
         auto& a = arguments;
         auto& list = add(app, "list", "Lists folders and presets with their categories",
-                         [&a](const auto& c) { return listPresetsIn(c, textOf(a.folder)); });
+                         [&a](const auto& c) { return listPresetsIn(c, textOf(a.folder), a.listOptions()); });
         list.add_option("folder", a.folder, "Only this folder")->type_name("FOLDER");
+        addListOptions(list);
 
-        auto& search =
-            add(app, "search", "Finds presets by a part of their names, by categories, or by both",
-                [&a](const auto& c) { return searchPresets(c, textOf(a.text), textsOf(a.names)); });
-        search.add_option("text", a.text, "Part of the name, in any letter case")->type_name("TEXT");
+        auto& search = add(app, "search", "Finds presets by text, by categories, or by both",
+                           [&a](const auto& c) { return searchPresets(c, a.listOptions()); });
+        search.add_option("text", a.text, "Part of name, author or comment, in any letter case")
+            ->type_name("TEXT");
+        addListOptions(search);
         search.add_option("-c,--category", a.names, "Category that it must have; may be repeated")
             ->allow_extra_args(false)
             ->type_name("NAME");
@@ -106,6 +130,68 @@ private:
                 [&a](const auto& c) { return verifyPresets(c, textsOf(a.names), a.strict); });
         verify.add_option("what", a.names, "Folders, FOLDER/NAME or preset files")->type_name("WHAT");
         verify.add_flag("--strict", a.strict, "Ends with an error if there are notes");
+    }
+
+    void addListOptions(CLI::App& sub)
+    {
+        auto& a = arguments;
+        auto* favourites = sub.add_flag("--favourites", a.favourites, "Only favourites");
+        sub.add_flag("--recent", a.recent, "Only recently used ones, the newest first")->excludes(favourites);
+        sub.add_option("--rated", a.rating, "Only those with as many stars, or more")
+            ->type_name("STARS")
+            ->check(CLI::Range(0, highestRating));
+        sub.add_option("--author", a.author, "Only those by this author; a part will do")->type_name("TEXT");
+        sub.add_option("--sort", a.order, "Order: name, or the best rating or newest date first")
+            ->check(CLI::IsMember({"name", "rating", "date"}));
+    }
+
+    void addMarks()
+    {
+        auto& a = arguments;
+        auto& rate = add(app, "rate", "Rates a preset",
+                         [&a](const auto& c) { return ratePreset(c, textOf(a.preset), a.rating); });
+        addPreset(rate, "FOLDER/NAME");
+        rate.add_option("stars", a.rating, "0 to 5; 0 takes the rating off")
+            ->required()
+            ->type_name("STARS")
+            ->check(CLI::Range(0, highestRating));
+
+        auto& favourite = add(app, "favourite", "Makes a preset a favourite",
+                              [&a](const auto& c) { return markFavourite(c, textOf(a.preset), !a.off); });
+        addPreset(favourite, "FOLDER/NAME");
+        favourite.add_flag("--off", a.off, "Ends that");
+
+        auto& notes = *app.add_subcommand("notes", "Writes author and comment into a preset, or shows them");
+        addPreset(notes, "FOLDER/NAME");
+        auto* author = notes.add_option("--author", a.author, "Who made it; may be empty")->type_name("TEXT");
+        auto* comment = notes.add_option("--comment", a.comment, "What there is to say; may be empty");
+        comment->type_name("TEXT");
+        notes.final_callback(
+            [&a, author, comment]
+            {
+                a.command = [&a, author, comment](const auto& c)
+                {
+                    const auto given = [](const CLI::Option* option, const std::string& value)
+                    { return option->count() > 0 ? std::optional(textOf(value)) : std::nullopt; };
+                    return editNotes(c, textOf(a.preset), given(author, a.author), given(comment, a.comment));
+                };
+            });
+    }
+
+    void addSeveral()
+    {
+        auto& a = arguments;
+        auto& move = add(app, "move", "Moves presets to a folder",
+                         [&a](const auto& c) { return moveTo(c, textsOf(a.names), textOf(a.folder)); });
+        move.add_option("presets", a.names, "FOLDER/NAME, one or more")->required()->type_name("PRESET");
+        move.add_option("--to", a.folder, "The folder; made where it is missing")
+            ->required()
+            ->type_name("FOLDER");
+
+        auto& erase = add(app, "delete", "Moves presets to the trash",
+                          [&a](const auto& c) { return deletePresets(c, textsOf(a.names), a.forGood); });
+        erase.add_option("presets", a.names, "FOLDER/NAME, one or more")->required()->type_name("PRESET");
+        erase.add_flag("--for-good", a.forGood, "Past recall where the trash doesn't take them");
     }
 
     void addCategories()

@@ -94,6 +94,11 @@ juce::String layerLine(const StateChunk& chunk, int layer, const InstalledInstru
         line += ", not installed";
     return line;
 }
+
+juce::StringArray wordsOf(const StateChunk& chunk)
+{
+    return categoryWords(categoriesOf(Values(chunk.parameters)));
+}
 } // namespace
 
 std::vector<ParameterRow> parameterRows(const StateChunk& chunk, bool all)
@@ -129,23 +134,21 @@ std::vector<ParameterRow> parameterRows(const StateChunk& chunk, bool all)
     return rows;
 }
 
-juce::StringArray categoryWords(const StateChunk& chunk)
+juce::String presetAsText(const ShownPreset& preset, bool all, const InstalledInstruments& installed)
 {
-    juce::StringArray words;
-    const auto flags = categoriesOf(Values(chunk.parameters));
-    for (int flag = 0; flag < numCategories; ++flag)
-        if (flags[static_cast<std::size_t>(flag)] != 0)
-            words.add(categoryName(flag));
-    return words;
-}
-
-juce::String presetAsText(const juce::File& file, const StateChunk& chunk, bool all,
-                          const InstalledInstruments& installed)
-{
-    const auto words = categoryWords(chunk);
+    const auto& [file, chunk, notes, mark] = preset;
+    const auto words = wordsOf(chunk);
     juce::StringArray lines{
         file.getFileNameWithoutExtension(), "folder      " + file.getParentDirectory().getFileName(),
         "categories  " + (words.isEmpty() ? juce::String("-") : words.joinIntoString(", "))};
+    if (notes.author.isNotEmpty())
+        lines.add("author      " + printable(notes.author));
+    if (notes.comment.isNotEmpty())
+        lines.add("comment     " + printable(notes.comment));
+    if (mark.rating > 0)
+        lines.add("rating      " + juce::String(mark.rating) + " of " + juce::String(highestRating));
+    if (mark.favourite)
+        lines.add("favourite   yes");
     for (int layer = 0; layer < numLayers; ++layer)
         lines.add("layer " + juce::String(layer + 1) + "     " + layerLine(chunk, layer, installed));
 
@@ -164,17 +167,22 @@ juce::String presetAsText(const juce::File& file, const StateChunk& chunk, bool 
     return lines.joinIntoString("\n") + "\n";
 }
 
-juce::String presetAsJson(const juce::File& file, const StateChunk& chunk, bool all,
-                          const InstalledInstruments& installed)
+juce::String presetAsJson(const ShownPreset& shown, bool all, const InstalledInstruments& installed)
 {
+    const auto& [file, chunk, notes, mark] = shown;
     auto* preset = new juce::DynamicObject();
     const juce::var answer(preset);
     preset->setProperty("name", file.getFileNameWithoutExtension());
     preset->setProperty("folder", file.getParentDirectory().getFileName());
     preset->setProperty("file", file.getFullPathName());
 
+    preset->setProperty("author", notes.author);
+    preset->setProperty("comment", notes.comment);
+    preset->setProperty("rating", mark.rating);
+    preset->setProperty("favourite", mark.favourite);
+
     juce::Array<juce::var> categories;
-    for (const auto& word : categoryWords(chunk))
+    for (const auto& word : wordsOf(chunk))
         categories.add(word);
     preset->setProperty("categories", categories);
 

@@ -4,7 +4,8 @@
 
 #include "PresetCheck.h"
 
-#include "presets/StateChunk.h"
+#include "presets/PresetMarks.h"
+#include "presets/PresetNotes.h"
 
 #include <juce_core/juce_core.h>
 
@@ -30,13 +31,18 @@ struct ParameterRow
     instruments and the categories, which have lines of their own, are left out too. Message thread. */
 std::vector<ParameterRow> parameterRows(const StateChunk& chunk, bool all);
 
-/** Words of the categories that a preset has. */
-juce::StringArray categoryWords(const StateChunk& chunk);
+/** A preset that is shown. */
+struct ShownPreset
+{
+    const juce::File& file;
+    const StateChunk& chunk;
+    PresetNotes notes;
+    /** The user's, by the names of folder and file. */
+    PresetMark mark;
+};
 
 /** What `show` prints of a preset: plain text or JSON, with a line feed at the end. */
-juce::String presetAsText(const juce::File& file, const StateChunk& chunk, bool all,
-                          const InstalledInstruments& installed);
-juce::String presetAsJson(const juce::File& file, const StateChunk& chunk, bool all,
-                          const InstalledInstruments& installed);
+juce::String presetAsText(const ShownPreset& preset, bool all, const InstalledInstruments& installed);
+juce::String presetAsJson(const ShownPreset& preset, bool all, const InstalledInstruments& installed);
 
 } // namespace quorel

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PresetCheck.h"
 
-#include "PresetDocument.h"
+#include "presets/PresetDocument.h"
 
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginScanner.h"
@@ -9,6 +9,7 @@
 #include "parameters/ParameterNames.h"
 #include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
+#include "presets/PresetNotes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,17 +88,17 @@ void checkParameters(const StateChunk& chunk, Findings& findings)
     findings.error(text);
 }
 
-void checkStates(const StateChunk& chunk, std::size_t numBytes, Findings& findings)
+void checkStates(const StateChunk& chunk, const juce::MemoryBlock& bytes, Findings& findings)
 {
     std::size_t offset = 0;
-    if (const auto problem = whatStatesLack(chunk, numBytes, offset); problem.isNotEmpty())
+    if (const auto problem = whatStatesLack(chunk, bytes.getSize(), offset); problem.isNotEmpty())
     {
         findings.error(problem);
         return;
     }
-    if (offset < numBytes)
+    if (const auto foreign = numForeignBytes(bytes); foreign > 0)
         findings.error(
-            juce::String(static_cast<juce::int64>(numBytes - offset)) +
+            juce::String(static_cast<juce::int64>(foreign)) +
             " bytes lie behind the end: an instrument's state is longer than declared, or the file was "
             "added to");
 }
@@ -195,7 +196,7 @@ std::vector<Finding> checkPreset(const juce::File& file, bool isInBanks,
         return findings.takeSorted();
     }
     checkParameters(chunk, findings);
-    checkStates(chunk, bytes.getSize(), findings);
+    checkStates(chunk, bytes, findings);
     checkInstruments(chunk, installed, findings);
     if (isInBanks)
         checkNames(chunk, file, findings);

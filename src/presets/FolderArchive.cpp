@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "FolderArchive.h"
-
-#include "PresetDocument.h"
+#include "presets/FolderArchive.h"
 
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
@@ -10,9 +8,9 @@
 #include "presets/PresetFiles.h"
 #include "presets/PresetNames.h"
 
-#include <cmath>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace quorel
@@ -31,13 +29,6 @@ juce::String quoted(const juce::String& text)
 {
     return "\"" + text + "\"";
 }
-
-/** A preset on its way from an archive into a folder. */
-struct Arrival
-{
-    juce::String name;
-    PresetDocument document;
-};
 
 /** What an entry's name says. */
 struct EntryName
@@ -101,91 +92,28 @@ juce::Result unpack(juce::ZipFile& zip, int index, juce::int64 mostBytes, juce::
     return juce::Result::ok();
 }
 
-/** All presets of an archive, checked, and the name of their folder. */
-juce::Result readArchive(const juce::File& file, std::vector<Arrival>& arrivals, ImportReport& report)
-{
-    if (!file.existsAsFile())
-        return juce::Result::fail("there is no file " + file.getFullPathName());
-    if (file.getSize() > largestArchive)
-        return juce::Result::fail(file.getFullPathName() + " is too large");
-    juce::ZipFile zip(file);
-    if (zip.getNumEntries() == 0)
-        return juce::Result::fail(file.getFullPathName() + " is no zip archive, or an empty one");
-
-    auto bytesLeft = largestContent;
-    juce::StringArray names;
-    for (int i = 0; i < zip.getNumEntries(); ++i)
-    {
-        const auto& entry = *zip.getEntry(i);
-        std::optional<EntryName> name;
-        if (const auto result = readEntryName(entry, name); result.failed())
-            return result;
-        if (!name.has_value())
-        {
-            if (!entry.filename.endsWithChar('/'))
-                report.passedOver.add(entry.filename);
-            continue;
-        }
-        if (!arrivals.empty() && name->folder != report.folderName)
-            return juce::Result::fail("the archive holds more than one folder");
-        report.folderName = name->folder;
-        if (!names.addIfNotAlreadyThere(name->preset, true))
-            return juce::Result::fail("the archive holds " + quoted(name->preset) + " twice");
-
-        Arrival arrival;
-        arrival.name = name->preset;
-        juce::MemoryBlock bytes;
-        if (const auto result = unpack(zip, i, bytesLeft, bytes); result.failed())
-            return result;
-        bytesLeft -= static_cast<juce::int64>(bytes.getSize());
-        if (const auto result = PresetDocument::parse(bytes, arrival.document); result.failed())
-            return juce::Result::fail(quoted(entry.filename) + ": " + result.getErrorMessage());
-        if (const auto problem = arrival.document.whatStatesLack(); problem.isNotEmpty())
-            return juce::Result::fail(quoted(entry.filename) + ": " + problem);
-        arrivals.push_back(std::move(arrival));
-    }
-    return arrivals.empty() ? juce::Result::fail("the archive holds no presets") : juce::Result::ok();
-}
-
-juce::Result writeAll(const std::vector<Arrival>& arrivals, const juce::File& folder)
-{
-    FolderUpdate update(folder);
-    for (const auto& arrival : arrivals)
-    {
-        const auto name = arrival.name + presetFileEnding;
-        if (const auto result = update.add(name, arrival.document.bytes()); result.failed())
-            return juce::Result::fail("cannot write " + childNamed(folder, name).getFullPathName() + " (" +
-                                      result.getErrorMessage() + "); nothing was imported");
-    }
-    const auto result = update.finish();
-    return result.wasOk() ? result
-                          : juce::Result::fail("cannot write to " + folder.getFullPathName() + " (" +
-                                               result.getErrorMessage() +
-                                               "); the next start tries again what is missing");
-}
 } // namespace
 
-juce::Result exportFolder(const juce::File& folder, const juce::File& archive, int& numPresets)
+juce::Result exportPresets(const juce::Array<juce::File>& presets, const juce::String& folderName,
+                           const juce::File& archive)
 {
-    const auto names = listPresets(folder);
-    numPresets = names.size();
-    if (names.isEmpty())
-        return juce::Result::fail("there are no presets in " + folder.getFullPathName());
-    if (numPresets > mostEntries)
+    if (presets.size() > mostEntries)
         return juce::Result::fail("more presets than an archive can hold");
 
     juce::ZipFile::Builder builder;
     juce::int64 numBytes = 0;
-    for (const auto& name : names)
+    juce::StringArray names;
+    for (const auto& file : presets)
     {
-        const auto file = childNamed(folder, name + presetFileEnding);
         PresetDocument document;
         if (const auto result = PresetDocument::open(file, document); result.failed())
             return result;
         if (const auto problem = document.whatStatesLack(); problem.isNotEmpty())
             return juce::Result::fail(file.getFullPathName() + ": " + problem);
+        if (!names.addIfNotAlreadyThere(file.getFileName(), true))
+            return juce::Result::fail("two presets are called " + quoted(file.getFileName()));
         numBytes += file.getSize();
-        builder.addFile(file, bestCompression, folder.getFileName() + "/" + file.getFileName());
+        builder.addFile(file, bestCompression, folderName + "/" + file.getFileName());
     }
     if (numBytes > largestContent)
         return juce::Result::fail("the presets are too large for one archive");
@@ -202,44 +130,98 @@ juce::Result exportFolder(const juce::File& folder, const juce::File& archive, i
     return result.wasOk() ? result : cannotWrite(result.getErrorMessage());
 }
 
-juce::Result importFolder(const juce::File& archive, const juce::File& banksFolder,
-                          const ImportOptions& options, ImportReport& report)
+juce::Result FolderArchive::read(const juce::File& file, FolderArchive& archive)
 {
-    std::vector<Arrival> arrivals;
-    if (const auto result = readArchive(archive, arrivals, report); result.failed())
+    if (!file.existsAsFile())
+        return juce::Result::fail("there is no file " + file.getFullPathName());
+    if (file.getSize() > largestArchive)
+        return juce::Result::fail(file.getFullPathName() + " is too large");
+    juce::ZipFile zip(file);
+    if (zip.getNumEntries() == 0)
+        return juce::Result::fail(file.getFullPathName() + " is no zip archive, or an empty one");
+    archive = {};
+    if (const auto result = archive.readEntries(zip); result.failed())
         return result;
-    if (options.folderName.isNotEmpty())
-        report.folderName = options.folderName;
-    else if (report.folderName.isEmpty())
-        report.folderName = archive.getFileNameWithoutExtension();
-    report.numPresets = static_cast<int>(arrivals.size());
+    if (archive.folder.isEmpty())
+        archive.folder = file.getFileNameWithoutExtension();
+    return archive.arrivals.empty() ? juce::Result::fail("the archive holds no presets") : juce::Result::ok();
+}
 
-    const auto folder = childNamed(banksFolder, report.folderName);
-    if (folder == juce::File() || report.folderName.startsWithChar('.'))
-        return juce::Result::fail("no folder can be called " + quoted(report.folderName));
-    if (folder.exists() && !folder.isDirectory())
-        return juce::Result::fail(folder.getFullPathName() + " is not a folder");
+juce::Result FolderArchive::readEntries(juce::ZipFile& zip)
+{
+    auto bytesLeft = largestContent;
+    std::set<juce::String> names;
+    for (int i = 0; i < zip.getNumEntries(); ++i)
+    {
+        const auto& entry = *zip.getEntry(i);
+        std::optional<EntryName> name;
+        if (const auto result = readEntryName(entry, name); result.failed())
+            return result;
+        if (!name.has_value())
+        {
+            if (!entry.filename.endsWithChar('/'))
+                others.add(entry.filename);
+            continue;
+        }
+        if (!arrivals.empty() && name->folder != folder)
+            return juce::Result::fail("the archive holds more than one folder");
+        folder = name->folder;
+        if (!names.insert(name->preset.toLowerCase()).second)
+            return juce::Result::fail("the archive holds " + quoted(name->preset) + " twice");
 
+        Arrival arrival;
+        arrival.name = name->preset;
+        juce::MemoryBlock bytes;
+        if (const auto result = unpack(zip, i, bytesLeft, bytes); result.failed())
+            return result;
+        bytesLeft -= static_cast<juce::int64>(bytes.getSize());
+        if (const auto result = PresetDocument::parse(bytes, arrival.document); result.failed())
+            return juce::Result::fail(quoted(entry.filename) + ": " + result.getErrorMessage());
+        if (const auto problem = arrival.document.whatStatesLack(); problem.isNotEmpty())
+            return juce::Result::fail(quoted(entry.filename) + ": " + problem);
+        arrivals.push_back(std::move(arrival));
+    }
+    return juce::Result::ok();
+}
+
+juce::StringArray FolderArchive::namesTaken(const juce::File& banksFolder,
+                                            const juce::String& folderName) const
+{
     juce::StringArray taken;
+    for (const auto& arrival : arrivals)
+        if (childNamed(childNamed(banksFolder, folderName), arrival.name + presetFileEnding).exists())
+            taken.add(arrival.name);
+    return taken;
+}
+
+juce::Result FolderArchive::importTo(const juce::File& banksFolder, const juce::String& folderName)
+{
+    const auto target = childNamed(banksFolder, folderName);
+    if (target == juce::File() || folderName.startsWithChar('.'))
+        return juce::Result::fail("no folder can be called " + quoted(folderName));
+    if (target.exists() && !target.isDirectory())
+        return juce::Result::fail(target.getFullPathName() + " is not a folder");
+
+    FolderUpdate update(target);
     for (auto& arrival : arrivals)
     {
         const auto& chunk = arrival.document.chunk();
         if (chunkName(chunk.presetName) != chunkName(arrival.name) ||
-            chunkName(chunk.folderName) != chunkName(report.folderName))
+            chunkName(chunk.folderName) != chunkName(folderName))
         {
             arrival.document.setPresetName(arrival.name);
-            arrival.document.setFolderName(report.folderName);
+            arrival.document.setFolderName(folderName);
         }
-        if (childNamed(folder, arrival.name + presetFileEnding).exists())
-            taken.add(quoted(arrival.name));
+        const auto name = arrival.name + presetFileEnding;
+        if (const auto result = update.add(name, arrival.document.bytes()); result.failed())
+            return juce::Result::fail("cannot write " + childNamed(target, name).getFullPathName() + " (" +
+                                      result.getErrorMessage() + "); nothing was imported");
     }
-    if (!taken.isEmpty() && !options.replace)
-        return juce::Result::fail(
-            quoted(report.folderName) + " has " +
-            (taken.size() == 1 ? juce::String("a preset") : juce::String(taken.size()) + " presets") +
-            " of the same name already, such as " + taken[0] +
-            ": give --replace, or another folder with --folder");
-    return writeAll(arrivals, folder);
+    const auto result = update.finish();
+    return result.wasOk() ? result
+                          : juce::Result::fail("cannot write to " + target.getFullPathName() + " (" +
+                                               result.getErrorMessage() +
+                                               "); the next start tries again what is missing");
 }
 
 } // namespace quorel

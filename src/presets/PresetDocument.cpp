@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "PresetDocument.h"
+#include "presets/PresetDocument.h"
 
 #include "effects/EffectMath.h"
 #include "parameters/ParameterLayout.h"
