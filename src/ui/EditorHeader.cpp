@@ -138,14 +138,26 @@ void EditorHeader::refresh()
         pageKeys[static_cast<size_t>(i)]->setToggleState(static_cast<Page>(i) == page,
                                                          juce::dontSendNotification);
 
-    folderLabel.setText(processor.getFolderName(), juce::dontSendNotification);
-    presetLabel.setText(processor.getPresetName(), juce::dontSendNotification);
+    showNames();
     showComparison();
     showTempo();
 }
 
+void EditorHeader::showNames()
+{
+    shownEdited = processor.getSession().isEdited();
+    folderLabel.setText(processor.getFolderName(), juce::dontSendNotification);
+    presetLabel.setText(processor.getPresetName() + (shownEdited ? " *" : ""), juce::dontSendNotification);
+    const auto& song = processor.getMidiInput().getSong();
+    previewNote.setTooltip(song.isLoaded() ? "Plays " + song.getName() + ". With Shift, the note again"
+                                           : juce::String());
+}
+
 void EditorHeader::update()
 {
+    if (processor.getSession().isEdited() != shownEdited)
+        showNames();
+
     showComparison();
     undoKeys.update();
     showMidi();
@@ -255,7 +267,7 @@ void EditorHeader::buttonClicked(juce::Button* button)
     else if (button == &userGuide)
         openUserGuide();
     else if (button == &previewNote)
-        button->isDown() ? processor.getMidiInput().startAudition() : processor.getMidiInput().endAudition();
+        preview(button->isDown());
     else if (button == &editKey)
         processor.getOriginalComparison().showEdited();
     else if (button == &origKey)
@@ -280,6 +292,25 @@ void EditorHeader::buttonClicked(juce::Button* button)
     if (button == &editKey || button == &origKey || button == &presetPrevious || button == &presetNext ||
         button == &folderPrevious || button == &folderNext)
         host.fullRefresh();
+}
+
+void EditorHeader::preview(bool isDown)
+{
+    auto& input = processor.getMidiInput();
+
+    if (isDown && juce::ModifierKeys::getCurrentModifiers().isShiftDown() && input.getSong().isLoaded())
+    {
+        input.getSong().forget();
+        showNames();
+    }
+    else if (isDown)
+    {
+        input.startAudition();
+    }
+    else
+    {
+        input.endAudition();
+    }
 }
 
 void EditorHeader::showPage(Page page)

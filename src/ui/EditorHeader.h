@@ -45,7 +45,10 @@ private:
     void setUpMenuButton(juce::DrawableButton& button, juce::Rectangle<int> bounds, juce::Label& caption,
                          const juce::String& title);
     void showPage(Page page);
+    void preview(bool isDown);
     void showComparison();
+    /** Names of folder and preset, the latter with a mark where the sound has unsaved edits. */
+    void showNames();
     void showMidi();
     void showTempo();
     void tap();
@@ -76,6 +79,7 @@ private:
     myLabel2 presetLabel;
     UndoKeys undoKeys;
 
+    bool shownEdited = false;
     int shownNote = 0;
     int shownVelocity = 0;
     int shownController = 0;

@@ -19,7 +19,8 @@ constexpr int passMilliseconds = 50;
 } // namespace
 
 SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::function<void(int)> scaleChosen)
-    : processor(pluginProcessor)
+    : FileDrop(*this, pluginProcessor)
+    , processor(pluginProcessor)
     , header(pluginProcessor, *this, images)
     , controlSync(pluginProcessor)
     , scalePercent(scale)

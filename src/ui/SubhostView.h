@@ -5,6 +5,7 @@
 #include "ui/ControlSync.h"
 #include "ui/EditorHeader.h"
 #include "ui/EditorLook.h"
+#include "ui/FileDrop.h"
 #include "ui/VirtualInstrumentUI.h"
 
 #include <array>
@@ -17,7 +18,7 @@ namespace quorel
 /** The contents of the editor, on a fixed layout of 1110 by 786: a header, the strips of the layers and one
     of four pages, or the back panel in front of them. It polls the processor every 50 ms and is never called
     by it. Message thread. */
-class SubhostView : public juce::Component, public EditorHost, private juce::Timer
+class SubhostView : public juce::Component, public EditorHost, public FileDrop, private juce::Timer
 {
 public:
     /** `scale` is in percent; `scaleChosen` is called when the user chooses another. */
@@ -36,6 +37,9 @@ public:
     void followProcessor();
 
     void paint(juce::Graphics& g) override;
+
+    void paintOverChildren(juce::Graphics& g) override { paintDropFrame(g); }
+
     bool keyPressed(const juce::KeyPress& key) override;
     void mouseEnter(const juce::MouseEvent& event) override;
     void mouseExit(const juce::MouseEvent& event) override;

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files dropped on the editor's window, as the window system hands them over.
+#include "EditorTest.h"
+
+#include "platform/FileOperations.h"
+#include "presets/PresetFiles.h"
+#include "ui/EditorColours.h"
+
+namespace quorel::test
+{
+
+class FileDropTest : public EditorTest
+{
+protected:
+    juce::ComponentPeer::DragInfo carrying(const juce::File& file)
+    {
+        juce::ComponentPeer::DragInfo info;
+        info.files.add(file.getFullPathName());
+        info.position = view().getLocalBounds().getCentre();
+        return info;
+    }
+
+    bool isFramed() { return TestWindow::picture(view()).getPixelAt(1, 300) == colours::amber; }
+};
+
+TEST_F(FileDropTest, PresetsLoadAndAMidiFileGoesToThePreviewKey)
+{
+    const auto banks = engine.user.banksFolder();
+    juce::MemoryBlock bytes;
+    ASSERT_TRUE(readWholeFile(presetFileFor(banks, defaultFolderName, defaultPresetName), bytes));
+    ASSERT_TRUE(replaceFile(presetFileFor(banks, "Bank", "dropped"), bytes));
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    open(layersView);
+    auto& peer = *view().getPeer();
+    auto info = carrying(presetFileFor(banks, "Bank", "dropped"));
+    EXPECT_TRUE(peer.handleDragMove(info));
+    EXPECT_TRUE(isFramed());
+    EXPECT_TRUE(peer.handleDragExit(info));
+    EXPECT_FALSE(isFramed());
+    peer.handleDragMove(info);
+    EXPECT_TRUE(peer.handleDragDrop(info));
+    passes();
+    EXPECT_FALSE(isFramed());
+    EXPECT_EQ(engine.processor.getFolderName() + "/" + engine.processor.getPresetName(), "Bank/dropped");
+    EXPECT_FALSE(peer.handleDragMove(carrying(banks.getChildFile("picture.png"))));
+    ASSERT_TRUE(engine.playUntil([this] { return !engine.processor.getSoundChange().isUnderWay(); }, 30000));
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+
+    juce::MidiFile midi;
+    midi.setTicksPerQuarterNote(96);
+    juce::MidiMessageSequence notes;
+    notes.addEvent(juce::MidiMessage::noteOn(1, 60, 0.9f));
+    notes.addEvent(juce::MidiMessage::noteOff(1, 60).withTimeStamp(960));
+    midi.addTrack(notes);
+    juce::MemoryOutputStream out;
+    midi.writeTo(out);
+    const auto song = engine.user.scratch.child("song.mid");
+    ASSERT_TRUE(replaceFile(song, out.getMemoryBlock()));
+    info = carrying(song);
+    peer.handleDragMove(info);
+    EXPECT_TRUE(peer.handleDragDrop(info));
+    passes();
+    engine.playSeconds(0.5);
+    EXPECT_LT(engine.playSeconds(0.2).peak(), 0.0001f) << "not before the key is pressed";
+    window->click(button("Preview note"));
+    EXPECT_GT(engine.playSeconds(1.0).peak(), 0.001f) << "also after the key is up";
+    EXPECT_TRUE(engine.processor.getMidiInput().getSong().isPlaying());
+    window->click(button("Preview note"));
+    engine.playSeconds(0.1);
+    EXPECT_FALSE(engine.processor.getMidiInput().getSong().isPlaying()) << "a second press stops it";
+}
+
+TEST_F(FileDropTest, TheNameShowsThatThereAreUnsavedEdits)
+{
+    open(layersView);
+    EXPECT_EQ(labelText("Preset"), "Default Preset");
+    engine.processor.setParameterFromUi(slot::masterVolume, 0.4f);
+    passes();
+    EXPECT_EQ(labelText("Preset"), "Default Preset *");
+    ASSERT_TRUE(engine.processor.getPresetStorage().save({}, true));
+    passes();
+    EXPECT_EQ(labelText("Preset"), "Default Preset");
+}
+
+} // namespace quorel::test
