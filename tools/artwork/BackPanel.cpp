@@ -13,7 +13,7 @@ namespace
 {
 
 const auto ink = rgb(0x1c1c1e);
-const auto inkDim = rgb(0x55565a);
+const auto inkDim = rgb(0x38393c);
 
 /** A line cut into the metal around a group, with the group's title in its upper edge. */
 void group(juce::Graphics& g, Rect area, const juce::String& title)

@@ -2,7 +2,9 @@
 #include "ImageBlock.h"
 
 #include "Canvas.h"
+#include "Palette.h"
 #include "PngWriter.h"
+#include "common/TextContrast.h"
 #include "resources/ImageList.h"
 
 #include <stdexcept>
@@ -30,6 +32,18 @@ void paint(const Canvas& canvas)
     throw std::runtime_error("nothing draws " + canvas.name.toStdString());
 }
 
+/** Refuses print that is hard to read. What an image leaves open lies on the chassis. */
+void checkPrint(const juce::String& image, TextWatch& watch)
+{
+    juce::StringArray faint;
+    for (const auto& text : watch.texts())
+        if (const float contrast = text.contrast(palette::chassisTop); contrast < leastContrast)
+            faint.add("\"" + text.text + "\" has a contrast of " + juce::String(contrast, 1) + ":1");
+    faint.removeDuplicates(false);
+    if (!faint.isEmpty())
+        throw std::runtime_error((image + ": " + faint.joinIntoString(", ")).toStdString());
+}
+
 /** Frames `first` to `first` + `count` - 1, one under the other or side by side, at `scale` pixels to a
     layout pixel. */
 juce::Image draw(const ImageListing& listing, int first, int count, int scale, bool sideBySide)
@@ -40,13 +54,15 @@ juce::Image draw(const ImageListing& listing, int first, int count, int scale, b
                       sideBySide ? height : height * count, true, juce::SoftwareImageType());
     for (int i = 0; i < count; ++i)
     {
-        juce::Graphics g(image);
+        TextWatch watch(image);
+        juce::Graphics g(watch);
         g.addTransform(juce::AffineTransform::scale(static_cast<float>(scale))
                            .translated(static_cast<float>(sideBySide ? i * width : 0),
                                        static_cast<float>(sideBySide ? 0 : i * height)));
         g.reduceClipRegion(0, 0, listing.width, listing.frameHeight());
         const auto name = juce::String(listing.name).dropLastCharacters(4);
         paint({g, name, listing.width, listing.frameHeight(), first + i, listing.frames});
+        checkPrint(name, watch);
     }
     return image;
 }

@@ -31,7 +31,8 @@ inline const juce::Colour glassBottom = rgb(0x111112);
 
 // Print.
 inline const juce::Colour print = rgb(0xc9c5bb);
-inline const juce::Colour printDim = rgb(0x8f8c85);
+inline const juce::Colour printDim = rgb(0xaaa79f);
+/** For marks; text in it would be too faint. */
 inline const juce::Colour printFaint = rgb(0x66645f);
 
 // Light.

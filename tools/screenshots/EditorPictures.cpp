@@ -133,17 +133,50 @@ void EditorPictures::settle()
     pumpUntil([] { return false; }, settleMillis);
 }
 
-juce::Image EditorPictures::picture(float scale)
+juce::String EditorPictures::textAt(juce::Point<float> point) const
 {
-    auto image = editor->createComponentSnapshot(editor->getLocalBounds(), true, scale);
-    if (auto* menu = juce::Component::getCurrentlyModalComponent())
+    juce::String text;
+    // Captions often let the mouse through, so the component under it isn't theirs.
+    findShown(
+        *editor,
+        [&](juce::Component& component)
+        {
+            if (!component.getLocalBounds().toFloat().contains(component.getLocalPoint(editor.get(), point)))
+                return false;
+            if (auto* label = dynamic_cast<juce::Label*>(&component))
+                text = label->getText();
+            else if (auto* button = dynamic_cast<juce::ImageButton*>(&component))
+                text = button->getButtonText();
+            return text.isNotEmpty();
+        });
+    return text;
+}
+
+EditorPictures::Picture EditorPictures::picture(float scale)
+{
+    const auto bounds = editor->getLocalBounds().toFloat() * scale;
+    juce::Image image(juce::Image::RGB, juce::roundToInt(bounds.getWidth()),
+                      juce::roundToInt(bounds.getHeight()), true, juce::SoftwareImageType());
+    TextWatch watch(image);
+    juce::Graphics g(watch);
+    g.addTransform(juce::AffineTransform::scale(scale));
+    editor->paintEntireComponent(g, true);
+
+    auto& modal = *juce::ModalComponentManager::getInstance();
+    for (int i = modal.getNumModalComponents(); --i >= 0;)
     {
-        juce::Graphics g(image);
-        const auto place = editor->getLocalPoint(nullptr, menu->getScreenPosition()).toFloat() * scale;
-        g.drawImageTransformed(menu->createComponentSnapshot(menu->getLocalBounds(), true, scale),
-                               juce::AffineTransform::translation(place));
+        auto& menu = *modal.getModalComponent(i);
+        const juce::Graphics::ScopedSaveState state(g);
+        g.setOrigin(editor->getLocalPoint(nullptr, menu.getScreenPosition()));
+        g.reduceClipRegion(menu.getLocalBounds());
+        menu.paintEntireComponent(g, true);
     }
-    return image;
+
+    auto texts = watch.texts();
+    for (auto& text : texts)
+        if (text.text.isEmpty())
+            text.text = textAt(text.area.getCentre() / scale);
+    return {image, std::move(texts)};
 }
 
 void EditorPictures::openWindow()

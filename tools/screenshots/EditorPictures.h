@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "common/TextContrast.h"
 #include "engine/PluginProcessor.h"
 #include "ui/PluginEditor.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <memory>
+#include <vector>
 
 namespace quorel
 {
@@ -41,8 +43,15 @@ public:
     /** Lets timers and repaints catch up. */
     void settle();
 
-    /** The editor, and in front of it the menu that is open if one is; `scale` pixels to a layout pixel. */
-    juce::Image picture(float scale);
+    struct Picture
+    {
+        juce::Image image;
+        std::vector<PaintedText> texts;
+    };
+
+    /** The editor, and in front of it the menus that are open; `scale` pixels to a layout pixel. All texts that
+        aren't the artwork's have their characters. */
+    Picture picture(float scale);
     static void closeMenus();
     /** Waits for a menu that is about to open. */
     static bool isMenuOpen();
@@ -52,6 +61,8 @@ public:
 
 private:
     juce::Component* find(const juce::String& title) const;
+    /** What the component at a point of the editor says, for text that is drawn as masks. */
+    juce::String textAt(juce::Point<float> point) const;
 
     PluginProcessor& processor;
     std::unique_ptr<PluginEditor> editor;

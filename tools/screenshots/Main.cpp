@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// quorel-screenshots: writes a PNG of every page, panel and mode of the editor. Needs a display, but no
-// window manager.
+// quorel-screenshots: writes a PNG of every page, panel and mode of the editor, and fails where a text has less
+// contrast than it takes to read it. Needs a display, but no window manager.
 #include "EditorPictures.h"
 #include "Scenes.h"
 
@@ -49,6 +49,22 @@ int tell(const juce::String& text)
     return exitFailed;
 }
 
+/** Tells of all text that is hard to read. Returns the exit code. */
+int checkTexts(const juce::String& name, int scale, const std::vector<PaintedText>& texts)
+{
+    int result = exitFine;
+    for (const auto& text : texts)
+    {
+        const float contrast = text.contrast();
+        if (contrast >= leastContrast)
+            continue;
+        const auto place = (text.area.getPosition() * (100.0f / static_cast<float>(scale))).toInt();
+        result = tell(name + ": \"" + text.text + "\" at " + place.toString() + " has a contrast of " +
+                      juce::String(contrast, 2) + ":1, and wants " + juce::String(leastContrast, 1) + ":1");
+    }
+    return result;
+}
+
 int work(const Options& options)
 {
     const auto folder = fileOf(options.output);
@@ -75,9 +91,13 @@ int work(const Options& options)
         editor.settle();
         for (const int scale : options.scales)
         {
-            const auto file = folder.getChildFile(scene.name + "-" + juce::String(scale) + ".png");
-            if (!writePng(editor.picture(static_cast<float>(scale) / 100.0f), file))
+            const auto name = scene.name + "-" + juce::String(scale);
+            const auto file = folder.getChildFile(name + ".png");
+            const auto picture = editor.picture(static_cast<float>(scale) / 100.0f);
+            if (!writePng(picture.image, file))
                 throw ToolFailure("cannot write " + file.getFullPathName());
+            if (const int faint = checkTexts(name, scale, picture.texts); faint != exitFine)
+                result = faint;
         }
         EditorPictures::closeMenus();
     }
