@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/TEQScreen.h"
 
+#include "ui/EditorColours.h"
 #include "ui/widgets/ParameterAccessibility.h"
 #include "ui/widgets/WidgetTools.h"
 
@@ -25,8 +26,6 @@ constexpr float runTolerance = 0.2f;
 
 const juce::Colour groundColour{0xff000000};
 const juce::Colour middleColour{0xff134108};
-const std::array<juce::Colour, numEqBands> bandColours{juce::Colour(0xff2bc900), juce::Colour(0xff0a6aa2),
-                                                       juce::Colour(0xffa40ac5)};
 
 double angleOf(double normalisedFrequency)
 {
@@ -40,6 +39,7 @@ TEQScreen::TEQScreen(juce::Rectangle<int> bounds, int unit, const std::array<CBi
     , processor(pluginProcessor)
     , base(eqBase(unit))
     , fills(bandFills)
+    , grid(bounds.getWidth(), bounds.getHeight())
 {
     setUpControl(*this, "EQlcd", noParameter);
     setTitle(unit == masterEqUnit ? "Master EQ curve" : "Layer" + juce::String(unit + 1) + " EQ curve");
@@ -144,13 +144,14 @@ void TEQScreen::paintCurve(juce::Graphics& g, int band) const
     for (const auto& run : curve.runs)
         path.lineTo(static_cast<float>(run.x), run.y);
     path.lineTo(static_cast<float>(getWidth()), curve.end);
-    g.setColour(bandColours[static_cast<size_t>(band)]);
+    g.setColour(colours::eqBands[static_cast<size_t>(band)]);
     g.strokePath(path, juce::PathStrokeType(1.0f));
 }
 
 void TEQScreen::paint(juce::Graphics& g)
 {
     g.fillAll(groundColour);
+    grid.paint(g);
     for (int band = 0; band < numEqBands; ++band)
     {
         updateCurve(band);
@@ -164,7 +165,7 @@ void TEQScreen::paint(juce::Graphics& g)
 
     for (size_t band = 0; band < curves.size(); ++band)
     {
-        g.setColour(bandColours[band]);
+        g.setColour(colours::eqBands[band]);
         g.drawEllipse(juce::Rectangle<float>(handleSize, handleSize).withCentre(curves[band].handle), 1.0f);
     }
 }

@@ -3,6 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "resources/CBitmap.h"
+#include "ui/EqGrid.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -76,6 +77,7 @@ private:
     PluginProcessor& processor;
     const int base;
     const std::array<CBitmap, numEqBands>& fills;
+    const EqGrid grid;
     /** cos(w) and cos(2 w) of each pixel column's frequency. */
     std::vector<double> cosW;
     std::vector<double> cos2W;

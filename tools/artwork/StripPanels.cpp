@@ -6,8 +6,6 @@
 #include "Print.h"
 #include "ui/Geometry.h"
 
-#include <cmath>
-
 namespace quorel::artwork
 {
 namespace
@@ -22,24 +20,6 @@ void tiny(juce::Graphics& g, const juce::String& text, float x, float baseline, 
 {
     print(g, text, x, baseline, {Face::condensed, capitals::tiny, colour, 0.05f},
           juce::Justification::horizontallyCentred);
-}
-
-/** Frequencies under an EQ's screen, whose ten octaves start at 20 Hz. */
-void printFrequencies(juce::Graphics& g, Rect screen, float baseline)
-{
-    for (const auto& [hertz, text] : {std::pair{50, "50"},
-                                      {100, "100"},
-                                      {200, "200"},
-                                      {500, "500"},
-                                      {1000, "1K"},
-                                      {2000, "2K"},
-                                      {5000, "5K"},
-                                      {10000, "10K"}})
-    {
-        const float x =
-            screen.getX() + screen.getWidth() * std::log2(static_cast<float>(hertz) / 20.0f) / 10.0f;
-        tiny(g, text, x, baseline, palette::printDim);
-    }
 }
 
 /** All panels fill the same part of the strip, whatever their images' own tops. */
@@ -70,7 +50,7 @@ void printKeyRange(juce::Graphics& g)
     field(g, {606, 49, 140, 45});
     field(g, {606, 96, 140, 45});
     field(g, {931, 66, 100, 45});
-    // The captions are dim bitmap type: they stand on black.
+    // The captions are bitmap type on glass.
     namespace s = geometry::strip;
     for (const auto& area : {s::keyRangeCaption, s::velocityRangeCaption, s::transposeCaption})
     {
@@ -93,7 +73,7 @@ void printZones(juce::Graphics& g)
         const auto left = static_cast<float>(geometry::strip::zoneOn(first).x);
         const auto box = [first](int n)
         { return static_cast<float>(geometry::strip::zoneBox(first, n).x) + 22; };
-        field(g, {left - 8, 38, 288, 119});
+        field(g, {left - 8, 38, 288, 112});
         constexpr float baseline = 49;
         tiny(g, "ON", left + switchSize / 2, baseline, palette::print);
         tiny(g, "ZONE", left + 40, baseline, palette::print);
@@ -150,8 +130,6 @@ void printEq(juce::Graphics& g, Rect frame, bool master)
 
     const auto screen = (master ? eq::masterScreen : eq::screen).toFloat();
     glass(g, screen.expanded(2), 2);
-    // A layer's has no room below.
-    printFrequencies(g, screen, master ? screen.getBottom() + 11.0f : screen.getY() - 3.0f);
 
     const auto switches = {std::pair{master ? eq::masterOn : eq::on, "EQ ON"},
                            {master ? eq::masterLowPassOn : eq::lowPassOn, "LP ON"},
