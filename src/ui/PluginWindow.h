@@ -3,6 +3,7 @@
 
 #include "hosting/VirtualInstrument.h"
 #include "ui/EditorLook.h"
+#include "ui/ParameterListLook.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -32,8 +33,7 @@ private:
 
     /** Keeps the look that the window was made with. */
     EditorLook look;
-    /** For the list of parameters, which the editor's look, grey on black, would leave unreadable. */
-    juce::LookAndFeel_V4 listLook;
+    ParameterListLook listLook;
     VirtualInstrument& layer;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginWindow)
