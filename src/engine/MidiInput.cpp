@@ -13,6 +13,9 @@ namespace
 constexpr int auditionChannel = 1;
 constexpr int auditionNote = 60;
 constexpr juce::uint8 auditionVelocity = 127;
+// Controllers.
+constexpr int allSoundOff = 120;
+constexpr int allNotesOff = 123;
 } // namespace
 
 MidiInput::MidiInput(ControllerMap& controllerMap)
@@ -53,7 +56,10 @@ const juce::MidiBuffer& MidiInput::collect(juce::MidiBuffer& midi, int numSample
     song.addBlock(forLayers, numSamples, sampleRate);
 
     if (panicRequested.exchange(false))
+    {
+        monitor.allNotesOff();
         addSilencingEvents(forLayers);
+    }
 
     return forLayers;
 }
@@ -73,8 +79,14 @@ void MidiInput::note(const juce::MidiMessageMetadata& event)
     {
         monitor.noteOn(channel, first, second);
     }
+    else if (status == 0x80 || status == 0x90)
+    {
+        monitor.noteOff(first);
+    }
     else if (status == 0xb0)
     {
+        if (first == allSoundOff || first == allNotesOff)
+            monitor.allNotesOff();
         monitor.controller(first, second);
         controllers.controllerReceived(first, second);
     }

@@ -7,6 +7,11 @@ namespace quorel
 namespace
 {
 constexpr auto relaxed = std::memory_order_relaxed;
+
+constexpr std::uint64_t bitOf(int note) noexcept
+{
+    return std::uint64_t{1} << (note % 64);
+}
 } // namespace
 
 void copyEvents(const juce::MidiBuffer& source, juce::MidiBuffer& destination)
@@ -32,6 +37,18 @@ void MidiMonitor::noteOn(int channel, int note, int velocity) noexcept
     noteVelocity.store(velocity, relaxed);
     noteNumber.store(note, relaxed);
     noteChannel.store(channel, relaxed);
+    held[static_cast<size_t>(note / 64)].fetch_or(bitOf(note), relaxed);
+}
+
+void MidiMonitor::noteOff(int note) noexcept
+{
+    held[static_cast<size_t>(note / 64)].fetch_and(~bitOf(note), relaxed);
+}
+
+void MidiMonitor::allNotesOff() noexcept
+{
+    for (auto& word : held)
+        word.store(0, relaxed);
 }
 
 void MidiMonitor::controller(int number, int value) noexcept

@@ -3,19 +3,32 @@
 
 #include <juce_audio_basics/juce_audio_basics.h>
 
+#include <array>
 #include <atomic>
+#include <cstdint>
 
 namespace quorel
 {
 
-/** The last note and the last controller seen, for the editor's display. Read from any thread. */
+/** The last note and the last controller seen, and the notes that are held, for the editor's display. Read from
+    any thread. */
 class MidiMonitor
 {
 public:
     /** Audio thread. Channel 1 to 16. */
     void noteOn(int channel, int note, int velocity) noexcept;
+    /** Audio thread. A note is held until the first note-off on any channel. */
+    void noteOff(int note) noexcept;
+    /** Audio thread. */
+    void allNotesOff() noexcept;
     /** Audio thread. */
     void controller(int number, int value) noexcept;
+
+    /** Bit `note % 64` of word `note / 64`. */
+    std::uint64_t heldNotes(int word) const noexcept
+    {
+        return held[static_cast<std::size_t>(word)].load(std::memory_order_relaxed);
+    }
 
     int lastNoteNumber() const noexcept { return noteNumber.load(std::memory_order_relaxed); }
 
@@ -33,6 +46,7 @@ private:
     std::atomic<int> noteVelocity{0};
     std::atomic<int> controllerNumber{0};
     std::atomic<int> controllerValue{0};
+    std::array<std::atomic<std::uint64_t>, 2> held{};
 };
 
 /** Bytes kept ready for a block's MIDI: a denser block makes the buffers grow once. */

@@ -129,6 +129,9 @@ inline const Point keyMax{680, 72};
 inline const Box velocityRangeCaption = edges(620, 100, 770, 116);
 inline const Point velocityMin{640, 120};
 inline const Point velocityMax{680, 120};
+/** Under the fields: the white keys of ten octaves and a half, 6 pixels each. */
+inline const Box keyboard{606, 144, 450, 17};
+inline const Box zoneKeyboard{574, 152, 450, 10};
 inline const Box transposeCaption = edges(945, 70, 1095, 86);
 inline const Point transpose{945, 90};
 inline const Point transposeDown{982, 93};
@@ -257,6 +260,9 @@ inline Box label(int j)
     const int top = j < 5 ? 251 : 314;
     return edges(458 + 52 * i, top, 508 + 52 * i, top + 10);
 }
+
+/** Where the knobs are, of a slot without a type. */
+inline const Box emptyText = edges(450, 262, 750, 275);
 
 /** Step row `n` of the rhythm gate: left and right channel. */
 inline Box stepRow(int n)

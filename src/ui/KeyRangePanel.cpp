@@ -33,6 +33,7 @@ KeyRangePanel::KeyRangePanel(PluginProcessor& pluginProcessor, EditorHost& edito
                 transposeTextAdjust)
     , transposeDown(at(geometry::strip::transposeDown), this, &images.arrowMidLeft, processor)
     , transposeUp(at(geometry::strip::transposeUp), this, &images.arrowMidRight, processor)
+    , keyboard(geometry::strip::keyboard, layer, KeyboardStrip::Source::range, processor)
 {
     keyMin.noteNames = true;
     keyMax.noteNames = true;
@@ -42,13 +43,15 @@ KeyRangePanel::KeyRangePanel(PluginProcessor& pluginProcessor, EditorHost& edito
     transposeUp.setTitle("Transpose up");
 
     addControls({&keyCaption, &keyMin, &keyMax, &velocityCaption, &velocityMin, &velocityMax,
-                 &transposeCaption, &transpose, &transposeDown, &transposeUp});
+                 &transposeCaption, &transpose, &transposeDown, &transposeUp, &keyboard});
 }
 
 void KeyRangePanel::refresh()
 {
     for (auto* box : {&keyMin, &keyMax, &velocityMin, &velocityMax, &transpose})
         box->update(processor.readParameter(parameterOf(*box)));
+
+    keyboard.follow();
 }
 
 void KeyRangePanel::buttonClicked(juce::Button* button)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/KeyboardStrip.h"
 #include "ui/StripPanel.h"
 #include "ui/widgets/myButton.h"
 #include "ui/widgets/myIntBox2.h"
@@ -32,6 +33,7 @@ private:
     myIntBox2 transpose;
     myButton transposeDown;
     myButton transposeUp;
+    KeyboardStrip keyboard;
 };
 
 } // namespace quorel

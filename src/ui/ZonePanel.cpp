@@ -10,7 +10,9 @@ ZonePanel::ZonePanel(PluginProcessor& pluginProcessor, EditorHost& editorHost,
                      const EditorImages& editorImages, int layerIndex)
     : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex, &editorImages.panelZones,
                  geometry::strip::panelY[1])
+    , keyboard(geometry::strip::zoneKeyboard, layer, KeyboardStrip::Source::zones, processor)
 {
+    addAndMakeVisible(keyboard);
     constexpr const char* boxTitles[] = {"lowest key", "highest key", "lowest velocity", "highest velocity"};
 
     for (int i = 0; i < numZones; ++i)
@@ -48,6 +50,8 @@ void ZonePanel::refresh()
         for (auto& box : zone.boxes)
             box->update(processor.readParameter(parameterOf(*box)));
     }
+
+    keyboard.follow();
 }
 
 } // namespace quorel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/KeyboardStrip.h"
 #include "ui/StripPanel.h"
 #include "ui/widgets/myIntBox2.h"
 #include "ui/widgets/myOnOff.h"
@@ -31,6 +32,7 @@ private:
     };
 
     std::array<Zone, numZones> zones;
+    KeyboardStrip keyboard;
 };
 
 } // namespace quorel

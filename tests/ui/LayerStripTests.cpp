@@ -7,6 +7,7 @@
 #include "parameters/ParameterText.h"
 #include "presets/PresetFiles.h"
 #include "support/FaultyInstruments.h"
+#include "ui/KeyboardStrip.h"
 #include "ui/PluginWindow.h"
 #include "ui/widgets/myIntBox2.h"
 
@@ -191,6 +192,54 @@ TEST_F(LayerStripTest, DrumModeSwitchesBetweenRangeAndZones)
     EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumMode), 1.0f);
     EXPECT_FLOAT_EQ(engine.getLayer(1, layerSlot::drumPage), 0.1f);
     EXPECT_TRUE(button("Layer 2 key range panel").getToggleState());
+}
+
+TEST_F(LayerStripTest, TheKeyboardShowsRangeZonesAndHeldNotes)
+{
+    // White keys of 6 pixels, the first for note 0.
+    KeyboardStrip range({0, 0, 450, 17}, 0, KeyboardStrip::Source::range, engine.processor);
+    KeyboardStrip zones({0, 0, 450, 10}, 0, KeyboardStrip::Source::zones, engine.processor);
+    const auto lightOf = [](KeyboardStrip& strip, int whiteKey)
+    {
+        strip.follow();
+        return TestWindow::picture(strip).getPixelAt(6 * whiteKey + 2, strip.getHeight() - 4);
+    };
+    constexpr int middleC = 60, whiteOfMiddleC = 35;
+    engine.setLayer(0, layerSlot::keyMin, middleC / 127.0f + 0.001f);
+    engine.setLayer(0, layerSlot::keyMax, 72 / 127.0f + 0.001f);
+    for (int zone = 0; zone < numZones; ++zone)
+        engine.setLayer(0, layerSlot::zoneOn + zone, zone == 0 ? 1.0f : 0.0f);
+    engine.setLayer(0, layerSlot::zoneKeys, middleC / 127.0f + 0.001f);
+    engine.setLayer(0, layerSlot::zoneKeys + 1, middleC / 127.0f + 0.001f);
+
+    const auto played = lightOf(range, whiteOfMiddleC);
+    EXPECT_EQ(lightOf(range, whiteOfMiddleC + 7), played);
+    EXPECT_LT(lightOf(range, whiteOfMiddleC + 8).getBrightness(), played.getBrightness() - 0.2f);
+    EXPECT_LT(lightOf(range, whiteOfMiddleC - 1).getBrightness(), played.getBrightness() - 0.2f);
+    EXPECT_EQ(lightOf(zones, whiteOfMiddleC), played);
+    EXPECT_NE(lightOf(zones, whiteOfMiddleC + 1), played);
+    engine.setLayer(0, layerSlot::zoneOn, 0.0f);
+    EXPECT_NE(lightOf(zones, whiteOfMiddleC), played);
+
+    // Held until the note-off, or until everything is silenced; the keys beside it aren't painted.
+    int repaints = 0;
+    range.setVisible(true);
+    range.setCachedComponentImage(new RepaintCount(repaints));
+    const auto repaintsAfter = [&](const juce::MidiMessage& message)
+    {
+        engine.send(message);
+        engine.play();
+        repaints = 0;
+        range.follow();
+        return repaints;
+    };
+    EXPECT_EQ(repaintsAfter(juce::MidiMessage::noteOn(3, middleC, 0.5f)), 1);
+    EXPECT_GT(lightOf(range, whiteOfMiddleC).getSaturation(), 0.7f);
+    EXPECT_EQ(repaintsAfter(juce::MidiMessage::noteOn(3, middleC, 0.7f)), 0) << "nothing new";
+    EXPECT_EQ(repaintsAfter(juce::MidiMessage::noteOff(3, middleC)), 1);
+    EXPECT_EQ(lightOf(range, whiteOfMiddleC), played);
+    EXPECT_EQ(repaintsAfter(juce::MidiMessage::noteOn(3, middleC, 0.5f)), 1);
+    EXPECT_EQ(repaintsAfter(juce::MidiMessage::allNotesOff(3)), 1);
 }
 
 TEST_F(LayerStripTest, TransposeArrowsStepBySemitonesWithinTheRange)
