@@ -3,6 +3,7 @@
 
 #include "effects/FxTypes.h"
 #include "parameters/ParameterCatalogue.h"
+#include "resources/EditorFont.h"
 #include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 
@@ -10,6 +11,7 @@ namespace quorel
 {
 namespace
 {
+constexpr float legendFontHeight = 10.0f;
 constexpr int rhythmGateType = 26;
 /** The rhythm gate keeps the step masks of its left and right channel in this parameter and the next. */
 constexpr int firstStepParameter = 5;
@@ -48,6 +50,11 @@ void FxPage::buildSlot(int block)
         s.type->addItem(fxTypes[static_cast<size_t>(type)].name, type + 1);
     addAndMakeVisible(*s.type);
 
+    s.emptyText = std::make_unique<myLabel>(geometry::fx::emptyText + offset, "Choose a type");
+    s.emptyText->setColour(juce::Label::textColourId, colours::captionText);
+    s.emptyText->setInterceptsMouseClicks(false, false);
+    addChildComponent(*s.emptyText);
+
     constexpr int mixParameters[] = {slot::fxVolume, slot::fxMix, slot::fxPan};
     constexpr const char* mixNames[] = {"Vol", "Mix", "Pan"};
     for (size_t n = 0; n < s.mix.size(); ++n)
@@ -72,6 +79,7 @@ void FxPage::buildSlot(int block)
                            std::make_unique<myLabel>(geometry::fx::label(number) + offset, juce::String())};
         addChildComponent(*s.parameters[j].knob);
         addChildComponent(*s.parameters[j].label);
+        s.parameters[j].label->setColour(juce::Label::textColourId, colours::captionText);
         // Labels reach into the knobs above them.
         s.parameters[j].label->setInterceptsMouseClicks(false, false);
     }
@@ -94,6 +102,34 @@ void FxPage::showKnob(myKnob& knob)
     knob.setValue(value, juce::dontSendNotification);
 }
 
+void FxPage::paint(juce::Graphics& g)
+{
+    constexpr int letterWidth = 16;
+    constexpr int beats = 4;
+    constexpr int beatWidth = 40;
+    constexpr int stepWidth = 10;
+    g.setFont(editorFont(legendFontHeight, true));
+    g.setColour(colours::captionText);
+    for (const auto& s : slots)
+    {
+        if (!s.steps[0]->isVisible())
+            continue;
+        for (const size_t row : {0u, 1u})
+        {
+            const auto steps = s.steps[row]->getBounds();
+            g.drawText(row == 0 ? "L" : "R",
+                       steps.withX(steps.getX() - letterWidth).withWidth(letterWidth - 4),
+                       juce::Justification::centredRight);
+        }
+        // Above the first step of each.
+        const auto first =
+            s.steps[0]->getBounds().translated(0, -stepWidth - 2).withSize(stepWidth, stepWidth);
+        for (int beat = 0; beat < beats; ++beat)
+            g.drawText(juce::String(beat + 1), first.translated(beatWidth * beat, 0),
+                       juce::Justification::centred);
+    }
+}
+
 void FxPage::refresh()
 {
     for (int block = 0; block < numFxBlocks; ++block)
@@ -108,6 +144,7 @@ void FxPage::refreshSlot(int block)
 
     s.on->setToggleState(processor.readParameter(slot::fxOn + block) != 0.0f, juce::dontSendNotification);
     s.type->setSelectedItemIndex(type, juce::dontSendNotification);
+    s.emptyText->setVisible(type == 0);
     for (auto& mix : s.mix)
         showKnob(*mix.knob);
 

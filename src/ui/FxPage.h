@@ -24,6 +24,8 @@ public:
     FxPage(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages);
 
     void refresh() override;
+    /** The legend of step rows. */
+    void paint(juce::Graphics& g) override;
 
     /** Choosing a type switches the slot on, writes the type's start values, and asks for a refresh. */
     void comboBoxChanged(juce::ComboBox* box) override;
@@ -39,6 +41,8 @@ private:
     {
         std::unique_ptr<myOnOff> on;
         std::unique_ptr<myBgMenu> type;
+        /** Shown while there is no type. */
+        std::unique_ptr<myLabel> emptyText;
         /** Volume, mix and pan. */
         std::array<Knob, 3> mix;
         std::array<Knob, numFxParameters> parameters;

@@ -209,6 +209,16 @@ juce::Image TestWindow::picture(juce::Component& component, float scale)
     return component.createComponentSnapshot(component.getLocalBounds(), true, scale);
 }
 
+std::vector<PaintedText> TestWindow::texts(juce::Component& component)
+{
+    juce::Image image(juce::Image::RGB, component.getWidth(), component.getHeight(), true,
+                      juce::SoftwareImageType());
+    TextWatch watch(image);
+    juce::Graphics g(watch);
+    component.paintEntireComponent(g, true);
+    return watch.texts();
+}
+
 bool TestWindow::menuIsOpen()
 {
     return !menuRows().empty();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "common/MessagePump.h"
+#include "common/TextContrast.h"
 #include "support/ProcessorRig.h"
 #include "ui/ControlPage.h"
 #include "ui/EditorImages.h"
@@ -64,6 +65,8 @@ public:
 
     /** What the component paints, `scale` pixels to a layout pixel. */
     static juce::Image picture(juce::Component& component, float scale = 1.0f);
+    /** All text that it paints. */
+    static std::vector<PaintedText> texts(juce::Component& component);
 
     /** Texts of the menu that is open, from the top; those that can't be chosen stand in brackets. Waits for
         the menu. */

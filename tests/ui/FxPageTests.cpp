@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The effects page and the EQ panels, under the mouse, on a real processor.
 #include "EditorRig.h"
-
 #include "effects/FxTypes.h"
 #include "parameters/ParameterCodings.h"
 #include "ui/FxPage.h"
@@ -45,6 +44,16 @@ protected:
     {
         auto* control = window.find(parameter);
         return control != nullptr && control->isShowing();
+    }
+
+    /** True if a slot shows the text. */
+    bool says(int block, const juce::String& text)
+    {
+        const auto slot = geometry::edges(440, 200, 762, 356) + geometry::fx::slotOffset(block);
+        const auto texts = TestWindow::texts(page);
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const PaintedText& painted)
+                           { return painted.text == text && slot.toFloat().contains(painted.area); });
     }
 
     EditorRig rig;
@@ -102,6 +111,8 @@ TEST_F(FxPageTest, SlotsShowWhatTheirTypesHave)
         EXPECT_EQ(shownKnobs(block), knobs) << type;
         const auto* row = dynamic_cast<kappelDisplay*>(window.find(fxParameter(block, 5)));
         EXPECT_EQ(row != nullptr && row->isShowing(), type == kappel) << type;
+        EXPECT_EQ(says(block, "Choose a type"), type == 0) << type;
+        EXPECT_EQ(says(block, "L") && says(block, "R") && says(block, "4"), type == kappel) << type;
         EXPECT_EQ(window.find<juce::ComboBox>(slot::fxType + block)->getText(),
                   juce::String(fxTypes[static_cast<size_t>(type)].name));
         ++block;
@@ -246,6 +257,18 @@ TEST_F(FxPageTest, CurveShowsTheGainAtItsFrequency)
     const auto picture = TestWindow::picture(screen);
     EXPECT_NE(picture.getPixelAt(173, 30), juce::Colours::black);
     EXPECT_EQ(picture.getPixelAt(173, 100), juce::Colours::black);
+
+    // A curve of each hue alone, at its top, can be seen as well as text.
+    for (int band = 0; band < numEqBands; ++band)
+    {
+        for (int other = 0; other < numEqBands; ++other)
+            set(other, 0.5f, 0.4f, other == band ? 0.7f : 0.5f);
+        const auto curve = TestWindow::picture(screen);
+        float best = 0.0f;
+        for (int y = 30; y < 50; ++y)
+            best = juce::jmax(best, contrastOf(curve.getPixelAt(173, y), juce::Colours::black));
+        EXPECT_GE(best, leastContrast) << band;
+    }
 }
 
 TEST_F(FxPageTest, MasterEqControlsStandAndWork)
