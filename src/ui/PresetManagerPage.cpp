@@ -28,6 +28,7 @@ MenuEntries choiceMenu(const char* const (&texts)[size], int present)
     return menu;
 }
 
+constexpr int headGap = 5;
 const juce::Colour headFill{0xff242426};
 const juce::Colour fieldFill{0xff101011};
 } // namespace
@@ -106,6 +107,11 @@ void PresetManagerPage::addCategoryHeads()
         auto& head = heads[static_cast<size_t>(group)];
         head = std::make_unique<myLabelC>(geometry::manager::categoryHeads[group], categoryHeading(group),
                                           &images.textStripA, colours::amber, headFill);
+        // One reaches below the next.
+        if (group + 1 < numCategoryGroups)
+            head->setShownWidth(
+                juce::jmin(head->getWidth(),
+                           geometry::manager::categoryHeads[group + 1].getX() - headGap - head->getX()));
         addChildComponent(*head);
     }
 }

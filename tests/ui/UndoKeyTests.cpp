@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Undo and redo by the arrows of the header and by the keyboard.
+#include "EditorTest.h"
+
+namespace quorel::test
+{
+
+class UndoKeyTest : public EditorTest
+{
+};
+
+TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
+{
+    open(fxView);
+    auto& volume = *window->find<juce::Slider>(slot::masterVolume);
+    auto& mute = *window->find<juce::Button>(slot::masterMute);
+    const float before = engine.get(slot::masterVolume);
+    EXPECT_FALSE(button("Nothing to undo").isEnabled());
+
+    window->drag(volume, {20, 30}, {20, -30});
+    const float after = engine.get(slot::masterVolume);
+    ASSERT_GT(after, before);
+    window->click(mute);
+    window->find<juce::ComboBox>(slot::fxType)->setSelectedItemIndex(5, juce::sendNotificationSync);
+    passes();
+    ASSERT_NE(engine.get(slot::fxType), 0.0f);
+
+    const juce::KeyPress undoKey('z', juce::ModifierKeys::ctrlModifier, 0);
+    const juce::KeyPress redoKey('Z', juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier, 0);
+    view().grabKeyboardFocus();
+    window->key(undoKey);
+    EXPECT_EQ(engine.get(slot::fxType), 0.0f) << "sixteen parameters in one step";
+    passes();
+    window->click(button("Undo " + engine.processor.getParameterName(slot::masterMute)));
+    EXPECT_EQ(engine.get(slot::masterMute), 0.0f);
+    window->key(undoKey);
+    EXPECT_EQ(engine.get(slot::masterVolume), before) << "a drag is one step";
+    passes();
+    EXPECT_EQ(static_cast<float>(volume.getValue()), before);
+    EXPECT_EQ(viewPageOf(engine.processor), Page::effects);
+    EXPECT_FALSE(button("Nothing to undo").isEnabled());
+
+    window->click(button("Redo " + engine.processor.getParameterName(slot::masterVolume)));
+    window->key(redoKey);
+    EXPECT_EQ(engine.get(slot::masterVolume), after);
+    EXPECT_EQ(engine.get(slot::masterMute), 1.0f);
+}
+
+} // namespace quorel::test
