@@ -4,6 +4,7 @@
 #include "engine/EcsMenu.h"
 #include "platform/PlatformSeam.h"
 #include "platform/Version.h"
+#include "ui/EditorColours.h"
 #include "ui/EditorScale.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
@@ -53,7 +54,7 @@ BackScreenView::BackScreenView(PluginProcessor& pluginProcessor, EditorHost& edi
     setUpLabel(version, geometry::back::version, "Version", juce::Colours::black);
     version.setText(productText + versionText() + " " + productVersion, juce::dontSendNotification);
     setUpLabel(scanStatus, geometry::back::rescanStatus, "Scan status", juce::Colours::black);
-    setUpLabel(folderPath, geometry::back::folderPath, "Plug-in folder", juce::Colours::grey);
+    setUpLabel(folderPath, geometry::back::folderPath, "Plug-in folder", colours::brightText);
     folderPath.setColour(juce::Label::backgroundColourId, juce::Colours::black);
     folderPath.setBorderSize({0, pathMargin, 0, pathMargin});
 

@@ -24,7 +24,6 @@ constexpr int rowHeight = 15;
 constexpr std::array<std::pair<int, int>, categoryColumns.size()> columnEdges{
     {{2, 132}, {132, 262}, {265, 390}, {390, 505}, {505, 735}}};
 
-const juce::Colour offColour = juce::Colours::grey;
 const juce::Colour onColour = juce::Colours::white;
 
 constexpr int numWords()
@@ -131,7 +130,7 @@ void CategoryManager::paint(juce::Graphics& g)
             g.fillRect(box);
         }
 
-        g.setColour(on ? onColour : offColour);
+        g.setColour(on ? onColour : colours::captionText);
         g.drawText(categoryName(flag), box.withTrimmedLeft(3), juce::Justification::centredLeft);
 
         if (hasKeyboardFocus(false) && word == cursor)

@@ -2,8 +2,10 @@
 #include "ui/EditorHeader.h"
 
 #include "engine/OriginalComparison.h"
+#include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
+#include "ui/widgets/MenuMark.h"
 
 namespace quorel
 {
@@ -37,11 +39,11 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     , meter(geometry::header::meter)
     , folderPrevious(at(geometry::header::folderPrevious), this, &images.arrowBigLeft, processor)
     , folderNext(at(geometry::header::folderNext), this, &images.arrowBigRight, processor)
-    , folderLabel(geometry::header::folderMenu, "Folder", {}, juce::Colours::grey,
+    , folderLabel(geometry::header::folderMenu, "Folder", {}, colours::brightText,
                   juce::Colours::transparentBlack)
     , presetPrevious(at(geometry::header::presetPrevious), this, &images.arrowBigLeft, processor)
     , presetNext(at(geometry::header::presetNext), this, &images.arrowBigRight, processor)
-    , presetLabel(geometry::header::presetMenu, "Preset", {}, juce::Colours::grey,
+    , presetLabel(geometry::header::presetMenu, "Preset", {}, colours::brightText,
                   juce::Colours::transparentBlack)
     , undoKeys(geometry::header::undoKeys, processor)
 {
@@ -124,6 +126,7 @@ void EditorHeader::setUpMenuButton(juce::DrawableButton& button, juce::Rectangle
     button.setTriggeredOnMouseDown(true);
     addAndMakeVisible(button);
     caption.setInterceptsMouseClicks(false, false);
+    caption.setBorderSize({0, menuMarkRoom, 0, menuMarkRoom});
     addAndMakeVisible(caption);
 }
 

@@ -6,6 +6,7 @@
 #include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"
+#include "ui/widgets/MenuMark.h"
 
 namespace quorel
 {
@@ -24,11 +25,17 @@ juce::String knobNumber(int t)
     return juce::String(t / rowsPerColumn + 1) + "/" + juce::String(t % rowsPerColumn + 1);
 }
 
-/** Takes no more characters than a preset stores. */
+/** Takes no more characters than a preset stores. Smaller than its box is high: the columns' headings stand
+    above it. */
 class NameLabel : public myLabelEdit
 {
 public:
-    using myLabelEdit::myLabelEdit;
+    explicit NameLabel(juce::Rectangle<int> bounds)
+        : myLabelEdit(bounds, nameLabel, {})
+    {
+        constexpr float fontHeight = 12.5f;
+        setFont(juce::Font(fontHeight, juce::Font::bold));
+    }
 
 private:
     juce::TextEditor* createEditorComponent() override
@@ -51,6 +58,7 @@ MultiControlPage::TargetButton::TargetButton(const juce::String& name, const CBi
 void MultiControlPage::TargetButton::paintButton(juce::Graphics& g, bool, bool)
 {
     frame.paint(g, getLocalBounds().toFloat());
+    drawMenuMark(g, getLocalBounds());
 }
 
 MultiControlPage::HoldSwitch::HoldSwitch(juce::Rectangle<int> bounds, MultiControlPage& page, int t,
@@ -92,7 +100,7 @@ void MultiControlPage::addColumn(int column)
     addAndMakeVisible(*fader);
 
     auto& name = names[static_cast<size_t>(column)];
-    name = std::make_unique<NameLabel>(geometry::multi::name(column), nameLabel, juce::String());
+    name = std::make_unique<NameLabel>(geometry::multi::name(column));
     name->setComponentID(juce::String(column));
     name->setTitle("Name of multi fader " + juce::String(column + 1));
     name->addListener(this);
@@ -119,11 +127,13 @@ void MultiControlPage::addTarget(int column, int row)
 
     const auto line = box.withHeight(geometry::multi::targetLineHeight);
     target.layerLine = std::make_unique<myLabel2>(line, title + " layer and target", juce::String(),
-                                                  colours::captionText, colours::sunken);
+                                                  colours::brightText, juce::Colours::transparentBlack);
     target.nameLine = std::make_unique<myLabel2>(line.translated(0, geometry::multi::targetLineStep),
                                                  title + " hosted parameter", juce::String(),
-                                                 colours::captionText, colours::sunken);
+                                                 colours::brightText, juce::Colours::transparentBlack);
 
+    // The second line ends at the mark.
+    target.nameLine->setBorderSize({0, menuMarkRoom, 0, menuMarkRoom});
     addControls({target.knob.get(), target.hold.get(), target.button.get(), target.layerLine.get(),
                  target.nameLine.get()});
 

@@ -15,9 +15,8 @@ constexpr int textInset = 5;
 constexpr float fontHeight = 12.0f;
 constexpr int rowsPerWheelStep = 3;
 
-const juce::Colour textColour = juce::Colours::grey;
 /** Selected entries have it too, as their ground is lighter. */
-const juce::Colour hoverColour{0xffb0b0b0};
+const juce::Colour hoverColour{0xffc4c4c4};
 const juce::Colour currentColour = juce::Colours::white;
 } // namespace
 
@@ -215,7 +214,7 @@ void RowGrid::paint(juce::Graphics& g)
         g.setColour(isCurrent(index)     ? currentColour
                     : index == lastClick ? colours::brightText
                     : raised             ? hoverColour
-                                         : textColour);
+                                         : colours::captionText);
         paintEntry(g, index, box);
 
         if (hasKeyboardFocus(false) && index == cursor)

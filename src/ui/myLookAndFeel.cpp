@@ -3,6 +3,7 @@
 
 #include "resources/EditorFont.h"
 #include "ui/EditorColours.h"
+#include "ui/widgets/MenuMark.h"
 
 namespace quorel
 {
@@ -30,9 +31,7 @@ constexpr int tallLabelLines = 3;
 constexpr float tallLabelScale = 0.7f;
 
 const juce::Colour buttonColour{0xff303030};
-const juce::Colour brightText{0xffc0c0c0};
 constexpr float selectionAlpha = 0.4f;
-constexpr float informationAlpha = 0.65f;
 
 constexpr float scrollBarThickness = 8.0f;
 
@@ -82,29 +81,27 @@ myLookAndFeel::myLookAndFeel()
 
 void myLookAndFeel::setColours()
 {
-    constexpr float textAlpha = 0.9f;
-    const auto grey = juce::Colours::grey;
-
     setColour(juce::Label::backgroundColourId, juce::Colours::transparentBlack);
-    setColour(juce::Label::textColourId, grey.withAlpha(textAlpha));
+    setColour(juce::Label::textColourId, colours::brightText);
     setColour(juce::ComboBox::backgroundColourId, juce::Colours::black.withAlpha(0.0f));
-    setColour(juce::ComboBox::textColourId, grey);
+    setColour(juce::ComboBox::textColourId, colours::brightText);
     setColour(juce::PopupMenu::backgroundColourId, juce::Colours::black);
-    setColour(juce::PopupMenu::textColourId, grey.withAlpha(textAlpha));
+    setColour(juce::PopupMenu::textColourId, colours::brightText);
+    setColour(juce::PopupMenu::headerTextColourId, colours::captionText);
     setColour(juce::PopupMenu::highlightedBackgroundColourId, buttonColour);
     setColour(juce::PopupMenu::highlightedTextColourId, juce::Colours::white);
     setColour(juce::ScrollBar::trackColourId, juce::Colour(0x30ffffff));
-    setColour(juce::ScrollBar::thumbColourId, grey);
+    setColour(juce::ScrollBar::thumbColourId, juce::Colours::grey);
     setColour(juce::AlertWindow::backgroundColourId, juce::Colours::black);
-    setColour(juce::AlertWindow::textColourId, grey.withAlpha(textAlpha));
+    setColour(juce::AlertWindow::textColourId, colours::brightText);
 
     // Buttons and fields of the boxes.
     setColour(juce::AlertWindow::outlineColourId, colours::raised);
     setColour(juce::TextButton::buttonColourId, buttonColour);
-    setColour(juce::TextButton::textColourOffId, brightText);
-    setColour(juce::TextButton::textColourOnId, brightText);
+    setColour(juce::TextButton::textColourOffId, colours::brightText);
+    setColour(juce::TextButton::textColourOnId, colours::brightText);
     setColour(juce::TextEditor::backgroundColourId, colours::sunken);
-    setColour(juce::TextEditor::textColourId, brightText);
+    setColour(juce::TextEditor::textColourId, colours::brightText);
     setColour(juce::TextEditor::outlineColourId, colours::raised);
     setColour(juce::TextEditor::focusedOutlineColourId, colours::amber);
     setColour(juce::TextEditor::highlightColourId, colours::amber.withAlpha(selectionAlpha));
@@ -172,10 +169,9 @@ void myLookAndFeel::drawPopupMenuItem(juce::Graphics& g, const juce::Rectangle<i
                                       const juce::String& text, const juce::String& shortcutKeyText,
                                       const juce::Drawable* icon, const juce::Colour* textColour)
 {
-    const auto quiet = findColour(juce::PopupMenu::textColourId).withMultipliedAlpha(informationAlpha);
     LookAndFeel_V3::drawPopupMenuItem(g, area, isSeparator, true, isHighlighted && isActive, isTicked,
                                       hasSubMenu, text, shortcutKeyText, icon,
-                                      isActive ? textColour : &quiet);
+                                      isActive ? textColour : &colours::quietText);
 }
 
 juce::Font myLookAndFeel::getComboBoxFont(juce::ComboBox& box)
@@ -199,6 +195,19 @@ void myLookAndFeel::positionComboBoxText(juce::ComboBox& box, juce::Label& label
         label.setBounds(1, 3, box.getWidth() - 2, box.getHeight() - 4);
     }
     label.setFont(font);
+    // Room for the mark of a menu, and as much on the other side.
+    if (box.getHeight() < tallHeight)
+        label.setBorderSize({0, menuMarkRoom, 0, menuMarkRoom});
+}
+
+void myLookAndFeel::drawComboBoxTextWhenNothingSelected(juce::Graphics& g, juce::ComboBox& box,
+                                                        juce::Label& label)
+{
+    g.setColour(colours::quietText);
+    g.setFont(getLabelFont(label));
+    g.drawFittedText(box.getTextWhenNothingSelected(),
+                     getLabelBorderSize(label).subtractedFrom(label.getLocalBounds()),
+                     label.getJustificationType(), 1, label.getMinimumHorizontalScale());
 }
 
 void myLookAndFeel::drawScrollbar(juce::Graphics& g, juce::ScrollBar& bar, int x, int y, int width,

@@ -34,6 +34,8 @@ public:
 
     juce::Font getComboBoxFont(juce::ComboBox& box) override;
     void positionComboBoxText(juce::ComboBox& box, juce::Label& label) override;
+    void drawComboBoxTextWhenNothingSelected(juce::Graphics& g, juce::ComboBox& box,
+                                             juce::Label& label) override;
 
     /** Room between the ends of a scroll bar and those of its track, in pixels. */
     static constexpr int scrollBarMargin = 5;

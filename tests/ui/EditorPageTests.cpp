@@ -77,6 +77,10 @@ TEST_F(EditorTest, EachPageHasItsControlsAndNoneHidesAnother)
         Shown list;
         collectShown(view(), view(), list);
         expectNoneHidden(list);
+        const auto texts = TestWindow::texts(view());
+        EXPECT_GE(texts.size(), 10u);
+        for (const auto& text : texts)
+            EXPECT_GE(text.contrast(), leastContrast) << text.text << " at " << text.area.toString();
         return list;
     };
     // Master volume and mute, four page keys; instrument and mixer of each strip; the four keys of its

@@ -31,6 +31,15 @@ void captionTo(juce::Graphics& g, const juce::String& text, float right, float b
           juce::Justification::right);
 }
 
+/** A menu opens here. */
+void menuMark(juce::Graphics& g, Rect area, juce::Colour colour)
+{
+    juce::Path mark;
+    mark.addTriangle(area.getTopLeft(), area.getTopRight(), {area.getCentreX(), area.getBottom()});
+    g.setColour(colour);
+    g.fillPath(mark);
+}
+
 float centreX(juce::Point<int> knob)
 {
     return static_cast<float>(knob.x) + half;
@@ -62,8 +71,12 @@ void drawHeader(juce::Graphics& g, bool standalone)
     // Sound: what is loaded.
     print(g, standalone ? "LAYERING INSTRUMENT   STANDALONE" : "LAYERING INSTRUMENT", 40, 22,
           {Face::condensed, capitals::tiny, palette::printDim, 0.25f});
-    glass(g, h::presetMenu.toFloat().reduced(0, 2), 3);
-    glass(g, h::folderMenu.toFloat().reduced(0, 2), 3);
+    for (const auto& menu : {h::presetMenu, h::folderMenu})
+    {
+        const auto box = menu.toFloat().reduced(0, 2);
+        glass(g, box, 3);
+        menuMark(g, {box.getRight() - 9, box.getCentreY() - 2, 6, 4}, palette::amber);
+    }
     captionTo(g, "PRESET", static_cast<float>(h::presetMenu.getX()) - 5, 49);
     captionTo(g, "FOLDER", static_cast<float>(h::folderPrevious.x) - 5, 66);
     captionFrom(g, "PREVIEW", static_cast<float>(h::previewNote.x) + 37, 92);
@@ -108,7 +121,7 @@ void printStrip(juce::Graphics& g, int layer)
     print(g, juce::String(layer + 1), 32.5f, 86, {Face::bold, 8, palette::amberBright, 0.0f},
           juce::Justification::horizontallyCentred);
 
-    for (const auto& [at, text] : {std::pair{s::on, "ON"}, {s::solo, "SOLO"}, {s::editor, "EDIT"}})
+    for (const auto& [at, text] : {std::pair{s::on, "ON"}, {s::solo, "SOLO"}, {s::editor, "OPEN"}})
         caption(g, text, static_cast<float>(at.x) + 10, static_cast<float>(at.y) + 28);
     groove(g, {71, 10}, {71, 154});
 
@@ -154,10 +167,7 @@ void printPanelKeys(juce::Graphics& g, int)
         captionFrom(g, text, static_cast<float>(at.x) + 25, static_cast<float>(at.y) + 13);
     // The layout menu opens from here.
     const auto menu = s::layoutMenu.toFloat();
-    juce::Path mark;
-    mark.addTriangle(menu.getX() + 52, 9.5f, menu.getX() + 59, 9.5f, menu.getX() + 55.5f, 13.5f);
-    g.setColour(palette::amberBright);
-    g.fillPath(mark);
+    menuMark(g, {menu.getX() + 52, 9.5f, 7, 4}, palette::amberBright);
     printEasyPanel(g);
 }
 
@@ -176,15 +186,6 @@ void printFxSlots(juce::Graphics& g)
         groove(g, {450, 134}, {750, 134});
         captionFrom(g, "TYPE", static_cast<float>(f::type.x), static_cast<float>(f::type.y) - 5);
         groove(g, {450, 203}, {750, 203});
-        // Cooling slots at the right.
-        for (int i = 0; i < 5; ++i)
-        {
-            const Rect slit(730.0f + 4 * static_cast<float>(i), 214, 1.5f, 116);
-            g.setColour(juce::Colours::black.withAlpha(0.55f));
-            g.fillRect(slit);
-            g.setColour(juce::Colours::white.withAlpha(0.05f));
-            g.fillRect(slit.translated(1.5f, 0).withWidth(0.5f));
-        }
     }
     printEq(g, {440, 615.5f, 646, 168}, true);
     print(g, "MASTER", 447, 632, {Face::bold, capitals::caption, palette::amberBright, 0.06f});
@@ -204,8 +205,7 @@ void printManager(juce::Graphics& g)
     print(g, "FOLDERS", 772, 134, {Face::bold, capitals::caption, palette::amberBright, 0.1f});
     glass(g, m::presetGrid.toFloat().expanded(2).withTrimmedBottom(2), 3);
     glass(g, m::bankList.toFloat().expanded(2).withTrimmedBottom(2), 3);
-    // The commands' names are dim bitmap type: they stand on black. Not all modes have them, so their ground
-    // is one bar to a list.
+    // The commands' ground: not all modes have them, so it is one bar to a list.
     for (const auto& list : {m::presetGrid, m::bankList})
     {
         constexpr float barHeight = 24;
@@ -233,7 +233,7 @@ void printMulti(juce::Graphics& g)
             const auto knob = m::knob(column, row).toFloat();
             groove(g, {name.getX() - 6, knob.y - 12}, {name.getRight() + 6, knob.y - 12});
             print(g, juce::String(4 * column + row + 1), knob.x - 17, knob.y + 26,
-                  {Face::bold, 8, palette::printFaint, 0.0f}, juce::Justification::horizontallyCentred);
+                  {Face::bold, 8, palette::printDim, 0.0f}, juce::Justification::horizontallyCentred);
             const auto hold = m::hold(column, row).toFloat();
             tiny(g, "HOLD", hold.x + 8, hold.y + 23, palette::print);
             glass(g, m::target(column, row).toFloat().expanded(1), 2);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/MenuBox.h"
 
+#include "ui/widgets/MenuMark.h"
 #include "ui/widgets/ParameterAccessibility.h"
 #include "ui/widgets/WidgetTools.h"
 
@@ -87,6 +88,7 @@ void ImageMenuBox::paint(juce::Graphics& g)
         g.setOpacity(1.0f);
         image->paint(g, getLocalBounds().toFloat());
     }
+    drawMenuMark(g, getLocalBounds());
     MenuBox::paint(g);
 }
 

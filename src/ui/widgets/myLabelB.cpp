@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/myLabelB.h"
 
+#include "ui/EditorColours.h"
 #include "ui/widgets/BitmapText.h"
 
 namespace quorel
@@ -13,7 +14,7 @@ myLabelB::myLabelB(juce::Rectangle<int> bounds, const juce::String& text, const 
 
 void myLabelB::paint(juce::Graphics& g)
 {
-    g.setColour(juce::Colour(0xff606060));
+    g.setColour(colours::captionText);
     drawBitmapText(g, strip, getText(), {});
 }
 
