@@ -101,6 +101,28 @@ bool EditorPictures::click(const juce::String& title)
     return true;
 }
 
+bool EditorPictures::openMenu(const juce::String& title)
+{
+    return openMenuOf(find(title));
+}
+
+bool EditorPictures::openMenu(int parameter)
+{
+    return openMenuOf(findShown(*editor, [&](juce::Component& component)
+                                { return ControlPage::parameterOf(component) == parameter; }));
+}
+
+bool EditorPictures::openMenuOf(juce::Component* control)
+{
+    if (auto* box = dynamic_cast<juce::ComboBox*>(control))
+        box->showPopup();
+    else if (auto* button = dynamic_cast<juce::Button*>(control))
+        button->triggerClick();
+    else if (control == nullptr || !control->keyPressed(juce::KeyPress(juce::KeyPress::returnKey)))
+        return false;
+    return pumpUntil([] { return juce::Component::getCurrentlyModalComponent() != nullptr; }, menuMillis);
+}
+
 bool EditorPictures::type(const juce::String& title, const juce::String& text)
 {
     auto* label = dynamic_cast<juce::Label*>(find(title));
@@ -172,11 +194,24 @@ EditorPictures::Picture EditorPictures::picture(float scale)
         menu.paintEntireComponent(g, true);
     }
 
-    auto texts = watch.texts();
-    for (auto& text : texts)
+    Picture picture{image, watch.texts(), {}};
+    for (auto& text : picture.texts)
         if (text.text.isEmpty())
             text.text = textAt(text.area.getCentre() / scale);
-    return {image, std::move(texts)};
+
+    findShown(*editor,
+              [&](juce::Component& component)
+              {
+                  const auto* label = dynamic_cast<juce::Label*>(&component);
+                  const auto place =
+                      editor->getLocalArea(&component, component.getLocalBounds()).toFloat() * scale;
+                  const auto isHere = [&](const PaintedText& text) { return place.intersects(text.area); };
+                  if (label != nullptr && label->getText().isNotEmpty() && !label->isBeingEdited() &&
+                      std::none_of(picture.texts.begin(), picture.texts.end(), isHere))
+                      picture.unseen.add(label->getText());
+                  return false;
+              });
+    return picture;
 }
 
 void EditorPictures::openWindow()
@@ -190,11 +225,6 @@ void EditorPictures::openWindow()
     editor->toFront(true);
     pumpUntil([&] { return editor->getPeer()->isFocused(); }, windowMillis);
     settle();
-}
-
-bool EditorPictures::isMenuOpen()
-{
-    return pumpUntil([] { return juce::Component::getCurrentlyModalComponent() != nullptr; }, menuMillis);
 }
 
 void EditorPictures::closeMenus()

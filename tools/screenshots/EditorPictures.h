@@ -35,6 +35,9 @@ public:
 
     /** Clicks the shown button of this accessible title. False where there is none. */
     bool click(const juce::String& title);
+    /** Opens the menu of the shown control of this accessible title or this parameter, and waits for it. */
+    bool openMenu(const juce::String& title);
+    bool openMenu(int parameter);
     /** Types into the shown label of this accessible title. */
     bool type(const juce::String& title, const juce::String& text);
 
@@ -47,20 +50,21 @@ public:
     {
         juce::Image image;
         std::vector<PaintedText> texts;
+        /** Texts of labels that nothing was seen of, so that their contrast isn't known. */
+        juce::StringArray unseen;
     };
 
     /** The editor, and in front of it the menus that are open; `scale` pixels to a layout pixel. All texts that
         aren't the artwork's have their characters. */
     Picture picture(float scale);
     static void closeMenus();
-    /** Waits for a menu that is about to open. */
-    static bool isMenuOpen();
 
     /** Shows the editor in a window, without which menus close at once. Needs a window manager. */
     void openWindow();
 
 private:
     juce::Component* find(const juce::String& title) const;
+    static bool openMenuOf(juce::Component* control);
     /** What the component at a point of the editor says, for text that is drawn as masks. */
     juce::String textAt(juce::Point<float> point) const;
 

@@ -50,10 +50,12 @@ int tell(const juce::String& text)
 }
 
 /** Tells of all text that is hard to read. Returns the exit code. */
-int checkTexts(const juce::String& name, int scale, const std::vector<PaintedText>& texts)
+int checkTexts(const juce::String& name, int scale, const EditorPictures::Picture& picture)
 {
     int result = exitFine;
-    for (const auto& text : texts)
+    for (const auto& text : picture.unseen)
+        result = tell(name + ": the contrast of \"" + text + "\" isn't known");
+    for (const auto& text : picture.texts)
     {
         const float contrast = text.contrast();
         if (contrast >= leastContrast)
@@ -96,7 +98,7 @@ int work(const Options& options)
             const auto picture = editor.picture(static_cast<float>(scale) / 100.0f);
             if (!writePng(picture.image, file))
                 throw ToolFailure("cannot write " + file.getFullPathName());
-            if (const int faint = checkTexts(name, scale, picture.texts); faint != exitFine)
+            if (const int faint = checkTexts(name, scale, picture); faint != exitFine)
                 result = faint;
         }
         EditorPictures::closeMenus();

@@ -147,19 +147,37 @@ void addOthers(std::vector<Scene>& scenes)
 
 void addMenus(std::vector<Scene>& scenes)
 {
-    const auto addMenu = [&](const char* name, Page page, const char* button)
+    const auto add = [&](const char* name, std::function<bool(EditorPictures&)> arrange)
     {
         scenes.push_back({name, splits, "Four Corners",
-                          [page, button](EditorPictures& e)
+                          [arrange = std::move(arrange)](EditorPictures& e)
                           {
                               e.openWindow();
-                              e.showPage(page);
-                              return e.click(button) && EditorPictures::isMenuOpen();
+                              return arrange(e);
                           }});
+    };
+    const auto addMenu = [&](const char* name, Page page, auto control)
+    {
+        add(name,
+            [page, control](EditorPictures& e)
+            {
+                e.showPage(page);
+                return e.openMenu(control);
+            });
     };
     addMenu("menu-folder", Page::layers, "Folder menu");
     addMenu("menu-preset", Page::layers, "Preset menu");
     addMenu("menu-layouts", Page::layers, "Layer 1 Easy layouts");
+    addMenu("menu-instrument", Page::layers, "Layer 2 instrument");
+    addMenu("menu-control", Page::layers, layerParameter(0, layerSlot::volume));
+    addMenu("menu-effect", Page::effects, slot::fxType + 1);
+    addMenu("menu-target", Page::multiControls, "Multi knob 1/2 target");
+    add("menu-size",
+        [](EditorPictures& e)
+        {
+            e.showBackPanel();
+            return e.openMenu("Window Size");
+        });
 }
 } // namespace
 
