@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/TEQScreen.h"
 
+#include "parameters/ParameterCatalogue.h"
 #include "ui/EditorColours.h"
 #include "ui/widgets/ParameterAccessibility.h"
 #include "ui/widgets/WidgetTools.h"
 
 #include <cmath>
+#include <utility>
 
 namespace quorel
 {
@@ -20,6 +22,8 @@ constexpr double octaves = 10.0;
 constexpr double flatDecibels = 0.01;
 constexpr double smallestPower = 1e-30;
 constexpr double shiftWidthFactor = 3.0;
+/** Of the whole range of a bandwidth, for one click of the wheel. */
+constexpr float wheelWidthStep = 0.02f;
 constexpr float handleSize = 4.0f;
 /** Columns whose heights differ by less, in pixels, are drawn as one. */
 constexpr float runTolerance = 0.2f;
@@ -57,7 +61,12 @@ TEQScreen::TEQScreen(juce::Rectangle<int> bounds, int unit, const std::array<CBi
 
 float TEQScreen::bandValue(int band, int offset) const
 {
-    return processor.readParameter(base + eqSlot::bands + eqSlot::slotsPerBand * band + offset);
+    return processor.readParameter(bandParameter(band, offset));
+}
+
+int TEQScreen::bandParameter(int band, int offset) const noexcept
+{
+    return base + eqSlot::bands + eqSlot::slotsPerBand * band + offset;
 }
 
 TEQScreen::BandFilter TEQScreen::filterOf(int band) const
@@ -188,8 +197,8 @@ int TEQScreen::nearestBand(double u) const
 
 void TEQScreen::writeBand(int band, int offset, float value)
 {
-    const int parameter = base + eqSlot::bands + eqSlot::slotsPerBand * band + offset;
-    if (isMouseButtonDown() && !inGesture[static_cast<size_t>(offset)])
+    const int parameter = bandParameter(band, offset);
+    if (dragging && !inGesture[static_cast<size_t>(offset)])
     {
         inGesture[static_cast<size_t>(offset)] = true;
         processor.beginUserGesture(parameter);
@@ -198,15 +207,38 @@ void TEQScreen::writeBand(int band, int offset, float value)
     repaint();
 }
 
+void TEQScreen::resetBand(int band)
+{
+    constexpr int offsets[] = {eqSlot::bandFreq, eqSlot::bandWidth, eqSlot::bandGain};
+    for (const int offset : offsets)
+        processor.beginUserGesture(bandParameter(band, offset));
+    for (const int offset : offsets)
+        processor.setParameterFromUi(bandParameter(band, offset),
+                                     parameterDefault(bandParameter(band, offset)));
+    for (const int offset : offsets)
+        processor.endUserGesture(bandParameter(band, offset));
+    repaint();
+}
+
 void TEQScreen::mouseDown(const juce::MouseEvent& event)
 {
+    if (!event.mods.isLeftButtonDown())
+        return;
+
+    // The first click of two has brought the band under the mouse.
+    if (event.getNumberOfClicks() % 2 == 0)
+    {
+        resetBand(selectedBand);
+        return;
+    }
     selectedBand = nearestBand(event.position.x / static_cast<double>(getWidth()));
+    dragging = true;
     mouseDrag(event);
 }
 
 void TEQScreen::mouseDrag(const juce::MouseEvent& event)
 {
-    if (!event.mods.isLeftButtonDown())
+    if (!dragging)
         return;
 
     const float u = juce::jlimit(0.0f, 1.0f, event.position.x / static_cast<float>(getWidth()));
@@ -224,15 +256,26 @@ void TEQScreen::mouseDrag(const juce::MouseEvent& event)
 
 void TEQScreen::mouseUp(const juce::MouseEvent&)
 {
+    dragging = false;
     for (int offset = 0; offset < eqSlot::slotsPerBand; ++offset)
         if (std::exchange(inGesture[static_cast<size_t>(offset)], false))
-            processor.endUserGesture(base + eqSlot::bands + eqSlot::slotsPerBand * selectedBand + offset);
+            processor.endUserGesture(bandParameter(selectedBand, offset));
 }
 
 void TEQScreen::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel)
 {
-    // Skips the slider's own handling: this one has no value.
-    juce::Component::mouseWheelMove(event, wheel);
+    const float turn = wheel.isReversed ? -wheel.deltaY : wheel.deltaY;
+    if (turn == 0.0f || dragging)
+        return;
+
+    selectedBand = nearestBand(event.position.x / static_cast<double>(getWidth()));
+    const int parameter = bandParameter(selectedBand, eqSlot::bandWidth);
+    const float width =
+        bandValue(selectedBand, eqSlot::bandWidth) + (turn > 0.0f ? wheelWidthStep : -wheelWidthStep);
+    processor.beginUserGesture(parameter);
+    processor.setParameterFromUi(parameter, juce::jlimit(0.0f, 1.0f, width));
+    processor.endUserGesture(parameter);
+    repaint();
 }
 
 bool TEQScreen::keyPressed(const juce::KeyPress& key)
@@ -241,6 +284,11 @@ bool TEQScreen::keyPressed(const juce::KeyPress& key)
     if (code == juce::KeyPress::returnKey)
     {
         selectedBand = (selectedBand + 1) % numEqBands;
+        return true;
+    }
+    if (code == juce::KeyPress::deleteKey || code == juce::KeyPress::backspaceKey)
+    {
+        resetBand(selectedBand);
         return true;
     }
 

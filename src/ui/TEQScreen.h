@@ -14,7 +14,7 @@ namespace quorel
 {
 
 /** The curves of an EQ's three bands. A drag moves the nearest band in frequency and gain, with Shift in
-    bandwidth. It writes the parameters itself; the editor's pass repaints it when one of its unit's 17
+    bandwidth; the wheel changes its bandwidth, and a double click resets it. It writes the parameters itself; the editor's pass repaints it when one of its unit's 17
     changes. Message thread. */
 class TEQScreen : public juce::Slider
 {
@@ -29,11 +29,12 @@ public:
     void mouseDrag(const juce::MouseEvent& event) override;
     void mouseUp(const juce::MouseEvent& event) override;
 
+    /** The second press has done it. */
     void mouseDoubleClick(const juce::MouseEvent&) override {}
 
     void mouseWheelMove(const juce::MouseEvent& event, const juce::MouseWheelDetails& wheel) override;
     /** Left and Right move the selected band's frequency, Up and Down its gain; with Shift, each moves its
-        bandwidth. Return selects the next band. */
+        bandwidth. Return selects the next band, Delete and Backspace reset it. */
     bool keyPressed(const juce::KeyPress& key) override;
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
 
@@ -71,7 +72,10 @@ private:
     void paintFill(juce::Graphics& g, int band) const;
     void paintCurve(juce::Graphics& g, int band) const;
     float bandValue(int band, int offset) const;
+    int bandParameter(int band, int offset) const noexcept;
     void writeBand(int band, int offset, float value);
+    /** Frequency, width and gain to their defaults, as one gesture. */
+    void resetBand(int band);
     int nearestBand(double u) const;
 
     PluginProcessor& processor;
@@ -83,6 +87,7 @@ private:
     std::vector<double> cos2W;
     std::array<Curve, numEqBands> curves;
     int selectedBand = 0;
+    bool dragging = false;
     /** By offset: parameters of the selected band that the current drag has touched. */
     std::array<bool, eqSlot::slotsPerBand> inGesture{};
 

@@ -165,6 +165,18 @@ TEST_F(FxPageTest, StepsOfTheRhythmGate)
     window.click(row, {42, 7});
     EXPECT_NEAR(rig.get(left), before, 1.0f / 65536.0f);
 
+    // A drag does to all steps on its way what it does to its first, as one gesture; a fast one skips none.
+    const GestureCount gestures(rig.processor);
+    window.press(row, {75, 7});
+    window.moveTo(row, {125, 7}, TestWindow::leftButton);
+    window.moveTo(row, {300, 7}, TestWindow::leftButton);
+    window.release(row, {300, 7});
+    EXPECT_EQ(row.pattern(), 0xff80 | 1 << 0 | 1 << 4);
+    EXPECT_EQ(gestures.begun, 1);
+    EXPECT_EQ(gestures.ended, 1);
+    window.drag(row, {145, 7}, {75, 7});
+    EXPECT_EQ(row.pattern(), 1 << 0 | 1 << 15 | 1 << 4);
+
     // Every step on and off again, in any order, keeps the others. Here by the keyboard: to the left end
     // first.
     int expected = row.pattern();
@@ -212,6 +224,16 @@ TEST_F(FxPageTest, DragOnTheCurveMovesTheNearestBand)
     EXPECT_EQ(rig.get(gain(2)), 1.0f);
     window.drag(screen, {80, 60}, {20, 10}, TestWindow::rightButton);
     EXPECT_FLOAT_EQ(rig.get(frequency(0)), 0.25f);
+
+    // The wheel is the width; a double click resets its band.
+    const float oldWidth = rig.get(width(1));
+    window.wheel(screen, {207, 30}, 0.2f);
+    EXPECT_NEAR(rig.get(width(1)), oldWidth + 0.02f, tolerance);
+    rig.set(gain(1), 0.9f);
+    window.doubleClick(screen, {207, 20});
+    EXPECT_EQ(rig.get(frequency(1)), 0.5f);
+    EXPECT_FLOAT_EQ(rig.get(width(1)), 0.2f);
+    EXPECT_EQ(rig.get(gain(1)), 0.5f);
 
     // The keyboard moves the band that the mouse was at last, then the next.
     screen.grabKeyboardFocus();

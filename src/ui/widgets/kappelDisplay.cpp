@@ -3,6 +3,8 @@
 
 #include "ui/widgets/WidgetTools.h"
 
+#include <cmath>
+
 namespace quorel
 {
 namespace
@@ -50,19 +52,55 @@ void kappelDisplay::paint(juce::Graphics& g)
     }
 }
 
-void kappelDisplay::turnStep(int step)
+void kappelDisplay::setSteps(int from, int to, bool on)
 {
+    int mask = pattern();
+
+    for (int step = juce::jmin(from, to); step <= juce::jmax(from, to); ++step)
+        mask = on ? mask | 1 << step : mask & ~(1 << step);
+
+    if (mask == pattern())
+        return;
+
     // Half a step above the mask, so that no rounding on the way loses a bit.
-    const double value = ((pattern() ^ (1 << step)) + 0.5) / 65536.0;
-    processor.setParameterFromUi(parameter, static_cast<float>(value));
+    processor.setParameterFromUi(parameter, static_cast<float>((mask + 0.5) / 65536.0));
     repaint();
+}
+
+int kappelDisplay::stepAt(const juce::MouseEvent& event) const
+{
+    return static_cast<int>(std::floor(event.position.x / (cellStep * scale)));
 }
 
 void kappelDisplay::mouseDown(const juce::MouseEvent& event)
 {
-    const int step = static_cast<int>(event.position.x / (cellStep * scale));
-    if (step >= 0 && step < steps)
-        turnStep(step);
+    const int step = stepAt(event);
+
+    if (step < 0 || step >= steps || !event.mods.isLeftButtonDown())
+        return;
+
+    painting = Painting{step, (pattern() >> step & 1) == 0};
+    processor.beginUserGesture(parameter);
+    setSteps(step, step, painting->sets);
+}
+
+void kappelDisplay::mouseDrag(const juce::MouseEvent& event)
+{
+    if (!painting)
+        return;
+
+    // A fast mouse skips steps.
+    const int step = juce::jlimit(0, steps - 1, stepAt(event));
+    setSteps(painting->step, step, painting->sets);
+    painting->step = step;
+}
+
+void kappelDisplay::mouseUp(const juce::MouseEvent&)
+{
+    if (painting)
+        processor.endUserGesture(parameter);
+
+    painting.reset();
 }
 
 bool kappelDisplay::keyPressed(const juce::KeyPress& key)
@@ -76,11 +114,11 @@ bool kappelDisplay::keyPressed(const juce::KeyPress& key)
     }
     if (key != juce::KeyPress::spaceKey && key != juce::KeyPress::returnKey)
         return false;
-    turnStep(keyboardStepIndex);
+    setSteps(keyboardStepIndex, keyboardStepIndex, (pattern() >> keyboardStepIndex & 1) == 0);
     return true;
 }
 
-juce::String kappelDisplay::spokenText() const
+juce::String kappelDisplay::patternText() const
 {
     juce::String text;
     for (int step = 0; step < steps; ++step)
