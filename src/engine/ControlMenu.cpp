@@ -4,6 +4,8 @@
 #include "engine/PluginProcessor.h"
 #include "parameters/ParameterCodings.h"
 
+#include <initializer_list>
+
 namespace quorel
 {
 
@@ -16,17 +18,33 @@ bool hasControlMenu(PluginProcessor& processor, int parameter)
     return parameter > 0 && parameter < processor.getNumParameters();
 }
 
-MenuEntry information(const juce::String& text)
-{
-    auto entry = MenuEntry::command(controlMenuId::information, text);
-    entry.enabled = false;
-    return entry;
-}
-
 float randomValue()
 {
     constexpr int steps = 32767;
     return static_cast<float>(juce::Random::getSystemRandom().nextInt(steps + 1)) / steps;
+}
+
+const std::initializer_list<const char*> midiCommands{"Latch To Midi", "Unlatch Midi", "Set Midi CC",
+                                                      "Clear Midi"};
+
+void addCommands(MenuEntries& menu, int firstId, std::initializer_list<const char*> texts)
+{
+    for (const char* text : texts)
+        menu.push_back(MenuEntry::command(firstId++, text));
+}
+
+/** What a menu tells before its commands. */
+MenuEntries headRows(PluginProcessor& processor, int parameter, const juce::String& name,
+                     const juce::String& text)
+{
+    if (!hasControlMenu(processor, parameter))
+        return {};
+
+    const int controller = processor.getControllerMap().controllerOf(parameter);
+    return {informationRow(name), informationRow(text), MenuEntry::separator(),
+            informationRow(controller != -1 ? "Midi CC : " + juce::String(controller)
+                                            : juce::String("Not Latched")),
+            MenuEntry::separator()};
 }
 
 void askForController(PluginProcessor& processor, int parameter)
@@ -37,33 +55,56 @@ void askForController(PluginProcessor& processor, int parameter)
         {}, "Enter MIDI Controller number:", controller != -1 ? juce::String(controller) : juce::String());
 
     // The host may have closed the plug-in behind the open question.
-    if (alive != nullptr)
-        processor.getControllerMap().assign(parameter, typed);
+    if (alive == nullptr)
+        return;
+
+    const UndoHistory::Recording recording(processor);
+    processor.getControllerMap().assign(parameter, typed);
+}
+
+void clearAfterAsking(PluginProcessor& processor)
+{
+    const juce::WeakReference<PluginProcessor> alive(&processor);
+
+    if (!processor.userInteraction().confirm({}, "Untie all controls from their MIDI controllers ?") ||
+        alive == nullptr)
+        return;
+
+    const UndoHistory::Recording recording(processor);
+    processor.getControllerMap().clearEntries();
 }
 } // namespace
 
-MenuEntries controlMenu(PluginProcessor& processor, int parameter)
+MenuEntry informationRow(const juce::String& text)
 {
-    if (!hasControlMenu(processor, parameter))
-        return {};
+    auto entry = MenuEntry::command(controlMenuId::information, text);
+    entry.enabled = false;
+    return entry;
+}
 
-    const int controller = processor.getControllerMap().controllerOf(parameter);
-    MenuEntries menu{
-        information(processor.getParameterName(parameter)),
-        information(processor.getParameterText(parameter)), MenuEntry::separator(),
-        information(controller != -1 ? "Midi CC : " + juce::String(controller) : juce::String("Not Latched")),
-        MenuEntry::separator()};
-    int id = controlMenuId::setToDefault;
+MenuEntries controlMenu(PluginProcessor& processor, int parameter, const juce::String& name,
+                        const juce::String& text)
+{
+    auto menu = headRows(processor, parameter, name, text);
 
-    for (const char* text :
-         {"Set To Default", "Set To Minimum", "Set To Maximum", "Set To Mid", "Set To Random", "Increase",
-          "Decrease", "Set Value", "-", "Latch To Midi", "Unlatch Midi", "Set Midi CC", "Clear Midi"})
-    {
-        if (juce::String(text) == "-")
-            menu.push_back(MenuEntry::separator());
-        else
-            menu.push_back(MenuEntry::command(id++, text));
-    }
+    if (menu.empty())
+        return menu;
+
+    addCommands(menu, controlMenuId::setToDefault,
+                {"Set To Default", "Set To Minimum", "Set To Maximum", "Set To Mid", "Set To Random",
+                 "Increase", "Decrease", "Set Value"});
+    menu.push_back(MenuEntry::separator());
+    addCommands(menu, controlMenuId::latchToMidi, midiCommands);
+    return menu;
+}
+
+MenuEntries switchMenu(PluginProcessor& processor, int parameter, const juce::String& name,
+                       const juce::String& text)
+{
+    auto menu = headRows(processor, parameter, name, text);
+
+    if (!menu.empty())
+        addCommands(menu, controlMenuId::latchToMidi, midiCommands);
 
     return menu;
 }
@@ -104,16 +145,22 @@ void runControlMenuItem(PluginProcessor& processor, int parameter, float default
         processor.editParameterValue(parameter);
         break;
     case controlMenuId::latchToMidi:
+    {
+        const UndoHistory::Recording recording(processor);
         controllers.latch(parameter);
         break;
+    }
     case controlMenuId::unlatchMidi:
+    {
+        const UndoHistory::Recording recording(processor);
         controllers.unlatch(parameter);
         break;
+    }
     case controlMenuId::setMidiController:
         askForController(processor, parameter);
         break;
     case controlMenuId::clearMidi:
-        controllers.clearEntries();
+        clearAfterAsking(processor);
         break;
     default:
         break;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The menu of a knob or fader: what a right click shows, and what its rows do. Message thread.
+// The menu of a control: what a right click shows, and what its rows do. Message thread.
 #pragma once
 
 #include "platform/MenuEntries.h"
@@ -27,12 +27,20 @@ constexpr int clearMidi = 14;
 constexpr int information = 9999;
 } // namespace controlMenuId
 
-/** The rows for a parameter: its name, its text, its controller, then the commands. None for an index outside
-    1 to 1506: such a control has no menu. */
-MenuEntries controlMenu(PluginProcessor& processor, int parameter);
+/** A row that informs and can't be chosen. */
+MenuEntry informationRow(const juce::String& text);
+
+/** The rows of a knob, fader or number: name, text and controller of the parameter, then the commands. None for
+    an index outside 1 to 1506: such a control has no menu. */
+MenuEntries controlMenu(PluginProcessor& processor, int parameter, const juce::String& name,
+                        const juce::String& text);
+
+/** The same for a switch, with the commands that tie it to a controller alone. */
+MenuEntries switchMenu(PluginProcessor& processor, int parameter, const juce::String& name,
+                       const juce::String& text);
 
 /** Does what row `id` says. `defaultValue`, 0 to 1, is what a double click sets the control to. Other ids do
-    nothing. "Set Value" and "Set Midi CC" ask the user and return with the answer. */
+    nothing. "Set Value", "Set Midi CC" and "Clear Midi" ask the user and return with the answer. */
 void runControlMenuItem(PluginProcessor& processor, int parameter, float defaultValue, int id);
 
 } // namespace quorel

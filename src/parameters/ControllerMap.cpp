@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameters/ControllerMap.h"
 
+#include "parameters/HoldSwitches.h"
 #include "parameters/IntegerLines.h"
 #include "parameters/ParameterCodings.h"
+#include "parameters/Switches.h"
 
 namespace quorel
 {
+
+namespace
+{
+/** From here up a controller switches on, as pedals and pads expect. */
+constexpr int lowestOn = 64;
+} // namespace
 
 void ControllerMap::controllerReceived(int controller, int value)
 {
@@ -17,6 +25,18 @@ void ControllerMap::controllerReceived(int controller, int value)
     const int target = decodeParamInt(parameters.readParameter(entry));
 
     if (target >= 1 && target < numHostParameters)
+        move(target, value);
+}
+
+void ControllerMap::move(int target, int value)
+{
+    const bool on = value >= lowestOn;
+
+    if (isWithin(target, slot::multiHold, numMultiTargets))
+        setHold(parameters, target - slot::multiHold, on);
+    else if (isSwitch(target))
+        parameters.writeParameterNotifyingHost(target, on ? 1.0f : 0.0f);
+    else
         parameters.writeParameterNotifyingHost(target, static_cast<float>(value / 127.0));
 }
 

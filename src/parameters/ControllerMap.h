@@ -22,7 +22,7 @@ public:
     }
 
     /** Audio thread: a controller, 0 to 127, has arrived. Binds it to the waiting parameter, if any, then
-        moves the parameter bound to it to value / 127. */
+        moves the parameter bound to it to value / 127. A switch goes on from 64 up, and off below. */
     void controllerReceived(int controller, int value);
 
     /** The controller bound to `parameter`, the highest if several are; -1 if none is. */
@@ -49,6 +49,7 @@ public:
     int waitingParameter() const noexcept { return learnTarget.load(std::memory_order_relaxed); }
 
 private:
+    void move(int target, int value);
     void unbind(int controller);
 
     ParameterAccess& parameters;

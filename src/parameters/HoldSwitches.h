@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Hold switches of the multi-control knobs: a held knob stands at its centre, so that its target stays at its
 // base whatever the fader does, and returns to where it stood when it is let go. The position remembered is a
-// parameter, and so part of the preset. Message thread.
+// parameter, and so part of the preset. Any thread, one at a time for a knob.
 #pragma once
 
 #include "parameters/ParameterAccess.h"

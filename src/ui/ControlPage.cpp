@@ -2,6 +2,7 @@
 #include "ui/ControlPage.h"
 
 #include "parameters/ParameterCatalogue.h"
+#include "parameters/Switches.h"
 #include "ui/widgets/WidgetTools.h"
 
 namespace quorel
@@ -37,6 +38,7 @@ void ControlPage::setUpHotspot(juce::Button& button, juce::Rectangle<int> bounds
     button.setComponentID(juce::String(noParameter));
     button.setTitle(title);
     button.setMouseClickGrabsKeyboardFocus(false);
+    button.setHasFocusOutline(true);
     button.addListener(this);
 }
 
@@ -53,7 +55,9 @@ void ControlPage::returnToDefault(juce::Slider& slider)
 
 void ControlPage::showToggle(juce::Button& toggle) const
 {
-    toggle.setToggleState(processor.readParameter(parameterOf(toggle)) != 0.0f, juce::dontSendNotification);
+    const int parameter = parameterOf(toggle);
+    toggle.setToggleState(isSwitchOn(parameter, processor.readParameter(parameter)),
+                          juce::dontSendNotification);
 }
 
 void ControlPage::showSlider(juce::Slider& slider) const

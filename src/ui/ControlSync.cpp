@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ControlSync.h"
 
+#include "parameters/Switches.h"
 #include "ui/ControlPage.h"
 #include "ui/VirtualInstrumentUI.h"
 #include "ui/widgets/myIntBox.h"
@@ -53,6 +54,9 @@ ControlSync::Kind ControlSync::kindOf(const juce::Component& component, int para
 
     if (name == "menu")
         return Kind::menu;
+
+    if (name == "kappel")
+        return Kind::steps;
 
     if (name == "toggle" && parameter != slot::view)
         return isStripKey(parameter) ? Kind::stripKey : Kind::toggle;
@@ -127,7 +131,13 @@ void ControlSync::update(int parameter)
     if (component == nullptr || !component->isVisible())
         return;
 
-    show(entry.kind, *component, processor.readParameter(parameter));
+    const float value = processor.readParameter(parameter);
+
+    if (entry.kind == Kind::toggle)
+        static_cast<juce::Button&>(*component)
+            .setToggleState(isSwitchOn(parameter, value), juce::dontSendNotification);
+    else
+        show(entry.kind, *component, value);
 }
 
 void ControlSync::show(Kind kind, juce::Component& component, float value)
@@ -148,10 +158,6 @@ void ControlSync::show(Kind kind, juce::Component& component, float value)
         static_cast<myIntBox2&>(component).update(value);
         break;
 
-    case Kind::toggle:
-        static_cast<juce::Button&>(component).setToggleState(value != 0.0f, juce::dontSendNotification);
-        break;
-
     case Kind::menu:
     {
         auto& menu = static_cast<juce::ComboBox&>(component);
@@ -165,10 +171,15 @@ void ControlSync::show(Kind kind, juce::Component& component, float value)
 
     case Kind::stripKey:
         if (auto* strip = component.findParentComponentOfClass<VirtualInstrumentUI>())
-            strip->showPanelKeys();
+            strip->followPanel();
 
         break;
 
+    case Kind::steps:
+        component.repaint();
+        break;
+
+    case Kind::toggle:
     case Kind::none:
         break;
     }

@@ -42,6 +42,8 @@ private:
         intBox2,
         toggle,
         menu,
+        /** The steps of the rhythm gate, which read their parameter when they paint. */
+        steps,
         /** One of a strip's keys that share a parameter: the strip sets them all. */
         stripKey
     };

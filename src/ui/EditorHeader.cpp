@@ -15,8 +15,7 @@ namespace
 constexpr int pageRadioGroup = 10;
 constexpr int minimumBpm = 30;
 constexpr int maximumBpm = 500;
-/** One step of the tempo box, as part of its whole range. */
-constexpr double bpmStep = 0.00212766;
+constexpr int usualBpm = 120;
 constexpr int cpuIndent = 3;
 constexpr float labelFontHeight = 13.0f;
 constexpr const char* loadingText = "LOADING PLEASE WAIT...";
@@ -55,6 +54,7 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     returnToDefault(masterVolume);
     tempoBox.minimum = minimumBpm;
     tempoBox.maximum = maximumBpm;
+    tempoBox.defaultNumber = usualBpm;
     meter.setInterceptsMouseClicks(false, false);
 
     addPageKeys();
@@ -133,8 +133,7 @@ void EditorHeader::setUpMenuButton(juce::DrawableButton& button, juce::Rectangle
 void EditorHeader::refresh()
 {
     showSlider(masterVolume);
-    masterMute.setToggleState(static_cast<int>(processor.readParameter(slot::masterMute)) != 0,
-                              juce::dontSendNotification);
+    showToggle(masterMute);
     const auto page = viewPageOf(processor);
 
     for (int i = 0; i < numPages; ++i)
@@ -210,7 +209,7 @@ void EditorHeader::showTempo()
     if (const double bpm = processor.getTempo().bpm(); bpm != shownBpm && !tempoBox.isMouseButtonDown())
     {
         shownBpm = bpm;
-        tempoBox.update(static_cast<float>((bpm - minimumBpm) * bpmStep));
+        tempoBox.showNumber(bpm);
     }
 }
 
@@ -244,7 +243,7 @@ void EditorHeader::sliderValueChanged(juce::Slider* slider)
         return;
     }
 
-    const auto bpm = static_cast<float>(minimumBpm - static_cast<int>(slider->getValue() / -bpmStep));
+    const auto bpm = static_cast<float>(tempoBox.getNumber());
     shownBpm = static_cast<double>(bpm);
     processor.getTempo().setBpm(bpm);
 }

@@ -37,6 +37,12 @@ void FxPage::buildSlot(int block)
     auto& s = slots[static_cast<size_t>(block)];
     const auto offset = geometry::fx::slotOffset(block);
 
+    s.ground = std::make_unique<SoundGround>(SoundGround::Kind::effect, block, processor);
+    s.ground->setBounds(geometry::fx::frame + offset);
+    s.ground->setFace(s.ground->getLocalBounds());
+    s.ground->setHelpText("Drag to swap effects, with Ctrl to copy");
+    addAndMakeVisible(*s.ground);
+
     s.on = std::make_unique<myOnOff>(at(geometry::fx::on + offset), this, slot::fxOn + block, &images.onOff,
                                      processor);
     addAndMakeVisible(*s.on);
@@ -93,6 +99,11 @@ void FxPage::buildSlot(int block)
         s.steps[row]->setTitle("FX" + juce::String(block + 1) + (row == 0 ? " left steps" : " right steps"));
         addChildComponent(*s.steps[row]);
     }
+
+    // Tab goes through one slot after the other.
+    for (auto* child : getChildren())
+        if (child->getExplicitFocusOrder() == 0 && s.ground->getBounds().contains(child->getBounds()))
+            child->setExplicitFocusOrder(block + 1);
 }
 
 void FxPage::showKnob(myKnob& knob)
@@ -142,7 +153,7 @@ void FxPage::refreshSlot(int block)
     auto& s = slots[static_cast<size_t>(block)];
     const int type = fxTypeFromParameter(processor.readParameter(slot::fxType + block));
 
-    s.on->setToggleState(processor.readParameter(slot::fxOn + block) != 0.0f, juce::dontSendNotification);
+    showToggle(*s.on);
     s.type->setSelectedItemIndex(type, juce::dontSendNotification);
     s.emptyText->setVisible(type == 0);
     for (auto& mix : s.mix)

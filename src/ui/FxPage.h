@@ -3,6 +3,7 @@
 
 #include "ui/ControlPage.h"
 #include "ui/EqControls.h"
+#include "ui/SoundGround.h"
 #include "ui/widgets/kappelDisplay.h"
 #include "ui/widgets/myBgMenu.h"
 #include "ui/widgets/myKnob.h"
@@ -39,6 +40,7 @@ private:
 
     struct Slot
     {
+        std::unique_ptr<SoundGround> ground;
         std::unique_ptr<myOnOff> on;
         std::unique_ptr<myBgMenu> type;
         /** Shown while there is no type. */

@@ -74,6 +74,8 @@ constexpr int width = 1110;
 constexpr int height = 165;
 /** Right edge of the part that all pages show; beyond it are the panel, or another page's controls. */
 constexpr int commonWidth = 438;
+/** The frame around that part. */
+inline const Box commonFrame = edges(25, 3, 436, 163);
 
 inline Box bounds(int layer)
 {
@@ -232,6 +234,8 @@ inline Point slotOffset(int slot)
     return {slot % 2 == 1 ? 324 : 0, slot >= 2 ? 256 : 0};
 }
 
+/** The frame around a slot. */
+inline const Box frame = edges(440, 105, 762, 357);
 inline const Point on{457, 108};
 inline const Point type{450, 160};
 constexpr int typeWidth = 100;

@@ -5,6 +5,7 @@
 #include "ui/BackScreenView.h"
 #include "ui/FxPage.h"
 #include "ui/Geometry.h"
+#include "ui/HintText.h"
 #include "ui/MultiControlPage.h"
 #include "ui/PresetManagerPage.h"
 
@@ -35,7 +36,11 @@ SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::funct
         auto& strip = strips[static_cast<size_t>(layer)];
         strip = std::make_unique<VirtualInstrumentUI>(processor, *this, images, layer);
         strip->setBounds(geometry::strip::bounds(layer));
+        strip->setExplicitFocusOrder(layer + 2);
     }
+
+    // Tab goes through the header, the strips, and what is right of them.
+    header.setExplicitFocusOrder(1);
 
     addMouseListener(this, true);
     setWantsKeyboardFocus(true);
@@ -131,7 +136,7 @@ void SubhostView::showChildren(const std::vector<juce::Component*>& wanted)
     // Children that stay aren't touched: a drag or a text being typed survives a refresh.
     for (int i = getNumChildComponents(); --i >= 0;)
         if (auto* child = getChildComponent(i);
-            std::find(wanted.begin(), wanted.end(), child) == wanted.end())
+            child != &tips && std::find(wanted.begin(), wanted.end(), child) == wanted.end())
             removeChildComponent(child);
 
     for (auto* child : wanted)
@@ -208,16 +213,7 @@ void SubhostView::showHint(const juce::MouseEvent& event)
     if (isLoading())
         return;
 
-    // Parts of a control, such as a menu's text, have no ID of their own.
-    auto* component = event.eventComponent;
-
-    while (component != nullptr && component != this && component->getComponentID().isEmpty())
-        component = component->getParentComponent();
-
-    const int parameter = component != nullptr ? ControlPage::parameterOf(*component) : 0;
-    header.showHint(parameter > 0 ? processor.getParameterName(parameter) + " = " +
-                                        processor.getParameterText(parameter)
-                                  : juce::String());
+    header.showHint(hintText(*event.eventComponent, processor));
 }
 
 void SubhostView::mouseEnter(const juce::MouseEvent& event)

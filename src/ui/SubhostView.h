@@ -5,6 +5,7 @@
 #include "ui/ControlSync.h"
 #include "ui/EditorHeader.h"
 #include "ui/EditorLook.h"
+#include "ui/EditorTips.h"
 #include "ui/FileDrop.h"
 #include "ui/VirtualInstrumentUI.h"
 
@@ -18,7 +19,11 @@ namespace quorel
 /** The contents of the editor, on a fixed layout of 1110 by 786: a header, the strips of the layers and one
     of four pages, or the back panel in front of them. It polls the processor every 50 ms and is never called
     by it. Message thread. */
-class SubhostView : public juce::Component, public EditorHost, public FileDrop, private juce::Timer
+class SubhostView : public juce::Component,
+                    public juce::DragAndDropContainer,
+                    public EditorHost,
+                    public FileDrop,
+                    private juce::Timer
 {
 public:
     /** `scale` is in percent; `scaleChosen` is called when the user chooses another. */
@@ -70,6 +75,7 @@ private:
     bool onBackPanel = false;
     bool inPass = false;
     Page viewPage = Page::layers;
+    EditorTips tips{*this};
     int scalePercent;
     std::function<void(int)> onScaleChosen;
 

@@ -2,6 +2,7 @@
 #include "ui/VirtualInstrumentUI.h"
 
 #include "engine/LayoutMenu.h"
+#include "parameters/Switches.h"
 #include "ui/EasyPanel.h"
 #include "ui/Geometry.h"
 #include "ui/KeyRangePanel.h"
@@ -22,6 +23,7 @@ constexpr float stepPerPanel = 0.1f;
 VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, EditorHost& editorHost,
                                          const EditorImages& editorImages, int layerIndex)
     : StripPanel(pluginProcessor, editorHost, editorImages, layerIndex)
+    , ground(SoundGround::Kind::layer, layerIndex, pluginProcessor)
     , instrumentPanel(pluginProcessor, editorHost, editorImages, layerIndex)
     , mixPanel(pluginProcessor, editorHost, editorImages, layerIndex)
     , normalMode(at(geometry::strip::normalMode), this, id(layerSlot::drumMode), &images.smallOnOff,
@@ -30,6 +32,9 @@ VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, Edito
 {
     setName("Instrument " + juce::String(layer + 1));
     const auto prefix = "Layer " + juce::String(layer + 1) + " ";
+    ground.setFace(geometry::strip::commonFrame);
+    ground.setHelpText("Drag to swap layers, with Ctrl to copy");
+    addAndMakeVisible(ground);
     addAndMakeVisible(instrumentPanel);
     addAndMakeVisible(mixPanel);
 
@@ -54,8 +59,24 @@ VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, Edito
     addChildComponent(layoutMenuButton);
     addChildComponent(normalMode);
     addChildComponent(zoneMode);
+    orderFocus();
     instrument().addChangeListener(this);
     startTimer(timerMilliseconds);
+}
+
+void VirtualInstrumentUI::orderFocus()
+{
+    int order = 1;
+
+    for (juce::Component* part :
+         {static_cast<juce::Component*>(&ground), static_cast<juce::Component*>(&instrumentPanel),
+          static_cast<juce::Component*>(&mixPanel)})
+        part->setExplicitFocusOrder(order++);
+
+    for (auto& key : keys)
+        key->setExplicitFocusOrder(order++);
+
+    // What the keys show comes last, by position.
 }
 
 VirtualInstrumentUI::~VirtualInstrumentUI()
@@ -74,6 +95,8 @@ void VirtualInstrumentUI::refresh()
     mixPanel.refresh();
 
     const bool onLayersPage = viewPageOf(processor) == Page::layers;
+    ground.setBounds(0, 0, onLayersPage ? geometry::strip::width : geometry::strip::commonWidth,
+                     geometry::strip::height);
     showPanel(onLayersPage ? chosenPanel() : -1);
 
     for (auto& key : keys)
@@ -103,6 +126,7 @@ void VirtualInstrumentUI::showPanel(int panel)
         made->setBounds(getLocalBounds());
         addChildComponent(*made);
         made->toBack();
+        ground.toBack();
     }
 
     for (int i = 0; i < numPanels; ++i)
@@ -147,9 +171,32 @@ void VirtualInstrumentUI::showPanelKeys()
     for (int i = 0; i < numKeys; ++i)
         keys[static_cast<size_t>(i)]->setToggleState(lit[i], juce::dontSendNotification);
 
-    const bool zoned = value(layerSlot::drumMode) != 0.0f;
+    const bool zoned = isZoned();
     normalMode.setToggleState(!zoned, juce::dontSendNotification);
     zoneMode.setToggleState(zoned, juce::dontSendNotification);
+}
+
+void VirtualInstrumentUI::followPanel()
+{
+    const int panel = chosenPanel();
+    const bool zoned = isZoned() && instrument().isDrumInstrument();
+
+    // The mode alone may have moved: the panel goes along, as with a click.
+    if ((panel == keyRange || panel == zones) && zoned != (panel == zones))
+    {
+        processor.setParameter(id(layerSlot::drumPage),
+                               stepPerPanel * static_cast<float>(zoned ? zones : keyRange));
+        refresh();
+    }
+    else
+    {
+        showPanelKeys();
+    }
+}
+
+bool VirtualInstrumentUI::isZoned() const
+{
+    return isSwitchOn(id(layerSlot::drumMode), value(layerSlot::drumMode));
 }
 
 void VirtualInstrumentUI::choosePanel(Panel panel)
@@ -168,8 +215,7 @@ void VirtualInstrumentUI::buttonClicked(juce::Button* button)
     }
     else if (button == keys[filterKey].get())
     {
-        const bool zoned = static_cast<int>(value(layerSlot::drumMode)) != 0;
-        choosePanel(zoned && takesZones ? zones : keyRange);
+        choosePanel(isZoned() && takesZones ? zones : keyRange);
     }
     else if (button == keys[eqKey].get())
     {

@@ -3,6 +3,7 @@
 
 #include "ui/InstrumentPanel.h"
 #include "ui/MixPanel.h"
+#include "ui/SoundGround.h"
 
 #include <array>
 #include <memory>
@@ -41,6 +42,9 @@ public:
         next refresh. */
     void showPanelKeys();
 
+    /** Follows panel and mode where something else than this strip has moved them. */
+    void followPanel();
+
 private:
     enum Key
     {
@@ -51,14 +55,19 @@ private:
         numKeys
     };
 
+    /** Tab goes from left to right, through the panel at the end. */
+    void orderFocus();
     void timerCallback() override;
     void changeListenerCallback(juce::ChangeBroadcaster* source) override;
     int chosenPanel() const;
+    bool isZoned() const;
     void choosePanel(Panel panel);
     std::unique_ptr<ControlPage> makePanel(int panel);
     void showPanel(int panel);
     void showLayoutMenu();
 
+    /** Behind everything. */
+    SoundGround ground;
     InstrumentPanel instrumentPanel;
     MixPanel mixPanel;
     /** Made when first shown. */

@@ -18,7 +18,7 @@ ZonePanel::ZonePanel(PluginProcessor& pluginProcessor, EditorHost& editorHost,
     for (int i = 0; i < numZones; ++i)
     {
         auto& zone = zones[static_cast<size_t>(i)];
-        const auto title = "Zone " + juce::String(i + 1) + " ";
+        const auto title = "Layer " + juce::String(layer + 1) + " zone " + juce::String(i + 1) + " ";
         zone.on = std::make_unique<myOnOff>(at(geometry::strip::zoneOn(i)), this, id(layerSlot::zoneOn + i),
                                             &images.smallOnOff, processor);
         zone.on->setTitle(title + "on");

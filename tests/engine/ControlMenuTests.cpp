@@ -19,7 +19,7 @@ protected:
 
     void run(int id, float defaultValue = 0.5f) { runControlMenuItem(rig.processor, pan, defaultValue, id); }
 
-    juce::String row(size_t i) { return controlMenu(rig.processor, pan)[i].text; }
+    juce::String row(size_t i) { return controlMenu(rig.processor, pan, "Pan", "0")[i].text; }
 
     int boundTo(int controller) { return decodeParamInt(rig.get(slot::controllerMap + controller)); }
 
@@ -28,10 +28,10 @@ protected:
 
 TEST_F(ControlMenuTest, TheMenuTellsAndOffersWhatBelongsToTheControl)
 {
-    const auto menu = controlMenu(rig.processor, pan);
+    const auto menu = controlMenu(rig.processor, pan, "Name", "text");
     ASSERT_EQ(menu.size(), 18u);
-    EXPECT_EQ(menu[0].text, "Layer1 Pan");
-    EXPECT_EQ(menu[1].text, rig.processor.getParameterText(pan));
+    EXPECT_EQ(menu[0].text, "Name");
+    EXPECT_EQ(menu[1].text, "text");
     EXPECT_EQ(menu[3].text, "Not Latched");
     juce::StringArray commands;
     int separators = 0;
@@ -56,7 +56,7 @@ TEST_F(ControlMenuTest, TheMenuTellsAndOffersWhatBelongsToTheControl)
 
     for (const int outside : {-1, 0, 1507, noParameter})
     {
-        EXPECT_TRUE(controlMenu(rig.processor, outside).empty());
+        EXPECT_TRUE(controlMenu(rig.processor, outside, {}, {}).empty());
         runControlMenuItem(rig.processor, outside, 0.5f, controlMenuId::latchToMidi);
     }
 
@@ -134,6 +134,9 @@ TEST_F(ControlMenuTest, ControllersAreTiedAndFreed)
     EXPECT_EQ(boundTo(127), 0);
     EXPECT_EQ(boundTo(7), pan);
     run(controlMenuId::clearMidi);
+    EXPECT_EQ(boundTo(7), pan) << "the answer was no";
+    rig.interaction.confirmAnswer = true;
+    run(controlMenuId::clearMidi);
 
     for (int controller = 0; controller < numControllers; ++controller)
         EXPECT_EQ(rig.get(slot::controllerMap + controller), 0.0f);
@@ -183,6 +186,34 @@ TEST_F(HoldTest, AHeldKnobLeavesItsTargetAtItsBase)
         setHold(rig.processor, outside, true);
         EXPECT_FALSE(isHeld(rig.processor, outside));
     }
+}
+
+TEST_F(HoldTest, ControllersTurnSwitchesOnFrom64)
+{
+    auto& map = rig.processor.getControllerMap();
+    const auto turn = [&](int target, int value)
+    {
+        map.assign(target, "21");
+        rig.send(juce::MidiMessage::controllerEvent(1, 21, value));
+        rig.play();
+        return rig.get(target);
+    };
+
+    // All kinds of switches, among them one that is on at 1 alone, and one above one half.
+    for (const int target : {layerParameter(1, layerSlot::solo), layerParameter(1, layerSlot::drumMode),
+                             slot::masterMute, slot::fxOn, slot::masterEq})
+    {
+        EXPECT_EQ(turn(target, 64), 1.0f) << target;
+        EXPECT_EQ(turn(target, 63), 0.0f) << target;
+    }
+
+    // Hold: the knob's place isn't lost, however often the controller says so.
+    rig.set(knob, 0.2f);
+    turn(slot::multiHold + t, 100);
+    turn(slot::multiHold + t, 127);
+    EXPECT_EQ(rig.get(knob), 0.5f);
+    turn(slot::multiHold + t, 0);
+    EXPECT_EQ(rig.get(knob), 0.2f);
 }
 
 TEST_F(HoldTest, TargetsAreListedChosenAndShown)

@@ -49,7 +49,7 @@ TEST_F(EditorHeaderTest, TheDisplayTellsOfWhatIsUnderTheMouseAndOfMidi)
     EXPECT_NE(labelText("hintLabel"), "Layer2 Pan = 0") << "The text follows the wheel";
     window->moveTo(*window->find(layerParameter(1, layerSlot::midiChannel)), {20, 8});
     TestWindow::pump();
-    EXPECT_EQ(labelText("hintLabel"), "Layer2 Midi Channel = 0") << "A menu's own text counts as the menu";
+    EXPECT_EQ(labelText("hintLabel"), "Layer2 Midi Channel = Omni") << "A menu's own text counts as the menu";
     window->moveTo(view(), {600, 350});
     TestWindow::pump();
     EXPECT_EQ(labelText("hintLabel"), "");

@@ -411,6 +411,49 @@ TEST_F(LayerStripTest, AnInstrumentsOwnEditorIsEmbedded)
     EXPECT_TRUE(pumpUntil([this] { return !layer(0).hasInstance(); }, 3000));
 }
 
+TEST_F(LayerStripTest, StripsAreDraggedOntoEachOtherAndHaveAMenu)
+{
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    ASSERT_TRUE(engine.load(1, "Tarn"));
+    engine.setLayer(0, layerSlot::pan, 0.1f);
+    passes();
+    auto& first = *window->findTitled("Layer 1");
+    auto& third = *window->findTitled("Layer 3");
+    const auto dragTo = [&](juce::Component& from, juce::Component& to, int keys)
+    {
+        window->drag(from, {30, 80}, from.getLocalPoint(&to, juce::Point<int>(30, 80)),
+                     TestWindow::leftButton + keys);
+    };
+
+    dragTo(first, third, 0);
+    EXPECT_TRUE(waitForInstrument(2, "Orlen"));
+    EXPECT_FALSE(layer(0).hasInstance());
+    EXPECT_FLOAT_EQ(engine.getLayer(2, layerSlot::pan), 0.1f);
+    dragTo(third, *window->findTitled("Layer 2"), juce::ModifierKeys::ctrlModifier);
+    EXPECT_TRUE(waitForInstrument(1, "Orlen"));
+    EXPECT_TRUE(layer(2).hasInstance()) << "with Ctrl it is copied";
+    passes();
+    EXPECT_EQ(menu("Layer 2 instrument").getText(), "Orlen");
+
+    window->click(third, {30, 80}, TestWindow::rightButton);
+    ASSERT_TRUE(window->chooseFromMenu("Copy Layer 3"));
+    window->click(first, {30, 80}, TestWindow::rightButton);
+    ASSERT_TRUE(window->chooseFromMenu("Paste"));
+    EXPECT_TRUE(waitForInstrument(0, "Orlen"));
+}
+
+TEST_F(LayerStripTest, AControllerTurnsTheZonesOnWithTheirPanel)
+{
+    ASSERT_TRUE(engine.load(0, "Dorvik"));
+    window->click(button("Layer 1 key range mode"));
+    engine.processor.getControllerMap().assign(layerParameter(0, layerSlot::drumMode), "40");
+    engine.send(juce::MidiMessage::controllerEvent(1, 40, 127));
+    engine.play();
+    passes();
+    EXPECT_TRUE(button("Layer 1 zone mode").getToggleState());
+    EXPECT_TRUE(window->find(layerParameter(0, layerSlot::zoneOn))->isShowing());
+}
+
 TEST_F(LayerStripTest, LayoutsAreSavedAndChosenFromTheMenu)
 {
     ASSERT_TRUE(engine.load(0, "Orlen"));

@@ -361,6 +361,78 @@ TEST_F(WidgetTest, IntegerBoxesReadNumbersAndNotes)
     }
 }
 
+TEST_F(WidgetTest, NumbersAreSteppedTypedAndHaveAMenu)
+{
+    constexpr int keyMin = layerParameter(0, layerSlot::keyMin);
+    myIntBox2 key({40, 40, 44, 0}, &bench, keyMin, &rig.images.readout30, rig.processor);
+    key.noteNames = true;
+    show(key);
+    TestWindow window(bench);
+    const juce::Point<int> middle{20, 8};
+    const auto note = [&] { return paramToInt(rig.get(keyMin), 0, 127); };
+    const auto type = [&](const juce::String& text)
+    {
+        window.doubleClick(key, middle);
+        for (const auto character : text)
+            window.key(juce::KeyPress(character, 0, character));
+        window.key(juce::KeyPress(juce::KeyPress::returnKey));
+        return note();
+    };
+
+    const std::pair<const char*, int> notes[] = {{"60", 60}, {"C4", 72},  {"bb-1", 22}, {"F#3", 66},
+                                                 {"H2", 66}, {"", 66},    {"x1", 66},   {"200", 127},
+                                                 {"-5", 0},  {"G9", 127}, {" 24 ", 24}, {"1.2.3", 24}};
+    for (const auto& [text, number] : notes)
+        EXPECT_EQ(type(text), number) << text;
+
+    // Escape leaves all as it was.
+    window.doubleClick(key, middle);
+    window.key(juce::KeyPress('9', 0, '9'));
+    window.key(juce::KeyPress(juce::KeyPress::escapeKey));
+    EXPECT_EQ(note(), 24);
+
+    window.wheel(key, middle, 0.1f);
+    EXPECT_EQ(note(), 25);
+    window.wheel(key, middle, -2.0f);
+    EXPECT_EQ(note(), 24);
+    key.update(0.5f);
+    window.drag(key, middle, middle.translated(0, -25), TestWindow::leftButton + TestWindow::shift);
+    EXPECT_NEAR(rig.get(keyMin), 0.51f, tolerance);
+
+    window.click(key, TestWindow::rightButton);
+    const auto texts = window.menuTexts();
+    EXPECT_EQ(texts[0], "(Layer1 Keyboard Range Min)");
+    EXPECT_EQ(texts[1], "(E3)");
+    ASSERT_TRUE(window.chooseFromMenu("Increase"));
+    EXPECT_EQ(note(), 65);
+    window.click(key, TestWindow::rightButton);
+    ASSERT_TRUE(window.chooseFromMenu("Set To Default"));
+    EXPECT_EQ(note(), 24);
+}
+
+TEST_F(WidgetTest, SwitchesAreTiedToControllersByTheirMenu)
+{
+    myOnOff toggle({40, 40, 0, 0}, &bench, solo, &rig.images.onOff, rig.processor);
+    myOnOff selector({100, 40, 0, 0}, &bench, layerParameter(0, layerSlot::drumPage), &rig.images.onOff,
+                     rig.processor);
+    show(toggle);
+    show(selector);
+    TestWindow window(bench);
+
+    window.click(toggle, TestWindow::rightButton);
+    EXPECT_EQ(window.menuTexts().joinIntoString("|"),
+              "(Layer1 Solo)|(Off)|(Not Latched)|Latch To Midi|Unlatch Midi|Set Midi CC|Clear Midi");
+    ASSERT_TRUE(window.chooseFromMenu("Latch To Midi"));
+    EXPECT_FALSE(toggle.getToggleState()) << "the right button switches nothing";
+    EXPECT_TRUE(pumpUntil([&] { return toggle.getComponentEffect() != nullptr; }, 1000));
+    rig.engine.send(juce::MidiMessage::controllerEvent(1, 30, 70));
+    rig.engine.play();
+    EXPECT_EQ(rig.get(solo), 1.0f);
+
+    window.click(selector, TestWindow::rightButton);
+    EXPECT_FALSE(TestWindow::menuIsOpen());
+}
+
 TEST_F(WidgetTest, ButtonsActWhenTheMouseGoesDown)
 {
     myOnOff toggle({40, 40, 0, 0}, &bench, solo, &rig.images.onOff, rig.processor);

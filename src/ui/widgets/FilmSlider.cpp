@@ -2,17 +2,12 @@
 #include "ui/widgets/FilmSlider.h"
 
 #include "engine/ControlMenu.h"
-#include "ui/PopupMenus.h"
+#include "ui/HintText.h"
 #include "ui/widgets/ParameterAccessibility.h"
 #include "ui/widgets/WidgetTools.h"
 
 namespace quorel
 {
-namespace
-{
-constexpr int fineDragFactor = 10;
-} // namespace
-
 FilmSlider::FilmSlider(juce::Rectangle<int> bounds, SliderStyle style, const char* kind,
                        juce::Slider::Listener* listener, int parameterId, const CBitmap* slideFilm,
                        int numFrames, PluginProcessor& pluginProcessor)
@@ -48,7 +43,7 @@ void FilmSlider::mouseDown(const juce::MouseEvent& event)
     setMouseDragSensitivity(event.mods.isShiftDown() ? dragExtent * fineDragFactor : dragExtent);
     if (event.mods.isRightButtonDown())
     {
-        showControlMenu(juce::PopupMenu::Options().withTargetComponent(this).withMousePosition());
+        showControlMenu(PopupPlace::mouse);
         return;
     }
 
@@ -78,7 +73,7 @@ void FilmSlider::mouseDoubleClick(const juce::MouseEvent& event)
 bool FilmSlider::keyPressed(const juce::KeyPress& key)
 {
     if (key == juce::KeyPress::returnKey)
-        return showControlMenu(juce::PopupMenu::Options().withTargetComponent(this));
+        return showControlMenu(PopupPlace::control);
 
     const int direction = arrowDirection(key);
     if (direction != 0)
@@ -86,29 +81,22 @@ bool FilmSlider::keyPressed(const juce::KeyPress& key)
     return direction != 0;
 }
 
-bool FilmSlider::showControlMenu(juce::PopupMenu::Options options)
+bool FilmSlider::showControlMenu(PopupPlace place)
 {
-    const auto rows = controlMenu(processor, parameter);
-    if (rows.empty() || !isEnabled())
-        return false;
-
-    auto menu = popupMenuOf(rows);
-    menu.setLookAndFeel(&getLookAndFeel());
-    menu.showMenuAsync(options,
-                       [control = SafePointer<FilmSlider>(this)](int id)
-                       {
-                           // The editor may have closed under its menu.
-                           if (control != nullptr)
-                               runControlMenuItem(control->processor, control->parameter,
-                                                  static_cast<float>(control->getDoubleClickReturnValue()),
-                                                  id);
-                       });
-    return true;
+    return isEnabled() &&
+           showControlPopup(*this,
+                            controlMenu(processor, parameter, controlName(*this, parameter, processor),
+                                        getTextFromValue(getValue())),
+                            place,
+                            [this](int id) {
+                                runControlMenuItem(processor, parameter,
+                                                   static_cast<float>(getDoubleClickReturnValue()), id);
+                            });
 }
 
 juce::String FilmSlider::getTextFromValue(double value)
 {
-    return parameter > 0 && parameter < numHostParameters ? processor.getParameterText(parameter)
+    return parameter > 0 && parameter < numHostParameters ? valueText(processor, parameter)
                                                           : juce::String(value, 2);
 }
 

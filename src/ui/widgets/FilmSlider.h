@@ -3,6 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "resources/CBitmap.h"
+#include "ui/widgets/ControlPopup.h"
 #include "ui/widgets/MidiGlow.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -42,7 +43,7 @@ protected:
     int frameHeight() const { return film->getHeight() / frames; }
 
 private:
-    bool showControlMenu(juce::PopupMenu::Options options);
+    bool showControlMenu(PopupPlace place);
 
     PluginProcessor& processor;
     const int parameter;

@@ -8,7 +8,9 @@ namespace quorel
 namespace
 {
 constexpr int states = 2;
-constexpr float activeOpacity = 0.9f;
+constexpr float opacityOfDown = 0.9f;
+/** Of white over a button under the mouse. */
+constexpr float hoverLight = 0.12f;
 /** Less is a shadow. */
 constexpr juce::uint8 solidAlpha = 128;
 } // namespace
@@ -52,8 +54,15 @@ void TwoStateButton::paintButton(juce::Graphics& g, bool highlighted, bool down)
     // The base class would draw an image of one resolution.
     const bool showDown = getToggleState() || (down && isEnabled());
     const int height = image->getHeight() / states;
-    g.setOpacity(showDown || (highlighted && isEnabled()) ? activeOpacity : 1.0f);
-    image->draw(g, getLocalBounds().toFloat(), {0, showDown ? height : 0, image->getWidth(), height});
+    const juce::Rectangle<int> source(0, showDown ? height : 0, image->getWidth(), height);
+    g.setOpacity(showDown ? opacityOfDown : 1.0f);
+    image->draw(g, getLocalBounds().toFloat(), source);
+
+    if (highlighted && isEnabled())
+    {
+        g.setColour(juce::Colours::white.withAlpha(hoverLight));
+        image->draw(g, getLocalBounds().toFloat(), source, true);
+    }
 }
 
 } // namespace quorel

@@ -10,6 +10,9 @@
 namespace quorel
 {
 
+/** Shift makes a drag finer by this. */
+inline constexpr int fineDragFactor = 10;
+
 /** `bounds`, with a width or height of 0 taken from the image, which has `frames` from top to bottom. */
 inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBitmap* image, int frames)
 {

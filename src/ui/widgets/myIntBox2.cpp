@@ -15,9 +15,18 @@ myIntBox2::myIntBox2(juce::Rectangle<int> bounds, juce::Slider::Listener* listen
 {
 }
 
-juce::String myIntBox2::textOf(int number) const
+juce::String myIntBox2::textAt(double value) const
 {
+    const int number = numberOf(static_cast<float>(value));
     return noteNames ? noteName(number) : juce::String(number);
+}
+
+std::optional<double> myIntBox2::numberOfText(const juce::String& text) const
+{
+    if (const auto note = noteNames ? noteOfName(text) : std::nullopt)
+        return *note;
+
+    return ReadoutBox::numberOfText(text);
 }
 
 } // namespace quorel

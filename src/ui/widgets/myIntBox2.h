@@ -14,11 +14,12 @@ public:
     myIntBox2(juce::Rectangle<int> bounds, juce::Slider::Listener* listener, int parameterId,
               const CBitmap* backgroundImage, PluginProcessor& pluginProcessor, int labelWidthAdjust = 0);
 
-    /** Shows note names. */
+    /** Shows note names, and takes them as well as numbers. */
     bool noteNames = false;
 
 protected:
-    juce::String textOf(int number) const override;
+    juce::String textAt(double value) const override;
+    std::optional<double> numberOfText(const juce::String& text) const override;
 };
 
 } // namespace quorel

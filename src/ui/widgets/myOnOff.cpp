@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/myOnOff.h"
 
+#include "engine/ControlMenu.h"
+#include "parameters/Switches.h"
+#include "ui/HintText.h"
+#include "ui/widgets/ControlPopup.h"
 #include "ui/widgets/ParameterAccessibility.h"
 #include "ui/widgets/WidgetTools.h"
 
@@ -45,8 +49,33 @@ myOnOff::myOnOff(juce::Rectangle<int> bounds, juce::Button::Listener* listener, 
     : TwoStateButton(bounds, listener, "toggle", parameterId, twoStateImage)
     , processor(pluginProcessor)
     , parameter(parameterId)
+    , tieable(parameterId > 0 && parameterId < numHostParameters && isSwitch(parameterId))
+    , glow(*this, tieable ? parameterId : 0, pluginProcessor)
 {
     setClickingTogglesState(true);
+}
+
+void myOnOff::mouseDown(const juce::MouseEvent& event)
+{
+    if (!event.mods.isRightButtonDown() || !tieable)
+        TwoStateButton::mouseDown(event);
+    else if (isEnabled())
+        showSwitchMenu();
+}
+
+void myOnOff::mouseDrag(const juce::MouseEvent& event)
+{
+    if (!event.mods.isRightButtonDown() || !tieable)
+        TwoStateButton::mouseDrag(event);
+}
+
+void myOnOff::showSwitchMenu()
+{
+    showControlPopup(*this,
+                     switchMenu(processor, parameter, controlName(*this, parameter, processor),
+                                valueText(processor, parameter)),
+                     PopupPlace::mouse,
+                     [this](int id) { runControlMenuItem(processor, parameter, 0.0f, id); });
 }
 
 std::unique_ptr<juce::AccessibilityHandler> myOnOff::createAccessibilityHandler()
