@@ -14,6 +14,8 @@ namespace
 {
 constexpr const char* archiveEndings = "zip";
 constexpr const char* songEndings = "mid;midi";
+/** Each is written down to the disk while the user waits. */
+constexpr int mostPresetsAtOnce = 2000;
 
 juce::String count(int presets)
 {
@@ -100,6 +102,10 @@ void PresetImport::takeArchive(const juce::File& file)
 
     if (!questions.tellFailure(whatFailed, FolderArchive::read(file, archive)))
         return;
+
+    if (archive.numPresets() > mostPresetsAtOnce)
+        return questions.tell(file.getFileName() + " holds more than " + juce::String(mostPresetsAtOnce) +
+                              " presets. Import it with quorel-presets.");
 
     const auto isTaken = [&](const juce::String& name) { return childNamed(banks, name).exists(); };
     const auto typed = questions.askName(

@@ -132,8 +132,9 @@ juce::Result exportPresets(const juce::Array<juce::File>& presets, const juce::S
 
 juce::Result FolderArchive::read(const juce::File& file, FolderArchive& archive)
 {
-    if (!file.existsAsFile())
-        return juce::Result::fail("there is no file " + file.getFullPathName());
+    if (const auto readable = checkReadable(file); readable.failed())
+        return juce::Result::fail("cannot read " + file.getFullPathName() + " (" +
+                                  readable.getErrorMessage() + ")");
     if (file.getSize() > largestArchive)
         return juce::Result::fail(file.getFullPathName() + " is too large");
     juce::ZipFile zip(file);

@@ -132,7 +132,8 @@ TEST_F(EditorHeaderTest, ArrowsKeysAndMenusChoosePresets)
     window->click(*window->find("presetMenuButton"));
     auto texts = window->menuTexts();
     EXPECT_EQ(texts.joinIntoString(","),
-              "new preset,rename preset,delete preset,load preset,save preset,save preset as,One,Three,Two");
+              "new preset,rename preset,delete preset,load preset,save preset,save preset as,One,Three,Two,"
+              "99 Default Preset,First,Second");
     ASSERT_TRUE(window->chooseFromMenu("One"));
     load("One");
 

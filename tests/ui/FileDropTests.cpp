@@ -35,14 +35,16 @@ TEST_F(FileDropTest, PresetsLoadAndAMidiFileGoesToThePreviewKey)
     auto info = carrying(presetFileFor(banks, "Bank", "dropped"));
     EXPECT_TRUE(peer.handleDragMove(info));
     EXPECT_TRUE(isFramed());
-    EXPECT_TRUE(peer.handleDragExit(info));
+    peer.handleDragExit(info);
     EXPECT_FALSE(isFramed());
     peer.handleDragMove(info);
     EXPECT_TRUE(peer.handleDragDrop(info));
     passes();
     EXPECT_FALSE(isFramed());
     EXPECT_EQ(engine.processor.getFolderName() + "/" + engine.processor.getPresetName(), "Bank/dropped");
-    EXPECT_FALSE(peer.handleDragMove(carrying(banks.getChildFile("picture.png"))));
+    const auto picture = carrying(banks.getChildFile("picture.png"));
+    EXPECT_FALSE(peer.handleDragMove(picture));
+    peer.handleDragExit(picture);
     ASSERT_TRUE(engine.playUntil([this] { return !engine.processor.getSoundChange().isUnderWay(); }, 30000));
     ASSERT_TRUE(engine.load(0, "Orlen"));
 
@@ -73,13 +75,13 @@ TEST_F(FileDropTest, PresetsLoadAndAMidiFileGoesToThePreviewKey)
 TEST_F(FileDropTest, TheNameShowsThatThereAreUnsavedEdits)
 {
     open(layersView);
-    EXPECT_EQ(labelText("Preset"), "Default Preset");
-    engine.processor.setParameterFromUi(slot::masterVolume, 0.4f);
+    EXPECT_EQ(titled<juce::Label>("Preset").getText(), "Default Preset");
+    engine.processor.setParameterFromUi(slot::fxPan, 0.4f);
     passes();
-    EXPECT_EQ(labelText("Preset"), "Default Preset *");
+    EXPECT_EQ(titled<juce::Label>("Preset").getText(), "Default Preset *");
     ASSERT_TRUE(engine.processor.getPresetStorage().save({}, true));
     passes();
-    EXPECT_EQ(labelText("Preset"), "Default Preset");
+    EXPECT_EQ(titled<juce::Label>("Preset").getText(), "Default Preset");
 }
 
 } // namespace quorel::test
