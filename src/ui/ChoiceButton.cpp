@@ -12,13 +12,14 @@ namespace
 constexpr float fontHeight = 12.0f;
 constexpr int inset = 6;
 constexpr float corner = 2.0f;
-constexpr float triangleWidth = 7.0f;
-constexpr float triangleHeight = 4.0f;
+constexpr float signSize = 7.0f;
+constexpr float crossWidth = 1.5f;
 } // namespace
 
 ChoiceButton::ChoiceButton(juce::Rectangle<int> bounds, juce::Button::Listener* listener,
-                           const juce::String& caption)
+                           const juce::String& caption, Sign shownSign)
     : juce::Button(caption)
+    , sign(shownSign)
 {
     setBounds(bounds);
     setComponentID(juce::String(noParameter));
@@ -54,11 +55,22 @@ void ChoiceButton::paintButton(juce::Graphics& g, bool highlighted, bool down)
     }
 
     box.reduce(inset, 0);
-    const auto sign = box.removeFromRight(triangleWidth).withSizeKeepingCentre(triangleWidth, triangleHeight);
-    juce::Path triangle;
-    triangle.addTriangle(sign.getTopLeft(), sign.getTopRight(), {sign.getCentreX(), sign.getBottom()});
+    const auto place = box.removeFromRight(signSize).withSizeKeepingCentre(signSize, signSize);
     g.setColour(colours::brightText);
-    g.fillPath(triangle);
+
+    if (sign == Sign::menu)
+    {
+        const auto half = place.reduced(0.0f, signSize / 4.0f);
+        juce::Path triangle;
+        triangle.addTriangle(half.getTopLeft(), half.getTopRight(), {half.getCentreX(), half.getBottom()});
+        g.fillPath(triangle);
+    }
+    else
+    {
+        g.drawLine({place.getTopLeft(), place.getBottomRight()}, crossWidth);
+        g.drawLine({place.getTopRight(), place.getBottomLeft()}, crossWidth);
+    }
+
     g.setFont(fontHeight);
     g.drawText(text, box.withTrimmedRight(inset), juce::Justification::centredLeft);
 }

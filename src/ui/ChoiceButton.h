@@ -6,11 +6,21 @@
 namespace quorel
 {
 
-/** A caption that opens a menu, with the present choice behind it: "Sort: name". Message thread. */
+/** A caption with the present choice behind it: "Sort: name". Opens a menu, or takes the choice back. Message
+    thread. */
 class ChoiceButton : public juce::Button
 {
 public:
-    ChoiceButton(juce::Rectangle<int> bounds, juce::Button::Listener* listener, const juce::String& caption);
+    enum class Sign
+    {
+        /** A triangle. */
+        menu,
+        /** A cross. */
+        remove
+    };
+
+    ChoiceButton(juce::Rectangle<int> bounds, juce::Button::Listener* listener, const juce::String& caption,
+                 Sign shownSign = Sign::menu);
 
     void setChoice(const juce::String& choice);
 
@@ -18,6 +28,7 @@ protected:
     void paintButton(juce::Graphics& g, bool highlighted, bool down) override;
 
 private:
+    const Sign sign;
     juce::String text;
 };
 

@@ -14,7 +14,8 @@ inline juce::Path heartIn(juce::Rectangle<float> box)
     heart.cubicTo(-0.35f, 0.35f, 0.15f, -0.25f, 0.5f, 0.22f);
     heart.cubicTo(0.85f, -0.25f, 1.35f, 0.35f, 0.5f, 1.0f);
     heart.closeSubPath();
-    heart.applyTransform(heart.getTransformToScaleToFit(box, true));
+    heart.applyTransform(
+        juce::AffineTransform::scale(box.getWidth(), box.getHeight()).translated(box.getX(), box.getY()));
     return heart;
 }
 

@@ -16,6 +16,8 @@ constexpr int gapBehindName = 6;
 constexpr int narrowestFolder = 20;
 constexpr float fontHeight = 12.0f;
 constexpr float folderFontHeight = 10.5f;
+/** No brighter than the names. */
+const juce::Colour folderColour = juce::Colours::grey;
 } // namespace
 
 PresetGrid::PresetGrid(PluginProcessor& pluginProcessor, RowGridLayout gridLayout)
@@ -155,7 +157,7 @@ void PresetGrid::paintEntry(juce::Graphics& g, int index, juce::Rectangle<int> b
     if (const auto rest = box.withTrimmedLeft(nameWidth);
         showingResults && rest.getWidth() >= narrowestFolder)
     {
-        g.setColour(colours::captionText);
+        g.setColour(folderColour);
         g.setFont(folderFontHeight);
         g.drawText(place.folder, rest, juce::Justification::centredRight);
         g.setFont(fontHeight);

@@ -47,6 +47,7 @@ PresetManagerPage::PresetManagerPage(PluginProcessor& pluginProcessor, EditorHos
     , searchField(geometry::manager::searchText, searchFieldName, {})
     , searchButton(geometry::manager::search, this, "SEARCH", &images.textStripA, colours::brightText,
                    colours::raised)
+    , limitButton(geometry::manager::limits, this, "Only", ChoiceButton::Sign::remove)
     , amongButton(geometry::manager::shown, this, "Show")
     , orderButton(geometry::manager::order, this, "Sort")
     , details(pluginProcessor, [this] { host.fullRefresh(); })
@@ -73,12 +74,7 @@ void PresetManagerPage::addSearch()
     searchField.setJustificationType(juce::Justification::centredLeft);
     searchField.addListener(this);
     searchButton.setTitle("Search");
-    limitButton.setBounds(geometry::manager::limits);
-    limitButton.setTitle("Lift the limit to categories");
-    limitButton.setMouseClickGrabsKeyboardFocus(false);
-    limitButton.setColour(juce::TextButton::buttonColourId, colours::raised);
-    limitButton.setColour(juce::TextButton::textColourOffId, juce::Colours::white);
-    limitButton.addListener(this);
+    limitButton.setTooltip("Click to search in all categories");
 
     addChildComponent(searchCaption);
     addChildComponent(searchField);
@@ -215,8 +211,7 @@ void PresetManagerPage::showSearch()
     searchField.setVisible(searching);
     searchButton.setVisible(byText);
     limitButton.setVisible(byText && !words.isEmpty());
-    limitButton.setButtonText("only " + words.joinIntoString(", "));
-    limitButton.setTooltip("Click to search in all categories");
+    limitButton.setChoice(words.joinIntoString(", "));
 
     // Over the grid of words.
     searchCaption.toFront(false);

@@ -91,7 +91,7 @@ private:
     myLabelEdit searchField;
     myKickTextButton searchButton;
     /** The categories that a search by name is limited to; a click lifts the limit. */
-    juce::TextButton limitButton;
+    ChoiceButton limitButton;
     ChoiceButton amongButton;
     ChoiceButton orderButton;
     PresetDetails details;
