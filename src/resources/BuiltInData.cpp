@@ -46,6 +46,7 @@
 QUOREL_EMBED(quorelImageBlock, QUOREL_IMAGE_BLOCK_FILE);
 QUOREL_EMBED(quorelRegularFont, QUOREL_REGULAR_FONT_FILE);
 QUOREL_EMBED(quorelBoldFont, QUOREL_BOLD_FONT_FILE);
+QUOREL_EMBED(quorelIcons, QUOREL_ICON_FILE);
 
 #define QUOREL_BUILT_IN(name)                                                                                \
     {                                                                                                        \
@@ -70,6 +71,11 @@ BuiltInBytes regularFontFile() noexcept
 BuiltInBytes boldFontFile() noexcept
 {
     return QUOREL_BUILT_IN(quorelBoldFont);
+}
+
+BuiltInBytes iconFile() noexcept
+{
+    return QUOREL_BUILT_IN(quorelIcons);
 }
 
 } // namespace quorel

@@ -17,4 +17,7 @@ BuiltInBytes imageBlock() noexcept;
 BuiltInBytes regularFontFile() noexcept;
 BuiltInBytes boldFontFile() noexcept;
 
+/** The program's icons side by side, as a PNG file. */
+BuiltInBytes iconFile() noexcept;
+
 } // namespace quorel

@@ -2,6 +2,8 @@
 #include "ui/PluginEditor.h"
 
 #include "platform/PlatformSeamKeyboard.h"
+#include "platform/PlatformSeamWindow.h"
+#include "resources/WindowIcons.h"
 #include "ui/EditorScale.h"
 #include "ui/Geometry.h"
 
@@ -23,6 +25,11 @@ PluginEditor::~PluginEditor() = default;
 void PluginEditor::parentHierarchyChanged()
 {
     keyboard.parentHierarchyChanged();
+
+    // The standalone's window; a host has its own.
+    if (auto* window = dynamic_cast<juce::TopLevelWindow*>(getTopLevelComponent());
+        window != nullptr && window->getPeer() != nullptr && !std::exchange(hasIcon, true))
+        setWindowIcons(*window->getPeer(), windowIcons());
 
     // Only once, and not in a host, which has the keyboard until the editor is clicked.
     if (!hadFocus && isShowing())

@@ -29,6 +29,7 @@ private:
     SubhostView view;
     EditorKeyboard keyboard{*this, view};
     bool hadFocus = false;
+    bool hasIcon = false;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginEditor)
 };

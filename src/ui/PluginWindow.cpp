@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/PluginWindow.h"
 
+#include "platform/PlatformSeamWindow.h"
+#include "resources/WindowIcons.h"
+
 namespace quorel
 {
 
@@ -20,6 +23,7 @@ PluginWindow::PluginWindow(VirtualInstrument& owner, juce::AudioProcessorEditor*
         setBounds(getBounds().withCentre(display->userArea.getCentre()).constrainedWithin(display->userArea));
 
     setVisible(true);
+    setWindowIcons(*getPeer(), windowIcons());
 }
 
 PluginWindow::~PluginWindow()

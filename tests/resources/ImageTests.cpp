@@ -2,6 +2,7 @@
 // The built-in images: they are what the table says, at both resolutions, and show what the controls need.
 #include "resources/CBitmap.h"
 #include "resources/EditorFont.h"
+#include "resources/WindowIcons.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -267,6 +268,22 @@ TEST(Images, MasksTakeTheCurrentColour)
             EXPECT_TRUE(colour.isTransparent() || juce::Rectangle<int>(4, 4, 17, 17).contains(x, y));
         }
     EXPECT_GT(inked, 20);
+}
+
+TEST(WindowIcons, AreWholeAtEverySize)
+{
+    const auto icons = windowIcons();
+    ASSERT_EQ(icons.size(), iconSizes.size());
+    for (size_t i = 0; i < icons.size(); ++i)
+    {
+        const int size = iconSizes[i];
+        ASSERT_EQ(icons[i].getBounds(), juce::Rectangle<int>(size, size));
+        // A plate that is cut off nowhere, with the letter's tail on it.
+        EXPECT_TRUE(icons[i].getPixelAt(0, 0).isTransparent()) << size;
+        EXPECT_TRUE(icons[i].getPixelAt(size - 1, size - 1).isTransparent()) << size;
+        EXPECT_GT(icons[i].getPixelAt(size / 2, size * 15 / 16 - 1).getAlpha(), 100) << size;
+        EXPECT_GT(icons[i].getPixelAt(size * 5 / 8, size * 5 / 8).getSaturation(), 0.5f) << size;
+    }
 }
 
 TEST(EditorFont, HasTwoWeightsOfOneFamily)

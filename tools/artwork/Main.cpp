@@ -2,6 +2,8 @@
 // quorel-artwork: draws the editor's images into one block of files, which is compiled into the program.
 #include "ImageBlock.h"
 #include "Lettering.h"
+#include "PngWriter.h"
+#include "ProgramIcon.h"
 
 #include "common/Tool.h"
 
@@ -35,9 +37,17 @@ void writeArrays(const juce::File& output, const std::vector<std::string>& parts
         throw std::runtime_error("cannot write " + output.getFullPathName().toStdString());
 }
 
+void write(const std::string& path, const juce::MemoryBlock& data)
+{
+    if (!fileOf(path).replaceWithData(data.getData(), data.getSize()))
+        throw std::runtime_error("cannot write " + path);
+}
+
 struct Options
 {
-    std::string regular, bold, condensed, output, loose, arrays;
+    std::string regular, bold, condensed, output, icons, loose, arrays;
+    /** Edge of the one icon to write instead, in pixels. */
+    int iconSize = 0;
     std::vector<std::string> parts;
 };
 
@@ -49,10 +59,15 @@ int work(const Options& options)
         return exitFine;
     }
 
+    if (options.iconSize > 0)
+    {
+        write(options.icons, pngOf(drawProgramIcon(options.iconSize)));
+        return exitFine;
+    }
+
     setTypefaces(fileOf(options.regular), fileOf(options.bold), fileOf(options.condensed));
-    const auto block = drawImageBlock(options.loose.empty() ? juce::File() : fileOf(options.loose));
-    if (!fileOf(options.output).replaceWithData(block.getData(), block.getSize()))
-        throw std::runtime_error("cannot write " + options.output);
+    write(options.output, drawImageBlock(options.loose.empty() ? juce::File() : fileOf(options.loose)));
+    write(options.icons, programIcons());
     return exitFine;
 }
 
@@ -67,6 +82,9 @@ int main(int argc, char** argv)
     app.add_option("--bold", options.bold, "its bold weight");
     app.add_option("--condensed", options.condensed, "its bold condensed weight, for captions");
     app.add_option("--output", options.output, "block of images to write");
+    app.add_option("--icons", options.icons, "strip of the program's icons to write");
+    app.add_option("--icon-size", options.iconSize, "instead, write one icon of this size there")
+        ->check(CLI::Range(16, 1024));
     app.add_option("--loose", options.loose, "folder to write the images to as files too");
     app.add_option("--arrays", options.arrays,
                    "instead, write the files that follow to this one as C arrays");

@@ -73,7 +73,7 @@ void printZones(juce::Graphics& g)
         const auto left = static_cast<float>(geometry::strip::zoneOn(first).x);
         const auto box = [first](int n)
         { return static_cast<float>(geometry::strip::zoneBox(first, n).x) + 22; };
-        field(g, {left - 8, 38, 288, 112});
+        field(g, {left - 8, 38, 283, 112});
         constexpr float baseline = 49;
         tiny(g, "ON", left + switchSize / 2, baseline, palette::print);
         tiny(g, "ZONE", left + 40, baseline, palette::print);
