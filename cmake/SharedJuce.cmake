@@ -113,6 +113,12 @@ set_source_files_properties("${patchedDir}/juce_gui_basics.cpp" PROPERTIES INCLU
 
 add_library(quorel_juce STATIC "${patchedDir}/juce_audio_processors.cpp" "${patchedDir}/juce_gui_basics.cpp")
 
+# The standalone offers JACK, which is loaded when it runs. Nothing else sees this.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    set_source_files_properties("${JUCE_MODULES_DIR}/juce_audio_devices/juce_audio_devices.cpp"
+        PROPERTIES COMPILE_DEFINITIONS "JUCE_JACK=1")
+endif()
+
 target_include_directories(quorel_juce PRIVATE "${juceProcessors}" "${juceProcessors}/format_types")
 target_link_libraries(quorel_juce
     PRIVATE

@@ -7,6 +7,7 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 namespace quorel
@@ -14,10 +15,16 @@ namespace quorel
 
 /** Talks to the user with boxes on the screen, or on the standard error stream where there is no screen. Message
     thread, or with its lock held; alerts come from any thread. Questions are asked on the message thread alone:
-    elsewhere nobody answers. A question that is open when its asker goes is closed unanswered. */
+    elsewhere nobody answers. A question that is open when its asker goes, or the editor that it is asked in, is closed
+    unanswered. */
 class BoxInteraction : public UserInteraction
 {
 public:
+    /** What questions are asked in, at its scale, as long as it is there: the contents of an open editor. Where it
+        gives null, and from the start, they are asked in windows of their own. */
+    std::function<juce::Component*()> findEditor = [] { return nullptr; };
+
+    BoxInteraction();
     ~BoxInteraction() override;
 
     void alert(const juce::String& title, const juce::String& text) override;
@@ -32,14 +39,17 @@ public:
     void progress(const juce::String& title, const juce::String& text) override;
 
 private:
+    class Stage;
+    struct Progress;
+
     bool canAsk() const;
-    bool ask(juce::AlertWindow& window);
-    juce::File choose(juce::FileChooser& chooser, int flags);
+    juce::File choose(const juce::String& title, const juce::File& start, const juce::String& pattern,
+                      int flags);
 
     juce::SharedResourcePointer<MessageBoard> board;
     /** Shared with the open questions, on whose stack this object may have gone. */
     const std::shared_ptr<std::atomic<bool>> here{std::make_shared<std::atomic<bool>>(true)};
-    std::unique_ptr<juce::AlertWindow> progressWindow;
+    std::unique_ptr<Progress> shownProgress;
 };
 
 } // namespace quorel

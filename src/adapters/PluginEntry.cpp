@@ -22,43 +22,14 @@ public:
 
             return new quorel::PluginEditor(processor);
         };
-
-        if (wrapperType == wrapperType_Standalone)
-            openPresetOfCommandLine();
+        findEditor = [this]() -> juce::Component*
+        {
+            auto* editor = dynamic_cast<quorel::PluginEditor*>(getActiveEditor());
+            return editor != nullptr && editor->isShowing() ? &editor->getView() : nullptr;
+        };
     }
 
 private:
-    /** The standalone opens with the preset that "--preset FOLDER/NAME" asks for, once it has restored what
-        it played last. Nothing sounds yet, so there is nothing to fade out. */
-    void openPresetOfCommandLine()
-    {
-        const auto arguments = juce::JUCEApplicationBase::getCommandLineParameterArray();
-        const int option = arguments.indexOf("--preset");
-
-        if (option < 0 || option + 1 >= arguments.size())
-            return;
-
-        juce::MessageManager::callAsync(
-            [self = juce::WeakReference<quorel::PluginProcessor>(this),
-             folder = arguments[option + 1].upToLastOccurrenceOf("/", false, false),
-             preset = arguments[option + 1].fromLastOccurrenceOf("/", false, false)]
-            {
-                if (self == nullptr)
-                    return;
-
-                const auto presentPreset = self->getPresetName();
-                const auto presentFolder = self->getFolderName();
-                self->setNames(preset, folder);
-
-                if (!self->getSoundChange().loadPresetFile())
-                    self->setNames(presentPreset, presentFolder);
-
-                self->getEditorRequests().bringPageBack();
-                self->getPresetCommands().refreshLists();
-                self->requestEditorRefresh();
-            });
-    }
-
     /** Images and look of the first editor, kept for the next ones. */
     struct KeptForEditors
     {

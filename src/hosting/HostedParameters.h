@@ -13,6 +13,9 @@ namespace quorel
     instrument takes. The audio thread only tries it. Defined in cmake/juce. */
 const juce::CriticalSection& instrumentLock(juce::AudioPluginInstance& plugin) noexcept;
 
+/** Stands in for the name of a parameter that has none. */
+constexpr const char* namelessParameter = "---";
+
 inline int numHostedParameters(const juce::AudioPluginInstance& plugin)
 {
     return plugin.getParameters().size();

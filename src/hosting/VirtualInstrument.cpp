@@ -336,8 +336,8 @@ void VirtualInstrument::readParameterNames()
     {
         auto name = hostedParameterName(*instance, i);
 
-        if (name.isEmpty())
-            name = "---";
+        if (name.trim().isEmpty())
+            name = namelessParameter;
 
         longestParameterName = juce::jmax(longestParameterName, name.length());
         parameterNames.add(name);

@@ -423,6 +423,34 @@ bool isProcessRunning(const juce::String& identity)
     return start.isNotEmpty() && identity.fromFirstOccurrenceOf(" ", false, false) == start;
 }
 
+#if JUCE_WINDOWS
+void catchTermination()
+{
+}
+
+bool isTerminationAsked()
+{
+    return false;
+}
+#else
+namespace
+{
+volatile std::sig_atomic_t terminationAsked = 0;
+} // namespace
+
+void catchTermination()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) { terminationAsked = 1; };
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isTerminationAsked()
+{
+    return terminationAsked != 0;
+}
+#endif
+
 juce::String versionText()
 {
 #if JUCE_WINDOWS

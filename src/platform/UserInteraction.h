@@ -17,7 +17,8 @@ public:
     /** Tells something and returns at once: it never blocks a host's thread. */
     virtual void alert(const juce::String& title, const juce::String& text) = 0;
 
-    /** Asks a question and waits for the answer. False where nobody can answer. */
+    /** Asks a question and waits for the answer. Its last sentence begins with what is to be done, such as in
+        "Delete preset Harp ?", which the button says, too. False where nobody can answer. */
     virtual bool confirm(const juce::String& title, const juce::String& text) = 0;
 
     /** Asks for a line of text, with `current` to start from and `prompt` beside the field, and waits for the

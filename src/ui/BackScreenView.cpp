@@ -173,9 +173,17 @@ void BackScreenView::showScaleMenu()
 {
     MenuEntries scales;
 
+    const auto own = static_cast<float>(host.getScalePercent()) / 100.0f;
+    const int largest =
+        largestFittingScale(*this, juce::Component::getApproximateScaleFactorForComponent(this) / own);
+
     for (const int percent : editorScales)
+    {
         scales.push_back(
             MenuEntry::command(percent, juce::String(percent) + " %", percent == host.getScalePercent()));
+        // What has no room on the display can't be chosen.
+        scales.back().enabled = percent <= largest;
+    }
 
     showMenu(popupMenuOf(scales), scaleButton, *this,
              [this](int chosen)
@@ -207,7 +215,13 @@ void BackScreenView::buttonClicked(juce::Button* button)
     }
     else if (button == &folderButton)
     {
-        chooseFolder();
+        // Not within the click: the host may close the editor while the chooser is open.
+        juce::MessageManager::callAsync(
+            [self = juce::Component::SafePointer<BackScreenView>(this)]
+            {
+                if (self != nullptr)
+                    self->chooseFolder();
+            });
     }
     else if (button == &scaleButton)
     {

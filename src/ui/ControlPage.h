@@ -31,8 +31,7 @@ public:
     /** Shows the back panel in front of everything. */
     virtual void showBackPanel() = 0;
 
-    /** Scale of the editor in percent, one of `editorScales`. Setting it takes effect at once and is stored
-        for the user. */
+    /** Scale of the editor in percent. Setting it takes effect at once and is stored for the user. */
     virtual int getScalePercent() const = 0;
     virtual void setScalePercent(int percent) = 0;
 };

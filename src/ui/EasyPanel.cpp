@@ -26,12 +26,14 @@ EasyPanel::TargetMenu::TargetMenu(EasyPanel& easyPanel, int easyIndex)
 
 void EasyPanel::TargetMenu::fill(const juce::StringArray& names, int from, int to)
 {
+    const int chosen = decodeParamInt(panel.value(layerSlot::easyMapping + easy));
     clear(juce::dontSendNotification);
 
     for (int target = from; target < to; ++target)
-        addItem(names[target], target);
+        if (names[target] != namelessParameter || target == chosen)
+            addItem(names[target], target);
 
-    setSelectedId(decodeParamInt(panel.value(layerSlot::easyMapping + easy)), juce::dontSendNotification);
+    setSelectedId(chosen, juce::dontSendNotification);
 }
 
 void EasyPanel::TargetMenu::showTarget()
@@ -46,7 +48,11 @@ void EasyPanel::TargetMenu::showTarget()
 void EasyPanel::TargetMenu::showPopup()
 {
     if (panel.plugin() == nullptr)
+    {
+        // Who asked for a popup takes it for open until it hears that it isn't.
+        hidePopup();
         return;
+    }
 
     const auto& names = panel.instrument().getParameterNames();
     fill(names, 1, names.size());

@@ -19,6 +19,8 @@ constexpr int usualBpm = 120;
 constexpr int cpuIndent = 3;
 constexpr float labelFontHeight = 13.0f;
 constexpr const char* loadingText = "LOADING PLEASE WAIT...";
+constexpr const char* noDeviceText = "No audio: check the audio device";
+constexpr const char* noHostAudioText = "The host isn't running audio";
 constexpr const char* userGuideFile = "quorel-user-guide.html";
 } // namespace
 
@@ -164,6 +166,7 @@ void EditorHeader::update()
     undoKeys.update();
     showMidi();
     showTempo();
+    showWhetherAudioRuns();
     const auto& levels = processor.getMeter();
     cpuLabel.setText("CPU " + juce::String(static_cast<int>(levels.cpuPercent())) + "%",
                      juce::dontSendNotification);
@@ -186,10 +189,9 @@ void EditorHeader::showMidi()
     {
         shownNote = monitor.lastNoteNumber();
         shownVelocity = monitor.lastNoteVelocity();
-        midiMonitorLabel.setText(shownVelocity > 0
-                                     ? "Midi " + noteName(shownNote) + ", Vel " + juce::String(shownVelocity)
-                                     : juce::String(),
-                                 juce::dontSendNotification);
+        midiText = shownVelocity > 0 ? "Midi " + noteName(shownNote) + ", Vel " + juce::String(shownVelocity)
+                                     : juce::String();
+        midiMonitorLabel.setText(midiText, juce::dontSendNotification);
     }
 
     if (monitor.lastControllerNumber() != shownController ||
@@ -197,9 +199,9 @@ void EditorHeader::showMidi()
     {
         shownController = monitor.lastControllerNumber();
         shownControllerValue = monitor.lastControllerValue();
-        midiMonitorLabel.setText("Midi Controller " + juce::String(shownController) + " = " +
-                                     juce::String(shownControllerValue),
-                                 juce::dontSendNotification);
+        midiText =
+            "Midi Controller " + juce::String(shownController) + " = " + juce::String(shownControllerValue);
+        midiMonitorLabel.setText(midiText, juce::dontSendNotification);
     }
 }
 
@@ -213,6 +215,21 @@ void EditorHeader::showTempo()
     }
 }
 
+void EditorHeader::showWhetherAudioRuns()
+{
+    const bool running = processor.getSoundChange().getFade().areBlocksRunning();
+    const auto type = processor.wrapperType;
+    const auto shown = hintLabel.getText();
+
+    // Where there is neither a device nor a host, nobody expects to hear anything.
+    if (running && (shown == noDeviceText || shown == noHostAudioText))
+        hintLabel.setText({}, juce::dontSendNotification);
+    else if (!running && shown.isEmpty() && type != juce::AudioProcessor::wrapperType_Undefined)
+        hintLabel.setText(type == juce::AudioProcessor::wrapperType_Standalone ? noDeviceText
+                                                                               : noHostAudioText,
+                          juce::dontSendNotification);
+}
+
 void EditorHeader::showLoading(bool loading)
 {
     if (loading)
@@ -220,7 +237,18 @@ void EditorHeader::showLoading(bool loading)
         hintLabel.setColour(juce::Label::textColourId, juce::Colours::orange);
         hintLabel.setText(loadingText, juce::dontSendNotification);
         hintLabel.setVisible(true);
+        midiMonitorLabel.setColour(juce::Label::textColourId, juce::Colours::orange);
+        // The newest choice, whatever is on its way already.
+        midiMonitorLabel.setText(processor.getPresetName(), juce::dontSendNotification);
+        loadingShown = true;
         return;
+    }
+
+    if (loadingShown)
+    {
+        loadingShown = false;
+        midiMonitorLabel.removeColour(juce::Label::textColourId);
+        midiMonitorLabel.setText(midiText, juce::dontSendNotification);
     }
 
     if (hintLabel.isColourSpecified(juce::Label::textColourId))

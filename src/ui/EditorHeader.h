@@ -32,7 +32,7 @@ public:
     /** Follows what changes by itself: last MIDI, load, levels, tempo, Edit and Orig. Called in each pass. */
     void update();
 
-    /** Shows that a preset is loading, or takes the message away. */
+    /** Shows that a preset is loading, and which, or takes the message away. */
     void showLoading(bool loading);
 
     /** Shows a text about the control under the mouse; empty for none. */
@@ -50,6 +50,8 @@ private:
     /** Names of folder and preset, the latter with a mark where the sound has unsaved edits. */
     void showNames();
     void showMidi();
+    /** Says, where nothing else is to be read, why nothing is heard. */
+    void showWhetherAudioRuns();
     void showTempo();
     void tap();
     void openUserGuide();
@@ -80,6 +82,8 @@ private:
     UndoKeys undoKeys;
 
     bool shownEdited = false;
+    juce::String midiText;
+    bool loadingShown = false;
     int shownNote = 0;
     int shownVelocity = 0;
     int shownController = 0;

@@ -33,6 +33,7 @@ inline juce::PopupMenu popupMenuOf(const MenuEntries& entries)
 inline void showMenu(juce::PopupMenu menu, juce::Component& target, juce::Component& owner,
                      std::function<void(int)> chosen)
 {
+    menu.setLookAndFeel(&target.getLookAndFeel());
     menu.showMenuAsync(
         juce::PopupMenu::Options().withTargetComponent(target),
         [alive = juce::Component::SafePointer<juce::Component>(&owner), chosen = std::move(chosen)](int id)

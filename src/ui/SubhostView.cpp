@@ -27,6 +27,7 @@ SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::funct
     , scalePercent(scale)
     , onScaleChosen(std::move(scaleChosen))
 {
+    setLookAndFeel(&look.get());
     setOpaque(true);
     setSize(geometry::width, geometry::height);
     setTitle("Quorel");
@@ -53,6 +54,7 @@ SubhostView::~SubhostView()
 {
     stopTimer();
     removeMouseListener(this);
+    setLookAndFeel(nullptr);
 }
 
 //==============================================================================================================

@@ -38,6 +38,9 @@ public:
 
     void setScalePercent(int percent) override;
 
+    /** The editor has another size by now. */
+    void noteScalePercent(int percent) noexcept { scalePercent = percent; }
+
     /** One pass of the timer. */
     void followProcessor();
 

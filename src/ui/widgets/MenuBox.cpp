@@ -72,6 +72,19 @@ void MenuBox::childrenChanged()
         child->setMouseClickGrabsKeyboardFocus(false);
 }
 
+void MenuBox::parentHierarchyChanged()
+{
+    juce::ComboBox::parentHierarchyChanged();
+
+    // JUCE lays the text out with the look that the box is made with, and tells of no other one that it comes under.
+    if (const auto* present = &getLookAndFeel(); present != shownLook)
+    {
+        shownLook = present;
+        lookAndFeelChanged();
+        resized();
+    }
+}
+
 ImageMenuBox::ImageMenuBox(juce::Rectangle<int> bounds, juce::ComboBox::Listener* listener, int parameterId,
                            juce::Rectangle<int> popupBounds, const CBitmap* backgroundImage,
                            PluginProcessor& pluginProcessor)

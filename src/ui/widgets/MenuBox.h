@@ -19,10 +19,13 @@ public:
 
     std::unique_ptr<juce::AccessibilityHandler> createAccessibilityHandler() override;
     void childrenChanged() override;
+    void parentHierarchyChanged() override;
 
 private:
     PluginProcessor* const processor;
     const int parameter;
+    /** That the text was laid out with. */
+    const juce::LookAndFeel* shownLook = nullptr;
 };
 
 /** A menu on a read-out image. */

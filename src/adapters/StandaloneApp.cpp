@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The standalone program: its command line, and what it keeps from one start to the next.
+#include "adapters/StandaloneWindow.h"
+#include "engine/PluginProcessor.h"
+#include "platform/PlatformSeam.h"
+#include "platform/Version.h"
+#include "presets/PresetFiles.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <stdexcept>
+#include <vector>
+
+namespace quorel
+{
+namespace
+{
+enum ExitCode
+{
+    exitOk,
+    exitFailed,
+    exitUsage
+};
+
+/** "FOLDER/NAME", as the command line has it. */
+struct PresetName
+{
+    explicit PresetName(const juce::String& text)
+        : folder(text.upToLastOccurrenceOf("/", false, false))
+        , name(text.fromLastOccurrenceOf("/", false, false))
+    {
+    }
+
+    juce::String folder;
+    juce::String name;
+};
+
+class StandaloneApp final : public juce::JUCEApplication, private juce::Timer
+{
+public:
+    const juce::String getApplicationName() override { return "Quorel"; }
+
+    const juce::String getApplicationVersion() override { return productVersion; }
+
+    bool moreThanOneInstanceAllowed() override { return true; }
+
+    void initialise(const juce::String&) override
+    {
+        const int code = start();
+
+        if (window == nullptr)
+        {
+            setApplicationReturnValue(code);
+            quit();
+        }
+    }
+
+    void shutdown() override
+    {
+        stopTimer();
+
+        if (window != nullptr)
+            window->keepSound();
+
+        window = nullptr;
+
+        if (settings != nullptr && !settings->saveIfNeeded())
+            std::cerr << "quorel: " << settings->getFile().getFullPathName() << " can't be written"
+                      << std::endl;
+    }
+
+    void systemRequestedQuit() override
+    {
+        // Questions that are open end first.
+        if (juce::ModalComponentManager::getInstance()->cancelAllModalComponents())
+            juce::MessageManager::callAsync([this] { systemRequestedQuit(); });
+        else
+            quit();
+    }
+
+private:
+    /** An exit code that counts where no window has come of it. */
+    int start()
+    {
+        CLI::App options{
+            "Layers up to four instruments into one sound. The sound is kept for the next start.", "quorel"};
+        std::string wanted;
+        options.set_version_flag("--version", std::string("Quorel ") + productVersion);
+        options.add_option("--preset", wanted, "Preset to open with")->type_name("FOLDER/NAME");
+
+        try
+        {
+            std::vector<std::string> arguments;
+
+            // CLI11 takes them from the end.
+            for (const auto& argument : getCommandLineParameterArray())
+                arguments.insert(arguments.begin(), argument.toStdString());
+
+            options.parse(arguments);
+            openWindow(juce::String::fromUTF8(wanted.c_str()));
+            return exitOk;
+        }
+        catch (const CLI::Success& answer)
+        {
+            return options.exit(answer);
+        }
+        catch (const CLI::ParseError& error)
+        {
+            std::cerr << "quorel: " << error.what() << " (see --help)" << std::endl;
+            return exitUsage;
+        }
+        catch (const std::runtime_error& error)
+        {
+            window = nullptr;
+            std::cerr << "quorel: " << error.what() << std::endl;
+            return exitFailed;
+        }
+    }
+
+    void openWindow(const juce::String& wanted)
+    {
+        const PresetName preset(wanted);
+
+        if (wanted.isNotEmpty() &&
+            !findPresetFile(readPaths(*makeUserStore()).banksFolder, preset.folder, preset.name)
+                 .existsAsFile())
+            throw std::runtime_error("there is no preset " + wanted.toStdString() + " (see --help)");
+
+        if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
+            throw std::runtime_error("there is no screen to open a window on");
+
+        settings = std::make_unique<juce::PropertiesFile>(settingsFile(), juce::PropertiesFile::Options());
+        window = std::make_unique<StandaloneWindow>(*settings);
+
+        if (wanted.isNotEmpty())
+            openPreset(preset);
+
+        window->setVisible(true);
+        catchTermination();
+        startTimer(terminationPollMillis);
+    }
+
+    /** Nothing sounds yet, so there is nothing to fade out. */
+    void openPreset(const PresetName& preset)
+    {
+        auto& processor = dynamic_cast<PluginProcessor&>(window->getProcessor());
+        processor.setNames(preset.name, preset.folder);
+
+        if (!processor.getSoundChange().loadPresetFile())
+            throw std::runtime_error("preset " + (preset.folder + "/" + preset.name).toStdString() +
+                                     " can't be loaded");
+
+        processor.getEditorRequests().bringPageBack();
+        processor.getPresetCommands().refreshLists();
+        processor.requestEditorRefresh();
+    }
+
+    /** Beside the settings of the instruments. Earlier versions had theirs elsewhere. */
+    static juce::File settingsFile()
+    {
+        const auto file = userPlaces().settingsFolder.getChildFile("Quorel.settings");
+        const auto earlier = juce::File("~/.config/Quorel.settings");
+
+        if (!file.existsAsFile() && earlier.existsAsFile())
+        {
+            file.getParentDirectory().createDirectory();
+            earlier.copyFileTo(file);
+        }
+
+        return file;
+    }
+
+    void timerCallback() override
+    {
+        if (isTerminationAsked())
+            systemRequestedQuit();
+    }
+
+    static constexpr int terminationPollMillis = 100;
+
+    std::unique_ptr<juce::PropertiesFile> settings;
+    std::unique_ptr<StandaloneWindow> window;
+};
+} // namespace
+} // namespace quorel
+
+juce::JUCEApplicationBase* juce_CreateApplication();
+
+juce::JUCEApplicationBase* juce_CreateApplication()
+{
+    return new quorel::StandaloneApp();
+}
