@@ -66,8 +66,8 @@ function addRow(i,   group, last) {
                                       last, resident[i], reserved[i], heap[i], last, threads[i], files[i])
     else if (group == "imageMemory")
         editor = editor sprintf("| %s | %s MB | |\n", drawn[name[i]], digits(megabytes[i]))
-    else if (name[i] == "idleEditor")
-        editor = editor sprintf("| processor share of an open, idle editor | %s %% | |\n", digits(percent[i]))
+    else if (group == "idleEditor")
+        editor = editor sprintf("| %s | %s %% | |\n", drawn[name[i]], digits(percent[i]))
     else if (name[i] in drawn)
         editor = editor sprintf("| %s | %s | %s |\n", drawn[name[i]], duration(time[i]), duration(wall[i]))
     else if (name[i] == "readAll")
@@ -104,6 +104,8 @@ BEGIN {
     drawn["followProcessor/allFlags:1"] = "one pass with all parameters changed"
     drawn["paintKnob/scale:1"] = "repaint of one knob at 100 %"
     drawn["paintKnob/scale:2"] = "repaint of one knob at 200 %"
+    drawn["idleEditor/scale:100"] = "processor share of an open, idle editor at 100 %"
+    drawn["idleEditor/scale:200"] = "the same at 200 %"
     drawn["imageMemory/scale:1"] = "images in memory, all pages at 100 %"
     drawn["imageMemory/scale:2"] = "images in memory, all pages at 200 %"
     preset["buildIndex"] = "index of all presets"

@@ -84,15 +84,23 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
     return name;
 }
 
+juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName, const UserStore& store)
+{
+    const auto folder = readBankFolder(instrumentName, store);
+    if (bankName.isEmpty() || folder == juce::File())
+        return {};
+
+    return bankName == rootBankName ? folder : folder.getChildFile(bankName);
+}
+
 void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,
                       const UserStore& store, juce::StringArray& programNames)
 {
     programNames.clear();
-    const auto folder = readBankFolder(instrumentName, store);
-    if (bankName.isEmpty() || folder == juce::File())
+    const auto bank = bankFolder(instrumentName, bankName, store);
+    if (bank == juce::File())
         return;
 
-    const auto bank = bankName == rootBankName ? folder : folder.getChildFile(bankName);
     for (const auto& program : listProgramFiles(pathOf(bank)))
         programNames.add(juce::String::fromUTF8(program.name.c_str()));
 }

@@ -23,6 +23,10 @@ void listBanks(const juce::String& instrumentName, const UserStore& store, juce:
     instrument isn't known. */
 juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String& instrumentName);
 
+/** The folder of one of the instrument's banks that keep their programs as files; no file for an empty name, or where
+    no folder is set. */
+juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName, const UserStore& store);
+
 /** Replaces `programNames` by the ".fxp" files of one of the instrument's bank folders, without their ending
     and in the order of their numbers. None for an empty bank name. */
 void readProgramNames(const juce::String& instrumentName, const juce::String& bankName,

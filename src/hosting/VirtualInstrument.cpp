@@ -324,6 +324,7 @@ void VirtualInstrument::readProgramsAndBanks()
     bankNames.clear();
     listBanks(pluginName, owner.userStore(), bankNames);
     programNames.clear();
+    programFolder = juce::File();
 }
 
 void VirtualInstrument::readParameterNames()

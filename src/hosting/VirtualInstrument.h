@@ -301,6 +301,9 @@ private:
 
     juce::StringArray bankNames;
     juce::StringArray programNames;
+    /** Where these names are from, and when it last changed. */
+    juce::File programFolder;
+    juce::Time programFolderTime;
     juce::StringArray parameterNames;
     int longestParameterName = 0;
 

@@ -234,7 +234,16 @@ juce::String VirtualInstrument::getBankName()
 
 void VirtualInstrument::readProgramNames(const juce::String& bankName)
 {
+    // The editor asks at every turn of a page.
+    const auto folder = bankFolder(pluginName, bankName, owner.userStore());
+    const auto time = folder.getLastModificationTime();
+
+    if (folder != juce::File() && folder == programFolder && time == programFolderTime)
+        return;
+
     quorel::readProgramNames(pluginName, bankName, owner.userStore(), programNames);
+    programFolder = folder;
+    programFolderTime = time;
 }
 
 } // namespace quorel

@@ -172,6 +172,7 @@ void EditorHeader::update()
                      juce::dontSendNotification);
     meter.left = levels.peakLeft();
     meter.right = levels.peakRight();
+    meter.follow();
 }
 
 void EditorHeader::showComparison()

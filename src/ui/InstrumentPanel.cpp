@@ -14,18 +14,42 @@ namespace
 {
 constexpr float missingGlowRadius = 10.0f;
 
+/** A combo box takes no empty text, which a bank's title may be. */
+juce::String rowText(const MenuEntry& entry)
+{
+    return entry.text.isEmpty() ? juce::String(" ") : entry.text;
+}
+
+/** The menu has these rows already. To make hundreds of them takes longer than all the rest of a page. */
+bool isFilledWith(const juce::ComboBox& menu, const MenuEntries& entries)
+{
+    if (menu.getNumItems() != static_cast<int>(entries.size()))
+        return false;
+
+    for (int i = 0; i < menu.getNumItems(); ++i)
+        if (menu.getItemText(i) != rowText(entries[static_cast<size_t>(i)]))
+            return false;
+
+    return true;
+}
+
 void fill(juce::ComboBox& menu, const MenuEntries& entries)
 {
-    menu.clear(juce::dontSendNotification);
+    if (!isFilledWith(menu, entries))
+    {
+        menu.clear(juce::dontSendNotification);
+
+        for (const auto& entry : entries)
+            menu.addItem(rowText(entry), entry.id);
+    }
+
+    int selected = 0;
 
     for (const auto& entry : entries)
-    {
-        // A combo box takes no empty text, which a bank's title may be.
-        menu.addItem(entry.text.isEmpty() ? juce::String(" ") : entry.text, entry.id);
-
         if (entry.ticked)
-            menu.setSelectedId(entry.id, juce::dontSendNotification);
-    }
+            selected = entry.id;
+
+    menu.setSelectedId(selected, juce::dontSendNotification);
 }
 } // namespace
 

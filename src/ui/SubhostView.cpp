@@ -17,6 +17,7 @@ namespace quorel
 namespace
 {
 constexpr int passMilliseconds = 50;
+constexpr unsigned int passesPerStripPass = 2;
 } // namespace
 
 SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::function<void(int)> scaleChosen)
@@ -176,6 +177,11 @@ bool SubhostView::isLoading() const
 
 void SubhostView::followProcessor()
 {
+    // One timer for all: each wakes the processor for itself.
+    if (++passes % passesPerStripPass == 0)
+        for (auto& strip : strips)
+            strip->follow();
+
     if (isLoading())
     {
         header.showLoading(true);

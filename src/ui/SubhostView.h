@@ -77,6 +77,7 @@ private:
     bool controlsMoved = true;
     bool onBackPanel = false;
     bool inPass = false;
+    unsigned int passes = 0;
     Page viewPage = Page::layers;
     EditorTips tips{*this};
     int scalePercent;

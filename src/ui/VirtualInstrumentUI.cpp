@@ -16,7 +16,6 @@ namespace quorel
 
 namespace
 {
-constexpr int timerMilliseconds = 100;
 constexpr float stepPerPanel = 0.1f;
 } // namespace
 
@@ -61,7 +60,6 @@ VirtualInstrumentUI::VirtualInstrumentUI(PluginProcessor& pluginProcessor, Edito
     addChildComponent(zoneMode);
     orderFocus();
     instrument().addChangeListener(this);
-    startTimer(timerMilliseconds);
 }
 
 void VirtualInstrumentUI::orderFocus()
@@ -258,7 +256,7 @@ void VirtualInstrumentUI::showLayoutMenu()
              });
 }
 
-void VirtualInstrumentUI::timerCallback()
+void VirtualInstrumentUI::follow()
 {
     instrumentPanel.showWindowState();
 

@@ -13,7 +13,7 @@ namespace quorel
 
 /** The strip of one layer: instrument and mixer on the left, and on the Layers page one of five panels on the
     right, chosen by keys. Message thread. */
-class VirtualInstrumentUI : public StripPanel, private juce::Timer, private juce::ChangeListener
+class VirtualInstrumentUI : public StripPanel, private juce::ChangeListener
 {
 public:
     /** Panels by their number in the layer's panel parameter. */
@@ -33,6 +33,10 @@ public:
     ~VirtualInstrumentUI() override;
 
     void refresh() override;
+
+    /** Follows the instrument, which may change by itself. Called by the editor every 100 milliseconds. */
+    void follow();
+
     void paint(juce::Graphics& g) override;
     void buttonClicked(juce::Button* button) override;
 
@@ -57,7 +61,6 @@ private:
 
     /** Tab goes from left to right, through the panel at the end. */
     void orderFocus();
-    void timerCallback() override;
     void changeListenerCallback(juce::ChangeBroadcaster* source) override;
     int chosenPanel() const;
     bool isZoned() const;

@@ -213,6 +213,7 @@ TEST_F(WidgetTest, MeterShowsDecibelsAndOverload)
     {
         meter.left = left;
         meter.right = right;
+        meter.follow();
         TestWindow::pump(120);
         const auto picture = TestWindow::picture(meter);
         return std::make_pair(picture.getPixelAt(x, 1), picture.getPixelAt(x, 6));

@@ -10,7 +10,6 @@ namespace quorel
 {
 namespace
 {
-constexpr int intervalMillis = 50;
 constexpr float range = 70.0f;
 constexpr float silence = 0.00001f;
 constexpr int barHeight = 3;
@@ -25,7 +24,6 @@ meterHorizontal::meterHorizontal(juce::Rectangle<int> bounds)
     setAccessible(false);
     setBounds(bounds);
     setOpaque(true);
-    startTimer(intervalMillis);
 }
 
 int meterHorizontal::barLength(float level) const
@@ -35,7 +33,7 @@ int meterHorizontal::barLength(float level) const
     return juce::jmin(getWidth(), static_cast<int>((decibels + range) * scale));
 }
 
-void meterHorizontal::timerCallback()
+void meterHorizontal::follow()
 {
     const int newLeft = barLength(left);
     const int newRight = barLength(right);

@@ -7,19 +7,21 @@ namespace quorel
 {
 
 /** A stereo level meter of two thin bars, from -70 to 0 decibels. Message thread. */
-class meterHorizontal : public juce::Component, private juce::Timer
+class meterHorizontal : public juce::Component
 {
 public:
     explicit meterHorizontal(juce::Rectangle<int> bounds);
 
-    /** Levels to show, as amplitudes: read every 50 milliseconds. */
+    /** Levels to show, as amplitudes. */
     float left = 0.0f;
     float right = 0.0f;
+
+    /** Takes up the levels. Called in each pass of the editor, every 50 milliseconds. */
+    void follow();
 
     void paint(juce::Graphics& g) override;
 
 private:
-    void timerCallback() override;
     int barLength(float level) const;
     void paintBar(juce::Graphics& g, int y, int length) const;
 
