@@ -147,6 +147,9 @@ bool paintBackPanel(const Canvas& canvas)
     group(g, around(b::scale, 50), "WINDOW SIZE");
     group(g, around(b::block(0), 157), "MIDI");
 
+    for (const auto& menu : {b::ecsMenu, b::scale})
+        drawMenuMark(g, Rect(6, 4).withPosition(menu.translated(-10, 8).toFloat()), ink);
+
     vents(g, {720, 74, 320, 540});
 
     group(g, {left, 660, width, 90}, "CONNECTIONS");

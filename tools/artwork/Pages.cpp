@@ -31,15 +31,6 @@ void captionTo(juce::Graphics& g, const juce::String& text, float right, float b
           juce::Justification::right);
 }
 
-/** A menu opens here. */
-void menuMark(juce::Graphics& g, Rect area, juce::Colour colour)
-{
-    juce::Path mark;
-    mark.addTriangle(area.getTopLeft(), area.getTopRight(), {area.getCentreX(), area.getBottom()});
-    g.setColour(colour);
-    g.fillPath(mark);
-}
-
 float centreX(juce::Point<int> knob)
 {
     return static_cast<float>(knob.x) + half;
@@ -75,7 +66,7 @@ void drawHeader(juce::Graphics& g, bool standalone)
     {
         const auto box = menu.toFloat().reduced(0, 2);
         glass(g, box, 3);
-        menuMark(g, {box.getRight() - 9, box.getCentreY() - 2, 6, 4}, palette::amber);
+        drawMenuMark(g, {box.getRight() - 9, box.getCentreY() - 2, 6, 4}, palette::amber);
     }
     captionTo(g, "PRESET", static_cast<float>(h::presetMenu.getX()) - 5, 49);
     captionTo(g, "FOLDER", static_cast<float>(h::folderPrevious.x) - 5, 66);
@@ -167,7 +158,7 @@ void printPanelKeys(juce::Graphics& g, int)
         captionFrom(g, text, static_cast<float>(at.x) + 25, static_cast<float>(at.y) + 13);
     // The layout menu opens from here.
     const auto menu = s::layoutMenu.toFloat();
-    menuMark(g, {menu.getX() + 52, 9.5f, 7, 4}, palette::amberBright);
+    drawMenuMark(g, {menu.getX() + 52, 9.5f, 7, 4}, palette::amberBright);
     printEasyPanel(g);
 }
 

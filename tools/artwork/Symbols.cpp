@@ -106,6 +106,14 @@ void drawArrow(juce::Graphics& g, Rect area, juce::Colour colour, bool left)
     fillUnit(g, area, arrow);
 }
 
+void drawMenuMark(juce::Graphics& g, Rect area, juce::Colour colour)
+{
+    juce::Path mark;
+    mark.addTriangle(area.getTopLeft(), area.getTopRight(), {area.getCentreX(), area.getBottom()});
+    g.setColour(colour);
+    g.fillPath(mark);
+}
+
 float drawLogo(juce::Graphics& g, juce::Point<float> topLeft, float height, juce::Colour top,
                juce::Colour bottom, juce::Colour accent)
 {

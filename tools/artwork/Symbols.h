@@ -19,6 +19,9 @@ void drawBook(juce::Graphics& g, Rect area, juce::Colour colour, bool asQuestion
 /** A filled triangle that points left or right. */
 void drawArrow(juce::Graphics& g, Rect area, juce::Colour colour, bool left);
 
+/** A filled triangle that points down: a menu opens here. */
+void drawMenuMark(juce::Graphics& g, Rect area, juce::Colour colour);
+
 /** The maker's word mark, its capitals `height` high. Returns its width. */
 float drawLogo(juce::Graphics& g, juce::Point<float> topLeft, float height, juce::Colour top,
                juce::Colour bottom, juce::Colour accent);

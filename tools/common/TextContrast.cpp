@@ -11,6 +11,8 @@ namespace
 // Parts of the type's size.
 constexpr float gapWithinLine = 0.8f;
 constexpr float gapOfBlank = 0.15f;
+/** A mask that is filled with less is light on what it covers, such as a key under the mouse. */
+constexpr float highestAlphaOfLight = 0.25f;
 
 float linear(juce::uint8 channel)
 {
@@ -72,7 +74,8 @@ void TextWatch::clipToImageAlpha(const juce::Image& mask, const juce::AffineTran
 {
     const auto area =
         mask.getBounds().toFloat().transformedBy(transform.followedBy(stack->transform.getTransform()));
-    add({}, area, area.getBottom(), area.getHeight());
+    if (stack->fillType.colour.getFloatAlpha() > highestAlphaOfLight)
+        add({}, area, area.getBottom(), area.getHeight());
     LowLevelGraphicsSoftwareRenderer::clipToImageAlpha(mask, transform);
 }
 
