@@ -285,6 +285,10 @@ void PluginProcessor::setParameterFromUi(int index, float value)
         tellHost(index);
     }
 
+    // Notes that sound when a layer is switched off would hang until it is on again.
+    if (isLayerParameter(index) && numberInLayer(index) == layerSlot::on && value == 0.0f)
+        getLayer(layerOf(index)).requestAllNotesOff();
+
     if (index > slot::view)
         session.markEdited();
 }

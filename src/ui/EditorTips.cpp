@@ -38,11 +38,8 @@ juce::String EditorTips::getTipFor(juce::Component& component)
 
     // Knobs and faders have captions, and the display names them.
     for (auto* control = &component; control != nullptr; control = control->getParentComponent())
-        if (control->getComponentID().isNotEmpty())
-            return isOneOf<juce::Button, ReadoutBox, TEQScreen, kappelDisplay, myBgMenu2, SoundGround>(
-                       *control)
-                       ? (control->getHelpText().isNotEmpty() ? control->getHelpText() : control->getTitle())
-                       : juce::String();
+        if (isOneOf<juce::Button, ReadoutBox, TEQScreen, kappelDisplay, myBgMenu2, SoundGround>(*control))
+            return control->getHelpText().isNotEmpty() ? control->getHelpText() : control->getTitle();
 
     return {};
 }

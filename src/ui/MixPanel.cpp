@@ -67,15 +67,6 @@ void MixPanel::refresh()
     showSlider(volumeKnob);
 }
 
-void MixPanel::buttonClicked(juce::Button* button)
-{
-    StripPanel::buttonClicked(button);
-
-    // Notes that sound when a layer is switched off would hang until it is on again.
-    if (button == &onSwitch && !onSwitch.getToggleState())
-        instrument().requestAllNotesOff();
-}
-
 void MixPanel::comboBoxChanged(juce::ComboBox* menu)
 {
     if (menu != &channelMenu || menu->getSelectedItemIndex() < 0)

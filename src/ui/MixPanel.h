@@ -20,7 +20,6 @@ public:
              int layerIndex);
 
     void refresh() override;
-    void buttonClicked(juce::Button* button) override;
     void comboBoxChanged(juce::ComboBox* menu) override;
 
 private:

@@ -64,6 +64,8 @@ SoundGround::SoundGround(Kind groundKind, int place, PluginProcessor& pluginProc
     , processor(pluginProcessor)
 {
     setUpControl(*this, "ground", noParameter);
+    // The display is for what can be set.
+    setComponentID({});
     setWantsKeyboardFocus(true);
     setTitle(juce::String(commands.noun) + " " + juce::String(index + 1));
     setMouseCursor(juce::MouseCursor::DraggingHandCursor);

@@ -222,17 +222,16 @@ void TEQScreen::resetBand(int band)
 
 void TEQScreen::mouseDown(const juce::MouseEvent& event)
 {
-    if (!event.mods.isLeftButtonDown())
-        return;
+    dragging = event.mods.isLeftButtonDown();
 
     // The first click of two has brought the band under the mouse.
-    if (event.getNumberOfClicks() % 2 == 0)
+    if (dragging && event.getNumberOfClicks() % 2 == 0)
     {
+        dragging = false;
         resetBand(selectedBand);
         return;
     }
     selectedBand = nearestBand(event.position.x / static_cast<double>(getWidth()));
-    dragging = true;
     mouseDrag(event);
 }
 

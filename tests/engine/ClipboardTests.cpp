@@ -103,6 +103,17 @@ TEST_F(ClipboardTest, SwappedLayersSoundAsBefore)
     rig.set(slot::multiFader, 0.0f);
     EXPECT_NEAR(rig.getLayer(2, layerSlot::volume), volume + 0.1f, 1e-5f);
 
+    // One step takes it back, another one brings it.
+    for (const auto& [go, name] :
+         {std::pair(&UndoHistory::undo, "Hexley"), std::pair(&UndoHistory::redo, "Glasson")})
+    {
+        // The move of the fader above is a test's, not the user's.
+        ASSERT_TRUE((rig.processor.getUndo().*go)());
+        EXPECT_TRUE(
+            rig.playUntil([&, wanted = juce::String(name)] { return layer(0).getPluginName() == wanted; }))
+            << name;
+    }
+
     // A state that was saved holds it all.
     const auto state = rig.state();
     rig.processor.resetAllParameters();
@@ -113,10 +124,9 @@ TEST_F(ClipboardTest, SwappedLayersSoundAsBefore)
 
 TEST_F(ClipboardTest, APastedLayerIsThereTwice)
 {
-    fill(0, "Hexley", 3, 0.0f);
+    fill(0, "Hexley", 6, 0.0f);
     fill(1, "Tarn", 2, 0.0f);
     rig.set(slot::multiAssignment, encodeParamInt(18 + 7));
-    const auto before = heard(highNote);
     rig.setLayer(1, layerSlot::on, 0.0f);
     const auto alone = heard(highNote);
     copyLayer(rig.processor, 0);

