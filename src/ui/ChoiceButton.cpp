@@ -26,6 +26,7 @@ ChoiceButton::ChoiceButton(juce::Rectangle<int> bounds, juce::Button::Listener* 
     setTitle(caption);
     setTriggeredOnMouseDown(true);
     setMouseClickGrabsKeyboardFocus(false);
+    setHasFocusOutline(true);
     addListener(listener);
     setChoice({});
 }

@@ -4,6 +4,7 @@
 
 #include "parameters/ParameterCodings.h"
 #include "ui/HintText.h"
+#include "ui/widgets/kappelDisplay.h"
 #include "ui/widgets/myIntBox.h"
 
 #include <gtest/gtest.h>
@@ -76,9 +77,12 @@ TEST_F(EditorControlTest, TheDisplayCallsNoControlByANumber)
             walk(view(),
                  [&](juce::Component& control)
                  {
-                     // Labels are captions.
-                     if (control.getComponentID().isEmpty() ||
-                         dynamic_cast<juce::Label*>(&control) != nullptr)
+                     const bool isControl = dynamic_cast<juce::Button*>(&control) != nullptr ||
+                                            dynamic_cast<juce::Slider*>(&control) != nullptr ||
+                                            dynamic_cast<juce::ComboBox*>(&control) != nullptr ||
+                                            dynamic_cast<kappelDisplay*>(&control) != nullptr;
+
+                     if (!isControl || control.getComponentID().isEmpty())
                          return;
 
                      const auto hint = hintText(control, engine.processor);

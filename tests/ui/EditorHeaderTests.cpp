@@ -177,7 +177,7 @@ TEST_F(EditorHeaderTest, PreviewNoteSoundsWhileTheButtonIsHeld)
     engine.setLayer(0, layerSlot::pan, 0.0f);
     open();
     auto& note = button("Preview note");
-    window->press(note, {5, 5});
+    window->press(note, note.getLocalBounds().getCentre());
     EXPECT_GT(engine.play(20).peak(), 0.001f);
     passes();
     const auto& meter = titled<meterHorizontal>("Output level");

@@ -452,7 +452,7 @@ TEST_F(WidgetTest, ButtonsActWhenTheMouseGoesDown)
     EXPECT_EQ(rig.get(solo), 0.0f);
 
     bench.clicks.clear();
-    window.press(note, {5, 5});
+    window.press(note, note.getLocalBounds().getCentre());
     EXPECT_EQ(bench.clicks.joinIntoString(" "), "down");
     // The release counts wherever it comes.
     window.release(note, {100, 5});
