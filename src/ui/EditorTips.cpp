@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/EditorTips.h"
 
-#include "ui/EditorColours.h"
 #include "ui/SoundGround.h"
 #include "ui/TEQScreen.h"
 #include "ui/widgets/ReadoutBox.h"
@@ -25,9 +24,6 @@ bool isOneOf(const juce::Component& component)
 EditorTips::EditorTips(juce::Component& editor)
     : juce::TooltipWindow(&editor, delayMilliseconds)
 {
-    setColour(backgroundColourId, colours::sunken);
-    setColour(textColourId, colours::brightText);
-    setColour(outlineColourId, colours::raised);
 }
 
 juce::String EditorTips::getTipFor(juce::Component& component)

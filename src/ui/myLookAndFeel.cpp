@@ -86,6 +86,9 @@ void myLookAndFeel::setColours()
     setColour(juce::ComboBox::backgroundColourId, juce::Colours::black.withAlpha(0.0f));
     setColour(juce::ComboBox::textColourId, colours::brightText);
     setColour(juce::PopupMenu::backgroundColourId, juce::Colours::black);
+    setColour(juce::TooltipWindow::backgroundColourId, colours::sunken);
+    setColour(juce::TooltipWindow::textColourId, colours::brightText);
+    setColour(juce::TooltipWindow::outlineColourId, colours::raised);
     setColour(juce::PopupMenu::textColourId, colours::brightText);
     setColour(juce::PopupMenu::headerTextColourId, colours::captionText);
     setColour(juce::PopupMenu::highlightedBackgroundColourId, buttonColour);

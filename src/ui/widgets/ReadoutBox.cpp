@@ -63,6 +63,9 @@ juce::TextEditor* ReadoutBox::Text::createEditorComponent()
     auto* field = new TypedText(getName());
     field->applyFontToAllText(getFont());
     field->setJustification(juce::Justification::centred);
+    // The boxes are hardly higher than their text.
+    field->setIndents(0, 0);
+    field->setBorder(juce::BorderSize<int>(1));
     return field;
 }
 
