@@ -116,7 +116,7 @@ add_library(quorel_juce STATIC "${patchedDir}/juce_audio_processors.cpp" "${patc
 # The standalone offers JACK, which is loaded when it runs. Nothing else sees this.
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     set_source_files_properties("${JUCE_MODULES_DIR}/juce_audio_devices/juce_audio_devices.cpp"
-        PROPERTIES COMPILE_DEFINITIONS "JUCE_JACK=1")
+        PROPERTIES COMPILE_DEFINITIONS "JUCE_JACK=1;JUCE_JACK_CLIENT_NAME=\"Quorel\"")
 endif()
 
 target_include_directories(quorel_juce PRIVATE "${juceProcessors}" "${juceProcessors}/format_types")

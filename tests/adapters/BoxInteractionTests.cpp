@@ -102,6 +102,49 @@ TEST(BoxInteraction, ClosesAQuestionWhoseAskerGoes)
     }
 }
 
+TEST(BoxInteraction, AsksInTheEditorAndGoesWithIt)
+{
+    auto editor = std::make_unique<juce::Component>();
+    editor->setSize(1000, 700);
+    editor->addToDesktop(juce::ComponentPeer::windowHasTitleBar);
+    editor->setVisible(true);
+    BoxInteraction box;
+    box.findEditor = [&] { return editor.get(); };
+
+    juce::String seen;
+    const auto look = [&]
+    {
+        auto* window = dynamic_cast<juce::AlertWindow*>(juce::Component::getCurrentlyModalComponent());
+        ASSERT_NE(window, nullptr);
+        EXPECT_EQ(window->getParentComponent(), editor.get());
+        EXPECT_EQ(window->getBounds().getCentre(), editor->getLocalBounds().getCentre());
+
+        for (auto* child : window->getChildren())
+            if (const auto* button = dynamic_cast<juce::Button*>(child))
+                seen << button->getButtonText() << "|";
+
+        if (auto* field = window->getTextEditor("text"))
+            seen << (field->hasKeyboardFocus(true) ? field->getHighlightedText() : "no focus");
+
+        window->exitModalState(1);
+    };
+    const auto soon = [](std::function<void()> act) { juce::Timer::callAfterDelay(500, std::move(act)); };
+
+    soon(look);
+    EXPECT_TRUE(box.confirm({}, "Delete preset A. B ?"));
+    soon(look);
+    EXPECT_TRUE(box.confirm({}, "preset Harp already exists. Replace ?"));
+    soon(look);
+    EXPECT_EQ(box.askText("Rename preset", "Enter new name for: Harp", "Harp"), "Harp");
+    EXPECT_EQ(seen, "Delete|Cancel|Replace|Cancel|OK|Cancel|Harp");
+
+    // A host may close the editor under any question.
+    soon([&] { editor = nullptr; });
+    EXPECT_FALSE(box.confirm({}, "Delete preset Harp ?"));
+    EXPECT_EQ(editor, nullptr);
+    EXPECT_EQ(juce::ModalComponentManager::getInstance()->getNumModalComponents(), 0);
+}
+
 TEST(BoxInteraction, AnswersAreWhatTheUserChose)
 {
     BoxInteraction box;

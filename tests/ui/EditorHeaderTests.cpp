@@ -7,6 +7,7 @@
 #include "ui/widgets/myIntBox.h"
 
 #include <array>
+#include <tuple>
 
 namespace quorel::test
 {
@@ -119,7 +120,6 @@ TEST_F(EditorHeaderTest, ArrowsKeysAndMenusChoosePresets)
     // The list is sorted: One, Three, Two.
     window->click(button("Next preset"));
     load("Three");
-    view().grabKeyboardFocus();
     window->key(KeyPress(KeyPress::upKey));
     EXPECT_EQ(chosen(), "One");
     window->key(KeyPress(KeyPress::downKey));
@@ -146,6 +146,69 @@ TEST_F(EditorHeaderTest, ArrowsKeysAndMenusChoosePresets)
     EXPECT_EQ(engine.processor.getFolderName(), "Second");
     window->click(button("Previous folder"));
     load("One");
+}
+
+TEST_F(EditorHeaderTest, AKeyAnswersOnItsDrawnFaceAlone)
+{
+    open();
+    // Left and right ends of the faces, and what they show. The frames reach into each other.
+    constexpr std::tuple<int, int, float> ends[] = {{573, 73, fxView},
+                                                    {648, 45, managerView},
+                                                    {573, 45, layersView},
+                                                    {710, 73, multiView},
+                                                    {635, 45, layersView},
+                                                    {710, 45, managerView},
+                                                    {635, 73, fxView},
+                                                    {648, 73, multiView},
+                                                    // Metal beside the keys.
+                                                    {724, 45, multiView},
+                                                    {641, 45, multiView},
+                                                    {567, 73, multiView},
+                                                    {600, 59, multiView}};
+
+    for (const auto& [x, y, expected] : ends)
+    {
+        window->click(view(), {x, y});
+        EXPECT_EQ(engine.get(viewParameter), expected) << x << ", " << y;
+    }
+}
+
+TEST_F(EditorHeaderTest, ArrowKeysStayWithThePresetsWhenAMenuIsGivenUp)
+{
+    savePresets("Bank", {"One", "Two", "Three"});
+    open();
+    const auto chosen = [this] { return engine.processor.getPresetName(); };
+    window->key(KeyPress(KeyPress::downKey));
+    EXPECT_EQ(chosen(), "Three") << "The editor is just open";
+    ASSERT_TRUE(finishLoad());
+    passes();
+
+    window->click(menu("Layer 1 instrument"));
+    EXPECT_FALSE(window->menuTexts().isEmpty());
+    TestWindow::closeMenus();
+    window->key(KeyPress(KeyPress::downKey));
+    EXPECT_EQ(chosen(), "Two");
+    ASSERT_TRUE(finishLoad());
+    passes();
+    EXPECT_EQ(layer(0).getPluginName(), "");
+
+    // A menu that had nothing to show opens when it has.
+    const auto showEasyPanel = [this]
+    {
+        window->click(button("Layers page"));
+        window->click(button("Layer 1 Easy panel"));
+    };
+    showEasyPanel();
+    auto& target = menu("Layer 1 Easy 1 target");
+    target.grabKeyboardFocus();
+    ASSERT_TRUE(target.hasKeyboardFocus(true));
+    window->key(KeyPress(KeyPress::returnKey));
+    EXPECT_FALSE(TestWindow::menuIsOpen());
+    ASSERT_TRUE(engine.load(0, "Orlen"));
+    showEasyPanel();
+    target.grabKeyboardFocus();
+    window->key(KeyPress(KeyPress::returnKey));
+    EXPECT_FALSE(window->menuTexts().isEmpty());
 }
 
 TEST_F(EditorHeaderTest, EditAndOrigSwitchBetweenTheSoundAndWhatItWas)
@@ -177,13 +240,14 @@ TEST_F(EditorHeaderTest, PreviewNoteSoundsWhileTheButtonIsHeld)
     engine.setLayer(0, layerSlot::pan, 0.0f);
     open();
     auto& note = button("Preview note");
-    window->press(note, note.getLocalBounds().getCentre());
+    const auto middle = note.getLocalBounds().getCentre();
+    window->press(note, middle);
     EXPECT_GT(engine.play(20).peak(), 0.001f);
     passes();
     const auto& meter = titled<meterHorizontal>("Output level");
     EXPECT_GT(meter.left, 0.001f);
     EXPECT_LT(meter.right, meter.left / 10.0f) << "the layer is panned to the left";
-    window->release(note, {5, 5});
+    window->release(note, middle);
     engine.playSeconds(1.0);
     EXPECT_LT(engine.playSeconds(1.0).peak(), 1e-4f);
 }

@@ -21,8 +21,8 @@ TEST_F(EditorTest, TheScaleIsKeptForTheUser)
     open();
     EXPECT_EQ(editor->getHeight(), 1179);
 
-    const std::pair<const char*, int> stored[] = {{"nonsense", 100}, {"-50", 100}, {"10", 75},
-                                                  {"112", 100},      {"113", 125}, {"9999", 250}};
+    const std::pair<const char*, int> stored[] = {
+        {"nonsense", 100}, {"-50", 100}, {"10", 50}, {"113", 113}, {"9999", 300}};
 
     for (const auto& [text, percent] : stored)
     {
@@ -30,6 +30,36 @@ TEST_F(EditorTest, TheScaleIsKeptForTheUser)
         store.write(pathSetting::key, pathSetting::editorScale, text);
         EXPECT_EQ(readEditorScale(store), percent) << text;
     }
+}
+
+TEST_F(EditorTest, ItsCornerDragsTheSizeWithinTheDisplay)
+{
+    auto& store = engine.processor.userStore();
+    const auto display = juce::Desktop::getInstance().getDisplays().getPrimaryDisplay()->userArea;
+    store.write(pathSetting::key, pathSetting::editorScale, "300");
+    open();
+    EXPECT_TRUE(display.withZeroOrigin().contains(editor->getLocalBounds()))
+        << "It opens as large as it fits";
+    EXPECT_GT(editor->getWidth(), display.getWidth() * 9 / 10);
+    EXPECT_EQ(readEditorScale(store), 300) << "Another display may have room";
+
+    view().setScalePercent(100);
+    auto* corner = dynamic_cast<juce::ResizableCornerComponent*>(editor->getComponentAt(1105, 781));
+    ASSERT_NE(corner, nullptr);
+    // The corner moves along: places count from the editor's top left.
+    window->press(*corner, {9, 9});
+    window->moveTo(*editor, {1101 + 111, 777 + 60}, TestWindow::leftButton);
+    window->release(*editor, {1101 + 111, 777 + 60});
+    passes();
+    const int percent = view().getScalePercent();
+    EXPECT_NEAR(percent, 110, 3);
+    EXPECT_EQ(editor->getLocalBounds(), editorSizeAt(percent)) << "The ratio is kept";
+    EXPECT_NEAR(view().getLocalArea(editor.get(), editor->getLocalBounds()).getWidth(), 1110, 1);
+    EXPECT_EQ(readEditorScale(store), percent);
+
+    // A host that magnifies leaves less room.
+    editor->setScaleFactor(2.0f);
+    EXPECT_TRUE(display.withZeroOrigin().contains(editor->getLocalBounds() * 2));
 }
 
 TEST_F(EditorTest, MessagesOnTheScreenFadeByThemselves)

@@ -278,7 +278,10 @@ TEST_F(LayerStripTest, EasyMenusOfferTheInstrumentsParameters)
 
     target.showPopup();
     TestWindow::pump(50);
-    EXPECT_EQ(target.getNumItems(), names.size() - 1);
+    const auto numNamed = std::count_if(names.begin() + 1, names.end(),
+                                        [](const juce::String& name) { return name != namelessParameter; });
+    EXPECT_EQ(target.getNumItems(), numNamed);
+    EXPECT_LT(numNamed, names.size() - 1) << "Parameters without a name are left out";
     TestWindow::closeMenus();
     const int other = decodeParamInt(engine.getLayer(0, layerSlot::easyMapping + 1));
     target.setSelectedId(other, juce::sendNotificationSync);
