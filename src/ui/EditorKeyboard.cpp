@@ -18,11 +18,16 @@ EditorKeyboard::EditorKeyboard(juce::Component& theEditor, juce::Component& theV
     , view(theView)
 {
     view.addMouseListener(this, true);
+    juce::Desktop::getInstance().addFocusChangeListener(this);
 }
 
 EditorKeyboard::~EditorKeyboard()
 {
+    juce::Desktop::getInstance().removeFocusChangeListener(this);
     view.removeMouseListener(this);
+
+    if (control != nullptr)
+        control->removeKeyListener(this);
 
     if (window != nullptr)
         window->removeKeyListener(this);
@@ -65,8 +70,24 @@ void EditorKeyboard::leave(const juce::Component& part)
         giveKeyboardToHost(*peer);
 }
 
-bool EditorKeyboard::keyPressed(const juce::KeyPress& key, juce::Component*)
+void EditorKeyboard::globalFocusChanged(juce::Component* focused)
 {
+    if (control != nullptr)
+        control->removeKeyListener(this);
+
+    // A text has its blanks.
+    const bool isControl = isPartOf(focused, view) && dynamic_cast<juce::TextEditor*>(focused) == nullptr;
+    control = isControl ? focused : nullptr;
+
+    if (control != nullptr)
+        control->addKeyListener(this);
+}
+
+bool EditorKeyboard::keyPressed(const juce::KeyPress& key, juce::Component* origin)
+{
+    if (origin == control.getComponent())
+        return key.isKeyCode(juce::KeyPress::spaceKey) && passOn(key);
+
     // Parts of the editor have been asked before.
     if (isPartOf(juce::Component::getCurrentlyFocusedComponent(), editor))
         return false;

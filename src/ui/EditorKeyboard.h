@@ -8,9 +8,11 @@ namespace quorel
 
 /** Sees to it that keys reach the editor's view, and only those that are meant for it. In a window of its own, the
     view hears all keys that no control has. In a host's window the editor takes the keyboard when it is clicked, and
-    hands it back with the first key that nothing in it uses, such as the space bar; that key goes along. What the host
-    itself passes on, the view hears, too. Message thread. */
-class EditorKeyboard : private juce::KeyListener, private juce::MouseListener
+    hands it back with the first key that nothing in it uses, and with the space bar wherever no text is typed; that key
+    goes along. What the host itself passes on, the view hears, too. Message thread. */
+class EditorKeyboard : private juce::KeyListener,
+                       private juce::MouseListener,
+                       private juce::FocusChangeListener
 {
 public:
     /** `view` is all of the contents of `editor`; both outlive this. */
@@ -30,11 +32,14 @@ public:
 private:
     bool keyPressed(const juce::KeyPress& key, juce::Component* origin) override;
     void mouseDown(const juce::MouseEvent& event) override;
+    void globalFocusChanged(juce::Component* focused) override;
 
     juce::Component& editor;
     juce::Component& view;
     /** The window that is listened to. */
     juce::Component::SafePointer<juce::Component> window;
+    /** The control that has the keyboard. */
+    juce::Component::SafePointer<juce::Component> control;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(EditorKeyboard)
 };
