@@ -24,8 +24,23 @@ enum MenuId
     removeId = firstRatingId + highestRating + 1,
     exportArchiveId,
     exportFolderId,
+    importId,
     firstFolderId
 };
+
+constexpr const char* importText = "import a file";
+
+/** The way in for files that can't be dropped, as some hosts keep drops from what they embed. */
+void chooseImport(PluginProcessor& processor)
+{
+    const juce::WeakReference<PluginProcessor> alive(&processor);
+    const auto chosen = processor.userInteraction().chooseFileToOpen(
+        "Please select presets, archive or MIDI file...",
+        juce::File::getSpecialLocation(juce::File::userDocumentsDirectory), "*.qrl;*.zip;*.mid;*.midi");
+
+    if (alive != nullptr && chosen != juce::File())
+        processor.getPresetCommands().importing().take({chosen.getFullPathName()});
+}
 
 /** "preset Night Bus", or "3 presets". */
 juce::String titleOf(const std::vector<PresetPlace>& presets)
@@ -79,7 +94,9 @@ MenuEntries SelectionCommands::menu(const Presets& presets)
     foldersInMenu = library.getFolderNames();
 
     if (presets.empty())
-        return {{favouriteId, "no preset is chosen", false, false, {}, {}}};
+        return {{favouriteId, "no preset is chosen", false, false, {}, {}},
+                MenuEntry::separator(),
+                MenuEntry::command(importId, importText)};
 
     const auto mark = library.marks.get(presets[0]);
     MenuEntries ratings;
@@ -101,6 +118,7 @@ MenuEntries SelectionCommands::menu(const Presets& presets)
             MenuEntry::rows("move " + titleOf(presets) + " to", std::move(folders)),
             MenuEntry::command(exportArchiveId, "export " + titleOf(presets) + " to an archive"),
             MenuEntry::command(exportFolderId, "export " + titleOf(presets) + " to a folder"),
+            MenuEntry::command(importId, importText),
             MenuEntry::separator(),
             MenuEntry::command(removeId, "delete " + titleOf(presets))};
 }
@@ -109,6 +127,9 @@ void SelectionCommands::menuChosen(int id)
 {
     // The commands outlive what they change, which may be this.
     const auto presets = presetsOfMenu;
+
+    if (id == importId)
+        return chooseImport(processor);
 
     if (presets.empty() || id < favouriteId)
         return;

@@ -13,7 +13,7 @@ namespace quorel
 namespace
 {
 constexpr const char* fileName = "PresetMarks.txt";
-constexpr juce::int64 largestFile = 16 * 1024 * 1024;
+constexpr juce::int64 largestFile = 4 * 1024 * 1024;
 constexpr const char* favouriteSign = "*";
 constexpr const char* noFavouriteSign = "-";
 

@@ -19,6 +19,11 @@ constexpr float fontHeight = 12.0f;
 constexpr float outline = 1.0f;
 constexpr const char* noAuthor = "author";
 constexpr const char* noComment = "comment";
+
+juce::Point<int> position()
+{
+    return geometry::manager::marks.getPosition();
+}
 } // namespace
 
 PresetMarkRow::PresetMarkRow(juce::Rectangle<int> bounds, PluginProcessor& pluginProcessor)
@@ -119,25 +124,23 @@ juce::String PresetMarkRow::spokenText() const
 PresetDetails::PresetDetails(PluginProcessor& pluginProcessor, std::function<void()> changed)
     : processor(pluginProcessor)
     , marks(geometry::manager::marks.withZeroOrigin(), pluginProcessor)
+    , author(geometry::manager::author - position(), "authorEntry", {})
+    , comment(geometry::manager::comment - position(), "commentEntry", {})
     , onChange(std::move(changed))
 {
     setBounds(geometry::manager::marks.getUnion(geometry::manager::comment));
     marks.onChange = onChange;
     addAndMakeVisible(marks);
-    setUp(author, geometry::manager::author, noAuthor, longestAuthor);
-    setUp(comment, geometry::manager::comment, noComment, longestComment);
+    setUp(author, noAuthor, longestAuthor);
+    setUp(comment, noComment, longestComment);
 }
 
-void PresetDetails::setUp(juce::Label& label, juce::Rectangle<int> bounds, const char* placeholder,
-                          int longest)
+void PresetDetails::setUp(juce::Label& label, const char* placeholder, int longest)
 {
-    label.setBounds(bounds - getPosition());
     label.setTitle(placeholder);
     label.setFont(juce::Font(fontHeight));
-    label.setBorderSize({});
     label.setMinimumHorizontalScale(1.0f);
     label.setJustificationType(juce::Justification::centredLeft);
-    label.setEditable(true, false);
     label.setColour(juce::Label::textWhenEditingColourId, juce::Colours::white);
     label.setColour(juce::Label::backgroundWhenEditingColourId, colours::sunken);
     label.setColour(juce::Label::outlineWhenEditingColourId, colours::amber);

@@ -3,6 +3,7 @@
 
 #include "engine/PluginProcessor.h"
 #include "ui/widgets/KeyboardSurface.h"
+#include "ui/widgets/myLabelEdit.h"
 
 #include <functional>
 
@@ -52,12 +53,12 @@ public:
 private:
     void labelTextChanged(juce::Label* label) override;
     /** `placeholder` stands where nothing has been written yet. */
-    void setUp(juce::Label& label, juce::Rectangle<int> bounds, const char* placeholder, int longest);
+    void setUp(juce::Label& label, const char* placeholder, int longest);
 
     PluginProcessor& processor;
     PresetMarkRow marks;
-    juce::Label author{"authorEntry"};
-    juce::Label comment{"commentEntry"};
+    myLabelEdit author;
+    myLabelEdit comment;
     PresetPlace shown;
     std::function<void()> onChange;
 

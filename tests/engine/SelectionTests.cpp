@@ -136,7 +136,8 @@ TEST_F(SelectionTest, ManyAreMovedExportedAndDeleted)
     EXPECT_EQ(rig.user.scratch.child("data/Trash/files").getNumberOfChildFiles(juce::File::findFiles), 3);
 
     type("Back");
-    commands.importing().take({rig.user.scratch.child("packed.zip").getFullPathName()});
+    rig.interaction.chosenFile = rig.user.scratch.child("packed.zip");
+    selection.menuChosen(rowOf("import a file").id);
     EXPECT_EQ(files("Back"), "b|c");
     EXPECT_EQ(chunkOf("Back", "c").folderName, "Back");
 }
