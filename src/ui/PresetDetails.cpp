@@ -149,6 +149,8 @@ void PresetDetails::setUp(juce::Label& label, const char* placeholder, int longe
     {
         auto* editor = label.getCurrentTextEditor();
         editor->setInputRestrictions(longest);
+        // The line is hardly higher than its letters.
+        editor->setIndents(1, 0);
 
         if (label.getText() == placeholder)
             editor->clear();

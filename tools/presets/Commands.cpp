@@ -2,11 +2,11 @@
 #include "Commands.h"
 
 #include "ParameterReport.h"
-#include "presets/FolderArchive.h"
 
 #include "parameters/Categories.h"
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "presets/FolderArchive.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
@@ -20,53 +20,6 @@ namespace quorel
 
 namespace
 {
-juce::String quoted(const juce::String& text)
-{
-    return "\"" + text + "\"";
-}
-
-juce::String count(int number, const char* what)
-{
-    return juce::String(number) + " " + what + (number == 1 ? "" : "s");
-}
-
-int fail(const juce::Result& result)
-{
-    return failWith(result.getErrorMessage());
-}
-
-/** Fails if there is nothing to work on. */
-juce::Result checkBanks(const PresetCollection& collection)
-{
-    if (collection.banksFolder == juce::File())
-        return juce::Result::fail("no banks folder is set: run quorel-setup, or give --banks");
-    if (!collection.banksFolder.isDirectory())
-        return juce::Result::fail("there is no banks folder " + collection.banksFolder.getFullPathName());
-    return juce::Result::ok();
-}
-
-juce::Result splitPlace(const juce::String& text, PresetPlace& place)
-{
-    place.folder = text.upToFirstOccurrenceOf("/", false, false);
-    place.name = text.fromFirstOccurrenceOf("/", false, false);
-    return place.folder.isNotEmpty() && place.name.isNotEmpty() && !place.name.containsChar('/')
-               ? juce::Result::ok()
-               : juce::Result::fail("a preset is given as FOLDER/NAME, not as " + quoted(text));
-}
-
-juce::Result findPreset(const PresetCollection& collection, const juce::String& text, juce::File& file)
-{
-    if (const auto result = checkBanks(collection); result.failed())
-        return result;
-    PresetPlace place;
-    if (const auto result = splitPlace(text, place); result.failed())
-        return result;
-    file = findPresetFile(collection.banksFolder, place.folder, place.name);
-    return file != juce::File() ? juce::Result::ok()
-                                : juce::Result::fail("there is no preset " + quoted(text) + " in " +
-                                                     collection.banksFolder.getFullPathName());
-}
-
 bool isFilePath(const juce::String& text)
 {
     return juce::File::isAbsolutePath(text) || text.endsWithIgnoreCase(presetFileEnding) ||
@@ -124,23 +77,6 @@ bool makeQuery(const ListOptions& options, PresetQuery& query)
     query.lowestRating = options.lowestRating;
     query.among = options.among;
     return true;
-}
-
-/** Finds presets that are all given as FOLDER/NAME. */
-juce::Result findPlaces(const PresetCollection& collection, const juce::StringArray& presets,
-                        std::vector<PresetPlace>& places)
-{
-    for (const auto& preset : presets)
-    {
-        juce::File file;
-        PresetPlace place;
-        if (const auto result = findPreset(collection, preset, file); result.failed())
-            return result;
-        if (const auto result = splitPlace(preset, place); result.failed())
-            return result;
-        places.push_back(place);
-    }
-    return juce::Result::ok();
 }
 
 //==============================================================================================================
@@ -244,12 +180,6 @@ int reportStrays(const juce::File& banks)
     return strays;
 }
 } // namespace
-
-int failWith(const juce::String& text)
-{
-    std::cerr << "quorel-presets: " << text << std::endl;
-    return exitFailed;
-}
 
 int listPresetsIn(const PresetCollection& collection, const juce::String& folder, const ListOptions& options)
 {
@@ -404,101 +334,6 @@ int renameTo(const PresetCollection& collection, const juce::String& preset, con
     if (const auto result = marks.presetMoved(from, place); result.failed())
         return fail(result);
     std::cout << preset << " -> " << place.text() << std::endl;
-    return exitFine;
-}
-
-//==============================================================================================================
-// Marks, notes, several at once
-
-int ratePreset(const PresetCollection& collection, const juce::String& preset, int rating)
-{
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    if (const auto result = marks.setRating(places, rating); result.failed())
-        return fail(result);
-    std::cout << preset << "  " << count(rating, "star") << std::endl;
-    return exitFine;
-}
-
-int markFavourite(const PresetCollection& collection, const juce::String& preset, bool favourite)
-{
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    if (const auto result = marks.setFavourite(places, favourite); result.failed())
-        return fail(result);
-    std::cout << preset << (favourite ? "  favourite" : "  no favourite") << std::endl;
-    return exitFine;
-}
-
-int editNotes(const PresetCollection& collection, const juce::String& preset,
-              const std::optional<juce::String>& author, const std::optional<juce::String>& comment)
-{
-    juce::File file;
-    if (const auto result = findPreset(collection, preset, file); result.failed())
-        return fail(result);
-    PresetDocument document;
-    if (const auto result = PresetDocument::open(file, document); result.failed())
-        return fail(result);
-    auto notes = readPresetNotes(document.bytes());
-    notes.author = cleanNote(author.value_or(notes.author), longestAuthor);
-    notes.comment = cleanNote(comment.value_or(notes.comment), longestComment);
-    if (const auto result = changeNotes(file, notes); result.failed())
-        return fail(result);
-    std::cout << preset << "\nauthor      " << notes.author << "\ncomment     " << notes.comment << std::endl;
-    return exitFine;
-}
-
-int moveTo(const PresetCollection& collection, const juce::StringArray& presets, const juce::String& folder)
-{
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, presets, places); result.failed())
-        return fail(result);
-    if (!listPresetFolders(collection.banksFolder).contains(folder))
-        if (const auto result = checkTypedName(folder, "a folder"); result.failed())
-            return fail(result);
-    if (const auto result = checkMove(collection.banksFolder, places, folder); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    for (const auto& from : places)
-    {
-        const PresetPlace to{folder, from.name};
-        if (from == to)
-            continue;
-        const auto fileOf = [&](const PresetPlace& place)
-        { return presetFileFor(collection.banksFolder, place.folder, place.name); };
-        if (const auto result = renamePreset(fileOf(from), fileOf(to), to); result.failed())
-            return fail(result);
-        if (const auto result = marks.presetMoved(from, to); result.failed())
-            return fail(result);
-        std::cout << from.text() << " -> " << to.text() << std::endl;
-    }
-    return exitFine;
-}
-
-int deletePresets(const PresetCollection& collection, const juce::StringArray& presets, bool forGood)
-{
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, presets, places); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    for (const auto& place : places)
-    {
-        const auto [outcome, reason] =
-            discardFile(presetFileFor(collection.banksFolder, place.folder, place.name),
-                        [forGood](const juce::String&) { return forGood; });
-        if (outcome == Discarded::Outcome::failed)
-            return failWith("cannot delete " + quoted(place.text()) + " (" + reason + ")");
-        if (outcome == Discarded::Outcome::kept)
-            return failWith("the trash doesn't take " + quoted(place.text()) +
-                            ": give --for-good to delete it past recall");
-        if (const auto result = marks.presetGone(place); result.failed())
-            return fail(result);
-        std::cout << place.text() << " deleted" << std::endl;
-    }
     return exitFine;
 }
 

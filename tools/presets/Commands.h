@@ -3,11 +3,12 @@
 // standard error stream, a line each. All return the exit code of the program.
 #pragma once
 
+#include "PresetArguments.h"
 #include "PresetCheck.h"
-#include "presets/PresetEditing.h"
-#include "presets/PresetIndex.h"
 
 #include "common/Tool.h"
+#include "presets/PresetEditing.h"
+#include "presets/PresetIndex.h"
 
 #include <juce_core/juce_core.h>
 
@@ -16,14 +17,6 @@
 
 namespace quorel
 {
-
-/** The library of one user. */
-struct PresetCollection
-{
-    juce::File banksFolder;
-    juce::File pluginListFile;
-    juce::File marksFile;
-};
 
 /** What `list` and `search` print of all that is there. */
 struct ListOptions
@@ -35,9 +28,6 @@ struct ListOptions
     PresetQuery::Among among = PresetQuery::Among::all;
     PresetOrder order = PresetOrder::byName;
 };
-
-/** Prints an error and gives `exitFailed`. */
-int failWith(const juce::String& text);
 
 int listPresetsIn(const PresetCollection& collection, const juce::String& folder, const ListOptions& options);
 

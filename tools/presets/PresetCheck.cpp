@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PresetCheck.h"
 
-#include "presets/PresetDocument.h"
-
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginScanner.h"
 #include "parameters/ParameterLayout.h"
 #include "parameters/ParameterNames.h"
 #include "parameters/ParameterText.h"
+#include "presets/PresetDocument.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetNotes.h"
 
