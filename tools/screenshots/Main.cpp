@@ -21,6 +21,8 @@ struct Options
 {
     std::string prefix;
     std::string output = "screenshots";
+    /** Folder for the guide's pictures; none are written without. */
+    std::string guide;
     /** Percent. */
     std::vector<int> scales{100, 200};
     /** Parts of scenes' names; all scenes without any. */
@@ -35,11 +37,23 @@ bool isWanted(const Options& options, const juce::String& name)
                        [&](const std::string& part) { return name.contains(juce::String(part)); });
 }
 
-bool writePng(const juce::Image& image, const juce::File& file)
+void writePng(const juce::Image& image, const juce::File& file)
 {
     juce::MemoryOutputStream bytes;
-    return juce::PNGImageFormat().writeImageToStream(image, bytes) &&
-           file.replaceWithData(bytes.getData(), bytes.getDataSize());
+    if (!juce::PNGImageFormat().writeImageToStream(image, bytes) ||
+        !file.replaceWithData(bytes.getData(), bytes.getDataSize()))
+        throw ToolFailure("cannot write " + file.getFullPathName());
+}
+
+void writeGuidePictures(const juce::String& scene, EditorPictures& editor, const juce::File& folder)
+{
+    for (const auto& [name, shown, part] : guidePictures())
+        if (scene == shown)
+        {
+            const auto image = editor.picture(1.0f).image;
+            writePng(image.getClippedImage(part.isEmpty() ? image.getBounds() : part),
+                     folder.getChildFile(juce::String(name) + ".png"));
+        }
 }
 
 /** Tells a failure that doesn't keep the other pictures from being taken. Returns the exit code. */
@@ -94,13 +108,13 @@ int work(const Options& options)
         for (const int scale : options.scales)
         {
             const auto name = scene.name + "-" + juce::String(scale);
-            const auto file = folder.getChildFile(name + ".png");
             const auto picture = editor.picture(static_cast<float>(scale) / 100.0f);
-            if (!writePng(picture.image, file))
-                throw ToolFailure("cannot write " + file.getFullPathName());
+            writePng(picture.image, folder.getChildFile(name + ".png"));
             if (const int faint = checkTexts(name, scale, picture); faint != exitFine)
                 result = faint;
         }
+        if (!options.guide.empty())
+            writeGuidePictures(scene.name, editor, fileOf(options.guide));
         EditorPictures::closeMenus();
     }
     return result;
@@ -120,6 +134,10 @@ int main(int argc, char** argv)
     app.add_option("-o,--output", options.output, "Folder for the pictures")
         ->type_name("DIR")
         ->capture_default_str();
+    app.add_option("--guide", options.guide,
+                   "Folder for the guide's pictures, which are written with it alone")
+        ->check(CLI::ExistingDirectory)
+        ->type_name("DIR");
     app.add_option("--scale", options.scales, "Percent; may be repeated")
         ->check(CLI::Range(50, 400))
         ->allow_extra_args(false)

@@ -2,6 +2,7 @@
 #include "Scenes.h"
 
 #include "effects/FxTypes.h"
+#include "ui/Geometry.h"
 #include "ui/VirtualInstrumentUI.h"
 
 #include <array>
@@ -180,6 +181,16 @@ void addMenus(std::vector<Scene>& scenes)
         });
 }
 } // namespace
+
+const std::vector<GuidePicture>& guidePictures()
+{
+    static const std::vector<GuidePicture> pictures{
+        {"layers", "layers-mixed", {}}, {"zones", "layers-zones", geometry::strip::bounds(0)},
+        {"effects", "fx-preset", {}},   {"manager", "manager-edit-categories", {}},
+        {"multi", "multi-control", {}}, {"back", "back-panel", {}},
+    };
+    return pictures;
+}
 
 std::vector<Scene> allScenes(bool withMenus)
 {

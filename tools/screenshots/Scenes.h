@@ -25,4 +25,17 @@ struct Scene
     manager. */
 std::vector<Scene> allScenes(bool withMenus);
 
+/** A picture of the user guide: a scene, or a part of it, in layout pixels. */
+struct GuidePicture
+{
+    /** Stem of the guide's file. */
+    const char* name;
+    const char* scene;
+    /** Empty for all of it. */
+    juce::Rectangle<int> part;
+};
+
+/** All that the guide and the readme show. */
+const std::vector<GuidePicture>& guidePictures();
+
 } // namespace quorel
