@@ -33,6 +33,9 @@ DialogLook::DialogLook()
     setColour(juce::TextEditor::highlightedTextColourId, brightInk);
     setColour(juce::CaretComponent::caretColourId, colours::amber);
     setColour(juce::Label::textWhenEditingColourId, brightInk);
+    setColour(juce::Slider::thumbColourId, colours::brightText);
+    // White on amber can't be read.
+    setColour(juce::PopupMenu::highlightedBackgroundColourId, colours::raised);
 }
 
 juce::Typeface::Ptr DialogLook::getTypefaceForFont(const juce::Font& font)

@@ -6,8 +6,8 @@
 namespace quorel
 {
 
-/** JUCE's own look in the editor's colours, for what JUCE composes of many parts, such as its file chooser. Message
-    thread. */
+/** JUCE's own look in the editor's colours, for what JUCE composes of many parts, such as its file chooser and its
+    list of a plug-in's parameters. Message thread. */
 class DialogLook : public juce::LookAndFeel_V4
 {
 public:

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hosting/VirtualInstrument.h"
+#include "ui/DialogLook.h"
 #include "ui/EditorLook.h"
-#include "ui/ParameterListLook.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -33,7 +33,7 @@ private:
 
     /** Keeps the look that the window was made with. */
     EditorLook look;
-    ParameterListLook listLook;
+    DialogLook listLook;
     VirtualInstrument& layer;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(PluginWindow)
