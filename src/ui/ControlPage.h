@@ -51,6 +51,9 @@ public:
     /** Sets every control from the processor, and shows those that its state calls for. */
     virtual void refresh() = 0;
 
+    /** Takes up what changes by itself, such as notes. The editor calls it while the page is shown. */
+    virtual void follow() {}
+
     void sliderValueChanged(juce::Slider* slider) override;
     /** A drag is one gesture to the host. */
     void sliderDragStarted(juce::Slider* slider) override;

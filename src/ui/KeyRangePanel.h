@@ -18,6 +18,9 @@ public:
                   int layerIndex);
 
     void refresh() override;
+
+    void follow() override { keyboard.follow(); }
+
     void buttonClicked(juce::Button* button) override;
 
 private:

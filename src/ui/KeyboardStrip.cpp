@@ -3,14 +3,11 @@
 
 #include "parameters/ParameterCodings.h"
 
-#include <algorithm>
-
 namespace quorel
 {
 
 namespace
 {
-constexpr int intervalMillis = 50;
 constexpr int numWhiteKeys = 75;
 constexpr int blackWidth = 4;
 constexpr int highestNote = 127;
@@ -58,13 +55,7 @@ KeyboardStrip::KeyboardStrip(juce::Rectangle<int> bounds, int layerIndex, Source
     setInterceptsMouseClicks(false, false);
     // The read-outs say the same.
     setAccessible(false);
-    clock->add(*this);
     follow();
-}
-
-KeyboardStrip::~KeyboardStrip()
-{
-    clock->remove(*this);
 }
 
 bool KeyboardStrip::readParameters()
@@ -140,26 +131,6 @@ void KeyboardStrip::paint(juce::Graphics& g)
         for (int note = 0; note < numNotes; ++note)
             if (isBlack(note) == black)
                 paintKey(g, note);
-}
-
-void KeyboardStrip::Clock::add(KeyboardStrip& strip)
-{
-    strips.push_back(&strip);
-    startTimer(intervalMillis);
-}
-
-void KeyboardStrip::Clock::remove(KeyboardStrip& strip)
-{
-    strips.erase(std::remove(strips.begin(), strips.end(), &strip), strips.end());
-    if (strips.empty())
-        stopTimer();
-}
-
-void KeyboardStrip::Clock::timerCallback()
-{
-    for (auto* strip : strips)
-        if (strip->isShowing())
-            strip->follow();
 }
 
 } // namespace quorel

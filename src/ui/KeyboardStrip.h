@@ -11,9 +11,8 @@
 namespace quorel
 {
 
-/** A small keyboard of all 128 notes: light where a layer plays them, amber while they are held. It looks at the
-    processor every 50 milliseconds while it can be seen, and repaints the keys that have changed. Message
-    thread. */
+/** A small keyboard of all 128 notes: light where a layer plays them, amber while they are held. What has changed
+    is repainted key by key. Message thread. */
 class KeyboardStrip : public juce::Component
 {
 public:
@@ -26,9 +25,8 @@ public:
 
     KeyboardStrip(juce::Rectangle<int> bounds, int layerIndex, Source noteSource,
                   PluginProcessor& pluginProcessor);
-    ~KeyboardStrip() override;
 
-    /** Takes what the processor says now. */
+    /** Takes what the processor says now. Called in each pass of the editor. */
     void follow();
 
     void paint(juce::Graphics& g) override;
@@ -44,19 +42,6 @@ private:
         bool operator!=(const Key& other) const { return played != other.played || held != other.held; }
     };
 
-    /** One clock for all strips of the process. */
-    class Clock : private juce::Timer
-    {
-    public:
-        void add(KeyboardStrip& strip);
-        void remove(KeyboardStrip& strip);
-
-    private:
-        void timerCallback() override;
-
-        std::vector<KeyboardStrip*> strips;
-    };
-
     void readKeys();
     bool readParameters();
     juce::Rectangle<int> boundsOf(int note) const;
@@ -69,7 +54,6 @@ private:
     std::vector<float> values;
     std::array<std::uint64_t, 2> heldNotes{};
     std::array<Key, numNotes> keys{};
-    juce::SharedResourcePointer<Clock> clock;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(KeyboardStrip)
 };

@@ -178,9 +178,13 @@ bool SubhostView::isLoading() const
 void SubhostView::followProcessor()
 {
     // One timer for all: each wakes the processor for itself.
-    if (++passes % passesPerStripPass == 0)
-        for (auto& strip : strips)
+    const bool stripPass = ++passes % passesPerStripPass == 0;
+    for (auto& strip : strips)
+    {
+        strip->followShownPanel();
+        if (stripPass)
             strip->follow();
+    }
 
     if (isLoading())
     {

@@ -264,6 +264,13 @@ void VirtualInstrumentUI::follow()
         refresh();
 }
 
+void VirtualInstrumentUI::followShownPanel()
+{
+    for (auto& panel : panels)
+        if (panel != nullptr && panel->isVisible())
+            panel->follow();
+}
+
 void VirtualInstrumentUI::changeListenerCallback(juce::ChangeBroadcaster*)
 {
     if (plugin() != nullptr)

@@ -35,7 +35,9 @@ public:
     void refresh() override;
 
     /** Follows the instrument, which may change by itself. Called by the editor every 100 milliseconds. */
-    void follow();
+    void follow() override;
+    /** Lets the panel that is shown follow what changes by itself. Called in each pass of the editor. */
+    void followShownPanel();
 
     void paint(juce::Graphics& g) override;
     void buttonClicked(juce::Button* button) override;

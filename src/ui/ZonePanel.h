@@ -21,6 +21,8 @@ public:
 
     void refresh() override;
 
+    void follow() override { keyboard.follow(); }
+
 private:
     /** Lowest and highest key, lowest and highest velocity. */
     static constexpr int boxesPerZone = 4;

@@ -240,6 +240,18 @@ TEST_F(LayerStripTest, TheKeyboardShowsRangeZonesAndHeldNotes)
     EXPECT_EQ(lightOf(range, whiteOfMiddleC), played);
     EXPECT_EQ(repaintsAfter(juce::MidiMessage::noteOn(3, middleC, 0.5f)), 1);
     EXPECT_EQ(repaintsAfter(juce::MidiMessage::allNotesOff(3)), 1);
+
+    // The editor's own strips follow by themselves.
+    auto picture = [this] {
+        return TestWindow::picture(*editor).getClippedImage({606, 249, 450, 17}).createCopy();
+    };
+    passes();
+    const auto silent = picture().getPixelAt(6 * whiteOfMiddleC + 2, 13);
+    engine.send(juce::MidiMessage::noteOn(3, middleC, 0.5f));
+    engine.play();
+    EXPECT_EQ(picture().getPixelAt(6 * whiteOfMiddleC + 2, 13), silent);
+    passes();
+    EXPECT_NE(picture().getPixelAt(6 * whiteOfMiddleC + 2, 13), silent);
 }
 
 TEST_F(LayerStripTest, TransposeArrowsStepBySemitonesWithinTheRange)
