@@ -50,7 +50,7 @@ juce::Result writeTogether(const juce::File& folder, const NewContents& files)
     return finished.wasOk() ? finished : cannotWrite(folder, finished);
 }
 
-void change(PresetDocument& document, CategoryChange change, const std::vector<int>& flags)
+void apply(CategoryChange change, PresetDocument& document, const std::vector<int>& flags)
 {
     if (change == CategoryChange::set)
         for (int i = 0; i < numCategoryParameters; ++i)
@@ -130,7 +130,7 @@ juce::Result renamePreset(const juce::File& source, const juce::File& target, co
 }
 
 juce::Result changeCategories(const juce::File& banksFolder, const std::vector<PresetPlace>& presets,
-                              CategoryChange kind, const std::vector<int>& flags)
+                              CategoryChange change, const std::vector<int>& flags)
 {
     std::map<juce::String, NewContents> byFolder;
 
@@ -143,7 +143,7 @@ juce::Result changeCategories(const juce::File& banksFolder, const std::vector<P
             return result;
 
         const auto before = document.bytes();
-        change(document, kind, flags);
+        apply(change, document, flags);
 
         if (document.bytes() != before)
             byFolder[preset.folder][file.getFileName()] = document.bytes();

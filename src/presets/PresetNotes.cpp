@@ -59,33 +59,33 @@ juce::String cleanNote(const juce::String& typed, int longest)
     return clean.trim();
 }
 
-std::optional<size_t> chunkEnd(const void* data, size_t size)
+std::optional<size_t> chunkEnd(const void* bytes, size_t size)
 {
-    const auto* bytes = static_cast<const char*>(data);
+    const auto* head = static_cast<const char*>(bytes);
 
     if (size < chunkOffset::parameter(0) ||
-        wordAt(bytes + chunkOffset::magic) != static_cast<size_t>(StateChunk::magic) ||
-        wordAt(bytes + chunkOffset::version) != static_cast<size_t>(StateChunk::currentVersion) ||
-        wordAt(bytes + chunkOffset::numLayers) != static_cast<size_t>(StateChunk::maxLayers))
+        wordAt(head + chunkOffset::magic) != static_cast<size_t>(StateChunk::magic) ||
+        wordAt(head + chunkOffset::version) != static_cast<size_t>(StateChunk::currentVersion) ||
+        wordAt(head + chunkOffset::numLayers) != static_cast<size_t>(StateChunk::maxLayers))
         return {};
 
     // A negative number is a large one here, and leads past the end.
-    size_t end = chunkOffset::parameter(wordAt(bytes + chunkOffset::numParameters));
+    size_t end = chunkOffset::parameter(wordAt(head + chunkOffset::numParameters));
 
     for (size_t layer = 0; layer < StateChunk::maxLayers; ++layer)
-        end += wordAt(bytes + chunkOffset::layerSizes + wordBytes * layer);
+        end += wordAt(head + chunkOffset::layerSizes + wordBytes * layer);
 
     return end <= size ? std::optional(end) : std::nullopt;
 }
 
-PresetNotes notesAtEnd(const void* data, size_t numTrailing, size_t& length)
+PresetNotes notesAtEnd(const void* bytes, size_t numTrailing, size_t& length)
 {
     length = 0;
 
     if (numTrailing < headBytes + tailBytes)
         return {};
 
-    const auto* end = static_cast<const char*>(data) + numTrailing;
+    const auto* end = static_cast<const char*>(bytes) + numTrailing;
     const size_t all = wordAt(end - tailBytes);
 
     if (std::memcmp(end - wordBytes, lastTag, wordBytes) != 0 || all > numTrailing ||
