@@ -84,7 +84,8 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
     return name;
 }
 
-juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName, const UserStore& store)
+juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName,
+                      const UserStore& store)
 {
     const auto folder = readBankFolder(instrumentName, store);
     if (bankName.isEmpty() || folder == juce::File())

@@ -25,7 +25,8 @@ juce::String getBankName(juce::AudioPluginInstance& instance, const juce::String
 
 /** The folder of one of the instrument's banks that keep their programs as files; no file for an empty name, or where
     no folder is set. */
-juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName, const UserStore& store);
+juce::File bankFolder(const juce::String& instrumentName, const juce::String& bankName,
+                      const UserStore& store);
 
 /** Replaces `programNames` by the ".fxp" files of one of the instrument's bank folders, without their ending
     and in the order of their numbers. None for an empty bank name. */

@@ -26,7 +26,8 @@ TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
     ASSERT_NE(engine.get(slot::fxType), 0.0f);
 
     const juce::KeyPress undoKey('z', juce::ModifierKeys::ctrlModifier, 0);
-    const juce::KeyPress redoKey('Z', juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier, 0);
+    const juce::KeyPress redoKey('Z', juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier,
+                                 0);
     view().grabKeyboardFocus();
     window->key(undoKey);
     EXPECT_EQ(engine.get(slot::fxType), 0.0f) << "sixteen parameters in one step";
