@@ -11,7 +11,7 @@ namespace
 {
 constexpr float corner = 3.0f;
 constexpr float stroke = 1.8f;
-constexpr float dimmed = 0.35f;
+constexpr float dimmed = 0.45f;
 
 /** A bow that ends in an arrow to the left, in a unit square. */
 juce::Path bow()
@@ -50,7 +50,7 @@ void UndoKeys::Arrow::paintButton(juce::Graphics& g, bool highlighted, bool down
 
     g.setColour((highlighted ? juce::Colours::white : colours::brightText)
                     .withMultipliedAlpha(isEnabled() ? 1.0f : dimmed));
-    g.strokePath(bow(), juce::PathStrokeType(stroke / square.getWidth()), place);
+    g.strokePath(bow(), juce::PathStrokeType(stroke), place);
 }
 
 UndoKeys::UndoKeys(juce::Rectangle<int> bounds, PluginProcessor& pluginProcessor)
