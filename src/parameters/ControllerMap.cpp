@@ -4,16 +4,9 @@
 #include "parameters/HoldSwitches.h"
 #include "parameters/IntegerLines.h"
 #include "parameters/ParameterCodings.h"
-#include "parameters/Switches.h"
 
 namespace quorel
 {
-
-namespace
-{
-/** From here up a controller switches on, as pedals and pads expect. */
-constexpr int lowestOn = 64;
-} // namespace
 
 void ControllerMap::controllerReceived(int controller, int value)
 {
@@ -30,12 +23,9 @@ void ControllerMap::controllerReceived(int controller, int value)
 
 void ControllerMap::move(int target, int value)
 {
-    const bool on = value >= lowestOn;
-
+    // The flag alone would lose the knob's place.
     if (isWithin(target, slot::multiHold, numMultiTargets))
-        setHold(parameters, target - slot::multiHold, on);
-    else if (isSwitch(target))
-        parameters.writeParameterNotifyingHost(target, on ? 1.0f : 0.0f);
+        setHold(parameters, target - slot::multiHold, value != 0);
     else
         parameters.writeParameterNotifyingHost(target, static_cast<float>(value / 127.0));
 }

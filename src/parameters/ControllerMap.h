@@ -22,7 +22,7 @@ public:
     }
 
     /** Audio thread: a controller, 0 to 127, has arrived. Binds it to the waiting parameter, if any, then
-        moves the parameter bound to it to value / 127. A switch goes on from 64 up, and off below. */
+        moves the parameter bound to it to value / 127. A hold switch does what a click on it does. */
     void controllerReceived(int controller, int value);
 
     /** The controller bound to `parameter`, the highest if several are; -1 if none is. */

@@ -188,7 +188,7 @@ TEST_F(HoldTest, AHeldKnobLeavesItsTargetAtItsBase)
     }
 }
 
-TEST_F(HoldTest, ControllersTurnSwitchesOnFrom64)
+TEST_F(HoldTest, ControllersTurnSwitchesOnAndOff)
 {
     auto& map = rig.processor.getControllerMap();
     const auto turn = [&](int target, int value)
@@ -203,8 +203,8 @@ TEST_F(HoldTest, ControllersTurnSwitchesOnFrom64)
     for (const int target : {layerParameter(1, layerSlot::solo), layerParameter(1, layerSlot::drumMode),
                              slot::masterMute, slot::fxOn, slot::masterEq})
     {
-        EXPECT_EQ(turn(target, 64), 1.0f) << target;
-        EXPECT_EQ(turn(target, 63), 0.0f) << target;
+        EXPECT_EQ(turn(target, 127), 1.0f) << target;
+        EXPECT_EQ(turn(target, 0), 0.0f) << target;
     }
 
     // Hold: the knob's place isn't lost, however often the controller says so.
