@@ -426,7 +426,7 @@ TEST_F(WidgetTest, SwitchesAreTiedToControllersByTheirMenu)
     ASSERT_TRUE(window.chooseFromMenu("Latch To Midi"));
     EXPECT_FALSE(toggle.getToggleState()) << "the right button switches nothing";
     EXPECT_TRUE(pumpUntil([&] { return toggle.getComponentEffect() != nullptr; }, 1000));
-    rig.engine.send(juce::MidiMessage::controllerEvent(1, 30, 70));
+    rig.engine.send(juce::MidiMessage::controllerEvent(1, 30, 127));
     rig.engine.play();
     EXPECT_EQ(rig.get(solo), 1.0f);
 
