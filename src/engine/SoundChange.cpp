@@ -2,27 +2,16 @@
 #include "engine/SoundChange.h"
 
 #include "engine/PluginProcessor.h"
+#include "engine/WantedSound.h"
 #include "parameters/ParameterCodings.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
-#include "presets/StateChunk.h"
 #include "presets/StoredNames.h"
 
 #include <utility>
 
 namespace quorel
 {
-
-/** A sound that has been asked for, read and checked. */
-struct WantedSound
-{
-    ChangeReason reason = ChangeReason::project;
-    juce::MemoryBlock bytes;
-    StateChunk chunk;
-    /** For `undo` alone: the comparison and the mark that come back with the sound. */
-    OriginalComparison::Sides sides{};
-    Session::FileMark mark{};
-};
 
 /** What a host's thread waits for: the message thread has begun, and is through. */
 struct HandOver
@@ -51,43 +40,6 @@ bool isOnMessageThread()
 {
     const auto* manager = juce::MessageManager::getInstanceWithoutCreating();
     return manager != nullptr && manager->existsAndIsLockedByCurrentThread();
-}
-
-/** Null for bytes that can't be restored. */
-std::shared_ptr<WantedSound> readSound(const void* data, size_t size, ChangeReason reason,
-                                       ChunkStatus& status)
-{
-    auto sound = std::make_shared<WantedSound>();
-    status = readStateChunk(data, size, sound->chunk);
-
-    if (status != ChunkStatus::valid)
-        return nullptr;
-
-    sound->reason = reason;
-    sound->bytes = juce::MemoryBlock(data, size);
-    return sound;
-}
-
-/** What a save gets before the sound plays: the bytes that were read, but for what a load wouldn't take from
-    them. */
-void writeSound(const WantedSound& sound, const PluginProcessor& processor, juce::MemoryBlock& destination)
-{
-    if (sound.reason == ChangeReason::project)
-    {
-        destination = sound.bytes;
-        return;
-    }
-
-    auto chunk = sound.chunk;
-    chunk.presetName = processor.getPresetName();
-    chunk.folderName = processor.getFolderName();
-
-    for (size_t i = 0; i < chunk.parameters.size(); ++i)
-        if (const int index = static_cast<int>(i); !isRestored(index, sound.reason))
-            chunk.parameters[i] = processor.readParameter(index);
-
-    destination.reset();
-    writeStateChunk(chunk, destination);
 }
 } // namespace
 
