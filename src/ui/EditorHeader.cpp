@@ -17,6 +17,7 @@ constexpr int minimumBpm = 30;
 constexpr int maximumBpm = 500;
 constexpr int usualBpm = 120;
 constexpr int cpuIndent = 3;
+constexpr unsigned int passesPerCpuText = 5;
 constexpr float labelFontHeight = 13.0f;
 constexpr const char* loadingText = "LOADING PLEASE WAIT...";
 constexpr const char* noDeviceText = "No audio: check the audio device";
@@ -168,11 +169,20 @@ void EditorHeader::update()
     showTempo();
     showWhetherAudioRuns();
     const auto& levels = processor.getMeter();
-    cpuLabel.setText("CPU " + juce::String(static_cast<int>(levels.cpuPercent())) + "%",
-                     juce::dontSendNotification);
+
+    // Nobody reads faster, and every change is painted.
+    if (++passes % passesPerCpuText == 0)
+        showCpu(static_cast<int>(levels.cpuPercent()));
+
     meter.left = levels.peakLeft();
     meter.right = levels.peakRight();
     meter.follow();
+}
+
+void EditorHeader::showCpu(int percent)
+{
+    if (std::exchange(shownCpu, percent) != percent)
+        cpuLabel.setText("CPU " + juce::String(percent) + "%", juce::dontSendNotification);
 }
 
 void EditorHeader::showComparison()
@@ -245,15 +255,12 @@ void EditorHeader::showLoading(bool loading)
         return;
     }
 
-    if (loadingShown)
-    {
-        loadingShown = false;
-        midiMonitorLabel.removeColour(juce::Label::textColourId);
-        midiMonitorLabel.setText(midiText, juce::dontSendNotification);
-    }
+    if (!std::exchange(loadingShown, false))
+        return;
 
-    if (hintLabel.isColourSpecified(juce::Label::textColourId))
-        hintLabel.removeColour(juce::Label::textColourId);
+    midiMonitorLabel.removeColour(juce::Label::textColourId);
+    midiMonitorLabel.setText(midiText, juce::dontSendNotification);
+    hintLabel.removeColour(juce::Label::textColourId);
 
     if (hintLabel.getText() == loadingText)
         hintLabel.setText({}, juce::dontSendNotification);

@@ -46,6 +46,7 @@ private:
                          const juce::String& title);
     void showPage(Page page);
     void preview(bool isDown);
+    void showCpu(int percent);
     void showComparison();
     /** Names of folder and preset, the latter with a mark where the sound has unsaved edits. */
     void showNames();
@@ -84,6 +85,8 @@ private:
     bool shownEdited = false;
     juce::String midiText;
     bool loadingShown = false;
+    int shownCpu = -1;
+    unsigned int passes = 0;
     int shownNote = 0;
     int shownVelocity = 0;
     int shownController = 0;

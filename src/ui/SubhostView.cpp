@@ -8,6 +8,7 @@
 #include "ui/HintText.h"
 #include "ui/MultiControlPage.h"
 #include "ui/PresetManagerPage.h"
+#include "ui/widgets/MidiGlow.h"
 
 #include <algorithm>
 
@@ -49,6 +50,7 @@ SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::funct
     processor.getPresetCommands().refreshLists();
     fullRefresh();
     startTimer(passMilliseconds);
+    MidiGlow::alignClock();
 }
 
 SubhostView::~SubhostView()
@@ -139,7 +141,7 @@ void SubhostView::showChildren(const std::vector<juce::Component*>& wanted)
     // Children that stay aren't touched: a drag or a text being typed survives a refresh.
     for (int i = getNumChildComponents(); --i >= 0;)
         if (auto* child = getChildComponent(i);
-            child != &tips && std::find(wanted.begin(), wanted.end(), child) == wanted.end())
+            child != tips.get() && std::find(wanted.begin(), wanted.end(), child) == wanted.end())
             removeChildComponent(child);
 
     for (auto* child : wanted)
@@ -186,6 +188,9 @@ void SubhostView::followProcessor()
             strip->follow();
     }
 
+    if (tips != nullptr && !isMouseOver(true))
+        tips = nullptr;
+
     if (isLoading())
     {
         header.showLoading(true);
@@ -230,6 +235,9 @@ void SubhostView::showHint(const juce::MouseEvent& event)
 
 void SubhostView::mouseEnter(const juce::MouseEvent& event)
 {
+    if (tips == nullptr)
+        tips = std::make_unique<EditorTips>(*this);
+
     showHint(event);
 }
 

@@ -79,7 +79,8 @@ private:
     bool inPass = false;
     unsigned int passes = 0;
     Page viewPage = Page::layers;
-    EditorTips tips{*this};
+    /** While the mouse is over the editor: they look after it all the time. */
+    std::unique_ptr<EditorTips> tips;
     int scalePercent;
     std::function<void(int)> onScaleChosen;
 

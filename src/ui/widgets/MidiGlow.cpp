@@ -72,6 +72,17 @@ void MidiGlow::Clock::remove(MidiGlow& glow)
         stopTimer();
 }
 
+void MidiGlow::alignClock()
+{
+    juce::SharedResourcePointer<Clock>()->restart();
+}
+
+void MidiGlow::Clock::restart()
+{
+    if (!glows.empty())
+        startTimer(glowIntervalMillis);
+}
+
 void MidiGlow::Clock::timerCallback()
 {
     // The controls of one editor are mostly neighbours in the list.

@@ -19,6 +19,10 @@ public:
     MidiGlow(juce::Component& glowingControl, int parameterNumber, PluginProcessor& pluginProcessor);
     ~MidiGlow();
 
+    /** Lets the clock of all glows tick together with a timer that starts now: each timer that ticks for itself wakes
+        the processor. */
+    static void alignClock();
+
 private:
     /** One clock for all controls of all editors in the process. It decodes a processor's 128 controllers
         once for all of its controls, so that an idle editor of 300 controls costs next to nothing. */
@@ -27,6 +31,7 @@ private:
     public:
         void add(MidiGlow& glow);
         void remove(MidiGlow& glow);
+        void restart();
 
     private:
         void timerCallback() override;
