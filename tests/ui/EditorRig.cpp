@@ -123,6 +123,10 @@ void TestWindow::send(juce::Component& target, Point at, int buttonAndKeys)
 
 void TestWindow::moveTo(juce::Component& target, Point at, int buttonAndKeys)
 {
+    // Whoever hovers does so with the pointer, too: tips ask where it is.
+    if ((buttonAndKeys & juce::ModifierKeys::allMouseButtonModifiers) == 0)
+        movePointer(target.localPointToGlobal(at));
+
     send(target, at, buttonAndKeys);
 }
 
