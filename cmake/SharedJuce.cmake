@@ -90,12 +90,11 @@ string(REPLACE "= getIfExists (display, \"" "= getCreating (display, \"" windowS
 file(CONFIGURE OUTPUT "${patchedDir}/native/x11/juce_linux_XWindowSystem.cpp" CONTENT "${windowSystemText}" @ONLY)
 
 # A window's refresh timer runs at the display's rate even if nothing is to be painted, which costs an idle editor more
-# than all the rest. In the copy it slows down to twice a second until something is. And every change of a visible
-# component asks the server whether its window is minimised, which made the turn of a page wait for hundreds of answers.
+# than all the rest. In the copy it slows down to twice a second until something is.
 file(READ "${juceGui}/native/juce_linux_Windowing.cpp" windowingText)
 string(REPLACE "\r\n" "\n" windowingText "${windowingText}")
 file(READ "${changesDir}/LinuxWindows.txt" restingParts)
-foreach(change RANGE 1 5)
+foreach(change RANGE 1 4)
     string(REGEX REPLACE "^.*=== ${change} old\n(.*)=== ${change} new\n.*$" "\\1" old "${restingParts}")
     string(REGEX REPLACE "^.*=== ${change} new\n(.*)=== ${change} end\n.*$" "\\1" new "${restingParts}")
     string(FIND "${windowingText}" "${old}" found)
