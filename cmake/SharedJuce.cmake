@@ -1,8 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # `quorel_juce`: all JUCE modules in use, compiled once into a static library that the plug-in, tools, tests and
 # benchmarks share. It hosts VST2 through the FST headers.
-find_package(JUCE 7.0.5 REQUIRED)
-find_package(PkgConfig REQUIRED)
+# JUCE is a folder of sources and a tool that runs here, whatever system is built for.
+file(GLOB juceFolders /usr/lib/*/cmake/JUCE-*)
+find_package(JUCE 7.0.5 REQUIRED NO_CMAKE_FIND_ROOT_PATH HINTS ${juceFolders})
 find_package(Threads REQUIRED)
 
 juce_set_vst2_sdk_path("${CMAKE_CURRENT_SOURCE_DIR}/cmake/fst")
@@ -161,11 +162,24 @@ target_compile_options(quorel_juce PRIVATE -w)
 target_include_directories(quorel_juce SYSTEM INTERFACE $<TARGET_PROPERTY:quorel_juce,INCLUDE_DIRECTORIES>)
 
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    find_package(PkgConfig REQUIRED)
     pkg_check_modules(QUOREL_IMAGE REQUIRED IMPORTED_TARGET libpng libjpeg zlib)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_IMAGE ${CMAKE_DL_LIBS})
     # The modules look these up for their own targets; here those are linked privately, so users need them again.
     pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa flac freetype2)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_SOUND rt)
+elseif(MINGW)
+    # Debian's modules come without the libraries of pictures that JUCE otherwise has with it.
+    find_package(PNG REQUIRED)
+    find_package(JPEG REQUIRED)
+    find_package(ZLIB REQUIRED)
+    # The order is the linker's: what needs stands before what is needed.
+    target_link_libraries(quorel_juce PUBLIC PNG::PNG JPEG::JPEG ZLIB::ZLIB
+        uuid wsock32 wininet version ole32 ws2_32 oleaut32 imm32 comdlg32 shlwapi rpcrt4 winmm dxgi)
+    # No file of sound that a user gives is a FLAC.
+    target_compile_definitions(quorel_juce PUBLIC JUCE_USE_FLAC=0)
+    # A file of JUCE has more sections than the format's first numbers count.
+    target_compile_options(quorel_juce PRIVATE -Wa,-mbig-obj)
 endif()
 
 # Most of the time that one of our sources takes to compile goes into JUCE's headers. Release builds do without a

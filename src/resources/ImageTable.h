@@ -2,6 +2,7 @@
 // The built-in images as files in memory, found by name.
 #pragma once
 
+#include "platform/PlatformSeamData.h"
 #include "resources/ImageList.h"
 
 #include <cstddef>
@@ -9,13 +10,6 @@
 
 namespace quorel
 {
-
-/** Bytes of the program's own read-only data. */
-struct BuiltInBytes
-{
-    const void* data = nullptr;
-    size_t size = 0;
-};
 
 /** Names of all images, in the order of `imageList`. */
 const juce::StringArray& imageNames();

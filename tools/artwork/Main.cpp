@@ -15,28 +15,6 @@ namespace quorel::artwork
 namespace
 {
 
-/** Writes the named files as C arrays, `name=path` each. */
-void writeArrays(const juce::File& output, const std::vector<std::string>& parts)
-{
-    juce::MemoryOutputStream text;
-    for (const auto& part : parts)
-    {
-        const auto split = part.find('=');
-        if (split == std::string::npos)
-            throw std::runtime_error("expected name=path: " + part);
-        juce::MemoryBlock data;
-        if (!fileOf(part.substr(split + 1)).loadFileAsData(data))
-            throw std::runtime_error("cannot read " + part.substr(split + 1));
-        text << "alignas(16) static const unsigned char " << juce::String(part.substr(0, split))
-             << "Bytes[] = {";
-        for (size_t i = 0; i < data.getSize(); ++i)
-            text << (i % 32 == 0 ? "\n" : "") << static_cast<int>(static_cast<juce::uint8>(data[i])) << ',';
-        text << "};\n";
-    }
-    if (!output.replaceWithData(text.getData(), text.getDataSize()))
-        throw std::runtime_error("cannot write " + output.getFullPathName().toStdString());
-}
-
 void write(const std::string& path, const juce::MemoryBlock& data)
 {
     if (!fileOf(path).replaceWithData(data.getData(), data.getSize()))
@@ -45,20 +23,13 @@ void write(const std::string& path, const juce::MemoryBlock& data)
 
 struct Options
 {
-    std::string regular, bold, condensed, output, icons, loose, arrays;
+    std::string regular, bold, condensed, output, icons, loose;
     /** Edge of the one icon to write instead, in pixels. */
     int iconSize = 0;
-    std::vector<std::string> parts;
 };
 
 int work(const Options& options)
 {
-    if (!options.arrays.empty())
-    {
-        writeArrays(fileOf(options.arrays), options.parts);
-        return exitFine;
-    }
-
     if (options.iconSize > 0)
     {
         write(options.icons, pngOf(drawProgramIcon(options.iconSize)));
@@ -86,8 +57,5 @@ int main(int argc, char** argv)
     app.add_option("--icon-size", options.iconSize, "instead, write one icon of this size there")
         ->check(CLI::Range(16, 1024));
     app.add_option("--loose", options.loose, "folder to write the images to as files too");
-    app.add_option("--arrays", options.arrays,
-                   "instead, write the files that follow to this one as C arrays");
-    app.add_option("parts", options.parts, "name=path of each array");
     return quorel::runTool(app, argc, argv, [&options] { return quorel::artwork::work(options); });
 }
