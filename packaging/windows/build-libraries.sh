@@ -42,6 +42,8 @@ configure_and_install()
 
 # The portable code is fast enough for the pictures of an editor, and needs no assembler.
 configure_and_install "$work"/libjpeg-turbo-* -DENABLE_SHARED=OFF -DWITH_SIMD=OFF -DWITH_TURBOJPEG=OFF -DWITH_CRT_DLL=ON
+# JUCE asks for the internal part of its header, which Debian's package has as well.
+cp "$work"/libjpeg-turbo-*/jpegint.h "$folder/include/"
 configure_and_install "$work"/libpng1.6-* -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF \
     -DZLIB_LIBRARY="/usr/$tool/lib/libz.a" -DZLIB_INCLUDE_DIR="/usr/$tool/include"
 configure_and_install "$work"/benchmark-* -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_GTEST_TESTS=OFF \

@@ -177,6 +177,12 @@ void UndoHistory::endDrag()
         closeStep();
 }
 
+void UndoHistory::endAllDrags()
+{
+    drags = 0;
+    closeStep();
+}
+
 void UndoHistory::beforeSoundChange(const juce::String& what)
 {
     if (pauses > 0)

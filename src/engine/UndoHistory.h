@@ -67,6 +67,8 @@ public:
     /** A drag begins or ends: what is written in between is one step. */
     void beginDrag();
     void endDrag();
+    /** The editor goes, and with it whatever was being dragged: nobody would tell of its end. */
+    void endAllDrags();
 
     /** To be called before a change of more than parameters, such as another instrument: remembers the sound as
         it is. `what` names the change, as in "Undo load preset". */

@@ -56,6 +56,7 @@ SubhostView::SubhostView(PluginProcessor& pluginProcessor, int scale, std::funct
 SubhostView::~SubhostView()
 {
     stopTimer();
+    processor.getUndo().endAllDrags();
     removeMouseListener(this);
     setLookAndFeel(nullptr);
 }

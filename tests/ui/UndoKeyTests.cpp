@@ -45,6 +45,21 @@ TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
     window->key(redoKey);
     EXPECT_EQ(engine.get(slot::masterVolume), after);
     EXPECT_EQ(engine.get(slot::masterMute), 1.0f);
+
+    // The host closes the editor in the middle of a drag: what follows are steps of their own.
+    auto& history = engine.processor.getUndo();
+    window->press(volume, {20, 30});
+    window->moveTo(volume, {20, 90}, TestWindow::leftButton);
+    close();
+    const auto steps = history.getNumSteps();
+
+    for (const int parameter : {slot::masterMute, slot::fxPan, slot::fxMix})
+    {
+        engine.processor.setParameterFromUi(parameter, 0.25f);
+        TestWindow::pump(10);
+    }
+
+    EXPECT_EQ(history.getNumSteps(), steps + 3);
 }
 
 } // namespace quorel::test
