@@ -169,15 +169,15 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     pkg_check_modules(QUOREL_SOUND REQUIRED IMPORTED_TARGET alsa flac freetype2)
     target_link_libraries(quorel_juce PUBLIC PkgConfig::QUOREL_SOUND rt)
 elseif(MINGW)
-    # Debian's modules come without the libraries of pictures that JUCE otherwise has with it.
+    # Debian's modules come without the libraries of pictures and sound that JUCE otherwise has with it.
     find_package(PNG REQUIRED)
     find_package(JPEG REQUIRED)
     find_package(ZLIB REQUIRED)
+    find_library(QUOREL_FLAC FLAC REQUIRED)
+    target_compile_definitions(quorel_juce PRIVATE FLAC__NO_DLL=1)
     # The order is the linker's: what needs stands before what is needed.
-    target_link_libraries(quorel_juce PUBLIC PNG::PNG JPEG::JPEG ZLIB::ZLIB
+    target_link_libraries(quorel_juce PUBLIC PNG::PNG JPEG::JPEG ZLIB::ZLIB ${QUOREL_FLAC}
         uuid wsock32 wininet version ole32 ws2_32 oleaut32 imm32 comdlg32 shlwapi rpcrt4 winmm dxgi)
-    # No file of sound that a user gives is a FLAC.
-    target_compile_definitions(quorel_juce PUBLIC JUCE_USE_FLAC=0)
     # A file of JUCE has more sections than the format's first numbers count.
     target_compile_options(quorel_juce PRIVATE -Wa,-mbig-obj)
 endif()

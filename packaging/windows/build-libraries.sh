@@ -9,7 +9,7 @@ folder="$(mkdir -p "$1" && cd "$1" && pwd)"
 mirror="${QUOREL_DEBIAN_MIRROR:-http://deb.debian.org/debian}"
 tool=x86_64-w64-mingw32
 made="$folder/made-of"
-wanted="libpng1.6 libjpeg-turbo benchmark, zlib $(dpkg-query -W -f='${Version}' libz-mingw-w64-dev)"
+wanted="libpng1.6 libjpeg-turbo flac benchmark, zlib $(dpkg-query -W -f='${Version}' libz-mingw-w64-dev)"
 [[ "$(cat "$made" 2> /dev/null)" == "$wanted" ]] && exit 0
 
 work="$folder/work"
@@ -23,7 +23,7 @@ echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $mirror
 apt=(apt-get -q -o "Dir::Etc::SourceList=$work/sources.list" -o Dir::Etc::SourceParts=- -o "Dir::State::Lists=$work/lists"
      -o Dir::Cache::SrcPkgCache= -o Dir::Cache::PkgCache= -o APT::Sandbox::User=root)
 "${apt[@]}" update
-(cd "$work" && "${apt[@]}" source libpng1.6 libjpeg-turbo benchmark)
+(cd "$work" && "${apt[@]}" source libpng1.6 libjpeg-turbo flac benchmark)
 
 # configure_and_install FOLDER OPTION...: a library with a CMake build of its own.
 configure_and_install()
@@ -46,6 +46,8 @@ configure_and_install "$work"/libjpeg-turbo-* -DENABLE_SHARED=OFF -DWITH_SIMD=OF
 cp "$work"/libjpeg-turbo-*/jpegint.h "$folder/include/"
 configure_and_install "$work"/libpng1.6-* -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF \
     -DZLIB_LIBRARY="/usr/$tool/lib/libz.a" -DZLIB_INCLUDE_DIR="/usr/$tool/include"
+configure_and_install "$work"/flac-* -DWITH_OGG=OFF -DBUILD_CXXLIBS=OFF -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_TESTING=OFF \
+    -DBUILD_DOCS=OFF -DINSTALL_MANPAGES=OFF -DWITH_STACK_PROTECTOR=OFF -DWITH_FORTIFY_SOURCE=OFF
 configure_and_install "$work"/benchmark-* -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_GTEST_TESTS=OFF \
     -DBENCHMARK_ENABLE_WERROR=OFF -DRUN_HAVE_STD_REGEX=0 -DRUN_HAVE_STEADY_CLOCK=0 -DGIT_VERSION=1.7.1 -DBENCHMARK_INSTALL_DOCS=OFF
 
