@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PlatformFiles.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -20,42 +21,6 @@
 
 namespace quorel
 {
-
-#if defined(_WIN32)
-
-static std::string toUtf8(const wchar_t* text)
-{
-    return std::filesystem::path(text).u8string();
-}
-
-std::string ownFileName()
-{
-    static const char here = 0;
-    HMODULE module = nullptr;
-    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<LPCWSTR>(&here), &module))
-        return {};
-    static constexpr DWORD longest = 32768;
-    std::wstring path(longest, L'\0');
-    const auto length = GetModuleFileNameW(module, path.data(), longest);
-    path.resize(length);
-    return std::filesystem::path(path).stem().u8string();
-}
-
-std::string readUserSetting(const std::string& key, const std::string& value)
-{
-    wchar_t text[1024]{};
-    DWORD size = sizeof(text) - sizeof(wchar_t);
-    const auto wideKey = std::filesystem::u8path(key).wstring();
-    const auto wideValue = std::filesystem::u8path(value).wstring();
-    if (RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideValue.c_str(), RRF_RT_REG_SZ, nullptr, text,
-                     &size) != ERROR_SUCCESS)
-        return {};
-    return toUtf8(text);
-}
-
-#else
 
 namespace
 {
@@ -169,7 +134,96 @@ std::string findSettingInXml(const std::string& xml, const std::string& name)
     return {};
 }
 
+/** A setting in the file of settings of a folder, or empty. */
+std::string readFromFile(const std::filesystem::path& settingsHome, const std::string& name)
+{
+    std::ifstream file(settingsHome / "Ostrand" / "Registry.xml", std::ios::binary);
+    static constexpr std::size_t largest = 1 << 20;
+    std::string xml(largest, '\0');
+    file.read(xml.data(), static_cast<std::streamsize>(largest));
+    xml.resize(static_cast<std::size_t>(file.gcount()));
+    return findSettingInXml(xml, name);
+}
+
+#if defined(_WIN32)
+
+std::wstring widen(const std::string& utf8)
+{
+    const auto length = static_cast<int>(utf8.size());
+    std::wstring wide(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0)), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(), static_cast<int>(wide.size()));
+    return wide;
+}
+
+std::string narrow(const std::wstring& wide)
+{
+    const auto length = static_cast<int>(wide.size());
+    std::string utf8(static_cast<std::size_t>(
+                         WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr)),
+                     '\0');
+    WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), static_cast<int>(utf8.size()), nullptr,
+                        nullptr);
+    return utf8;
+}
+
+/** The system's own, not the C library's, of which each module has a copy. */
+std::wstring environmentVariable(const wchar_t* name)
+{
+    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+    value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+    return value;
+}
+
+/** A string of the registry, of any length. */
+std::string readFromRegistry(const std::wstring& key, const std::wstring& name)
+{
+    static constexpr int mostTries = 10;
+    std::wstring text(256, L'\0');
+
+    // It may grow between the call that tells its size and the next one.
+    for (int i = 0; i < mostTries; ++i)
+    {
+        auto numBytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+        const auto status = RegGetValueW(HKEY_CURRENT_USER, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr,
+                                         text.data(), &numBytes);
+        if (status == ERROR_SUCCESS)
+            return narrow(text.c_str());
+        if (status != ERROR_MORE_DATA)
+            break;
+        text.resize(std::max<std::size_t>(text.size() * 2, numBytes / sizeof(wchar_t) + 1));
+    }
+    return {};
+}
+
+#endif
+
 } // namespace
+
+#if defined(_WIN32)
+
+std::string ownFileName()
+{
+    static const char here = 0;
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            reinterpret_cast<LPCWSTR>(&here), &module))
+        return {};
+    static constexpr DWORD longest = 32768;
+    std::wstring path(longest, L'\0');
+    path.resize(GetModuleFileNameW(module, path.data(), longest));
+    return narrow(std::filesystem::path(path).stem().wstring());
+}
+
+std::string readUserSetting(const std::string& key, const std::string& value)
+{
+    const std::filesystem::path prefix = environmentVariable(L"OSTRAND_HOME");
+    return prefix.is_absolute() ? readFromFile(prefix / "config", key + '\\' + value)
+                                : readFromRegistry(widen(key), widen(value));
+}
+
+#else
 
 std::string ownFileName()
 {
@@ -190,12 +244,7 @@ std::string readUserSetting(const std::string& key, const std::string& value)
     else
         return {};
 
-    std::ifstream file(folder / "Ostrand" / "Registry.xml", std::ios::binary);
-    static constexpr std::size_t largest = 1 << 20;
-    std::string xml(largest, '\0');
-    file.read(xml.data(), static_cast<std::streamsize>(largest));
-    xml.resize(static_cast<std::size_t>(file.gcount()));
-    return findSettingInXml(xml, key + "\\" + value);
+    return readFromFile(folder, key + "\\" + value);
 }
 
 #endif

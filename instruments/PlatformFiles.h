@@ -10,8 +10,9 @@ namespace quorel
     failure. */
 std::string ownFileName();
 
-/** A per-user setting in UTF-8, or empty. On Windows it is a value below HKEY_CURRENT_USER, elsewhere a VALUE
-    element named `key\value` in $XDG_CONFIG_HOME/Ostrand/Registry.xml. */
+/** A per-user setting in UTF-8, of any length, or empty. On Windows it is a value below HKEY_CURRENT_USER,
+    elsewhere a VALUE element named `key\value` in $XDG_CONFIG_HOME/Ostrand/Registry.xml; on Windows, too, in
+    config/Ostrand/Registry.xml of $OSTRAND_HOME where that is an absolute path. */
 std::string readUserSetting(const std::string& key, const std::string& value);
 
 } // namespace quorel

@@ -36,6 +36,16 @@ bool isDeviceName(const juce::String& name)
            juce::String(juce::CharPointer_UTF8("0123456789\xc2\xb9\xc2\xb2\xc2\xb3")).containsChar(stem[3]);
 }
 
+bool isWholePath(const juce::String& path)
+{
+    if (juce::File::getSeparatorChar() != '\\')
+        return juce::File::isAbsolutePath(path);
+
+    // "C:x" and "\x" depend on a current folder or drive.
+    const auto plain = path.replaceCharacter('/', '\\');
+    return plain.startsWith("\\\\") || (plain[1] == ':' && plain[2] == '\\');
+}
+
 bool isPlainName(const juce::String& name)
 {
     if (name.isEmpty() || name == "." || name == ".." || name.containsChar('/'))

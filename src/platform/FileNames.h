@@ -12,6 +12,9 @@ juce::String withoutControlCharacters(const juce::String& text);
 /** True where Windows takes the name for a device, with any ending and in every folder: "CON", "nul.txt". */
 bool isDeviceName(const juce::String& name);
 
+/** True where a path leads to the same place from every folder and drive. */
+bool isWholePath(const juce::String& path);
+
 /** True where the name is a single component of a path, so that a file of this name lies in its folder: not
     empty, not "." or "..", without this platform's separators and whatever else is special to it. To be
     checked for names that come from chunks and archives. */

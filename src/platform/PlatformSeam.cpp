@@ -3,13 +3,16 @@
 
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "platform/UserPaths.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <new>
 
 #if JUCE_WINDOWS
+#include <cwchar>
 #include <io.h>
+#include <vector>
 #include <windows.h>
 #else
 #include <csignal>
@@ -41,23 +44,50 @@ UserPlaces placesUnder(const juce::File& settingsHome, const juce::File& dataHom
 
 #if JUCE_WINDOWS
 
-class RegistryUserStore : public UserStore
+constexpr const char* prefixVariable = "OSTRAND_HOME";
+
+/** The folder that stands in for the user's own, if there is one. What isn't an absolute path doesn't count. */
+juce::File prefixOfUser()
+{
+    return fileOfSetting(juce::SystemStats::getEnvironmentVariable(prefixVariable, {}));
+}
+
+/** Strings of any length. What another program has stored as text with variables in it is read with their
+    values. */
+class RegistryUserStore final : public UserStore
 {
 public:
     juce::String read(const juce::String& key, const juce::String& name) const override
     {
-        return juce::WindowsRegistry::getValue(path(key, name));
+        constexpr int mostTries = 10;
+        std::vector<wchar_t> text(256);
+
+        // It may grow between the call that tells its size and the next one.
+        for (int i = 0; i < mostTries; ++i)
+        {
+            auto numBytes = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+            const auto status =
+                RegGetValueW(HKEY_CURRENT_USER, key.toWideCharPointer(), name.toWideCharPointer(),
+                             RRF_RT_REG_SZ, nullptr, text.data(), &numBytes);
+
+            if (status == ERROR_SUCCESS)
+                return juce::String(text.data());
+
+            if (status != ERROR_MORE_DATA)
+                break;
+
+            text.resize(juce::jmax(text.size() * 2, numBytes / sizeof(wchar_t) + 1));
+        }
+
+        return {};
     }
 
     bool write(const juce::String& key, const juce::String& name, const juce::String& value) override
     {
-        return juce::WindowsRegistry::setValue(path(key, name), value);
-    }
-
-private:
-    static juce::String path(const juce::String& key, const juce::String& name)
-    {
-        return "HKEY_CURRENT_USER\\" + key + "\\" + name;
+        const auto* text = value.toWideCharPointer();
+        const auto numBytes = (std::wcslen(text) + 1) * sizeof(wchar_t);
+        return RegSetKeyValueW(HKEY_CURRENT_USER, key.toWideCharPointer(), name.toWideCharPointer(), REG_SZ,
+                               text, static_cast<DWORD>(numBytes)) == ERROR_SUCCESS;
     }
 };
 
@@ -144,6 +174,9 @@ private:
 UserPlaces userPlaces()
 {
 #if JUCE_WINDOWS
+    if (const auto prefix = prefixOfUser(); prefix != juce::File())
+        return userPlaces(prefix);
+
     const auto home = juce::File::getSpecialLocation(juce::File::userApplicationDataDirectory);
     return placesUnder(home, home);
 #else
@@ -157,10 +190,20 @@ UserPlaces userPlaces(const juce::File& prefix)
     return placesUnder(prefix.getChildFile("config"), prefix.getChildFile("data"));
 }
 
+juce::String prefixVariables()
+{
+#if JUCE_WINDOWS
+    return juce::String(prefixVariable) + " set to DIR";
+#else
+    return "XDG_CONFIG_HOME and XDG_DATA_HOME there";
+#endif
+}
+
 void adoptUserPlaces(const juce::File& prefix)
 {
 #if JUCE_WINDOWS
-    juce::ignoreUnused(prefix);
+    SetEnvironmentVariableW(juce::String(prefixVariable).toWideCharPointer(),
+                            prefix.getFullPathName().toWideCharPointer());
 #else
     setenv("XDG_CONFIG_HOME", prefix.getChildFile("config").getFullPathName().toRawUTF8(), 1);
     setenv("XDG_DATA_HOME", prefix.getChildFile("data").getFullPathName().toRawUTF8(), 1);
@@ -170,10 +213,10 @@ void adoptUserPlaces(const juce::File& prefix)
 std::unique_ptr<UserStore> makeUserStore()
 {
 #if JUCE_WINDOWS
-    return std::make_unique<RegistryUserStore>();
-#else
-    return makeUserStore(userPlaces());
+    if (prefixOfUser() == juce::File())
+        return std::make_unique<RegistryUserStore>();
 #endif
+    return makeUserStore(userPlaces());
 }
 
 std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places)

@@ -20,20 +20,24 @@ struct UserPlaces
 };
 
 /** The current user's places: under `XDG_CONFIG_HOME` and `XDG_DATA_HOME` on Linux (by default
-    `~/.config` and `~/.local/share`; relative paths in them don't count), under the application data
-    folder on Windows. */
+    `~/.config` and `~/.local/share`); on Windows under the application data folder, or under "config" and
+    "data" of `OSTRAND_HOME` where that is set. Relative paths in these variables don't count. */
 UserPlaces userPlaces();
 
 /** The same places under "config" and "data" of a folder of the caller's choice, so that a process
-    started with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two sees them as its own. */
+    started with `XDG_CONFIG_HOME` and `XDG_DATA_HOME` set to these two, or with `OSTRAND_HOME` set to the folder
+    on Windows, sees them as its own. */
 UserPlaces userPlaces(const juce::File& prefix);
 
-/** Lets this process, and the instruments that it hosts, take the places under `prefix` for the user's own.
-    Call it before the first thread starts. On Windows the instruments keep to the registry. */
+/** What to set for a program that is to take the places under a prefix DIR for its own, in words. */
+juce::String prefixVariables();
+
+/** Lets this process, the instruments that it hosts, and the programs that it starts take the places under
+    `prefix` for the user's own. Call it before the first thread starts. */
 void adoptUserPlaces(const juce::File& prefix);
 
-/** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, "Registry.xml" in the
-    settings folder elsewhere. */
+/** The current user's settings: the registry under HKEY_CURRENT_USER on Windows, unless `OSTRAND_HOME` is set;
+    "Registry.xml" in the settings folder elsewhere. */
 std::unique_ptr<UserStore> makeUserStore();
 
 /** Settings kept in "Registry.xml" of the settings folder of `places`, on every platform. */

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UserPaths.h"
 
+#include "platform/FileNames.h"
+
 namespace quorel
 {
 
@@ -13,7 +15,7 @@ juce::String cutAtOstrand(const juce::String& path)
 
 juce::File fileOfSetting(const juce::String& path)
 {
-    return juce::File::isAbsolutePath(path) ? juce::File(path) : juce::File();
+    return isWholePath(path) ? juce::File(path) : juce::File();
 }
 
 UserPaths readPaths(const UserStore& store)

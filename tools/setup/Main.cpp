@@ -48,9 +48,9 @@ int main(int argc, char** argv)
         "Writes the per-user settings of Quorel, creates its folders and installs the starter instruments "
         "and the factory presets. Settings that have a value and files that you changed stay as they are.",
         "quorel-setup");
-    app.add_option(
-           "--prefix", options.prefix,
-           "Set up in DIR/config and DIR/data; start programs with XDG_CONFIG_HOME and XDG_DATA_HOME there")
+    app.add_option("--prefix", options.prefix,
+                   "Set up in DIR/config and DIR/data; start programs with " +
+                       prefixVariables().toStdString())
         ->check([](const std::string& path) { return path.empty() ? "an empty path" : std::string(); })
         ->type_name("DIR");
     app.add_option("--from", options.source,
