@@ -1,68 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The finished plug-in in a host with a screen: many instances that all miss their instruments.
-#include "RawVst2Host.h"
 #include "SavedSound.h"
+#include "support/HostSeam.h"
+#include "support/HostWindow.h"
 
 #include <gtest/gtest.h>
-
-#include <X11/Xlib.h>
-#include <X11/Xutil.h>
 
 #include <algorithm>
 #include <chrono>
 #include <memory>
 #include <random>
-#include <thread>
+#include <vector>
 
 namespace quorel::test
 {
 
 namespace
 {
-/** The plug-in's windows that are on the screen. */
-class Screen
+int numWindows()
 {
-public:
-    Screen()
-        : display(XOpenDisplay(nullptr))
-    {
-    }
+    return numWindowsTitled("Quorel");
+}
 
-    ~Screen() { XCloseDisplay(display); }
+bool comesTo(int count)
+{
+    for (int tries = 0; tries < 200 && numWindows() != count; ++tries)
+        letPluginsRun(20);
 
-    Screen(const Screen&) = delete;
-    Screen& operator=(const Screen&) = delete;
-
-    int numWindows() { return countIn(DefaultRootWindow(display)); }
-
-    bool comesTo(int count)
-    {
-        for (int tries = 0; tries < 200 && numWindows() != count; ++tries)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-
-        return numWindows() == count;
-    }
-
-private:
-    int countIn(Window window)
-    {
-        XTextProperty name{};
-        XGetWMName(display, window, &name);
-        const auto* text = reinterpret_cast<const char*>(name.value);
-        int count = text != nullptr && std::string(text) == "Quorel" ? 1 : 0;
-        XFree(name.value);
-        Window root = 0, parent = 0, *children = nullptr;
-        unsigned int numChildren = 0;
-        if (XQueryTree(display, window, &root, &parent, &children, &numChildren) == 0)
-            return count;
-        for (unsigned int i = 0; i < numChildren; ++i)
-            count += countIn(children[i]);
-        XFree(children);
-        return count;
-    }
-
-    Display* display;
-};
+    return numWindows() == count;
+}
 
 Bytes soundOfMissingInstruments(const Bytes& present, int instance)
 {
@@ -75,9 +41,6 @@ Bytes soundOfMissingInstruments(const Bytes& present, int instance)
 
 TEST(MessageWindow, is_one_for_all_instances_and_goes_with_the_last)
 {
-    // Windows come and go while they are counted.
-    XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
-    Screen screen;
     std::vector<std::unique_ptr<RawVst2Host>> hosts;
     for (int i = 0; i < 12; ++i)
     {
@@ -85,7 +48,7 @@ TEST(MessageWindow, is_one_for_all_instances_and_goes_with_the_last)
         auto& host = *hosts.back();
         host.setChunk(soundOfMissingInstruments(host.chunk(), i));
     }
-    EXPECT_TRUE(screen.comesTo(1)) << screen.numWindows();
+    EXPECT_TRUE(comesTo(1)) << numWindows();
 
     const auto start = std::chrono::steady_clock::now();
     for (auto& host : hosts)
@@ -96,11 +59,11 @@ TEST(MessageWindow, is_one_for_all_instances_and_goes_with_the_last)
     while (hosts.size() > 1)
     {
         hosts.pop_back();
-        std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        EXPECT_EQ(screen.numWindows(), 1);
+        letPluginsRun(30);
+        EXPECT_EQ(numWindows(), 1);
     }
     hosts.clear();
-    EXPECT_TRUE(screen.comesTo(0));
+    EXPECT_TRUE(comesTo(0));
 }
 
 } // namespace quorel::test

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ScratchUser.h"
 
-#include <cstdlib>
+#include "support/HostSeam.h"
+
 #include <fstream>
-#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -16,12 +16,8 @@ std::string instrumentFile(const std::string& name)
 }
 
 ScratchUser::ScratchUser()
+    : root(makeScratchFolder())
 {
-    auto pattern = (fs::temp_directory_path() / "quorel-user-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr)
-        throw std::runtime_error("cannot create " + pattern);
-    root = pattern;
-
     const auto settings = root / "config" / "Ostrand";
     const auto data = root / "data" / "Ostrand" / "Quorel";
     fs::create_directories(settings);
@@ -39,8 +35,7 @@ ScratchUser::ScratchUser()
     value("x64 Path", OSTRAND_FOLDER);
     file << "</PROPERTIES>\n";
 
-    setenv("XDG_CONFIG_HOME", (root / "config").c_str(), 1);
-    setenv("XDG_DATA_HOME", (root / "data").c_str(), 1);
+    adoptUser(root);
 }
 
 ScratchUser::~ScratchUser()

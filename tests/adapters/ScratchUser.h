@@ -22,7 +22,7 @@ public:
     ScratchUser& operator=(const ScratchUser&) = delete;
 
 private:
-    std::filesystem::path root;
+    const std::filesystem::path root;
 };
 
 } // namespace quorel::test

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RawVst2Host.h"
 
+#include "support/HostSeam.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -8,60 +10,18 @@
 #include <stdexcept>
 #include <utility>
 
-#if defined(_WIN32)
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
+namespace fs = std::filesystem;
 
 namespace quorel::test
 {
 
 using EntryPoint = AEffect* (*)(audioMasterCallback);
 
-#if defined(_WIN32)
-static void* openLibrary(const std::string& path)
-{
-    return LoadLibraryA(path.c_str());
-}
-
-static EntryPoint findEntry(void* library)
-{
-    return reinterpret_cast<EntryPoint>(
-        reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), "VSTPluginMain")));
-}
-
-static void closeLibrary(void* library)
-{
-    FreeLibrary(static_cast<HMODULE>(library));
-}
-#else
-static void* openLibrary(const std::string& path)
-{
-    return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-}
-
-static EntryPoint findEntry(void* library)
-{
-    return reinterpret_cast<EntryPoint>(dlsym(library, "VSTPluginMain"));
-}
-
-static void closeLibrary(void* library)
-{
-    dlclose(library);
-}
-#endif
-
 RawVst2Host::RawVst2Host(const std::string& path, double sampleRate, int blockSize)
-    : library(openLibrary(path))
+    : library(openLibrary(fs::u8path(path)))
 {
-    const auto entry = library != nullptr ? findEntry(library) : nullptr;
+    const auto entry =
+        library != nullptr ? reinterpret_cast<EntryPoint>(findInLibrary(library, "VSTPluginMain")) : nullptr;
     plugin = entry != nullptr ? entry(answer) : nullptr;
     if (plugin == nullptr || plugin->magic != kEffectMagic)
         throw std::runtime_error("no VST2 plug-in in " + path);
