@@ -237,7 +237,8 @@ void addOptions(CLI::App& app, Order& order)
     app.add_option("PLUGIN", order.plugin, "The plug-in's file")->required();
     app.add_option("--chunk", order.chunk, "A state to give it, such as a preset (.qrl)");
     app.add_option("--note", order.notes, "KEY:START:LENGTH in milliseconds, any number of times")
-        ->type_name("NOTE");
+        ->type_name("NOTE")
+        ->allow_extra_args(false);
     app.add_option("--seconds", order.seconds, "How long it plays")->capture_default_str();
     app.add_option("--rate", order.rate, "Sample rate")->capture_default_str();
     app.add_option("--block", order.block, "Samples in a block")->capture_default_str();
@@ -255,6 +256,8 @@ int run()
                  "all went well, "
                  "1 with a line of the reason on standard error, 2 for wrong use.",
                  "vst2-host");
+    // A path may begin with a slash.
+    app.allow_windows_style_options(false);
     Order order;
     addOptions(app, order);
     try
