@@ -24,6 +24,16 @@ HWND hostWindow(const juce::ComponentPeer& peer)
 {
     return GetAncestor(ownWindow(peer), GA_ROOT);
 }
+
+/** From JUCE's code: that of most characters is the character, that of the other keys the lower byte, marked or below
+    the blank. */
+UINT virtualKeyOf(int code)
+{
+    constexpr int mark = 0x10000;
+    constexpr int lowerByte = 0xff;
+    const bool isCharacter = code >= ' ' && (code & mark) == 0;
+    return static_cast<UINT>((isCharacter ? VkKeyScanW(static_cast<WCHAR>(code)) : code) & lowerByte);
+}
 } // namespace
 
 bool isInHostWindow(const juce::ComponentPeer& peer)
@@ -42,12 +52,12 @@ bool giveKeyToHost(const juce::ComponentPeer& peer, const juce::KeyPress& key)
         return false;
 
     giveKeyboardToHost(peer);
-    constexpr int highestVirtualKey = 0xff;
-    constexpr int highestCharacter = 0x7f;
-    const int code = key.getKeyCode();
-    // JUCE marks the keys that have no character with a higher bit.
-    const auto virtualKey = code <= highestCharacter ? VkKeyScanW(static_cast<WCHAR>(code)) : code;
-    PostMessageW(hostWindow(peer), WM_KEYDOWN, static_cast<WPARAM>(virtualKey & highestVirtualKey), 1);
+    const auto virtualKey = virtualKeyOf(key.getKeyCode());
+    constexpr unsigned scanCodeShift = 16;
+    constexpr LPARAM once = 1;
+    const auto scanCode = static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC));
+    // The host's own loop makes a character of it, as of every key that is pressed.
+    PostMessageW(hostWindow(peer), WM_KEYDOWN, virtualKey, scanCode << scanCodeShift | once);
     return true;
 }
 
