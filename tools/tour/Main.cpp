@@ -8,6 +8,7 @@
 #include "common/Tool.h"
 #include "parameters/ParameterCodings.h"
 #include "platform/PlatformSeam.h"
+#include "presets/PresetFiles.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -27,7 +28,6 @@ juce::String timeText(double seconds)
     return juce::String(whole / 60).paddedLeft(' ', 2) + ":" + juce::String(whole % 60).paddedLeft('0', 2);
 }
 
-/** Presets don't change these bindings. */
 void bindControllers(PluginProcessor& processor)
 {
     for (int group = 0; group < numMultiFaders; ++group)
@@ -36,13 +36,15 @@ void bindControllers(PluginProcessor& processor)
     processor.setParameter(slot::controllerMap + fadeController, encodeParamInt(slot::masterVolume));
 }
 
-/** As when a player chooses it, with all its fades. */
+/** At once: while a player changes presets, modulation runs on for as long as the machine takes. */
 juce::Result choosePreset(PluginProcessor& processor, const PresetChoice& preset)
 {
     const auto silence = MidiSong::silence({});
     OfflineRender offline(processor, silence, nullptr, rate, blockSize);
     RenderOptions options;
-    options.preset = preset;
+    options.preset.file = findPresetFile(processor.getPaths().banksFolder, preset.folder, preset.name);
+    if (options.preset.file == juce::File())
+        return juce::Result::fail("there is no preset \"" + preset.folder + "/" + preset.name + "\"");
     return setUpSound(processor, offline, options);
 }
 
@@ -51,12 +53,12 @@ juce::Result play(const std::vector<TourStation>& stations, const juce::File& pr
     adoptUserPlaces(prefix);
     ConsoleInteraction interaction(toolName);
     const auto processor = std::make_unique<PluginProcessor>(makeUserStore(userPlaces(prefix)), interaction);
-    bindControllers(*processor);
     double seconds = 0.0;
     for (const auto& station : stations)
     {
         if (const auto result = choosePreset(*processor, station.preset); result.failed())
             return result;
+        bindControllers(*processor);
         const auto song = station.song(processor->getParameter(slot::masterVolume));
         OfflineRender offline(*processor, song, nullptr, rate, blockSize);
         offline.settle();
