@@ -44,6 +44,8 @@ configure_and_install()
 configure_and_install "$work"/libjpeg-turbo-* -DENABLE_SHARED=OFF -DWITH_SIMD=OFF -DWITH_TURBOJPEG=OFF -DWITH_CRT_DLL=ON
 # JUCE asks for the internal part of its header, which Debian's package has as well.
 cp "$work"/libjpeg-turbo-*/jpegint.h "$folder/include/"
+# JUCE reads the header into a namespace, and looks there for this type, which the system's headers may have outside.
+sed -i '/#ifndef __RPCNDR_H__/,/#endif/c typedef unsigned char boolean;' "$folder/include/jconfig.h"
 configure_and_install "$work"/libpng1.6-* -DPNG_SHARED=OFF -DPNG_TESTS=OFF -DPNG_EXECUTABLES=OFF \
     -DZLIB_LIBRARY="/usr/$tool/lib/libz.a" -DZLIB_INCLUDE_DIR="/usr/$tool/include"
 configure_and_install "$work"/flac-* -DWITH_OGG=OFF -DBUILD_CXXLIBS=OFF -DBUILD_PROGRAMS=OFF -DBUILD_EXAMPLES=OFF -DBUILD_TESTING=OFF \
