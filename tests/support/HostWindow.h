@@ -52,4 +52,7 @@ private:
 /** How many windows of this title the screen shows. */
 int numWindowsTitled(const std::string& title);
 
+/** Asks them to close, as their buttons do. On Windows alone. */
+void closeWindowsTitled(const std::string& title);
+
 } // namespace quorel::test

@@ -4,8 +4,10 @@
 
 #include <windows.h>
 
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace quorel::test
 {
@@ -139,25 +141,39 @@ void* HostWindow::editor()
     return native->editor();
 }
 
-int numWindowsTitled(const std::string& title)
+static std::vector<HWND> windowsTitled(const std::string& title)
 {
-    struct Count
+    struct Search
     {
         const std::string& title;
-        int number;
-    } count{title, 0};
+        std::vector<HWND> found;
+    } search{title, {}};
 
     EnumWindows(
         [](HWND window, LPARAM given) -> WINBOOL
         {
-            auto& counted = *reinterpret_cast<Count*>(given);
-            char text[256] = {};
-            GetWindowTextA(window, text, sizeof(text));
-            counted.number += IsWindowVisible(window) != FALSE && text == counted.title ? 1 : 0;
+            auto& wanted = *reinterpret_cast<Search*>(given);
+            std::array<char, 256> text{};
+            GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
+
+            if (IsWindowVisible(window) != FALSE && text.data() == wanted.title)
+                wanted.found.push_back(window);
+
             return TRUE;
         },
-        reinterpret_cast<LPARAM>(&count));
-    return count.number;
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+int numWindowsTitled(const std::string& title)
+{
+    return static_cast<int>(windowsTitled(title).size());
+}
+
+void closeWindowsTitled(const std::string& title)
+{
+    for (auto* const window : windowsTitled(title))
+        PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
 } // namespace quorel::test
