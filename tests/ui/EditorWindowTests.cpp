@@ -3,9 +3,8 @@
 #include "EditorTest.h"
 
 #include "presets/PresetFiles.h"
+#include "support/HeldMemory.h"
 #include "ui/DisplayBox.h"
-
-#include <malloc.h>
 
 namespace quorel::test
 {
@@ -105,7 +104,7 @@ TEST_F(EditorTest, OpeningAndClosingLosesNothing)
         cycle(round);
 
     // Images are decoded as knobs come to show them, and stay.
-    const auto held = [&] { return mallinfo2().uordblks - images->numBytes(); };
+    const auto held = [&] { return heldMemory() - images->numBytes(); };
     const auto before = held();
 
     for (int round = 0; round < 200; ++round)
