@@ -84,10 +84,46 @@ public:
 
     bool write(const juce::String& key, const juce::String& name, const juce::String& value) override
     {
+        if (value.isEmpty())
+            return remove(key, name);
+
         const auto* text = value.toWideCharPointer();
         const auto numBytes = (std::wcslen(text) + 1) * sizeof(wchar_t);
         return RegSetKeyValueW(HKEY_CURRENT_USER, key.toWideCharPointer(), name.toWideCharPointer(), REG_SZ,
                                text, static_cast<DWORD>(numBytes)) == ERROR_SUCCESS;
+    }
+
+private:
+    static bool remove(const juce::String& key, const juce::String& name)
+    {
+        const auto status =
+            RegDeleteKeyValueW(HKEY_CURRENT_USER, key.toWideCharPointer(), name.toWideCharPointer());
+
+        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+            return false;
+
+        // The key at the top is everybody's.
+        for (auto path = key; path.containsChar('\\') && removeIfEmpty(path);)
+            path = path.upToLastOccurrenceOf("\\", false, false);
+
+        return true;
+    }
+
+    /** A key that holds nothing: the system itself refuses only where it holds other keys. */
+    static bool removeIfEmpty(const juce::String& key)
+    {
+        HKEY handle = nullptr;
+        DWORD numValues = 0;
+
+        if (RegOpenKeyExW(HKEY_CURRENT_USER, key.toWideCharPointer(), 0, KEY_QUERY_VALUE, &handle) !=
+            ERROR_SUCCESS)
+            return false;
+
+        const auto asked = RegQueryInfoKeyW(handle, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                            &numValues, nullptr, nullptr, nullptr, nullptr);
+        RegCloseKey(handle);
+        return asked == ERROR_SUCCESS && numValues == 0 &&
+               RegDeleteKeyW(HKEY_CURRENT_USER, key.toWideCharPointer()) == ERROR_SUCCESS;
     }
 };
 

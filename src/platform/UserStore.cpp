@@ -36,7 +36,11 @@ bool FileUserStore::write(const juce::String& key, const juce::String& name, con
     if (settings.isBroken() && !keepBrokenCopy(file))
         return false;
 
-    settings.set(fullName(key, name), value);
+    if (value.isEmpty())
+        settings.remove(fullName(key, name));
+    else
+        settings.set(fullName(key, name), value);
+
     return settings.save();
 }
 

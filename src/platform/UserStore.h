@@ -18,7 +18,7 @@ public:
     /** The value as it is now, whoever wrote it. Empty if it doesn't exist or can't be read. */
     virtual juce::String read(const juce::String& key, const juce::String& name) const = 0;
 
-    /** False where the value could not be stored; the settings are then as they were. */
+    /** An empty value is removed. False where that could not be done; the settings are then as they were. */
     virtual bool write(const juce::String& key, const juce::String& name, const juce::String& value) = 0;
 };
 

@@ -26,6 +26,8 @@ public:
     /** Empty where there is none. */
     juce::String get(const juce::String& name) const { return values.getValue(name, {}); }
 
+    const juce::StringArray& names() const { return values.getAllKeys(); }
+
     void set(const juce::String& name, const juce::String& value) { values.set(name, value); }
 
     void remove(const juce::String& name) { values.remove(juce::StringRef(name)); }

@@ -98,6 +98,12 @@ TEST(Setup, freshSetupIsCompleteAndTheNextOneChangesNothing)
     const auto shown = setup({"--prefix", prefix.getFullPathName(), "--show"});
     EXPECT_TRUE(shown.text.contains("Tarn\\Bank = " + tarnBanks.getFullPathName())) << shown.text;
     EXPECT_FALSE(shown.text.contains("(not set)"));
+
+    const auto removed = setup({"--prefix", prefix.getFullPathName(), "--remove"});
+    EXPECT_EQ(removed.exitCode, 0) << removed.text;
+    EXPECT_FALSE(prefix.getChildFile("data/Ostrand").exists()) << removed.text;
+    EXPECT_EQ(snapshot(prefix.getChildFile("config/Ostrand")).count("PluginList.xml"), 0u);
+    EXPECT_EQ(setup({"--prefix", prefix.getFullPathName(), "--show"}).text, before.text);
 }
 
 TEST(Setup, whatTheUserChangedStaysAndTheRestIsUpdated)
@@ -146,6 +152,22 @@ TEST(Setup, whatTheUserChangedStaysAndTheRestIsUpdated)
     EXPECT_TRUE(installed("Fenn2").exists());
     EXPECT_EQ(bank.loadFileAsString(), "edited");
     EXPECT_FALSE(paths.pluginListFile.exists()) << "a new instrument has to be looked for";
+
+    paths.ecsFolder.getChildFile("mine.ecs").replaceWithText("64");
+    store->write(key, "Editor Scale", "150");
+    const auto removed = setup({"--prefix", prefix.getFullPathName(), "--remove"});
+    EXPECT_EQ(removed.exitCode, 0) << removed.text;
+    EXPECT_EQ(bank.loadFileAsString(), "edited");
+    EXPECT_EQ(installed("Hexley").loadFileAsString(), "the user's own build");
+    EXPECT_TRUE(removed.text.contains("Kept as you changed it: " + installed("Hexley").getFullPathName()));
+    EXPECT_FALSE(installed("Orlen").getParentDirectory().exists());
+    EXPECT_EQ(paths.ecsFolder.getChildFile("mine.ecs").loadFileAsString(), "64");
+    EXPECT_TRUE(folder.child("my layouts").isDirectory());
+    EXPECT_EQ(store->read(key, "Layouts Path"), folder.child("my layouts").getFullPathName());
+    EXPECT_EQ(store->read(key, "Editor Scale"), "150");
+    EXPECT_EQ(store->read(key, "Banks Path"), "");
+    EXPECT_EQ(setup({"--prefix", prefix.getFullPathName(), "--from", source.getFullPathName()}).exitCode, 0);
+    EXPECT_EQ(bank.loadFileAsString(), "edited") << "installed anew";
 }
 
 TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)

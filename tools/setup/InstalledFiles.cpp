@@ -40,6 +40,11 @@ InstalledFiles::InstalledFiles(const juce::File& manifest)
 {
 }
 
+juce::StringArray InstalledFiles::knownOf(const juce::File& target) const
+{
+    return juce::StringArray::fromTokens(contents.get(target.getFullPathName()), announcedMark, {});
+}
+
 void InstalledFiles::remember(const juce::String& name, const juce::String& value)
 {
     if (contents.get(name) == value)
@@ -56,8 +61,7 @@ void InstalledFiles::remember(const juce::String& name, const juce::String& valu
 InstalledFiles::Copy InstalledFiles::look(const juce::File& source, const juce::File& target,
                                           bool restoreRemoved) const
 {
-    const auto known =
-        juce::StringArray::fromTokens(contents.get(target.getFullPathName()), announcedMark, {});
+    const auto known = knownOf(target);
     Copy copy;
     copy.wanted = fingerprint(source);
     copy.before = known[0];
@@ -127,6 +131,36 @@ InstalledFiles::Result InstalledFiles::install(const juce::File& source, const j
 
     remember(target.getFullPathName(), copy.wanted);
     return copy.result;
+}
+
+std::vector<juce::File> InstalledFiles::list() const
+{
+    std::vector<juce::File> found;
+    for (const auto& name : contents.names())
+        if (juce::File::isAbsolutePath(name))
+            found.emplace_back(name);
+    return found;
+}
+
+InstalledFiles::Removal InstalledFiles::remove(const juce::File& target, juce::String& reason) const
+{
+    if (!target.exists())
+        return Removal::wasGone;
+
+    const auto present = fingerprint(target);
+
+    if (present.isEmpty() && target.existsAsFile())
+    {
+        reason = "it can't be read";
+        return Removal::failed;
+    }
+
+    if (!knownOf(target).contains(present))
+        return Removal::keptChanged;
+
+    const auto result = deleteForGood(target);
+    reason = result.getErrorMessage();
+    return result.wasOk() ? Removal::removed : Removal::failed;
 }
 
 juce::Result InstalledFiles::save()

@@ -4,6 +4,7 @@
 #include "platform/ValueFile.h"
 
 #include <juce_core/juce_core.h>
+#include <vector>
 
 namespace quorel
 {
@@ -39,6 +40,22 @@ public:
     Result install(const juce::File& source, const juce::File& target, bool restoreRemoved,
                    juce::String& reason);
 
+    enum class Removal
+    {
+        removed,
+        /** The user removed it before. */
+        wasGone,
+        /** It holds something of the user's and stayed. */
+        keptChanged,
+        failed
+    };
+
+    /** All files that it remembers. */
+    std::vector<juce::File> list() const;
+
+    /** Deletes a file of the list, unless the user changed it. `reason` is why it failed. */
+    Removal remove(const juce::File& target, juce::String& reason) const;
+
     /** Does nothing where nothing has changed. */
     juce::Result save();
 
@@ -54,6 +71,8 @@ private:
 
     /** What `install` has to do. */
     Copy look(const juce::File& source, const juce::File& target, bool restoreRemoved) const;
+    /** Fingerprints of all that was installed there, or is about to be; that of the last whole run comes first. */
+    juce::StringArray knownOf(const juce::File& target) const;
     void remember(const juce::String& name, const juce::String& value);
 
     ValueFile contents;

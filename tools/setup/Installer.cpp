@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Installer.h"
 
-#include "hosting/InstrumentTable.h"
 #include "platform/Leftovers.h"
 #include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
@@ -13,15 +12,6 @@ namespace quorel
 
 namespace
 {
-/** Names of the table, each once. */
-juce::StringArray instrumentNames()
-{
-    juce::StringArray names;
-    for (const auto& row : instrumentTable)
-        names.addIfNotAlreadyThere(row.name);
-    return names;
-}
-
 void say(const juce::String& text)
 {
     std::cout << text << std::endl;
@@ -49,13 +39,13 @@ Installer::Installer(UserStore& userStore, const UserPlaces& userPlaces, const j
     : store(userStore)
     , places(userPlaces)
     , source(sourceFolder)
-    , files(userPlaces.dataFolder.getChildFile("Installed.xml"))
+    , files(installedFilesIn(userPlaces))
 {
 }
 
 bool Installer::run(bool restoreRemoved)
 {
-    for (const auto& setting : ownSettings())
+    for (const auto& setting : ownSettings(places))
         writeSetting(setting);
     createFolders();
 
@@ -117,31 +107,17 @@ juce::String Installer::describeSettings() const
         const auto value = store.read(key, name);
         lines.add(key + "\\" + name + " = " + (value.isEmpty() ? juce::String("(not set)") : value));
     };
-    for (const auto& setting : ownSettings())
+    for (const auto& setting : ownSettings(places))
         add(setting.key, setting.name);
     for (const auto& name : instrumentNames())
-        if (const auto setting = bankFolderSetting(name))
-            add(setting->key, setting->valueName);
+    {
+        const auto setting = bankFolderOf(name, places);
+        add(setting.key, setting.name);
+    }
     return lines.joinIntoString("\n");
 }
 
-std::vector<Installer::Setting> Installer::ownSettings() const
-{
-    const auto& data = places.dataFolder;
-    const auto own = [](const char* name, const juce::File& file) {
-        return Setting{pathSetting::key, name, file};
-    };
-    return {own(pathSetting::banks, data.getChildFile("Banks")),
-            own(pathSetting::layouts, data.getChildFile("Layouts")),
-            own(pathSetting::help, data.getChildFile("Help")),
-            own(pathSetting::ecs, data.getChildFile("ECS")),
-            own(pathSetting::pluginList, places.settingsFolder.getChildFile("PluginList.xml")),
-            // The plug-in folder's path is cut behind the maker's name when it is read, so it has to contain
-            // it.
-            own(pathSetting::pluginFolder, data.getChildFile("Plugins").getChildFile("Ostrand"))};
-}
-
-void Installer::writeSetting(const Setting& setting)
+void Installer::writeSetting(const StandardSetting& setting)
 {
     if (store.read(setting.key, setting.name).isNotEmpty())
         return;
@@ -191,10 +167,10 @@ Installer::Copies Installer::planInstruments()
 
 Installer::Copies Installer::planBanks(const juce::String& instrument)
 {
-    const auto setting = bankFolderSetting(instrument);
-    const auto to = bankFolderOf(instrument);
+    const auto setting = bankFolderOf(instrument, places);
+    const auto& to = setting.standard;
     // A folder that the user chose isn't ours to fill.
-    const auto chosen = store.read(setting->key, setting->valueName);
+    const auto chosen = store.read(setting.key, setting.name);
     if (!source.getChildFile("Ostrand").isDirectory() || (chosen.isNotEmpty() && fileOfSetting(chosen) != to))
         return {};
 
@@ -230,11 +206,6 @@ Installer::Copies Installer::copiesOf(const juce::File& from, const juce::File& 
     return copies;
 }
 
-juce::File Installer::bankFolderOf(const juce::String& instrument) const
-{
-    return places.dataFolder.getChildFile("Instrument Banks").getChildFile(instrument);
-}
-
 void Installer::forgetPluginList()
 {
     const auto list = readPaths(store).pluginListFile;
@@ -252,9 +223,9 @@ void Installer::installBanks(const std::vector<Copies>& banks, bool restoreRemov
         const auto made = install(copies, restoreRemoved);
         for (std::size_t result = 0; result < counts.size(); ++result)
             counts[result] += made[result];
-        const auto setting = bankFolderSetting(names[i]);
-        if (const auto to = bankFolderOf(names[i]); !copies.empty() && to.isDirectory())
-            writeSetting({setting->key, setting->valueName, to});
+        if (const auto setting = bankFolderOf(names[i], places);
+            !copies.empty() && setting.standard.isDirectory())
+            writeSetting(setting);
     }
     say(summary("Bank files", counts));
 }

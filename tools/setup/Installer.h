@@ -2,7 +2,7 @@
 #pragma once
 
 #include "InstalledFiles.h"
-#include "platform/PlatformSeam.h"
+#include "StandardSettings.h"
 
 #include <array>
 #include <utility>
@@ -28,19 +28,11 @@ public:
     juce::String describeSettings() const;
 
 private:
-    struct Setting
-    {
-        juce::String key;
-        juce::String name;
-        juce::File standard;
-    };
-
     using Counts = std::array<int, 6>;
     /** Files to be copied, each with its place. */
     using Copies = std::vector<std::pair<juce::File, juce::File>>;
 
-    std::vector<Setting> ownSettings() const;
-    void writeSetting(const Setting& setting);
+    void writeSetting(const StandardSetting& setting);
     void createFolders();
     // All of them in the order of their names; what should be there and isn't is a failure.
     Copies planInstruments();
@@ -49,7 +41,6 @@ private:
     Copies planGuide() const;
     static Copies copiesOf(const juce::File& from, const juce::File& to, bool withFolders,
                            const juce::String& pattern);
-    juce::File bankFolderOf(const juce::String& instrument) const;
     void announce(const Copies& copies, bool restoreRemoved);
     Counts install(const Copies& copies, bool restoreRemoved);
     void installBanks(const std::vector<Copies>& banks, bool restoreRemoved);

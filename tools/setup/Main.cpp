@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quorel-setup: sets a user up to play.
 #include "Installer.h"
+#include "Remover.h"
 
 #include "common/Tool.h"
 #include "platform/Version.h"
@@ -18,6 +19,7 @@ struct Options
     std::string source;
     bool show = false;
     bool restoreRemoved = false;
+    bool remove = false;
 };
 
 int work(const Options& options)
@@ -25,6 +27,10 @@ int work(const Options& options)
     const bool hasPrefix = !options.prefix.empty();
     const auto places = hasPrefix ? userPlaces(fileOf(options.prefix)) : userPlaces();
     const auto store = hasPrefix ? makeUserStore(places) : makeUserStore();
+
+    if (options.remove)
+        return Remover(*store, places).run() ? exitFine : exitFailed;
+
     const auto besideThis =
         juce::File::getSpecialLocation(juce::File::currentExecutableFile).getParentDirectory();
 
@@ -57,8 +63,13 @@ int main(int argc, char** argv)
                    "Where the folders Ostrand, Banks and presets lie (default: beside this program)")
         ->check(CLI::ExistingDirectory)
         ->type_name("DIR");
-    app.add_flag("--show", options.show, "Print all settings and change nothing");
-    app.add_flag("--restore", options.restoreRemoved, "Install again what you removed");
+    auto* show = app.add_flag("--show", options.show, "Print all settings and change nothing");
+    auto* restore = app.add_flag("--restore", options.restoreRemoved, "Install again what you removed");
+    app.add_flag(
+           "--remove", options.remove,
+           "Take back what this program has set up: unchanged files and settings that you left as they were")
+        ->excludes(show)
+        ->excludes(restore);
     app.set_version_flag("--version",
                          app.get_name() + " " + productVersion + ", " + versionText().toStdString());
     return runTool(app, argc, argv, [&options] { return work(options); });
