@@ -2,6 +2,7 @@
 #include "HostSeam.h"
 
 #include <chrono>
+#include <iterator>
 #include <stdexcept>
 #include <thread>
 
@@ -15,7 +16,6 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
-#include <iterator>
 #include <unistd.h>
 #endif
 
@@ -40,6 +40,16 @@ void* findInLibrary(void* library, const char* name)
 void closeLibrary(void* library)
 {
     FreeLibrary(static_cast<HMODULE>(library));
+}
+
+fs::path libraryOf(const void* address)
+{
+    HMODULE module = nullptr;
+    wchar_t path[1024]{};
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCWSTR>(address), &module);
+    GetModuleFileNameW(module, path, static_cast<DWORD>(std::size(path)));
+    return path;
 }
 
 void letPluginsRun(int millis)
@@ -123,6 +133,13 @@ void* findInLibrary(void* library, const char* name)
 void closeLibrary(void* library)
 {
     dlclose(library);
+}
+
+fs::path libraryOf(const void* address)
+{
+    Dl_info info{};
+    dladdr(address, &info);
+    return info.dli_fname;
 }
 
 void letPluginsRun(int millis)

@@ -13,6 +13,9 @@ void* openLibrary(const std::filesystem::path& file);
 void* findInLibrary(void* library, const char* name);
 void closeLibrary(void* library);
 
+/** The file that a function or a constant comes from. */
+std::filesystem::path libraryOf(const void* address);
+
 /** Waits, while the plug-in's timers and messages go on: where it has no thread of its own for them, as on Windows,
     the calling one takes them, which has to be the one that opened it. */
 void letPluginsRun(int millis);

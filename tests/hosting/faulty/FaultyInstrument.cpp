@@ -13,6 +13,8 @@
 //
 // Parameter names tell what its host did: 0 the rate and block size, 2 the count of program changes by MIDI, 3 the
 // tempo at the last block.
+#include "support/HostSeam.h"
+
 #include "pluginterfaces/vst2.x/aeffectx.h"
 
 #include <algorithm>
@@ -21,7 +23,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <dlfcn.h>
 #include <fstream>
 #include <limits>
 #include <set>
@@ -37,10 +38,8 @@ constexpr int manyOutputs = 32;
 
 std::set<std::string> faults()
 {
-    Dl_info info{};
-    dladdr(reinterpret_cast<const void*>(&faults), &info);
-    std::string path = info.dli_fname;
-    std::ifstream file(path.substr(0, path.rfind('.')) + ".faults");
+    std::ifstream file(
+        quorel::test::libraryOf(reinterpret_cast<const void*>(&faults)).replace_extension(".faults"));
     std::set<std::string> words;
     std::string word;
 
