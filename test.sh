@@ -4,6 +4,7 @@
 #   ./test.sh            the tests of the release build
 #   ./test.sh asan       under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan       under ThreadSanitizer
+#   ./test.sh windows    builds and packs for 64-bit Windows, and runs the tests under Wine; --short: a part of them
 #   ./test.sh style      clang-format and clang-tidy over our own code
 # Further arguments go to ctest, as in: ./test.sh release -R Chunk
 set -euo pipefail
@@ -14,6 +15,10 @@ shift || true
 
 if [[ "$kind" == style ]]; then
     exec packaging/check-style.sh
+fi
+
+if [[ "$kind" == windows ]]; then
+    exec tests/windows/run-all.sh "$@"
 fi
 
 packaging/install-packages.sh
