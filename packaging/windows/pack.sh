@@ -2,13 +2,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Packs build/windows/dist into build/packages/: Quorel-<version>-win64-setup.exe and Quorel-<version>-win64.zip. The same
 # products make the same packages, to the byte.
-#   packaging/windows/pack.sh [VERSION [FOLDER]]     another version, into another folder: for tests of updates
+#   packaging/windows/pack.sh [VERSION [FOLDER [DIST]]]     other products as another version, for tests of updates
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 build=build/windows
 version="${1:-$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")}"
 packages="${2:-build/packages}"
+dist="${3:-$build/dist}"
 name="Quorel-$version-win64"
 work="$build/package-$version"
 products="$work/$name"
@@ -17,7 +18,7 @@ rm -rf "$work"
 mkdir -p "$products" "$packages"
 
 for item in Quorel.dll "${programs[@]}" Ostrand Banks presets Help; do
-    cp -R "$build/dist/$item" "$products/"
+    cp -R "$dist/$item" "$products/"
 done
 
 sed "s/@VERSION@/$version/; s/\$/\r/" packaging/windows/README.txt.in > "$products/README.txt"

@@ -328,12 +328,21 @@ SectionEnd
 Section Uninstall
     ReadRegStr $Vst2Folder HKCU "${UNINSTALL_KEY}" "VST2Folder"
     Call un.checkNothingRuns
-    DetailPrint "Instruments, presets and settings"
-    nsExec::ExecToLog '"$INSTDIR\quorel-setup.exe" --remove'
-    Pop $0
-    ${If} $0 != 0
-        !insertmacro refuse "Not all instruments and presets could be removed: close all programs that use them, then try again. \
-quorel-setup --remove in $INSTDIR says which they are." 4
+    ${If} ${FileExists} "$INSTDIR\quorel-setup.exe"
+        again:
+        DetailPrint "Instruments, presets and settings"
+        nsExec::ExecToLog '"$INSTDIR\quorel-setup.exe" --remove'
+        Pop $0
+        ${If} $0 != 0
+            ${If} ${Silent}
+                !insertmacro refuse "Not all instruments and presets could be removed: quorel-setup --remove in $INSTDIR says why." 4
+            ${EndIf}
+            MessageBox MB_ABORTRETRYIGNORE|MB_ICONEXCLAMATION "Not all instruments and presets could be removed. Close all programs that \
+may have one of them open, then try again. If you ignore this, they stay where they are." IDRETRY again IDIGNORE goOn
+            SetErrorLevel 4
+            Quit
+        ${EndIf}
+        goOn:
     ${EndIf}
 
     ${If} $Vst2Folder != ""
