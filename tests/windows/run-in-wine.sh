@@ -5,7 +5,7 @@
 # Its exit code is the program's, 124 after QUOREL_WINE_TIMEOUT seconds (900). Lines end as they do here.
 # Without --display windows exist, but nothing shows them, on a screen of 1024 x 768. With it the program has a screen of
 # its own, 2400 x 1800, that of DISPLAY if QUOREL_WINE_SCREEN says "own".
-# Wine's folders are made on first use, in wine/ of the build tree that the program lies in, or in QUOREL_WINE_FOLDER.
+# No program is heard. Wine's folders are made on first use, in wine/ of the build tree that the program lies in, or in QUOREL_WINE_FOLDER.
 set -uo pipefail
 
 display=
@@ -42,17 +42,18 @@ set_value()
     timeout 60 wine reg add "HKCU\\Software\\Wine\\$1" /v "$2" /d "$3" /f > "$folder/prefix.log" 2>&1 8>&- 9>&-
 }
 
-# The first prefix; others are copies, which share the files of the system.
+# The first prefix; others are copies, which share the files of the system. The number in "ready" is that of what they
+# are made by.
 make_first()
 {
     rm -rf "$folder/plain"
     timeout 300 wineboot -i > "$folder/prefix.log" 2>&1 8>&- 9>&- &&
-        set_value Drivers Graphics null && wineserver -w || return 1
+        set_value Drivers Graphics null && set_value Drivers Audio "" && wineserver -w || return 1
     # The user's folders, as they are on Windows.
     for link in "$folder"/plain/drive_c/users/*/*; do
         [[ ! -L "$link" ]] || { rm "$link" && mkdir "$link"; }
     done
-    touch "$folder/plain/ready"
+    touch "$folder/plain/ready-2"
 }
 
 # Windows' own frames, and no window manager.
@@ -64,7 +65,7 @@ make_copy()
         cp -al "$folder/plain/drive_c" "$WINEPREFIX" &&
         sed -i '/^"Graphics"="null"/d' "$WINEPREFIX/user.reg" &&
         printf '\n[Software\\\\Wine\\\\X11 Driver]\n"Managed"="N"\n' >> "$WINEPREFIX/user.reg" &&
-        touch "$WINEPREFIX/ready"
+        touch "$WINEPREFIX/ready-2"
 }
 
 # Wine 8 tells nobody of a display's refresh, without which nothing is painted: see Dxgi.cpp.
@@ -77,7 +78,7 @@ put_dxgi()
 exec 9> "$folder/lock"
 flock 9
 export WINEPREFIX="$folder/plain"
-[[ -e "$folder/plain/ready" ]] || make_first || { cat "$folder/prefix.log" >&2; exit 1; }
+[[ -e "$folder/plain/ready-2" ]] || make_first || { cat "$folder/prefix.log" >&2; exit 1; }
 put_dxgi
 if [[ -n "$display" ]]; then
     # The first prefix that no other program has at the moment.
@@ -86,7 +87,7 @@ if [[ -n "$display" ]]; then
         flock -n 8 && break
     done
     WINEPREFIX="$folder/display-$number"
-    [[ -e "$WINEPREFIX/ready" ]] || make_copy || exit 1
+    [[ -e "$WINEPREFIX/ready-2" ]] || make_copy || exit 1
     put_dxgi
 fi
 exec 9>&-
