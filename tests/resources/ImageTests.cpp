@@ -289,7 +289,8 @@ TEST(WindowIcons, AreWholeAtEverySize)
 TEST(EditorFont, HasTwoWeightsOfOneFamily)
 {
     const auto regular = editorFont(20), bold = editorFont(20, true);
-    EXPECT_EQ(regular.getTypefacePtr()->getName(), bold.getTypefacePtr()->getName());
+    // Windows has the weight in the name, too.
+    EXPECT_TRUE(bold.getTypefacePtr()->getName().startsWith(regular.getTypefacePtr()->getName()));
     EXPECT_GT(bold.getStringWidthFloat("Layer Volume"), regular.getStringWidthFloat("Layer Volume"));
     EXPECT_NEAR(regular.getHeight(), 20.0f, 0.01f);
 }
