@@ -13,9 +13,28 @@ dist="${3:-$build/dist}"
 name="Quorel-$version-win64"
 work="$build/package-$version"
 products="$work/$name"
+zip_file="$name.zip"
+setup_file="$name-setup.exe"
 programs=(Quorel.exe ostrand-banks.exe quorel-presets.exe quorel-render.exe quorel-setup.exe)
+quick=()
+[[ $# -lt 3 ]] || quick=(-DQUICK)
+
+# Nothing is newer than both packages.
+up_to_date()
+{
+    local file
+    for file in "$packages/$zip_file" "$packages/$setup_file"; do
+        [[ -e "$file" && -z "$(find "$dist" packaging/windows LICENSE -type f -newer "$file" -print -quit)" ]] || return 1
+    done
+}
+
+if [[ $# == 0 ]] && up_to_date; then
+    exit 0
+fi
+
 rm -rf "$work"
 mkdir -p "$products" "$packages"
+packages="$(cd "$packages" && pwd)"
 
 for item in Quorel.dll "${programs[@]}" Ostrand Banks presets Help; do
     cp -R "$dist/$item" "$products/"
@@ -30,9 +49,8 @@ export TZ=UTC
 settle_times() { find "$products" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +; }
 settle_times
 
-rm -f "$packages/$name.zip"
-zip_file="$(cd "$packages" && pwd)/$name.zip"
-(cd "$work" && find "$name" | LC_ALL=C sort | zip -q -X -9 "$zip_file" -@)
+rm -f "$packages/$zip_file" "$packages/$setup_file"
+(cd "$work" && find "$name" | LC_ALL=C sort | zip -q -X -9 "$packages/$zip_file" -@)
 
 # What the uninstaller takes, and the installer of a later version. The plug-in itself goes elsewhere.
 (cd "$products" && {
@@ -42,8 +60,8 @@ zip_file="$(cd "$packages" && pwd)/$name.zip"
 mv "$work/files.txt" "$products/"
 settle_times
 
-makensis -V2 -WX -DVERSION="$version" -DSIZE="$(du -sk --apparent-size "$products" | cut -f1)" -DPRODUCTS="$PWD/$products" \
-    -DICON="$PWD/$build/src/adapters/Quorel_artefacts/JuceLibraryCode/icon.ico" -DOUTPUT="$(cd "$packages" && pwd)/$name-setup.exe" \
-    packaging/windows/quorel.nsi
+makensis -V2 -WX "${quick[@]}" -DVERSION="$version" -DSIZE="$(du -sk --apparent-size "$products" | cut -f1)" \
+    -DPRODUCTS="$PWD/$products" -DICON="$PWD/$build/src/adapters/Quorel_artefacts/JuceLibraryCode/icon.ico" \
+    -DOUTPUT="$packages/$setup_file" packaging/windows/quorel.nsi
 rm -rf "$work"
-ls -l "$packages/$name-setup.exe" "$packages/$name.zip"
+ls -l "$packages/$setup_file" "$packages/$zip_file"

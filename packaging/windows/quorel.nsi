@@ -22,7 +22,11 @@ OutFile "${OUTPUT}"
 RequestExecutionLevel user
 InstallDir "$LOCALAPPDATA\Programs\Quorel"
 InstallDirRegKey HKCU "${UNINSTALL_KEY}" "InstallLocation"
+!ifdef QUICK ; for tests
+SetCompressor zlib
+!else
 SetCompressor /SOLID lzma
+!endif
 BrandingText "Quorel ${VERSION}"
 ManifestDPIAware true
 AllowSkipFiles off
@@ -243,6 +247,11 @@ Function .onInit
     ${If} ${Errors}
     ${OrIf} $Vst2Folder == ""
         Call proposeVst2Folder
+    ${EndIf}
+    ; Of "/VST2DIR=C:\two words" the quote at the end is left over.
+    StrCpy $0 $Vst2Folder 1 -1
+    ${If} $0 == '"'
+        StrCpy $Vst2Folder $Vst2Folder -1
     ${EndIf}
     ClearErrors
     ${GetOptions} $R0 "/DOWNGRADE" $R1

@@ -59,7 +59,7 @@ registry_value() { registry query "$uninstall_key" /v "$1" | sed -n 's/^ *[^ ].*
 # Programs are those of the list, data those of the products, settings and start menu are there.
 is_installed()
 {
-    is_same "$(sed 's/\r$//; /\\$/d; s,\\,/,g' "$programs/files.txt" | cat - <(printf 'Uninstall.exe\n') | LC_ALL=C sort)" \
+    is_same "$( (sed 's/\r$//; /\\$/d; s,\\,/,g' "$programs/files.txt" && printf 'Uninstall.exe\nfiles.txt\n') | LC_ALL=C sort)" \
             "$(files_below "$programs")" &&
         cmp "$plugin" "$build/dist/Quorel.dll" &&
         is_same "$(files_below "$build/dist/presets")" "$(files_below "$data/Banks")" &&
