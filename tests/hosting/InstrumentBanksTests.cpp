@@ -132,11 +132,11 @@ TEST(InstrumentBanks, listsFoldersAndFiles)
     listBanks("Orlen", *store, kept);
     EXPECT_EQ(kept, juce::StringArray{"as it was"}) << "the folder doesn't exist";
 
-    for (const auto* file : {"Orlen/b.fxb", "Orlen/a.fxb", "Orlen/B.FXB", "Orlen/c.fxp", "Hexley2/c/2.fxp",
+    for (const auto* file : {"Orlen/b.fxb", "Orlen/a.fxb", "Orlen/D.FXB", "Orlen/c.fxp", "Hexley2/c/2.fxp",
                              "Hexley2/c/1.two.fxp", "Hexley2/c/readme.txt", "Hexley2/a/1.fxp",
                              "Hexley2/b/1.fxp", "Hexley2/file.fxb", "Fenn2/only/1.fxp", "Dorvik/kit.fxb"})
         folder.write(file, "x");
-    EXPECT_EQ(foundBanks("Orlen", *store), (juce::StringArray{"B.FXB", "a.fxb", "b.fxb"}));
+    EXPECT_EQ(foundBanks("Orlen", *store), (juce::StringArray{"D.FXB", "a.fxb", "b.fxb"}));
     EXPECT_EQ(foundBanks("Hexley2", *store), (juce::StringArray{"Root Folder", "b", "c"}));
     EXPECT_EQ(foundBanks("Fenn2", *store), juce::StringArray{"Root Folder"});
     EXPECT_EQ(foundBanks("DorvikMulti", *store), juce::StringArray{"kit.fxb"});
@@ -225,7 +225,7 @@ TEST(InstrumentBanks, instrumentsFollowTheMenus)
 // Names that sort one way with their endings and another way without them, and an ending in capitals.
 TEST(InstrumentBanks, theProgramNamedIsTheProgramHeard)
 {
-    const juce::StringArray files{"AAA.FXP", "Lead.fxp", "Lead 2.fxp", "Lead-3.fxp", "lead.fxp"};
+    const juce::StringArray files{"AAA.FXP", "Lead.fxp", "Lead 2.fxp", "Lead-3.fxp", "leaf.fxp"};
     const test::ScratchFolder folder;
     const auto sounds = juce::File(QUOREL_TEST_BANKS)
                             .getChildFile("Fenn2/Rotor")
@@ -249,7 +249,7 @@ TEST(InstrumentBanks, theProgramNamedIsTheProgramHeard)
     ASSERT_EQ(foundBanks("Fenn2", *store), (juce::StringArray{"Root Folder", "Mine"}));
     juce::StringArray names;
     readProgramNames("Fenn2", "Mine", *store, names);
-    ASSERT_EQ(names, (juce::StringArray{"AAA", "Lead", "Lead 2", "Lead-3", "lead"}));
+    ASSERT_EQ(names, (juce::StringArray{"AAA", "Lead", "Lead 2", "Lead-3", "leaf"}));
     for (int i = 0; i < names.size(); ++i)
     {
         const auto sound = heard("Fenn2", 2, i + 1);
