@@ -3,7 +3,8 @@
 
 #include "hosting/BankFolder.h"
 #include "hosting/InstrumentTable.h"
-#include "platform/UserPaths.h"
+#include "platform/FileNames.h"
+#include "platform/UserStore.h"
 
 namespace quorel
 {
@@ -39,7 +40,9 @@ void tick(MenuEntries& menu, int index)
 juce::File readBankFolder(const juce::String& instrumentName, const UserStore& store)
 {
     const auto setting = bankFolderSetting(instrumentName);
-    return setting ? fileOfSetting(store.read(setting->key, setting->valueName)) : juce::File();
+    const auto path = setting ? store.read(setting->key, setting->valueName) : juce::String();
+    // The instruments list it with the standard library's means, which take no other form of a long path.
+    return isWholePath(path) ? juce::File(path) : juce::File();
 }
 
 void listBanks(const juce::String& instrumentName, const UserStore& store, juce::StringArray& bankNames)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileNames.h"
 
+#include "platform/PlatformSeamFiles.h"
+
 namespace quorel
 {
 
@@ -51,10 +53,11 @@ bool isPlainName(const juce::String& name)
     if (name.isEmpty() || name == "." || name == ".." || name.containsChar('/'))
         return false;
 
-    // On Windows, where "\\" separates, ":" opens a stream within a file and devices have names.
+    // On Windows, where "\\" separates, ":" opens a stream within a file, devices have names, and dots and blanks at
+    // the end don't count.
     return juce::File::getSeparatorChar() != '\\' ||
            (!name.containsAnyOf("\\:*?\"<>|") && withoutControlCharacters(name) == name &&
-            !isDeviceName(name));
+            !name.endsWithChar('.') && !name.endsWithChar(' ') && !isDeviceName(name));
 }
 
 juce::File childNamed(const juce::File& folder, const juce::String& name)
@@ -62,8 +65,8 @@ juce::File childNamed(const juce::File& folder, const juce::String& name)
     if (folder == juce::File() || !isPlainName(name))
         return {};
 
-    return juce::File::createFileWithoutCheckingPath(
-        juce::File::addTrailingSeparator(folder.getFullPathName()) + name);
+    return reachable(juce::File::createFileWithoutCheckingPath(
+        juce::File::addTrailingSeparator(folder.getFullPathName()) + name));
 }
 
 } // namespace quorel

@@ -3,134 +3,42 @@
 
 #include "platform/FileNames.h"
 #include "platform/FileReplacement.h"
-#include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamFiles.h"
 
 #include <limits>
-#include <optional>
-#include <type_traits>
+#include <memory>
 
 namespace quorel
 {
 
 namespace
 {
-namespace fs = std::filesystem;
-
-/** Paths are bytes on one platform and wide characters on the other. */
-template <typename Character>
-juce::String textOfNative(const Character* native)
-{
-    if constexpr (std::is_same_v<Character, char>)
-        return juce::CharPointer_UTF8::isValidString(native, std::numeric_limits<int>::max())
-                   ? juce::String::fromUTF8(native)
-                   : juce::String();
-    else
-        return juce::String(native);
-}
-
 juce::Result failure(const std::error_code& error)
 {
-    return juce::Result::fail(error.message());
+    return juce::Result::fail(messageOf(error));
 }
 
-/** Replaces `to` by the contents of a regular file, with a mode where one is given. */
-juce::Result copyContents(const juce::File& from, const juce::File& to, std::optional<fs::perms> mode)
+/** Opened, or with a status that says why not. */
+std::unique_ptr<juce::FileInputStream> openToRead(const juce::File& file)
 {
-    if (const auto result = checkReadable(from); result.failed())
-        return result;
+    auto stream = std::make_unique<juce::FileInputStream>(reachable(file));
 
-    juce::FileInputStream input(from);
+    if (!stream->openedOk() && waitWhileHeld(file))
+        stream = std::make_unique<juce::FileInputStream>(reachable(file));
 
-    if (input.failedToOpen())
-        return input.getStatus();
-
-    FileReplacement replacement(to);
-
-    if (replacement.status().failed())
-        return replacement.status();
-
-    std::error_code error;
-
-    if (mode.has_value())
-        fs::permissions(pathOf(replacement.temporaryFile()), *mode, error);
-
-    const auto length = input.getTotalLength();
-
-    if (replacement.stream().writeFromInputStream(input, -1) != length && replacement.status().wasOk())
-        return input.getStatus().failed() ? input.getStatus()
-                                          : juce::Result::fail("the file changed meanwhile");
-
-    return replacement.finish();
+    return stream;
 }
-
-juce::Result copyEntry(const juce::File& from, const juce::File& to);
-
-juce::Result copyFolder(const juce::File& from, const juce::File& to)
-{
-    std::error_code error;
-    fs::create_directory(pathOf(to), pathOf(from), error);
-
-    for (fs::directory_iterator entry(pathOf(from), error), end; !error && entry != end;
-         entry.increment(error))
-    {
-        const auto name = textOf(entry->path().filename());
-
-        if (name.isEmpty())
-            return failure(std::make_error_code(std::errc::illegal_byte_sequence));
-
-        if (const auto result = copyEntry(childNamed(from, name), childNamed(to, name)); result.failed())
-            return result;
-    }
-
-    if (error)
-        return failure(error);
-
-    syncFolder(to);
-    return juce::Result::ok();
-}
-
-juce::Result copyEntry(const juce::File& from, const juce::File& to)
-{
-    std::error_code error;
-    const auto status = fs::symlink_status(pathOf(from), error);
-
-    if (fs::is_symlink(status))
-    {
-        fs::copy_symlink(pathOf(from), pathOf(to), error);
-        return error ? failure(error) : juce::Result::ok();
-    }
-
-    const auto result =
-        fs::is_directory(status) ? copyFolder(from, to) : copyContents(from, to, status.permissions());
-
-    if (result.wasOk())
-        if (const auto time = fs::last_write_time(pathOf(from), error); !error)
-            fs::last_write_time(pathOf(to), time, error);
-
-    return result;
-}
-
 } // namespace
-
-fs::path pathOf(const juce::File& file)
-{
-    return fs::u8path(file.getFullPathName().toStdString());
-}
-
-juce::String textOf(const fs::path& path)
-{
-    return textOfNative(path.c_str());
-}
 
 juce::Result checkReadable(const juce::File& file)
 {
     std::error_code error;
-    const auto status = fs::status(pathOf(file), error);
+    const auto kind = kindOf(file, error);
 
-    if (!fs::exists(status))
-        return failure(error ? error : std::make_error_code(std::errc::no_such_file_or_directory));
+    if (kind == PathKind::nothing)
+        return failure(error);
 
-    return fs::is_regular_file(status) ? juce::Result::ok() : juce::Result::fail("not a regular file");
+    return kind == PathKind::file ? juce::Result::ok() : juce::Result::fail("not a regular file");
 }
 
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
@@ -138,15 +46,33 @@ bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes)
     if (checkReadable(file).failed())
         return false;
 
-    juce::FileInputStream stream(file);
+    const auto stream = openToRead(file);
 
-    if (!stream.openedOk())
+    if (!stream->openedOk() || stream->getTotalLength() > largestWholeFile)
         return false;
 
-    bytes.reset();
-    const auto length = stream.getTotalLength();
-    return length <= largestWholeFile && static_cast<juce::int64>(stream.readIntoMemoryBlock(
-                                             bytes, static_cast<juce::pointer_sized_int>(length))) == length;
+    // The length is looked up by name, where another file may be by now: it is a guess.
+    constexpr size_t leastRoom = 4096;
+    bytes.setSize(static_cast<size_t>(stream->getTotalLength()) + leastRoom);
+
+    for (size_t length = 0;;)
+    {
+        if (length == bytes.getSize())
+            bytes.setSize(length * 2);
+
+        const auto room = juce::jmin<size_t>(bytes.getSize() - length, std::numeric_limits<int>::max());
+        const auto numRead = stream->read(bytes.begin() + length, static_cast<int>(room));
+        length += static_cast<size_t>(juce::jmax(0, numRead));
+
+        if (length > static_cast<size_t>(largestWholeFile))
+            return false;
+
+        if (numRead <= 0)
+        {
+            bytes.setSize(length);
+            return stream->getStatus().wasOk();
+        }
+    }
 }
 
 juce::Result replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
@@ -160,22 +86,31 @@ juce::Result replaceFile(const juce::File& file, const juce::MemoryBlock& bytes)
     return replacement.finish();
 }
 
-juce::Result copyFile(const juce::File& from, const juce::File& to)
+juce::Result copyFile(const juce::File& from, const juce::File& to, ModeOfCopy mode)
 {
-    return copyContents(from, to, {});
-}
+    if (const auto result = checkReadable(from); result.failed())
+        return result;
 
-juce::Result copyTree(const juce::File& from, const juce::File& to)
-{
-    auto result = copyEntry(from, to);
+    const auto input = openToRead(from);
 
-    if (result.failed())
-    {
-        std::error_code error;
-        fs::remove_all(pathOf(to), error);
-    }
+    if (input->failedToOpen())
+        return input->getStatus();
 
-    return result;
+    FileReplacement replacement(to);
+
+    if (replacement.status().failed())
+        return replacement.status();
+
+    if (mode == ModeOfCopy::asOriginal)
+        copyMode(from, replacement.temporaryFile());
+
+    const auto length = input->getTotalLength();
+
+    if (replacement.stream().writeFromInputStream(*input, -1) != length && replacement.status().wasOk())
+        return input->getStatus().failed() ? input->getStatus()
+                                           : juce::Result::fail("the file changed meanwhile");
+
+    return replacement.finish();
 }
 
 juce::Result moveFile(const juce::File& from, const juce::File& to)
@@ -183,8 +118,7 @@ juce::Result moveFile(const juce::File& from, const juce::File& to)
     if (from == juce::File() || to == juce::File())
         return juce::Result::fail("there is no such place");
 
-    std::error_code error;
-    fs::rename(pathOf(from), pathOf(to), error);
+    const auto error = renameInOneStep(from, to);
 
     if (!error)
     {
@@ -206,18 +140,15 @@ juce::Result moveFile(const juce::File& from, const juce::File& to)
 
 juce::Result deleteForGood(const juce::File& file)
 {
-    std::error_code error;
-    fs::remove_all(pathOf(file), error);
+    const auto error = removeAll(file);
     return error ? failure(error) : juce::Result::ok();
 }
 
 Discarded discardFile(const juce::File& file, const std::function<bool(const juce::String& question)>& agrees)
 {
-    std::error_code error;
-
-    if (file == juce::File() || !fs::exists(fs::symlink_status(pathOf(file), error)))
+    if (file == juce::File() || !(isLink(file) || reachable(file).exists()))
         return {Discarded::Outcome::failed,
-                std::make_error_code(std::errc::no_such_file_or_directory).message()};
+                messageOf(std::make_error_code(std::errc::no_such_file_or_directory))};
 
     if (moveToTrash(file))
         return {Discarded::Outcome::gone, {}};

@@ -5,7 +5,6 @@
 
 #include <juce_core/juce_core.h>
 
-#include <filesystem>
 #include <functional>
 
 namespace quorel
@@ -14,29 +13,28 @@ namespace quorel
 /** No file of ours comes near this size; a larger one is refused before it is read into memory. */
 constexpr juce::int64 largestWholeFile = 256 * 1024 * 1024;
 
-/** The path as the standard library has it, and back. A name that isn't valid Unicode gives an empty text:
-    JUCE's strings can't hold it. */
-std::filesystem::path pathOf(const juce::File& file);
-juce::String textOf(const std::filesystem::path& path);
-
 /** Fails, saying why, for what isn't there or isn't a regular file: opening a pipe would wait for somebody to
     write to it. */
 juce::Result checkReadable(const juce::File& file);
 
-/** Reads a whole file. False if it can't be opened, isn't a regular file, is larger than `largestWholeFile`,
-    or gives fewer bytes than its size. */
+/** Reads a whole file, as it is when it is opened: one that takes its place meanwhile isn't read. False if it
+    can't be opened, isn't a regular file, or is larger than `largestWholeFile`. Waits up to half a second where
+    another program is in the way. */
 bool readWholeFile(const juce::File& file, juce::MemoryBlock& bytes);
 
 /** Gives a file new contents, whole or not at all, as `FileReplacement` says. What went wrong is told in the
     system's words, such as "No space left on device". */
 juce::Result replaceFile(const juce::File& file, const juce::MemoryBlock& bytes);
 
-/** The same with the contents of another file, of any size. */
-juce::Result copyFile(const juce::File& from, const juce::File& to);
+enum class ModeOfCopy
+{
+    /** That of the file that is replaced, or of any new one. */
+    asReplaced,
+    asOriginal
+};
 
-/** Copies a file, a link, or a folder with all its contents to a place where nothing is, with modes and
-    times. Where that fails, nothing is left there. */
-juce::Result copyTree(const juce::File& from, const juce::File& to);
+/** The same with the contents of another file, of any size. */
+juce::Result copyFile(const juce::File& from, const juce::File& to, ModeOfCopy mode = ModeOfCopy::asReplaced);
 
 /** Renames a file or folder. A file at the new place is replaced, in one step. */
 juce::Result moveFile(const juce::File& from, const juce::File& to);

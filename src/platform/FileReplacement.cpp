@@ -3,53 +3,43 @@
 
 #include "platform/FileOperations.h"
 #include "platform/Leftovers.h"
-#include "platform/PlatformSeam.h"
-
-#include <filesystem>
+#include "platform/PlatformSeamFiles.h"
 
 namespace quorel
 {
 
 namespace
 {
-namespace fs = std::filesystem;
-
 juce::Result failure(const std::error_code& error)
 {
-    return juce::Result::fail(error.message());
+    return juce::Result::fail(messageOf(error));
 }
 
 /** The file that is to be replaced for `file`: itself, or what its link leads to. */
 juce::Result followLink(const juce::File& file, juce::File& target)
 {
-    target = file;
-    std::error_code error;
-
-    if (!fs::is_symlink(fs::symlink_status(pathOf(file), error)))
-        return juce::Result::ok();
-
-    const auto path = fs::canonical(pathOf(file), error);
-
-    if (error)
-        return juce::Result::fail("the link leads nowhere");
-
-    target = juce::File::createFileWithoutCheckingPath(textOf(path));
-    return juce::Result::ok();
+    target = isLink(file) ? endOfLink(file) : reachable(file);
+    return target == juce::File() ? juce::Result::fail("the link leads nowhere") : juce::Result::ok();
 }
 
 juce::Result checkReplaceable(const juce::File& target)
 {
     std::error_code error;
-    const auto status = fs::status(pathOf(target), error);
 
-    if (!fs::exists(status))
+    switch (kindOf(target, error))
+    {
+    case PathKind::nothing:
         return juce::Result::ok();
 
-    if (fs::is_directory(status))
+    case PathKind::folder:
         return failure(std::make_error_code(std::errc::is_a_directory));
 
-    if (!fs::is_regular_file(status))
+    case PathKind::other:
         return juce::Result::fail("not a regular file");
+
+    case PathKind::file:
+        break;
+    }
 
     return target.hasWriteAccess() ? juce::Result::ok()
                                    : failure(std::make_error_code(std::errc::permission_denied));
@@ -81,8 +71,9 @@ public:
 
     juce::Result status() const
     {
+        // The system's own messages end in a new line on Windows.
         if (!stream.openedOk() || stream.getStatus().failed())
-            return stream.getStatus();
+            return juce::Result::fail(stream.getStatus().getErrorMessage().trim());
 
         return complete ? juce::Result::ok() : failure(std::make_error_code(std::errc::no_space_on_device));
     }
@@ -130,7 +121,7 @@ juce::Result FileReplacement::open(const juce::File& file)
     const auto folder = target.getParentDirectory();
 
     if (const auto result = folder.createDirectory(); result.failed())
-        return result;
+        return juce::Result::fail(result.getErrorMessage().trim());
 
     removeLeftovers(folder);
 
@@ -143,7 +134,7 @@ juce::Result FileReplacement::open(const juce::File& file)
         return failure(error);
 
     if (target.exists())
-        fs::permissions(pathOf(temporary), fs::status(pathOf(target), error).permissions(), error);
+        copyMode(target, temporary);
 
     output = std::make_unique<CheckedStream>(temporary);
     return output->status();

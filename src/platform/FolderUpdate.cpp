@@ -5,7 +5,7 @@
 #include "platform/FileOperations.h"
 #include "platform/FileReplacement.h"
 #include "platform/Leftovers.h"
-#include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamFiles.h"
 
 #include <utility>
 
@@ -41,11 +41,8 @@ juce::Result FolderUpdate::add(const juce::String& name, const juce::MemoryBlock
     if (const auto result = replaceFile(file, bytes); result.failed())
         return result;
 
-    std::error_code error;
-
     if (replaced.exists())
-        std::filesystem::permissions(pathOf(file),
-                                     std::filesystem::status(pathOf(replaced), error).permissions(), error);
+        copyMode(replaced, file);
 
     return juce::Result::ok();
 }

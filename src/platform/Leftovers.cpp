@@ -4,7 +4,7 @@
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
 #include "platform/FileReplacement.h"
-#include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamFiles.h"
 
 #include <mutex>
 #include <set>
@@ -15,8 +15,6 @@ namespace quorel
 
 namespace
 {
-namespace fs = std::filesystem;
-
 constexpr const char* start = ".quorel-";
 constexpr const char* temporaryEnd = ".tmp";
 constexpr const char* stageEnd = ".new";
@@ -57,8 +55,7 @@ juce::Result takeIn(const juce::File& stage)
             result = moved;
     }
 
-    std::error_code error;
-    fs::remove(pathOf(stage), error);
+    stage.deleteFile();
     return result;
 }
 
@@ -70,10 +67,8 @@ void removeLeftovers(const juce::File& folder)
     std::error_code error;
     std::vector<juce::File> found;
 
-    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
-         entry.increment(error))
-        if (const auto name = textOf(entry->path().filename());
-            name.startsWith(start) && (name.endsWith(temporaryEnd) || name.endsWith(stageEnd)))
+    for (const auto& [name, kind] : entriesOf(folder, error))
+        if (name.startsWith(start) && (name.endsWith(temporaryEnd) || name.endsWith(stageEnd)))
             found.push_back(childNamed(folder, name));
 
     for (const auto& file : found)
@@ -86,7 +81,7 @@ void removeLeftovers(const juce::File& folder)
         if (file.hasFileExtension(stageEnd))
             takeIn(file);
         else
-            fs::remove_all(pathOf(file), error);
+            removeAll(file);
     }
 }
 

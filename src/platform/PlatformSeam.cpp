@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PlatformSeam.h"
 
-#include "platform/FileNames.h"
-#include "platform/FileOperations.h"
 #include "platform/UserPaths.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <new>
 
@@ -14,16 +11,14 @@
 #include <io.h>
 #include <vector>
 #include <windows.h>
+// After windows.h.
+#include <shellapi.h>
 #else
 #include <csignal>
-#include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <sys/file.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -138,72 +133,6 @@ juce::File baseDirectory(const char* variable, const char* defaultBelowHome)
     return juce::File::getSpecialLocation(juce::File::userHomeDirectory).getChildFile(defaultBelowHome);
 }
 
-juce::Result lastError()
-{
-    return juce::Result::fail(std::error_code(errno, std::generic_category()).message());
-}
-
-/** Moves a file or folder, also to another disk, where it has to be copied. */
-juce::Result carryOver(const juce::File& file, const juce::File& place)
-{
-    namespace fs = std::filesystem;
-    std::error_code error;
-    fs::rename(pathOf(file), pathOf(place), error);
-
-    if (error != std::errc::cross_device_link)
-        return error ? juce::Result::fail(error.message()) : juce::Result::ok();
-
-    const auto copied = copyTree(file, place);
-    syncFolder(place.getParentDirectory());
-    return copied.failed() ? copied : deleteForGood(file);
-}
-
-/** Reserves a name in the trash by its record, which nobody else can create as well. */
-juce::Result reserveInTrash(const juce::String& name, const juce::File& files, const juce::File& records,
-                            juce::File& place, juce::File& record)
-{
-    for (int number = 1;; ++number)
-    {
-        // Cut, so that a long name leaves room for the number and the record's ending.
-        const auto trashName =
-            number == 1 ? name.substring(0, 48) : name.substring(0, 48) + "." + juce::String(number);
-        place = childNamed(files, trashName);
-        record = childNamed(records, trashName + ".trashinfo");
-
-        if (place.exists() || place.isSymbolicLink())
-            continue;
-
-        const int handle =
-            ::open(record.getFullPathName().toRawUTF8(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-
-        if (handle >= 0)
-        {
-            ::close(handle);
-            return juce::Result::ok();
-        }
-
-        if (errno != EEXIST)
-            return lastError();
-    }
-}
-
-/** A lock on the file, which other processes see, in whatever container they run. */
-class FileLock final : public InUseMark
-{
-public:
-    explicit FileLock(int openHandle) noexcept
-        : handle(openHandle)
-    {
-    }
-
-    ~FileLock() override { ::close(handle); }
-
-private:
-    JUCE_DECLARE_NON_COPYABLE(FileLock)
-
-    const int handle;
-};
-
 #endif
 } // namespace
 
@@ -268,126 +197,6 @@ juce::String pluginFileEnding()
     return ".so";
 #endif
 }
-
-#if JUCE_WINDOWS
-
-juce::Result moveToTrash(const juce::File& file)
-{
-    return file.exists() && file.moveToTrash() ? juce::Result::ok()
-                                               : juce::Result::fail("the recycle bin doesn't take it");
-}
-
-void syncFolder(const juce::File&)
-{
-    // Moves are written through by the system.
-}
-
-// A file that is open can't be deleted here: it needs no other mark.
-std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_code& error)
-{
-    if (file.create().wasOk())
-        return std::make_unique<InUseMark>();
-
-    error = std::make_error_code(std::errc::permission_denied);
-    return nullptr;
-}
-
-std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file)
-{
-    return file.isDirectory() ? nullptr : std::make_unique<InUseMark>();
-}
-
-#else
-
-juce::Result moveToTrash(const juce::File& file)
-{
-    // JUCE's own `moveToTrash` looks at fixed places and writes no record, without which nothing can be
-    // restored.
-    const auto trash = baseDirectory("XDG_DATA_HOME", ".local/share").getChildFile("Trash");
-    const auto files = trash.getChildFile("files");
-    const auto records = trash.getChildFile("info");
-
-    if (!trash.isDirectory())
-        return juce::Result::fail("there is no trash");
-
-    for (const auto& folder : {files, records})
-        if (const auto result = folder.createDirectory(); result.failed())
-            return result;
-
-    juce::File place;
-    juce::File record;
-
-    if (const auto result = reserveInTrash(file.getFileName(), files, records, place, record);
-        result.failed())
-        return result;
-
-    const auto path = juce::URL::addEscapeChars(file.getFullPathName(), false).replace("%2F", "/");
-    const auto text = "[Trash Info]\nPath=" + path +
-                      "\nDeletionDate=" + juce::Time::getCurrentTime().formatted("%Y-%m-%dT%H:%M:%S") + "\n";
-    auto result = replaceFile(record, juce::MemoryBlock(text.toRawUTF8(), text.getNumBytesAsUTF8()));
-
-    if (result.wasOk())
-        result = carryOver(file, place);
-
-    // What could be copied but not removed stays in the trash as well.
-    if (result.failed() && !place.exists())
-        record.deleteFile();
-
-    return result;
-}
-
-void syncFolder(const juce::File& folder)
-{
-    const int handle = ::open(folder.getFullPathName().toRawUTF8(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-
-    if (handle < 0)
-        return;
-
-    // Some file systems can't; the file itself is on the disk either way.
-    juce::ignoreUnused(fsync(handle));
-    ::close(handle);
-}
-
-std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_code& error)
-{
-    constexpr mode_t mode = 0644;
-    const int handle =
-        ::open(file.getFullPathName().toRawUTF8(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-
-    if (handle < 0)
-    {
-        error = std::error_code(errno, std::generic_category());
-        return nullptr;
-    }
-
-    auto mark = std::make_unique<FileLock>(handle);
-    struct stat status = {};
-
-    // Somebody may have taken the file for a left-over before it was locked. Where there are no locks, nobody
-    // removes anything.
-    if (flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        error = std::make_error_code(std::errc::resource_unavailable_try_again);
-    else if (fstat(handle, &status) != 0 || status.st_nlink == 0)
-        error = std::make_error_code(std::errc::no_such_file_or_directory);
-    else
-        return mark;
-
-    return nullptr;
-}
-
-std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file)
-{
-    const int handle =
-        ::open(file.getFullPathName().toRawUTF8(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-
-    if (handle < 0)
-        return nullptr;
-
-    auto mark = std::make_unique<FileLock>(handle);
-    return flock(handle, LOCK_EX | LOCK_NB) == 0 ? std::move(mark) : nullptr;
-}
-
-#endif
 
 #if JUCE_WINDOWS
 
@@ -538,6 +347,47 @@ juce::String versionText()
     return "Linux 64 Bits version";
 #endif
 }
+
+#if JUCE_WINDOWS
+std::vector<std::string> programArguments(int, const char* const*)
+{
+    int number = 0;
+    auto* const words = CommandLineToArgvW(GetCommandLineW(), &number);
+    std::vector<std::string> arguments;
+
+    for (int i = 1; words != nullptr && i < number; ++i)
+        arguments.push_back(juce::String(words[i]).toStdString());
+
+    LocalFree(words);
+    return arguments;
+}
+
+Utf8Console::Utf8Console()
+    : pageBefore(GetConsoleOutputCP())
+{
+    SetConsoleOutputCP(CP_UTF8);
+}
+
+Utf8Console::~Utf8Console()
+{
+    SetConsoleOutputCP(pageBefore);
+}
+#else
+std::vector<std::string> programArguments(int argc, const char* const* argv)
+{
+    return {argv + juce::jmin(1, argc), argv + argc};
+}
+
+Utf8Console::Utf8Console()
+    : pageBefore(0)
+{
+}
+
+Utf8Console::~Utf8Console()
+{
+    juce::ignoreUnused(pageBefore);
+}
+#endif
 
 bool standardErrorIsTerminal()
 {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Everything that differs between the platforms, in one place. No other code asks which platform it runs on.
+// Everything that differs between the platforms, in one place; files have PlatformSeamFiles. No other code asks
+// which platform it runs on.
 #pragma once
 
 #include "platform/UserStore.h"
 
 #include <memory>
-#include <system_error>
+#include <string>
+#include <vector>
 
 namespace quorel
 {
@@ -46,31 +48,6 @@ std::unique_ptr<UserStore> makeUserStore(const UserPlaces& places);
 /** Ending of a plug-in file with its dot: ".dll" or ".so". */
 juce::String pluginFileEnding();
 
-/** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
-    trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. Where the trash
-    lies on another disk it is copied, and goes only when the copy is whole. Fails, and nothing has happened,
-    where there is no trash or it can't take it. */
-juce::Result moveToTrash(const juce::File& file);
-
-/** Has what a folder lists, new names and moves, written down to the disk, where the platform can. */
-void syncFolder(const juce::File& folder);
-
-/** Shows other processes that a file is in use, for as long as this lives; it ends with the process, a crash
-    included. */
-class InUseMark
-{
-public:
-    virtual ~InUseMark() = default;
-};
-
-/** Creates an empty file, for its owner to write, at a place where nothing is, and marks it. Null, with the
-    reason, where that fails. */
-std::unique_ptr<InUseMark> createMarkedFile(const juce::File& file, std::error_code& error);
-
-/** Marks a folder, or takes over the mark of a process that has ended on a file or folder. Null while it is
-    in use, or where the file system can't tell. */
-std::unique_ptr<InUseMark> claimAbandoned(const juce::File& file);
-
 /** Takes memory straight from the system: all zero, and none of it resident before it is used. What malloc has at
     hand may be in use again, so that calloc would have to write it. Throws std::bad_alloc. Not on the audio
     thread. */
@@ -95,6 +72,23 @@ bool isTerminationAsked();
 
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
+
+/** The arguments of this process after its name, in UTF-8. `main` gets them in a code page on Windows, which lacks
+    most of the characters that a path may have. */
+std::vector<std::string> programArguments(int argc, const char* const* argv);
+
+/** Has the console show what is written in UTF-8, as long as this lives. */
+class Utf8Console
+{
+public:
+    Utf8Console();
+    ~Utf8Console();
+
+private:
+    JUCE_DECLARE_NON_COPYABLE(Utf8Console)
+
+    const unsigned pageBefore;
+};
 
 /** True where the standard error stream goes to a terminal, on which a line can be drawn over. */
 bool standardErrorIsTerminal();

@@ -2,6 +2,7 @@
 #include "platform/SharedFile.h"
 
 #include "platform/FileOperations.h"
+#include "platform/PlatformSeamFiles.h"
 
 namespace quorel
 {
@@ -20,7 +21,7 @@ juce::CriticalSection& threadLock()
 
 SharedFileLock::SharedFileLock(const juce::File& file)
     : threads(threadLock())
-    , processes(file.getFullPathName() + ".lock")
+    , processes(lockNameOf(file))
     , locked(processes.enter(lockTimeoutMillis))
 {
 }

@@ -2,6 +2,7 @@
 #include "platform/UserPaths.h"
 
 #include "platform/FileNames.h"
+#include "platform/PlatformSeamFiles.h"
 
 namespace quorel
 {
@@ -15,7 +16,7 @@ juce::String cutAtOstrand(const juce::String& path)
 
 juce::File fileOfSetting(const juce::String& path)
 {
-    return isWholePath(path) ? juce::File(path) : juce::File();
+    return isWholePath(path) ? reachable(juce::File(path)) : juce::File();
 }
 
 UserPaths readPaths(const UserStore& store)

@@ -5,6 +5,7 @@
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
 #include "platform/Leftovers.h"
+#include "platform/PlatformSeamFiles.h"
 #include "platform/UserInteraction.h"
 
 namespace quorel
@@ -38,7 +39,7 @@ juce::File LineFiles::find(const juce::String& fileName) const
 
 bool LineFiles::mayHold(const juce::File& file) const
 {
-    return folder != juce::File() && file.getParentDirectory() == folder && file.getFileExtension() == ending;
+    return folder != juce::File() && reachable(file).getParentDirectory() == folder && file.getFileExtension() == ending;
 }
 
 MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,

@@ -2,10 +2,9 @@
 #include "presets/PresetFiles.h"
 
 #include "platform/FileNames.h"
-#include "platform/FileOperations.h"
 #include "platform/Leftovers.h"
+#include "platform/PlatformSeamFiles.h"
 
-#include <filesystem>
 #include <functional>
 
 namespace quorel
@@ -13,11 +12,9 @@ namespace quorel
 
 namespace
 {
-namespace fs = std::filesystem;
-
-/** Calls `take` with the name of each entry that `wanted` accepts. Links count as what they lead to; those
+/** Calls `take` with the name of each entry of a kind. Links count as what they lead to; those
     that lead nowhere, or round in a circle, don't count. */
-void forEachEntry(const juce::File& folder, bool (*wanted)(const fs::directory_entry&),
+void forEachEntry(const juce::File& folder, PathKind wanted,
                   const std::function<void(const juce::String&)>& take)
 {
     if (folder == juce::File())
@@ -26,33 +23,16 @@ void forEachEntry(const juce::File& folder, bool (*wanted)(const fs::directory_e
     removeLeftovers(folder);
     std::error_code error;
 
-    for (fs::directory_iterator entry(pathOf(folder), error), end; !error && entry != end;
-         entry.increment(error))
-    {
-        const auto name = textOf(entry->path().filename());
-
-        if (name.isNotEmpty() && !name.startsWithChar('.') && wanted(*entry))
+    for (const auto& [name, kind] : entriesOf(folder, error))
+        if (name.isNotEmpty() && !name.startsWithChar('.') && kind == wanted)
             take(name);
-    }
-}
-
-bool isFolder(const fs::directory_entry& entry)
-{
-    std::error_code error;
-    return entry.is_directory(error);
-}
-
-bool isRegularFile(const fs::directory_entry& entry)
-{
-    std::error_code error;
-    return entry.is_regular_file(error);
 }
 } // namespace
 
 juce::StringArray listPresetFolders(const juce::File& banksFolder)
 {
     juce::StringArray names;
-    forEachEntry(banksFolder, isFolder, [&names](const juce::String& name) { names.add(name); });
+    forEachEntry(banksFolder, PathKind::folder, [&names](const juce::String& name) { names.add(name); });
     names.sort(false);
     return names;
 }
@@ -61,7 +41,7 @@ juce::StringArray listPresets(const juce::File& folder)
 {
     juce::StringArray names;
     const juce::String ending(presetFileEnding);
-    forEachEntry(folder, isRegularFile,
+    forEachEntry(folder, PathKind::file,
                  [&](const juce::String& name)
                  {
                      if (name.endsWith(ending))
@@ -85,13 +65,8 @@ juce::String folderHolding(const juce::File& banksFolder, const juce::File& file
 
     // Choosers may give the path behind a link.
     for (const auto& name : listPresetFolders(banksFolder))
-    {
-        const auto folder = childNamed(banksFolder, name);
-        std::error_code error;
-
-        if (folder == place || fs::equivalent(pathOf(folder), pathOf(place), error))
+        if (isSamePlace(childNamed(banksFolder, name), place))
             return name;
-    }
 
     return {};
 }

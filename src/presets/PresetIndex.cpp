@@ -2,13 +2,11 @@
 #include "presets/PresetIndex.h"
 
 #include "platform/FileNames.h"
-#include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
 #include <utility>
 
 namespace quorel
@@ -76,11 +74,11 @@ void readFileOf(const juce::File& file, PresetIndexEntry& entry)
 {
     constexpr size_t categoriesOffset = chunkOffset::parameter(firstCategoryParameter);
     std::array<char, categoriesOffset + sizeof(float) * numCategoryParameters> head{};
-    std::ifstream stream;
-    // Unbuffered: some hundred bytes are needed, not thousands.
-    stream.rdbuf()->pubsetbuf(nullptr, 0);
-    stream.open(pathOf(file), std::ios::binary);
-    stream.read(head.data(), static_cast<std::streamsize>(head.size()));
+    juce::FileInputStream stream(file);
+
+    if (stream.openedOk())
+        stream.read(head.data(), static_cast<int>(head.size()));
+
     std::array<float, numCategoryParameters> values{};
 
     for (size_t i = 0; i < values.size(); ++i)
@@ -91,19 +89,17 @@ void readFileOf(const juce::File& file, PresetIndexEntry& entry)
     }
 
     entry.flags = unpackCategories(values);
-    stream.clear();
-    stream.seekg(0, std::ios::end);
-    const auto size = static_cast<size_t>(juce::jmax<std::streamoff>(0, stream.tellg()));
+    const auto size = static_cast<size_t>(stream.openedOk() ? stream.getTotalLength() : 0);
     const auto end = chunkEnd(head.data(), size);
 
     if (!end || *end == size)
         return;
 
     std::vector<char> tail(juce::jmin(size - *end, mostNoteBytes));
-    stream.seekg(static_cast<std::streamoff>(size - tail.size()));
-    stream.read(tail.data(), static_cast<std::streamsize>(tail.size()));
+    const auto wanted = static_cast<int>(tail.size());
 
-    if (size_t length = 0; stream)
+    if (size_t length = 0; stream.setPosition(static_cast<juce::int64>(size - tail.size())) &&
+                           stream.read(tail.data(), wanted) == wanted)
         entry.notes = notesAtEnd(tail.data(), tail.size(), length);
 }
 

@@ -101,7 +101,8 @@ TEST_F(SoundChangeTest, WhatCantBeLoadedLeavesThePresentSound)
     ASSERT_TRUE(folder.getChildFile("folder.qrl").createDirectory());
     ASSERT_TRUE(replaceFile(folder.getChildFile("huge.qrl"), good));
     std::error_code error;
-    std::filesystem::resize_file(pathOf(folder.getChildFile("huge.qrl")), 2147483648u, error);
+    std::filesystem::resize_file(folder.getChildFile("huge.qrl").getFullPathName().toStdString(), 2147483648u,
+                                 error);
     ASSERT_TRUE(rig.load(0, "Orlen"));
     rig.set(slot::masterVolume, 0.4f);
     standOn("Bad", "good");

@@ -1,25 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a crash, a full disk, a link or a write-protected place leaves of files.
+// What a crash, a full disk or an odd place leaves of files.
 #include "platform/FileOperations.h"
 
 #include "platform/FileReplacement.h"
-#include "platform/FolderUpdate.h"
 #include "platform/Leftovers.h"
-#include "platform/PlatformSeam.h"
+#include "support/EnvironmentVariable.h"
+#include "support/KilledRun.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-
-#if !JUCE_WINDOWS
-#include <csignal>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 namespace quorel::test
 {
@@ -35,12 +27,6 @@ int numLeftovers(const juce::File& folder)
 {
     return folder.getNumberOfChildFiles(juce::File::findFiles, "*.tmp");
 }
-
-const auto nobodyAsked = [](const juce::String& question)
-{
-    ADD_FAILURE() << question;
-    return false;
-};
 } // namespace
 
 TEST(FileOperations, WhatCannotBeReplacedStays)
@@ -60,30 +46,17 @@ TEST(FileOperations, WhatCannotBeReplacedStays)
 
     // Two gigabytes that take no room on the disk.
     const auto huge = scratch.child("huge.qrl");
-    std::ofstream(huge.getFullPathName().toStdString()).put('x');
+    std::ofstream(std::filesystem::u8path(huge.getFullPathName().toStdString())).put('x');
     std::error_code error;
-    std::filesystem::resize_file(pathOf(huge), 2147483648u, error);
+    std::filesystem::resize_file(std::filesystem::u8path(huge.getFullPathName().toStdString()), 2147483648u,
+                                 error);
 
     EXPECT_FALSE(readWholeFile(huge, bytes) && !error);
 
-#if !JUCE_WINDOWS
-    // No file may be longer than 4 KiB, which shows in the middle of a block.
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{4096, unlimited.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto result = replaceFile(file, juce::MemoryBlock(100000, true));
-    EXPECT_TRUE(replaceFile(scratch.child("A/small.qrl"), blockOf("fits")));
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    std::signal(SIGXFSZ, oldHandler);
-    EXPECT_TRUE(result.failed() && result.getErrorMessage().isNotEmpty());
-#endif
-    EXPECT_EQ(file.loadFileAsString(), "old");
+    EXPECT_TRUE(readWholeFile(file, bytes) && bytes == blockOf("old"));
     EXPECT_EQ(numLeftovers(scratch.child("A")), 0);
 }
 
-#if !JUCE_WINDOWS
 TEST(FileOperations, AFullDiskKeepsTheOldFile)
 {
     const SmallDisk disk(256);
@@ -110,63 +83,70 @@ TEST(FileOperations, AFullDiskKeepsTheOldFile)
     }
 }
 
-TEST(FileOperations, AReplacedFileKeepsItsModeAndItsLink)
+namespace
 {
-    const ScratchFolder scratch;
-    const auto pathTo = [&](const char* name) { return scratch.child(name).getFullPathName().toStdString(); };
-    scratch.write("elsewhere/x.qrl", "old");
-    scratch.child("banks").createDirectory();
-    ASSERT_EQ(chmod(pathTo("elsewhere/x.qrl").c_str(), 0640), 0);
-    ASSERT_EQ(symlink("../elsewhere/x.qrl", pathTo("banks/x.qrl").c_str()), 0);
-    ASSERT_EQ(symlink("nowhere", pathTo("banks/dangling").c_str()), 0);
-    ASSERT_EQ(symlink("loop", pathTo("banks/loop").c_str()), 0);
-    ASSERT_EQ(mkfifo(pathTo("banks/pipe").c_str(), 0600), 0);
+constexpr const char* placeVariable = "QUOREL_TEST_PLACE";
 
-    EXPECT_TRUE(replaceFile(scratch.child("banks/x.qrl"), blockOf("new")));
-    EXPECT_TRUE(scratch.child("banks/x.qrl").isSymbolicLink());
-    EXPECT_EQ(scratch.child("elsewhere/x.qrl").loadFileAsString(), "new");
-    struct stat status = {};
-    ASSERT_EQ(stat(pathTo("elsewhere/x.qrl").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0640u);
+juce::File placeForRuns()
+{
+    return juce::SystemStats::getEnvironmentVariable(placeVariable, {});
+}
 
-    for (const char* name : {"banks/dangling", "banks/loop", "banks/pipe"})
-        EXPECT_FALSE(replaceFile(scratch.child(name), blockOf("x"))) << name;
+constexpr size_t zeroBytes = 200000;
 
-    EXPECT_TRUE(scratch.child("banks/dangling").isSymbolicLink());
-    EXPECT_FALSE(scratch.child("banks/nowhere").exists());
-    EXPECT_EQ(numLeftovers(scratch.child("banks")) + numLeftovers(scratch.child("elsewhere")), 0);
+juce::MemoryBlock ones()
+{
+    juce::MemoryBlock bytes(150000);
+    bytes.fillWith(1);
+    return bytes;
+}
+} // namespace
+
+/** A program that saves until it is killed. */
+TEST(FileOperations, DISABLED_SavesForEver)
+{
+    const auto folder = placeForRuns();
+    ASSERT_NE(folder, juce::File());
+    ASSERT_TRUE(folder.getSiblingFile("started").create());
+
+    for (;;)
+    {
+        replaceFile(folder.getChildFile("x.qrl"), ones());
+        replaceFile(folder.getChildFile("x.qrl"), juce::MemoryBlock(zeroBytes, true));
+    }
+}
+
+/** A program that only looks at the folder. */
+TEST(FileOperations, DISABLED_TidiesUp)
+{
+    ASSERT_NE(placeForRuns(), juce::File());
+    removeLeftovers(placeForRuns());
 }
 
 TEST(FileOperations, AKilledSaveLeavesAWholeFileAndTheNextRunTidiesUp)
 {
     const ScratchFolder scratch;
     const auto file = scratch.child("A/x.qrl");
-    const juce::MemoryBlock zeros(200000, true);
-    juce::MemoryBlock ones(150000);
-    ones.fillWith(1);
+    const juce::MemoryBlock zeros(zeroBytes, true);
     ASSERT_TRUE(replaceFile(file, zeros));
+    setVariable(placeVariable, scratch.child("A").getFullPathName());
     int most = 0;
 
-    for (int round = 0; round < 24; ++round)
+    for (int round = 0; round < 24 && (round < 8 || most == 0); ++round)
     {
-        const pid_t child = fork();
+        ASSERT_TRUE(scratch.child("started").deleteFile());
+        juce::ChildProcess saving;
+        ASSERT_TRUE(saving.start(onlyTest("FileOperations.DISABLED_SavesForEver"), 0));
 
-        if (child == 0)
-        {
-            for (;;)
-            {
-                replaceFile(file, ones);
-                replaceFile(file, zeros);
-            }
-        }
+        for (int i = 0; i < patienceWithPrograms && !scratch.child("started").exists(); ++i)
+            juce::Thread::sleep(1);
 
-        ASSERT_GT(child, 0);
-        usleep(static_cast<useconds_t>(2000 + 1700 * round));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
+        juce::Thread::sleep(2 + 2 * round);
+        saving.kill();
+        ASSERT_TRUE(saving.waitForProcessToFinish(patienceWithPrograms));
         juce::MemoryBlock bytes;
         ASSERT_TRUE(readWholeFile(file, bytes));
-        ASSERT_TRUE(bytes == zeros || bytes == ones) << round;
+        ASSERT_TRUE(bytes == zeros || bytes == ones()) << round;
         most = juce::jmax(most, numLeftovers(scratch.child("A")));
     }
 
@@ -176,133 +156,16 @@ TEST(FileOperations, AKilledSaveLeavesAWholeFileAndTheNextRunTidiesUp)
     ASSERT_TRUE(scratch.child("A").moveFileTo(scratch.child("B")));
     scratch.write("B/.quorel.tmp", "somebody's own");
     FileReplacement living(scratch.child("B/y.qrl"));
-    const pid_t child = fork();
-
-    if (child == 0)
-    {
-        removeLeftovers(scratch.child("A"));
-        removeLeftovers(scratch.child("B"));
-        _exit(0);
-    }
-
-    waitpid(child, nullptr, 0);
+    setVariable(placeVariable, scratch.child("B").getFullPathName());
+    juce::ChildProcess tidying;
+    ASSERT_TRUE(tidying.start(onlyTest("FileOperations.DISABLED_TidiesUp"), 0));
+    ASSERT_TRUE(tidying.waitForProcessToFinish(patienceWithPrograms));
+    EXPECT_EQ(tidying.getExitCode(), 0u);
     EXPECT_EQ(numLeftovers(scratch.child("B")), 2);
     living.stream().writeText("whole", false, false, nullptr);
     EXPECT_TRUE(living.finish());
     EXPECT_EQ(scratch.child("B/y.qrl").loadFileAsString(), "whole");
     EXPECT_EQ(scratch.child("B/.quorel.tmp").loadFileAsString(), "somebody's own");
 }
-
-/** Gives the process a folder of its own for the trash while it lives. */
-class FilesOfTheUser : public testing::Test
-{
-protected:
-    void useDataHome(const juce::File& folder) const
-    {
-        setenv("XDG_DATA_HOME", folder.getFullPathName().toRawUTF8(), 1);
-    }
-
-    ~FilesOfTheUser() override { setenv("XDG_DATA_HOME", oldHome.toRawUTF8(), 1); }
-
-    const juce::String oldHome = std::getenv("XDG_DATA_HOME");
-    const ScratchFolder scratch;
-};
-
-TEST_F(FilesOfTheUser, DiscardedFilesGoToTheTrashWithTheirPath)
-{
-    using Outcome = Discarded::Outcome;
-    useDataHome(scratch.path());
-    const auto folder = scratch.child(juce::CharPointer_UTF8("Banks/50% \xc3\xa9"));
-    const auto trash = scratch.child("Trash");
-    ASSERT_TRUE(trash.createDirectory());
-
-    for (const char* content : {"first", "second"})
-    {
-        ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf(content)));
-        EXPECT_EQ(discardFile(folder.getChildFile("x.qrl"), nobodyAsked).outcome, Outcome::gone);
-    }
-
-    EXPECT_EQ(trash.getChildFile("files/x.qrl").loadFileAsString(), "first");
-    EXPECT_EQ(trash.getChildFile("files/x.qrl.2").loadFileAsString(), "second");
-    const auto record = trash.getChildFile("info/x.qrl.2.trashinfo").loadFileAsString();
-    EXPECT_TRUE(record.startsWith("[Trash Info]\nPath=" + scratch.path().getFullPathName() +
-                                  "/Banks/50%25%20%C3%A9/x.qrl\nDeletionDate=20"))
-        << record;
-
-    // A link is removed alone; a folder with all its contents.
-    ASSERT_TRUE(replaceFile(scratch.child("kept/y.qrl"), blockOf("kept")));
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), nobodyAsked).outcome, Outcome::gone);
-    EXPECT_EQ(discardFile(folder, nobodyAsked).outcome, Outcome::gone);
-    EXPECT_TRUE(trash.getChildFile("files").getChildFile(folder.getFileName()).isDirectory());
-
-    // Without a trash the user is asked, and nothing is deleted on a no.
-    trash.deleteRecursively();
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    juce::StringArray questions;
-    bool answer = false;
-    const auto agrees = [&](const juce::String& question)
-    {
-        questions.add(question);
-        return answer;
-    };
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), agrees).outcome, Outcome::kept);
-    EXPECT_TRUE(scratch.child("Banks/link").isSymbolicLink());
-    answer = true;
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), agrees).outcome, Outcome::gone);
-    EXPECT_FALSE(scratch.child("Banks/link").isSymbolicLink());
-    EXPECT_EQ(scratch.child("kept/y.qrl").loadFileAsString(), "kept");
-    EXPECT_EQ(questions.joinIntoString("|"), "link can't be moved to the trash. Delete it for good ?|"
-                                             "link can't be moved to the trash. Delete it for good ?");
-    EXPECT_EQ(discardFile(scratch.child("gone"), nobodyAsked).outcome, Outcome::failed);
-}
-
-TEST_F(FilesOfTheUser, ATrashOnAnotherDiskTakesAllOrNothing)
-{
-    const SmallDisk disk(256);
-
-    if (!disk.isThere())
-        GTEST_SKIP() << "no disk can be mounted here";
-
-    useDataHome(disk.child(""));
-    const auto trash = disk.child("Trash");
-    ASSERT_TRUE(trash.createDirectory());
-    const auto folder = scratch.child("Banks/Mine");
-
-    for (int i = 0; i < 20; ++i)
-        ASSERT_TRUE(
-            replaceFile(folder.getChildFile(juce::String(i) + ".qrl"), juce::MemoryBlock(9000, true)));
-
-    ASSERT_EQ(chmod(folder.getChildFile("7.qrl").getFullPathName().toRawUTF8(), 0600), 0);
-    ASSERT_EQ(symlink("7.qrl", folder.getChildFile("linked.qrl").getFullPathName().toRawUTF8()), 0);
-
-    for (const int free : {0, 9000, 100000})
-    {
-        disk.fill(free);
-        EXPECT_TRUE(moveToTrash(folder).failed()) << free;
-        EXPECT_EQ(folder.getNumberOfChildFiles(juce::File::findFiles), 21);
-        EXPECT_EQ(trash.getNumberOfChildFiles(juce::File::findFilesAndDirectories, "*Mine*"), 0);
-
-        for (const char* part : {"files", "info"})
-            EXPECT_EQ(trash.getChildFile(part).getNumberOfChildFiles(juce::File::findFilesAndDirectories), 0)
-                << "half a copy is left";
-    }
-
-    disk.child("ballast").deleteFile();
-    EXPECT_TRUE(moveToTrash(folder).wasOk());
-    EXPECT_FALSE(folder.exists());
-    const auto copy = trash.getChildFile("files/Mine");
-    EXPECT_EQ(copy.getNumberOfChildFiles(juce::File::findFiles), 21);
-    EXPECT_EQ(copy.getChildFile("19.qrl").getSize(), 9000);
-    EXPECT_TRUE(copy.getChildFile("linked.qrl").isSymbolicLink());
-    struct stat status = {};
-    ASSERT_EQ(stat(copy.getChildFile("7.qrl").getFullPathName().toRawUTF8(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 0600u);
-}
-#endif
 
 } // namespace quorel::test

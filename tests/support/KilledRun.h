@@ -1,43 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
+#include <gtest/gtest.h>
 #include <juce_core/juce_core.h>
-
-#if !JUCE_WINDOWS
-#include <csignal>
-#include <fcntl.h>
-#include <string>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <vector>
+#include <thread>
 
 namespace quorel::test
 {
 
+/** Long enough for a program to be gone, or to have done something small. */
+constexpr int patienceWithPrograms = 60000;
+
 /** Starts a program, its output thrown away, and kills it after a time. */
 inline void runAndKill(const juce::StringArray& commandLine, double millis)
 {
-    std::vector<std::string> words;
-    for (const auto& word : commandLine)
-        words.push_back(word.toStdString());
-    std::vector<char*> arguments;
-    for (auto& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
+    juce::ChildProcess program;
+    ASSERT_TRUE(program.start(commandLine, 0)) << commandLine[0];
+    std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(millis));
+    program.kill();
+    EXPECT_TRUE(program.waitForProcessToFinish(patienceWithPrograms));
+}
 
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        const int nowhere = open("/dev/null", O_WRONLY);
-        dup2(nowhere, 1);
-        dup2(nowhere, 2);
-        execv(arguments[0], arguments.data());
-        _exit(127);
-    }
-    usleep(static_cast<useconds_t>(millis * 1000.0));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+/** The command line that runs one test of this test program alone. A disabled one does for a program of its own. */
+inline juce::StringArray onlyTest(const juce::String& name)
+{
+    return {juce::File::getSpecialLocation(juce::File::currentExecutableFile).getFullPathName(),
+            "--gtest_also_run_disabled_tests", "--gtest_filter=" + name};
 }
 
 } // namespace quorel::test
-#endif

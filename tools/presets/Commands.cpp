@@ -6,12 +6,12 @@
 #include "parameters/Categories.h"
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
+#include "platform/PlatformSeamFiles.h"
 #include "presets/FolderArchive.h"
 #include "presets/PresetFiles.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
 
-#include <filesystem>
 #include <iostream>
 #include <set>
 
@@ -103,9 +103,9 @@ juce::Array<juce::File> presetLikeFiles(const juce::File& folder)
 juce::Result checkListable(const juce::File& folder)
 {
     std::error_code error;
-    const std::filesystem::directory_iterator entries(pathOf(folder), error);
+    entriesOf(folder, error);
     return error ? juce::Result::fail("cannot read the folder " + folder.getFullPathName() + " (" +
-                                      error.message() + ")")
+                                      messageOf(error) + ")")
                  : juce::Result::ok();
 }
 

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <juce_core/juce_core.h>
+
+#if !JUCE_WINDOWS
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace quorel::test
+{
+
+/** Puts into a folder of banks what looks like presets and is none: links that lead nowhere, or round in a
+    circle, a pipe, a name that isn't valid text; and beside it the link "Self" to all banks, which is a folder. False
+    where the platform has no such things, or only for some users. */
+inline bool addOddFiles(const juce::File& folder)
+{
+#if JUCE_WINDOWS
+    juce::ignoreUnused(folder);
+    return false;
+#else
+    const auto link = [](const char* target, const juce::File& place)
+    { EXPECT_EQ(symlink(target, place.getFullPathName().toRawUTF8()), 0) << target; };
+    link("loop.qrl", folder.getChildFile("loop.qrl"));
+    link("nowhere", folder.getChildFile("lost.qrl"));
+    link("..", folder.getChildFile("up"));
+    link(".", folder.getSiblingFile("Self"));
+    link("Ring", folder.getSiblingFile("Ring"));
+    EXPECT_EQ(mkfifo(folder.getChildFile("pipe.qrl").getFullPathName().toRawUTF8(), 0600), 0);
+    std::ofstream((folder.getFullPathName() + "/bad\xff.qrl").toStdString()) << "x";
+    return true;
+#endif
+}
+
+} // namespace quorel::test
