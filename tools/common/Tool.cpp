@@ -2,10 +2,13 @@
 #include "Tool.h"
 
 #include "QuietLogger.h"
+#include "platform/PlatformSeam.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
 #include <juce_events/juce_events.h>
+#include <utility>
 
 namespace quorel
 {
@@ -19,6 +22,7 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
     };
     try
     {
+        const Utf8Console console;
         parse();
         const QuietLogger quietLogger;
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
@@ -45,7 +49,14 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
 int runTool(CLI::App& app, int argc, const char* const* argv, const std::function<int()>& work)
 {
     return runTool(
-        app, [&] { app.parse(argc, argv); }, work);
+        app,
+        [&]
+        {
+            auto arguments = programArguments(argc, argv);
+            std::reverse(arguments.begin(), arguments.end()); // as CLI11 wants them
+            app.parse(std::move(arguments));
+        },
+        work);
 }
 
 juce::String textOf(const std::string& argument)

@@ -2,6 +2,7 @@
 #include "CommandLine.h"
 
 #include "common/Tool.h"
+#include "platform/PlatformSeam.h"
 
 #include <algorithm>
 
@@ -43,9 +44,8 @@ juce::File givenFile(const std::string& path)
 std::vector<std::string> expandArgumentFiles(int argc, const char* const* argv)
 {
     std::vector<std::string> arguments;
-    for (int i = 1; i < argc; ++i)
+    for (const auto& argument : programArguments(argc, argv))
     {
-        const std::string argument = argv[i];
         if (argument.size() < 2 || argument[0] != '@')
         {
             arguments.push_back(argument);
