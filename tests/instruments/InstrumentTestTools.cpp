@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstrumentTestTools.h"
 
+#include "support/HostSeam.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -77,18 +79,22 @@ TemporaryBanks::TemporaryBanks(bool withBanks)
 {
     const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
     root = fs::temp_directory_path() / ("ostrand 'a' & b " + std::to_string(stamp));
-    fs::create_directories(root / "Ostrand");
-    setenv("XDG_CONFIG_HOME", root.c_str(), 1);
+    fs::create_directories(root / "config" / "Ostrand");
+    adoptUser(root);
     if (!withBanks)
         return;
-    const auto command = std::string("\"") + OSTRAND_BANKS_TOOL + "\" \"" + (root / "banks").string() + "\"";
-    if (std::system(command.c_str()) != 0)
+    const auto tool = fs::path(OSTRAND_BANKS_TOOL).make_preferred();
+    const auto command = "\"" + tool.string() + "\" \"" + (root / "made").string() + "\"";
+    if (std::system(inShell(command).c_str()) != 0)
         throw std::runtime_error("cannot run " + command);
 
+    // A name that no code page of the West has.
+    banks = root / fs::u8path("\xd0\x91\xd0\xb0\xd0\xbd\xd0\xba\xd0\xb8 1");
+    fs::rename(root / "made", banks);
     std::string escaped;
-    for (const char c : (root / "banks").string())
+    for (const char c : banks.u8string())
         escaped += c == '&' ? "&amp;" : (c == '\'' ? "&#39;" : std::string(1, c));
-    std::ofstream file(root / "Ostrand" / "Registry.xml");
+    std::ofstream file(root / "config" / "Ostrand" / "Registry.xml");
     file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n\n<PROPERTIES>\n";
     for (const auto& info : starterInstruments())
         file << "  <VALUE name=\"" << info.registryKey << '\\' << info.bankValue << "\" val=\"" << escaped

@@ -36,10 +36,11 @@ public:
     explicit TemporaryBanks(bool withBanks);
     ~TemporaryBanks();
 
-    std::filesystem::path folder(const std::string& name) const { return root / "banks" / name; }
+    std::filesystem::path folder(const std::string& name) const { return banks / name; }
 
 private:
     std::filesystem::path root;
+    std::filesystem::path banks;
 };
 
 } // namespace quorel::test

@@ -118,6 +118,12 @@ Holdings::Holdings()
     kilobytes = static_cast<long long>(memory.WorkingSetSize / 1024);
 }
 
+std::string inShell(const std::string& commandLine)
+{
+    // The shell removes the first quote and the last.
+    return '"' + commandLine + '"';
+}
+
 #else
 
 void* openLibrary(const fs::path& file)
@@ -178,6 +184,11 @@ Holdings::Holdings()
     long long total = 0, resident = 0;
     std::ifstream("/proc/self/statm") >> total >> resident;
     kilobytes = resident * sysconf(_SC_PAGESIZE) / 1024;
+}
+
+std::string inShell(const std::string& commandLine)
+{
+    return commandLine;
 }
 
 #endif

@@ -27,6 +27,9 @@ std::filesystem::path makeScratchFolder();
     user's. */
 void adoptUser(const std::filesystem::path& prefix);
 
+/** A command line with its program and arguments in quotes, as std::system takes it. */
+std::string inShell(const std::string& commandLine);
+
 /** Keeps the plug-ins of this process away from the user's screen. Tests with windows get theirs in
     QUOREL_TEST_DISPLAY; on Windows there is no other than that of the session. */
 void leaveUsersScreen();
