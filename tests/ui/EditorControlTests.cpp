@@ -118,9 +118,7 @@ TEST_F(EditorControlTest, ATempoCanBeTypedToTheFraction)
     {
         window->doubleClick(box, box.getLocalBounds().getCentre());
 
-        for (const auto character : text)
-            window->key(juce::KeyPress(character, 0, character));
-
+        window->type(text);
         window->key(juce::KeyPress(juce::KeyPress::returnKey));
         passes();
         return engine.processor.getTempo().bpm();

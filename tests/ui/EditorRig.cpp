@@ -192,6 +192,12 @@ void TestWindow::key(const juce::KeyPress& key)
     pump();
 }
 
+void TestWindow::type(const juce::String& text)
+{
+    for (const auto character : text)
+        key(juce::KeyPress(static_cast<int>(character), {}, character));
+}
+
 juce::Component* TestWindow::find(int id) const
 {
     const juce::String text(id);

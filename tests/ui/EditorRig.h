@@ -49,6 +49,7 @@ public:
     void wheel(juce::Component& target, Point at, float deltaY);
     /** Types into whatever has the keyboard focus. */
     void key(const juce::KeyPress& key);
+    void type(const juce::String& text);
 
     /** First component below the window's with this ID, those that are shown before those that aren't; null
         if there is none. */

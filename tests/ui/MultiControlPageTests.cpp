@@ -149,9 +149,7 @@ TEST_F(MultiControlPageTest, NamesAreTyped)
     ASSERT_NE(editor, nullptr);
     editor->selectAll();
 
-    for (const char character : juce::String("Filters and some more text").toStdString())
-        window.key(juce::KeyPress(character == ' ' ? juce::KeyPress::spaceKey : character, {}, character));
-
+    window.type("Filters and some more text");
     page.refresh();
     EXPECT_TRUE(label.isBeingEdited()) << "a refresh leaves what is being typed";
     window.key(juce::KeyPress(juce::KeyPress::returnKey));

@@ -374,8 +374,7 @@ TEST_F(WidgetTest, NumbersAreSteppedTypedAndHaveAMenu)
     const auto type = [&](const juce::String& text)
     {
         window.doubleClick(key, middle);
-        for (const auto character : text)
-            window.key(juce::KeyPress(character, 0, character));
+        window.type(text);
         window.key(juce::KeyPress(juce::KeyPress::returnKey));
         return note();
     };
