@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # What a binary for Windows gets besides its code: quorel_windows_product(TARGET) takes its debug symbols out of it, into
-# symbols/ of the build; quorel_windows_product(TARGET "What it is") also says its name and version in its properties, where
-# JUCE doesn't. For other systems it does nothing.
+# symbols/ of the build, and has a DLL leave nothing behind; quorel_windows_product(TARGET "What it is") also says its name
+# and version in its properties, where JUCE doesn't. For other systems it does nothing.
 function(quorel_windows_product target)
     if(NOT MINGW)
         return()
@@ -12,6 +12,11 @@ function(quorel_windows_product target)
         string(REPLACE "." "," commaVersion "${PROJECT_VERSION}")
         configure_file("${PROJECT_SOURCE_DIR}/packaging/windows/product.rc.in" "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc" @ONLY)
         target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
+    endif()
+
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL MODULE_LIBRARY)
+        target_sources(${target} PRIVATE "${PROJECT_SOURCE_DIR}/src/platform/PlatformSeamUnload.cpp")
     endif()
 
     set(symbols "${CMAKE_BINARY_DIR}/symbols")
