@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Packs build/windows/dist into build/packages/: Quorel-<version>-win64-setup.exe and Quorel-<version>-win64.zip. The same
-# products make the same packages, to the byte.
+# products of the same commit make the same packages, to the byte.
 #   packaging/windows/pack.sh [VERSION [FOLDER [DIST]]]     other products as another version, for tests of updates
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."

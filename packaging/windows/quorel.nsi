@@ -240,18 +240,52 @@ Function proposeVst2Folder
     StrCpy $Vst2Folder "$LOCALAPPDATA\Programs\Common\VST2"
 FunctionEnd
 
+; Of $R0: /VST2DIR=FOLDER, /VST2DIR="FOLDER WITH BLANKS" or "/VST2DIR=FOLDER WITH BLANKS"; empty if it isn't there.
+Function vst2FolderOfCommandLine
+    StrCpy $Vst2Folder ""
+    StrCpy $0 0
+    ${Do}
+        StrCpy $1 $R0 9 $0
+        ${If} $1 == ""
+            Return
+        ${EndIf}
+        ${If} $1 == "/VST2DIR="
+            ${Break}
+        ${EndIf}
+        IntOp $0 $0 + 1
+    ${Loop}
+
+    ; What ends it: a quote if there is one before or behind the name.
+    StrCpy $3 " "
+    ${If} $0 > 0
+        IntOp $2 $0 - 1
+        StrCpy $1 $R0 1 $2
+        ${If} $1 == '"'
+            StrCpy $3 '"'
+        ${EndIf}
+    ${EndIf}
+    IntOp $0 $0 + 9
+    StrCpy $1 $R0 1 $0
+    ${If} $1 == '"'
+        StrCpy $3 '"'
+        IntOp $0 $0 + 1
+    ${EndIf}
+    ${Do}
+        StrCpy $1 $R0 1 $0
+        ${If} $1 == ""
+        ${OrIf} $1 == $3
+            Return
+        ${EndIf}
+        StrCpy $Vst2Folder "$Vst2Folder$1"
+        IntOp $0 $0 + 1
+    ${Loop}
+FunctionEnd
+
 Function .onInit
     ${GetParameters} $R0
-    ClearErrors
-    ${GetOptions} $R0 "/VST2DIR=" $Vst2Folder
-    ${If} ${Errors}
-    ${OrIf} $Vst2Folder == ""
+    Call vst2FolderOfCommandLine
+    ${If} $Vst2Folder == ""
         Call proposeVst2Folder
-    ${EndIf}
-    ; Of "/VST2DIR=C:\two words" the quote at the end is left over.
-    StrCpy $0 $Vst2Folder 1 -1
-    ${If} $0 == '"'
-        StrCpy $Vst2Folder $Vst2Folder -1
     ${EndIf}
     ClearErrors
     ${GetOptions} $R0 "/DOWNGRADE" $R1

@@ -143,6 +143,7 @@ update_keeps_what_is_the_users()
     echo "notes" > "$programs/my notes.txt"
     cp "$bank" "$work/bank"
     ends_with 0 run "$setup" /S &&
+        cmp "$drive/old plug-ins/Quorel/Quorel.dll" "$build/dist/Quorel.dll" &&
         cmp "$bank" "$work/bank" &&
         not cmp -s "$data/Banks/06 Motion and Rhythm/Tape Clock.qrl" "$build/dist/presets/06 Motion and Rhythm/Tape Clock.qrl" &&
         not [ -e "$data/Banks/06 Motion and Rhythm/Wah Steps.qrl" ] &&
@@ -169,10 +170,8 @@ new_user anna plain-user
 check "a VST2 folder that can't be written is refused" ends_with 2 run "$setup" /S "/VST2DIR=Z:\\proc"
 check "and nothing is installed" not [ -e "$programs" ]
 check "an older version" older_version
-check "it installs, to another VST2 folder" ends_with 0 run "$older" /S "/VST2DIR=C:\\old plug-ins"
-check "the older version's plug-in is there" cmp "$drive/old plug-ins/Quorel/Quorel.dll" "$build/dist/Quorel.dll"
-check "an update keeps what is the user's" update_keeps_what_is_the_users
-check "it went where the last version was" [ -e "$drive/old plug-ins/Quorel/Quorel.dll" ]
+check "it is installed, to another VST2 folder" ends_with 0 run "$older" /S "/VST2DIR=C:\\old plug-ins"
+check "an update goes where it was and keeps what is the user's" update_keeps_what_is_the_users
 check "an older version doesn't replace a newer one" ends_with 3 run "$older" /S
 check "unless it is told to" ends_with 0 run "$older" /S /DOWNGRADE
 check "and back, with the plug-in elsewhere" ends_with 0 run "$setup" /S "/VST2DIR=C:\\users\\anna\\AppData\\Local\\Programs\\Common\\VST2"
