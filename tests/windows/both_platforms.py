@@ -12,12 +12,19 @@ DEMO = HERE.parent.parent / "demo"
 TIME_LIMIT = 300
 
 
+class Failure(Exception):
+    """A program that has failed, with what it said."""
+
+
 class Platform:
     """`dist` is the folder of a build's products, `prefix` where its user is set up."""
 
     def __init__(self, name, dist, prefix):
         self.name, self.dist, self.prefix = name, pathlib.Path(dist).resolve(), prefix
         self.is_windows = (self.dist / "quorel-render.exe").exists()
+        # One for each: neither sees that the other has a file in use, and both clear away what seems to be left behind.
+        self.output = prefix.parent / (name.lower() + "-output")
+        self.output.mkdir()
         self.ending = ".exe" if self.is_windows else ""
         self.environment = dict(os.environ)
         if self.is_windows:
@@ -42,7 +49,7 @@ class Platform:
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
                               timeout=TIME_LIMIT)
         if done.returncode != 0:
-            raise SystemExit(f"{self.name}: {' '.join(command)}\n{done.stdout.decode()}{done.stderr.decode()}")
+            raise Failure(f"{self.name}: exit code {done.returncode}: {' '.join(command)}\n{done.stdout.decode()}{done.stderr.decode()}")
         return done.stdout.decode(errors="replace")
 
     def render(self, *arguments):

@@ -24,7 +24,7 @@ def saved(platform, preset, file):
 
 def problems(both, number, preset):
     """What isn't the same about a preset file."""
-    files = [both.scratch / f"{number}-{step}.qrl" for step in range(4)]
+    files = [p.output / f"{number}-{step}.qrl" for step, p in enumerate((both.linux, both.windows, both.windows, both.linux))]
     linux = saved(both.linux, preset, files[0])
     found = []
     if saved(both.windows, preset, files[1]) != linux:
@@ -48,7 +48,7 @@ def main():
         if options.short:
             presets = presets[::12]
         for platform in (both.linux, both.windows):
-            own = both.scratch / f"{OWN_NAME} {platform.name}.qrl"
+            own = platform.output / f"{OWN_NAME} {platform.name}.qrl"
             platform.render(*OWN_SOUND, "--save-preset", own)
             presets.append(own)
         with concurrent.futures.ThreadPoolExecutor(2) as pool:

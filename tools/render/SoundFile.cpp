@@ -80,8 +80,9 @@ juce::Result SoundFile::finish()
     writer.reset();
     replacement.stream().flush();
     // The header comes last, and JUCE doesn't say whether it got there.
+    auto stream = replacement.temporaryFile().createInputStream();
     std::unique_ptr<juce::AudioFormatReader> reader(
-        format->createReaderFor(replacement.temporaryFile().createInputStream().release(), true));
+        stream != nullptr ? format->createReaderFor(stream.release(), true) : nullptr);
     if (reader == nullptr || reader->lengthInSamples != written)
         return cannotWrite(target, replacement.status());
     const auto result = replacement.finish();
