@@ -22,15 +22,12 @@ class Platform:
     def __init__(self, name, dist, prefix):
         self.name, self.dist, self.prefix = name, pathlib.Path(dist).resolve(), prefix
         self.is_windows = (self.dist / "quorel-render.exe").exists()
-        # One for each: neither sees that the other has a file in use, and both clear away what seems to be left behind.
-        self.output = prefix.parent / (name.lower() + "-output")
-        self.output.mkdir()
         self.ending = ".exe" if self.is_windows else ""
         self.environment = dict(os.environ)
         if self.is_windows:
             home = prefix.parent / "home"
             home.mkdir(exist_ok=True)  # a new Wine prefix links its Documents there
-            self.environment.update(HOME=str(home), WINEPREFIX=str(prefix.parent / "wine"), WINEDEBUG="-all",
+            self.environment.update(LC_ALL="C.UTF-8", HOME=str(home), WINEPREFIX=str(prefix.parent / "wine"), WINEDEBUG="-all",
                                     WINEDLLOVERRIDES="winedbg.exe=d;mscoree=;mshtml=")
             self.call(["wine", "reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Graphics", "/d", "null", "/f"])
         self.run("quorel-setup", "--prefix", prefix)
@@ -54,6 +51,13 @@ class Platform:
 
     def render(self, *arguments):
         return self.run("quorel-render", "--prefix", self.prefix, *arguments)
+
+    def place(self, name):
+        """A new folder. No two programs write into one at a time: neither platform sees that the other has a file in use,
+        and both clear away what seems to be left behind."""
+        folder = self.prefix.parent / f"{self.name}-{name}"
+        folder.mkdir()
+        return folder
 
     def close(self):
         if self.is_windows:

@@ -125,7 +125,7 @@ def compare(both, number, arguments):
 def difference(both, number, arguments):
     sounds = []
     for platform in (both.linux, both.windows):
-        output = platform.output / f"{number}.wav"
+        output = platform.place(number) / "out.wav"
         play(platform, arguments, output)
         sounds.append(samples(output))
         output.unlink()

@@ -24,7 +24,8 @@ def saved(platform, preset, file):
 
 def problems(both, number, preset):
     """What isn't the same about a preset file."""
-    files = [p.output / f"{number}-{step}.qrl" for step, p in enumerate((both.linux, both.windows, both.windows, both.linux))]
+    places = [platform.place(number) for platform in (both.linux, both.windows)]
+    files = [places[0] / "1.qrl", places[1] / "1.qrl", places[1] / "2.qrl", places[0] / "2.qrl"]
     linux = saved(both.linux, preset, files[0])
     found = []
     if saved(both.windows, preset, files[1]) != linux:
@@ -48,9 +49,11 @@ def main():
         if options.short:
             presets = presets[::12]
         for platform in (both.linux, both.windows):
-            own = platform.output / f"{OWN_NAME} {platform.name}.qrl"
+            own = platform.place("own") / f"{OWN_NAME}.qrl"
             platform.render(*OWN_SOUND, "--save-preset", own)
             presets.append(own)
+        if presets[-1].read_bytes() != presets[-2].read_bytes():
+            sys.exit("the same sound gives other bytes on Windows")
         with concurrent.futures.ThreadPoolExecutor(2) as pool:
             for preset, found in zip(presets, pool.map(lambda p: problems(both, *p), enumerate(presets))):
                 print(f"{preset.stem:30} {', '.join(found) or 'the same bytes'}", flush=True)
