@@ -45,7 +45,8 @@ Var MayDowngrade
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
-!insertmacro MUI_PAGE_WELCOME
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${NSISDIR}/Contrib/Graphics/Wizard/nsis3-grey.bmp"
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Quorel ${VERSION} is installed for you alone. Close your DAW before you go on."
 !insertmacro MUI_PAGE_DIRECTORY
 !define MUI_PAGE_HEADER_TEXT "Choose VST2 Folder"
 !define MUI_PAGE_HEADER_SUBTEXT "Where does your DAW look for VST2 plug-ins?"

@@ -126,7 +126,11 @@ refused_while_open()
         grep -q . "$work/host.txt" && break
         sleep 0.2
     done
-    ends_with 2 run "$setup" /S && run "$programs/Uninstall.exe" /S && is_installed
+    local before
+    before="$(files_below "$user/AppData")"
+    # The uninstaller goes on in a copy of itself.
+    ends_with 2 run "$setup" /S && run "$programs/Uninstall.exe" /S && sleep 5 &&
+        is_same "$before" "$(files_below "$user/AppData" | grep -v '/Un.exe$')"
     local verdict=$?
     wait "$pid"
     return "$verdict"
