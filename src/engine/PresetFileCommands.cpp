@@ -27,7 +27,8 @@ juce::String existsText(const char* kind, const juce::String& name)
 
 juce::String failureText(const juce::String& what, const juce::Result& result)
 {
-    return what + " (" + result.getErrorMessage() + ")";
+    // Windows ends its words with a new line.
+    return what + " (" + result.getErrorMessage().trim() + ")";
 }
 
 /** Name of a chosen preset file: a typed name may lack the ending, and contain dots of its own. */

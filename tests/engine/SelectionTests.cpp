@@ -132,8 +132,10 @@ TEST_F(SelectionTest, ManyAreMovedExportedAndDeleted)
     EXPECT_EQ(names(), "Other/x") << "the next that is left";
     EXPECT_TRUE(waitForPreset());
     EXPECT_EQ(marks.get({"Other", "b"}).rating, 0);
-    // They lie in the trash.
+#if !JUCE_WINDOWS
+    // They lie in the trash. On Windows that is none of the scratch folder's.
     EXPECT_EQ(rig.user.scratch.child("data/Trash/files").getNumberOfChildFiles(juce::File::findFiles), 3);
+#endif
 
     type("Back");
     rig.interaction.chosenFile = rig.user.scratch.child("packed.zip");
