@@ -20,6 +20,13 @@ bool isThere(const juce::File& file)
     return file != juce::File() && (file.exists() || file.isSymbolicLink());
 }
 
+/** True where something else than `own` lies at a place. Where the case of letters doesn't count, it can be
+    changed. */
+bool isTaken(const juce::File& place, const juce::File& own)
+{
+    return isThere(place) && (place != own || place.getFileName() == own.getFileName());
+}
+
 juce::String existsText(const char* kind, const juce::String& name)
 {
     return kind + name + " already exists. Please select another name";
@@ -146,7 +153,7 @@ void PresetCommands::renameFolder()
     const auto name = cleanTypedName(*typed);
     const auto folder = childNamed(banksFolder(), name);
 
-    if (isThere(folder))
+    if (isTaken(folder, currentFolder()))
     {
         questions.tell(existsText("Folder ", name));
     }
@@ -230,7 +237,7 @@ void PresetCommands::renamePreset()
     const auto folder = processor.getFolderName();
     const auto name = cleanTypedName(*typed);
 
-    if (isThere(presetFileFor(banksFolder(), folder, name)))
+    if (isTaken(presetFileFor(banksFolder(), folder, name), currentFile()))
     {
         questions.tell(existsText("Preset ", name));
     }
