@@ -3,6 +3,7 @@
 #include "adapters/StandaloneWindow.h"
 #include "engine/PluginProcessor.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamWindow.h"
 #include "platform/Version.h"
 #include "presets/PresetFiles.h"
 
@@ -47,6 +48,7 @@ public:
 
     void initialise(const juce::String&) override
     {
+        printToCallersConsole();
         const int code = start();
 
         if (window == nullptr)
@@ -160,7 +162,8 @@ private:
     static juce::File settingsFile()
     {
         const auto file = userPlaces().settingsFolder.getChildFile("Quorel.settings");
-        const auto earlier = juce::File("~/.config/Quorel.settings");
+        const auto earlier = juce::File::getSpecialLocation(juce::File::userHomeDirectory)
+                                 .getChildFile(".config/Quorel.settings");
 
         if (!file.existsAsFile() && earlier.existsAsFile())
         {

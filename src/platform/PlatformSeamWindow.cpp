@@ -4,6 +4,11 @@
 
 #include "platform/PlatformSeamWindow.h"
 
+#if JUCE_WINDOWS
+#include <cstdio>
+#include <windows.h>
+#endif
+
 namespace quorel
 {
 
@@ -31,6 +36,25 @@ void setWindowIcons(juce::ComponentPeer& peer, const std::vector<juce::Image>& i
                        x->xInternAtom(display, "_NET_WM_ICON", False), XA_CARDINAL, bitsOfAnItem,
                        PropModeReplace, reinterpret_cast<const unsigned char*>(data.data()),
                        static_cast<int>(data.size()));
+#endif
+}
+
+void printToCallersConsole()
+{
+#if JUCE_WINDOWS
+    const auto leadsNowhere = [](DWORD stream)
+    { return GetFileType(GetStdHandle(stream)) == FILE_TYPE_UNKNOWN; };
+    const bool output = leadsNowhere(STD_OUTPUT_HANDLE);
+    const bool errors = leadsNowhere(STD_ERROR_HANDLE);
+
+    if ((!output && !errors) || AttachConsole(ATTACH_PARENT_PROCESS) == 0)
+        return;
+
+    if (output)
+        juce::ignoreUnused(std::freopen("CONOUT$", "w", stdout));
+
+    if (errors)
+        juce::ignoreUnused(std::freopen("CONOUT$", "w", stderr));
 #endif
 }
 
