@@ -120,10 +120,9 @@ void Remover::removeEmptyFolders()
     const std::set<juce::File, decltype(isLonger)> sorted(folders.begin(), folders.end(), isLonger);
 
     // The system refuses to remove a folder that holds anything.
-    std::error_code ignored;
     for (const auto& folder : sorted)
         if (folder.isDirectory() && !folder.isSymbolicLink())
-            std::filesystem::remove(pathOf(folder), ignored);
+            folder.deleteFile();
 }
 
 void Remover::deleteFile(const juce::File& file)
