@@ -15,7 +15,7 @@ work="$build/installer-test"
 uninstall_key='HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorel'
 preset="01 Keys and Splits/Four Corners"
 failures=0
-export QUOREL_WINE_TIMEOUT=200
+export QUOREL_WINE_TIMEOUT=600
 rm -rf "$work"
 mkdir -p "$work"
 
