@@ -4,6 +4,7 @@
 #include "PresetCommandRig.h"
 #include "support/OpenWindow.h"
 
+#include <filesystem>
 #include <thread>
 #include <utility>
 
