@@ -10,9 +10,9 @@ import pathlib
 import re
 import resource
 import statistics
-import subprocess
 import sys
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "tests/windows"))
 from both_platforms import DEMO, BothPlatforms  # noqa: E402
 

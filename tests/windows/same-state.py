@@ -7,7 +7,8 @@ import argparse
 import concurrent.futures
 import sys
 
-from both_platforms import BothPlatforms
+sys.dont_write_bytecode = True
+from both_platforms import BothPlatforms  # noqa: E402
 
 # A sound that no factory preset has, with numbers that no short decimal gives exactly.
 OWN_SOUND = ("--layer=1=Tarn:3", "--layer=2=Glasson2:5", "--layer=3=Dorvik-K:2", "--layer=4=Fenn2:7",
