@@ -43,11 +43,17 @@ class Platform:
         return self.call((["wine"] if self.is_windows else []) + [str(program)] + words)
 
     def call(self, command):
-        done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, capture_output=True,
-                              timeout=TIME_LIMIT)
-        if done.returncode != 0:
-            raise Failure(f"{self.name}: exit code {done.returncode}: {' '.join(command)}\n{done.stdout.decode()}{done.stderr.decode()}")
-        return done.stdout.decode(errors="replace")
+        # Into files: Wine's services, which the first program starts, would hold a pipe open beyond its end.
+        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+            done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=output, stderr=errors,
+                                  timeout=TIME_LIMIT)
+            output.seek(0)
+            errors.seek(0)
+            text = output.read().decode(errors="replace")
+            if done.returncode != 0:
+                said = text + errors.read().decode(errors="replace")
+                raise Failure(f"{self.name}: exit code {done.returncode}: {' '.join(command)}\n{said}")
+        return text
 
     def render(self, *arguments):
         return self.run("quorel-render", "--prefix", self.prefix, *arguments)
