@@ -102,11 +102,12 @@ void MultiControls::moveTarget(int t, float amount)
     }
 
     // Another thread may have moved the value on before this one came to write: the last to write is one that
-    // has seen no further move, unless the target has been given up meanwhile.
+    // has seen no further move, unless the target has been given up meanwhile. It looks by an exchange: a mere
+    // read could come before what it has just written is there for all.
     float written = before + amount;
     parameters.writeFollowingParameter(index, written);
 
-    for (float now = running.load(); now != written && targetParameter(t) == index; now = running.load())
+    for (float now = written; !running.compare_exchange_strong(now, now) && targetParameter(t) == index;)
     {
         written = now;
         parameters.writeFollowingParameter(index, written);
