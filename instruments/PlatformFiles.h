@@ -3,6 +3,13 @@
 
 #include <string>
 
+// Before a function that the binary offers to others.
+#if defined(_WIN32)
+#define OSTRAND_EXPORT extern "C" __declspec(dllexport)
+#else
+#define OSTRAND_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
 namespace quorel
 {
 

@@ -9,12 +9,6 @@
 #include <new>
 #include <optional>
 
-#if defined(_WIN32)
-#define OSTRAND_EXPORT extern "C" __declspec(dllexport)
-#else
-#define OSTRAND_EXPORT extern "C" __attribute__((visibility("default")))
-#endif
-
 namespace quorel
 {
 

@@ -442,7 +442,6 @@ TEST_F(PresetsCommand, RefusesArchivesThatAreUnsafeOrDamagedAsAWhole)
     EXPECT_EQ(run({"search", "Fine"}).text, "Mixed/Fine  [Bass]\n");
 }
 
-#if !JUCE_WINDOWS
 TEST_F(PresetsCommand, AnInterruptedImportLeavesTheOldFolderOrTheNewOne)
 {
     // Thirty presets in two versions, told apart by their categories, one of them with one preset more.
@@ -543,6 +542,7 @@ TEST_F(PresetsCommand, AFullDiskLosesNothing)
     }
 }
 
+#if !JUCE_WINDOWS
 TEST_F(PresetsCommand, VerifyFailsForAFolderThatItCannotRead)
 {
     const auto folder = rig.user.banksFolder().getChildFile("Closed");

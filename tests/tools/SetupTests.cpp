@@ -221,7 +221,6 @@ TEST(Setup, presetsGoIntoTheBanksFolderAndLeaveTheUsersOwnAlone)
     EXPECT_EQ(text("01 Keys/Changed.qrl"), "tweaked");
 }
 
-#if !JUCE_WINDOWS
 /** Everything that setup installs, small and made up; half of it differs between versions. */
 class MadeUpSource : public testing::Test
 {
@@ -313,7 +312,6 @@ TEST_F(MadeUpSource, aFullDiskCutsNothing)
     EXPECT_EQ(last.exitCode, 0);
     EXPECT_FALSE(last.text.contains("by you")) << last.text;
 }
-#endif
 
 TEST(Setup, errorsAreOneLineAndAnExitCode)
 {
