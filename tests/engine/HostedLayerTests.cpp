@@ -188,7 +188,8 @@ TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
     juce::PluginDescription description;
     description.name = "Orlen";
     description.pluginFormatName = "VST";
-    description.fileOrIdentifier = rig.user.scratch.write("Orlen.so", "no plug-in at all").getFullPathName();
+    description.fileOrIdentifier =
+        rig.user.scratch.write("Orlen" + pluginFileEnding(), "no plug-in at all").getFullPathName();
     EXPECT_FALSE(layer(3).loadPlugin(description));
     EXPECT_TRUE(layer(3).isMissing());
     EXPECT_EQ(layer(3).getMissingPluginName(), "Orlen");
@@ -200,7 +201,9 @@ TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
 
     // A copy that was cut short would take the process down in the system's loader.
     juce::MemoryBlock whole;
-    ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS).getChildFile("Tarn/Tarn.so").loadFileAsData(whole));
+    ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS)
+                    .getChildFile("Tarn/Tarn" + pluginFileEnding())
+                    .loadFileAsData(whole));
     juce::File(description.fileOrIdentifier).replaceWithData(whole.getData(), 4096);
     EXPECT_FALSE(layer(3).loadPlugin(description));
     EXPECT_EQ(rig.interaction.alerts[1], "Error|Sorry, cannot load Orlen\n\nThe file is incomplete");

@@ -135,7 +135,7 @@ TEST_F(MissingInstrumentTest, AnInstrumentThatWontLoadKeepsItsStateToo)
     ProcessorRig rig;
     keepOnly(rig, {"Orlen"});
     // Cut short after the scan: the list still knows it.
-    const auto file = rig.user.scratch.child("few/Ostrand/Orlen/Orlen.so");
+    const auto file = rig.user.scratch.child("few/Ostrand/Orlen/Orlen" + pluginFileEnding());
     ASSERT_TRUE(file.existsAsFile());
     file.replaceWithText("no plug-in any more");
     rig.restore(original);
@@ -144,7 +144,9 @@ TEST_F(MissingInstrumentTest, AnInstrumentThatWontLoadKeepsItsStateToo)
     EXPECT_EQ(readParamText(rig.processor, 200, slot::nameTextLength), "Orlen");
 
     // Repaired, it plays as before.
-    ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS).getChildFile("Orlen/Orlen.so").copyFileTo(file));
+    ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS)
+                    .getChildFile("Orlen/Orlen" + pluginFileEnding())
+                    .copyFileTo(file));
     rig.restore(rig.state());
     EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Orlen");
     EXPECT_TRUE(parse(rig.state()).hostedStates[0] == parse(original).hostedStates[0]);
