@@ -199,14 +199,15 @@ TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
     rig.processor.chooseInstrument(3, nullptr);
     EXPECT_FALSE(layer(3).isMissing());
 
-    // A copy that was cut short would take the process down in the system's loader.
+    // A copy that was cut short would take the process down in the loader of Linux.
     juce::MemoryBlock whole;
     ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS)
                     .getChildFile("Tarn/Tarn" + pluginFileEnding())
                     .loadFileAsData(whole));
     juce::File(description.fileOrIdentifier).replaceWithData(whole.getData(), 4096);
     EXPECT_FALSE(layer(3).loadPlugin(description));
-    EXPECT_EQ(rig.interaction.alerts[1], "Error|Sorry, cannot load Orlen\n\nThe file is incomplete");
+    ASSERT_EQ(rig.interaction.alerts.size(), 2);
+    EXPECT_TRUE(rig.interaction.alerts[1].startsWith("Error|Sorry, cannot load Orlen\n\n"));
 }
 
 TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
