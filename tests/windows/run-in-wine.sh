@@ -111,5 +111,8 @@ elif [[ -n "$display" ]]; then
     export DISPLAY=":$screen"
 fi
 
+# Wine's services come with its first program and would hold our output open beyond the end of that.
+timeout 60 wine cmd /c exit < /dev/null > /dev/null 2>&1 7<&- 8>&-
+
 timeout --kill-after=10 "${QUOREL_WINE_TIMEOUT:-900}" wine "$program" "$@" 7<&- 8>&- | sed -u 's/\r$//' 8>&-
 exit "${PIPESTATUS[0]}"
