@@ -247,7 +247,7 @@ TEST(BankCommand, BuildsTheSameBytesAgainAndNamesWhatIsWrong)
         EXPECT_TRUE(process.start(juce::StringArray{QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
                                                     folder.child("texts").getFullPathName(),
                                                     folder.child("built").getFullPathName()}));
-        output = process.readAllProcessOutput();
+        output = process.readAllProcessOutput().replace("\r\n", "\n");
         process.waitForProcessToFinish(60000);
         return process.getExitCode();
     };

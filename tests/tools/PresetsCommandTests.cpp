@@ -70,7 +70,7 @@ struct PresetsCommand : testing::Test
         juce::ChildProcess process;
         if (!process.start(commandLine))
             return {-1, "cannot start"};
-        const auto text = process.readAllProcessOutput();
+        const auto text = process.readAllProcessOutput().replace("\r\n", "\n");
         process.waitForProcessToFinish(30000);
         return {static_cast<int>(process.getExitCode()), text};
     }

@@ -40,7 +40,7 @@ struct RenderCommand : testing::Test
         juce::ChildProcess process;
         if (!process.start(commandLine))
             return {9999, "cannot start " + commandLine[0]};
-        const auto output = process.readAllProcessOutput();
+        const auto output = process.readAllProcessOutput().replace("\r\n", "\n");
         process.waitForProcessToFinish(60000);
         return {process.getExitCode(), output};
     }

@@ -32,7 +32,7 @@ Outcome setup(juce::StringArray arguments)
     if (!process.start(arguments))
         return {};
     Outcome outcome;
-    outcome.text = process.readAllProcessOutput();
+    outcome.text = process.readAllProcessOutput().replace("\r\n", "\n");
     process.waitForProcessToFinish(30000);
     outcome.exitCode = static_cast<int>(process.getExitCode());
     return outcome;
