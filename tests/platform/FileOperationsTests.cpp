@@ -5,6 +5,7 @@
 #include "platform/FileReplacement.h"
 #include "platform/Leftovers.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FileTools.h"
 #include "support/KilledRun.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
@@ -15,19 +16,6 @@
 
 namespace quorel::test
 {
-
-namespace
-{
-juce::MemoryBlock blockOf(const juce::String& text)
-{
-    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
-}
-
-int numLeftovers(const juce::File& folder)
-{
-    return folder.getNumberOfChildFiles(juce::File::findFiles, "*.tmp");
-}
-} // namespace
 
 TEST(FileOperations, WhatCannotBeReplacedStays)
 {

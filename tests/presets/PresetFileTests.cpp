@@ -6,6 +6,7 @@
 #include "platform/FileOperations.h"
 #include "presets/PresetIndex.h"
 #include "presets/PresetNames.h"
+#include "support/FileTools.h"
 #include "support/OddFiles.h"
 #include "support/ScratchFolder.h"
 
@@ -19,11 +20,6 @@ namespace
 juce::String utf8(const char* text)
 {
     return juce::String::fromUTF8(text);
-}
-
-juce::MemoryBlock blockOf(const juce::String& text)
-{
-    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
 }
 
 /** A preset file that is nothing but its category values. */

@@ -4,6 +4,7 @@
 
 #include "platform/FileOperations.h"
 #include "presets/PresetNotes.h"
+#include "support/FileTools.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -15,11 +16,6 @@ namespace quorel::test
 
 namespace
 {
-juce::MemoryBlock blockOf(const juce::String& text)
-{
-    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
-}
-
 /** A whole chunk with two states. */
 juce::MemoryBlock chunkWithStates()
 {

@@ -3,6 +3,7 @@
 #include "platform/FileOperations.h"
 #include "platform/PlatformSeamFiles.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FileTools.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
@@ -18,16 +19,6 @@ namespace quorel::test
 
 namespace
 {
-juce::MemoryBlock blockOf(const juce::String& text)
-{
-    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
-}
-
-int numLeftovers(const juce::File& folder)
-{
-    return folder.getNumberOfChildFiles(juce::File::findFiles, "*.tmp");
-}
-
 const auto nobodyAsked = [](const juce::String& question)
 {
     ADD_FAILURE() << question;

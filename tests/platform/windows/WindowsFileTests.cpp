@@ -9,6 +9,7 @@
 #include "platform/PlatformSeamFiles.h"
 #include "platform/UserPaths.h"
 #include "presets/PresetFiles.h"
+#include "support/FileTools.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -23,11 +24,6 @@ namespace quorel::test
 
 namespace
 {
-juce::MemoryBlock blockOf(const juce::String& text)
-{
-    return {text.toRawUTF8(), text.getNumBytesAsUTF8()};
-}
-
 juce::String textIn(const juce::File& file)
 {
     juce::MemoryBlock bytes;
