@@ -8,12 +8,27 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <random>
 #include <thread>
 
 namespace quorel::test
 {
+
+/** Waits for it, a few seconds at most. */
+static bool comesTo(const std::function<bool()>& done)
+{
+    for (int tries = 0; tries < 100; ++tries)
+    {
+        if (done())
+            return true;
+
+        letPluginsRun(50);
+    }
+
+    return false;
+}
 
 TEST(PluginFile, introduces_itself_as_a_stereo_instrument)
 {
@@ -162,17 +177,26 @@ TEST(PluginFile, opens_and_closes_200_times_and_leaves_nothing_behind)
         {
             RawVst2Host host(QUOREL_PLUGIN_FILE);
             host.setChunk(sound);
-            const auto audio =
-                host.render(2048, {{600, {0x90, 60, 100}}}); // the first block after a restore is mute
-            ASSERT_NE(audio.left.back(), 0.0f) << "cycle " << i;
+            // The first block after a restore is mute, and a busy machine may begin with the restore later.
+            const auto sounds = [&host] {
+                return host.render(2048, {{600, {0x90, 60, 100}}}).left.back() != 0.0f;
+            };
+            ASSERT_TRUE(comesTo(sounds)) << "cycle " << i;
         }
     };
     cycles(40); // what is allocated once for good, and the allocator's own reserves
     const Holdings before;
     cycles(160);
-    const Holdings after;
-    EXPECT_EQ(after.files, before.files);
-    EXPECT_EQ(after.threads, before.threads);
+    Holdings after;
+
+    // The system lists a thread for a moment after it has been joined.
+    const auto hasNoMore = [&]
+    {
+        after = {};
+        return after.files <= before.files && after.threads <= before.threads;
+    };
+    EXPECT_TRUE(comesTo(hasNoMore)) << after.files - before.files << " files, "
+                                    << after.threads - before.threads << " threads";
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     // Four megabytes: about 25 kB a cycle, far less than one instance, let alone a hosted instrument.
     EXPECT_LT(after.kilobytes - before.kilobytes, 4096);

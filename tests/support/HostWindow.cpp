@@ -15,8 +15,9 @@ bool HostWindow::comesTo(const std::function<bool()>& done)
     return done();
 }
 
-std::string HostWindow::takeKeys()
+std::string HostWindow::takeKeys(std::size_t expected)
 {
+    comesTo([&] { return keys.size() >= expected; });
     idle(100);
     return std::exchange(keys, {});
 }

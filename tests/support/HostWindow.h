@@ -35,8 +35,9 @@ public:
     /** A character, '\r' for Return or '\x1b' for Escape. */
     void type(char key);
 
-    /** The characters that have come to the host since the last call. */
-    std::string takeKeys();
+    /** The characters that have come to the host since the last call; waits for as many as are expected, and
+        for what comes besides. */
+    std::string takeKeys(std::size_t expected);
 
     /** The system's name of the editor's window. */
     void* editor();

@@ -5,10 +5,12 @@ namespace quorel::test
 {
 namespace
 {
-constexpr int patienceMillis = 3000;
+constexpr int patienceMillis = 20000;
 /** More than the double-click time, so that separate clicks stay separate. */
 constexpr int betweenClicksMillis = 1000;
-constexpr int pointerArrivesMillis = 200;
+/** How long to wait to hear of the pointer: it comes over a window of ours, or rests elsewhere, unheard. */
+constexpr int pointerArrivesMillis = 3000;
+constexpr int pointerLeavesMillis = 200;
 constexpr int dragSteps = 8;
 constexpr auto mouse = juce::MouseInputSource::InputSourceType::mouse;
 constexpr float pressure = 1.0f;
@@ -56,6 +58,12 @@ std::vector<juce::AccessibilityHandler*> menuRows()
                 rows.push_back(handler);
     return rows;
 }
+
+/** Whether a window of this process is there to hear of the pointer. */
+bool isOverUs(juce::Point<int> onScreen)
+{
+    return juce::Desktop::getInstance().findComponentAt(onScreen) != nullptr;
+}
 } // namespace
 
 void TestWindow::movePointer(Point onScreen)
@@ -84,7 +92,7 @@ void TestWindow::movePointer(Point onScreen)
             content.repaint(0, 0, 1, 1);
             return listener.last == onScreen;
         },
-        pointerArrivesMillis);
+        isOverUs(onScreen) ? pointerArrivesMillis : pointerLeavesMillis);
     desktop.removeGlobalMouseListener(&listener);
 }
 
@@ -111,7 +119,17 @@ TestWindow::~TestWindow()
 
 void TestWindow::pump(int millis)
 {
-    pumpUntil([] { return false; }, millis);
+    // Until a timer of that length has rung, and with it all that were due: on a busy machine they are late.
+    struct Alarm : juce::Timer
+    {
+        void timerCallback() override { rang = true; }
+
+        bool rang = false;
+    };
+
+    Alarm alarm;
+    alarm.startTimer(millis);
+    pumpUntil([&] { return alarm.rang; }, millis + patienceMillis);
 }
 
 void TestWindow::send(juce::Component& target, Point at, int buttonAndKeys)

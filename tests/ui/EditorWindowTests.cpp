@@ -49,6 +49,7 @@ TEST_F(EditorTest, ItsCornerDragsTheSizeWithinTheDisplay)
     window->press(*corner, {9, 9});
     window->moveTo(*editor, {1101 + 111, 777 + 60}, TestWindow::leftButton);
     window->release(*editor, {1101 + 111, 777 + 60});
+    EXPECT_TRUE(pumpUntil([&] { return readEditorScale(store) != 100; }, 5000));
     passes();
     const int percent = view().getScalePercent();
     EXPECT_NEAR(percent, 110, 3);
