@@ -35,4 +35,17 @@ inline bool addOddFiles(const juce::File& folder)
 #endif
 }
 
+/** The folder by another path than its own: a link at `place`, or where only some users may make links, by letters of
+    the other case. */
+inline juce::File byAnotherPath(const juce::File& folder, const juce::File& place)
+{
+#if JUCE_WINDOWS
+    juce::ignoreUnused(place);
+    return folder.getSiblingFile(folder.getFileName().toUpperCase());
+#else
+    EXPECT_TRUE(folder.createSymbolicLink(place, true));
+    return place;
+#endif
+}
+
 } // namespace quorel::test
