@@ -115,8 +115,10 @@ void HostWindow::click(int x, int y)
         input.type = INPUT_MOUSE;
         input.mi.dwFlags = what;
         SendInput(1, &input, sizeof(input));
-        idle(200);
     }
+
+    // Only then: on a busy machine the press would grow too long for a click.
+    idle(400);
 }
 
 void HostWindow::type(char key)

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <juce_core/juce_core.h>
+#include <optional>
 
 #if !JUCE_WINDOWS
 #include <sys/stat.h>
@@ -45,6 +46,16 @@ inline juce::File byAnotherPath(const juce::File& folder, const juce::File& plac
 #else
     EXPECT_TRUE(folder.createSymbolicLink(place, true));
     return place;
+#endif
+}
+
+/** The folder for what the user deletes, which a test may make and take away; nothing where it is the system's. */
+inline std::optional<juce::File> ownTrash()
+{
+#if JUCE_WINDOWS
+    return {};
+#else
+    return juce::File(juce::SystemStats::getEnvironmentVariable("XDG_DATA_HOME", {})).getChildFile("Trash");
 #endif
 }
 

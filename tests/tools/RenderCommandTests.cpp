@@ -346,7 +346,7 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
             {{midi, "-o", wav, "--preset", text}, "not a preset"},
             {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
-            {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in /"},
+            {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in "},
             {{midi, "-o", wav, "--preset", "99 Default Preset/Init"}, "no preset \"99 Default Preset/Init\""},
             {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
         },
