@@ -8,6 +8,7 @@
 #include "parameters/Categories.h"
 #include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
+#include "support/ProgramRun.h"
 #include "support/ScratchFolder.h"
 
 #include <algorithm>
@@ -243,16 +244,14 @@ TEST(BankCommand, BuildsTheSameBytesAgainAndNamesWhatIsWrong)
     folder.child("texts").createDirectory();
     const auto build = [&folder](juce::String& output)
     {
-        juce::ChildProcess process;
-        EXPECT_TRUE(process.start(juce::StringArray{QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
-                                                    folder.child("texts").getFullPathName(),
-                                                    folder.child("built").getFullPathName()}));
-        output = process.readAllProcessOutput().replace("\r\n", "\n");
-        process.waitForProcessToFinish(60000);
-        return process.getExitCode();
+        const auto outcome = test::runProgram({QUOREL_TEST_BANK, "--from", QUOREL_TEST_DIST,
+                                               folder.child("texts").getFullPathName(),
+                                               folder.child("built").getFullPathName()});
+        output = outcome.text;
+        return outcome.exitCode;
     };
     juce::String output;
-    EXPECT_EQ(build(output), 1u);
+    EXPECT_EQ(build(output), 1);
     EXPECT_TRUE(output.contains("no presets in ")) << output;
 
     folder.write("texts/" + good + ".txt", text.loadFileAsString());
@@ -260,7 +259,7 @@ TEST(BankCommand, BuildsTheSameBytesAgainAndNamesWhatIsWrong)
         folder.write("texts/02 Velocity Layers/Broken.txt", "[Layer 1]\nInstrument: Tarn\nKeys: H\n");
     folder.write("texts/02 Velocity Layers/Much too long a name for any preset.txt", "");
 
-    EXPECT_EQ(build(output), 1u);
+    EXPECT_EQ(build(output), 1);
     const auto lines = juce::StringArray::fromLines(output.trimEnd());
     ASSERT_EQ(lines.size(), 2) << output;
     EXPECT_TRUE(lines[0].startsWith(broken.getFullPathName() + ":3: Keys takes")) << lines[0];

@@ -5,6 +5,7 @@
 #include "presets/StateChunk.h"
 #include "support/KilledRun.h"
 #include "support/ProcessorRig.h"
+#include "support/ProgramRun.h"
 #include "support/SmallDisk.h"
 
 #include <gtest/gtest.h>
@@ -67,12 +68,8 @@ struct PresetsCommand : testing::Test
     {
         juce::StringArray commandLine{QUOREL_TEST_PRESETS, "--prefix", prefix.getFullPathName()};
         commandLine.addArray(arguments);
-        juce::ChildProcess process;
-        if (!process.start(commandLine))
-            return {-1, "cannot start"};
-        const auto text = process.readAllProcessOutput().replace("\r\n", "\n");
-        process.waitForProcessToFinish(30000);
-        return {static_cast<int>(process.getExitCode()), text};
+        const auto outcome = test::runProgram(commandLine);
+        return {outcome.exitCode, outcome.text};
     }
 
     juce::File file(const juce::String& folder, const juce::String& name) const
@@ -560,11 +557,8 @@ TEST_F(PresetsCommand, VerifyFailsForAFolderThatItCannotRead)
         auto all = commandLine;
         if (named)
             all.add("Closed");
-        juce::ChildProcess process;
-        ASSERT_TRUE(process.start(all));
-        const auto text = process.readAllProcessOutput();
-        process.waitForProcessToFinish(30000);
-        EXPECT_EQ(process.getExitCode(), 1u) << text;
+        const auto [exitCode, text] = test::runProgram(all);
+        EXPECT_EQ(exitCode, 1) << text;
         EXPECT_TRUE(
             text.contains("cannot read the folder " + folder.getFullPathName() + " (Permission denied)"))
             << text;

@@ -2,6 +2,7 @@
 // quorel-render as a user starts it.
 #include "parameters/ParameterLayout.h"
 #include "presets/StateChunk.h"
+#include "support/ProgramRun.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
@@ -37,12 +38,8 @@ struct RenderCommand : testing::Test
 
     static Outcome start(const juce::StringArray& commandLine)
     {
-        juce::ChildProcess process;
-        if (!process.start(commandLine))
-            return {9999, "cannot start " + commandLine[0]};
-        const auto output = process.readAllProcessOutput().replace("\r\n", "\n");
-        process.waitForProcessToFinish(60000);
-        return {process.getExitCode(), output};
+        const auto outcome = test::runProgram(commandLine);
+        return {static_cast<juce::uint32>(outcome.exitCode), outcome.text};
     }
 
     Outcome render(const juce::StringArray& arguments) const

@@ -4,6 +4,7 @@
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
 #include "support/KilledRun.h"
+#include "support/ProgramRun.h"
 #include "support/RecordingInteraction.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
@@ -19,23 +20,10 @@ namespace
 {
 constexpr const char* key = "SOFTWARE\\Ostrand\\Quorel";
 
-struct Outcome
-{
-    int exitCode = -1;
-    juce::String text;
-};
-
-Outcome setup(juce::StringArray arguments)
+test::ProgramOutcome setup(juce::StringArray arguments)
 {
     arguments.insert(0, QUOREL_TEST_SETUP);
-    juce::ChildProcess process;
-    if (!process.start(arguments))
-        return {};
-    Outcome outcome;
-    outcome.text = process.readAllProcessOutput().replace("\r\n", "\n");
-    process.waitForProcessToFinish(30000);
-    outcome.exitCode = static_cast<int>(process.getExitCode());
-    return outcome;
+    return test::runProgram(arguments);
 }
 
 /** Every file below a folder with its contents and the time of its last change. */

@@ -2,6 +2,7 @@
 // The standalone program's command line, and what it keeps from one start to the next.
 #include "platform/PlatformSeam.h"
 #include "support/HostWindow.h"
+#include "support/ProgramRun.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,29 +13,17 @@ namespace quorel::test
 class Standalone : public testing::Test
 {
 protected:
-    struct Outcome
-    {
-        juce::uint32 code;
-        juce::String text;
-    };
-
     Standalone()
     {
         adoptUserPlaces(scratch.path());
-        juce::ChildProcess setup;
-        EXPECT_TRUE(
-            setup.start(juce::StringArray{QUOREL_TEST_SETUP, "--prefix", scratch.path().getFullPathName()}));
-        const auto text = setup.readAllProcessOutput();
-        EXPECT_EQ(setup.getExitCode(), 0u) << text;
+        const auto outcome = runProgram({QUOREL_TEST_SETUP, "--prefix", scratch.path().getFullPathName()});
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
     }
 
-    static Outcome run(juce::StringArray arguments)
+    static ProgramOutcome run(juce::StringArray arguments)
     {
         arguments.insert(0, QUOREL_TEST_STANDALONE);
-        juce::ChildProcess program;
-        EXPECT_TRUE(program.start(arguments));
-        const auto text = program.readAllProcessOutput();
-        return {program.getExitCode(), text};
+        return runProgram(arguments);
     }
 
     /** Starts, is closed as by its button a little later, and has kept this sound. */
@@ -76,13 +65,13 @@ TEST_F(Standalone, AnswersItsCallerAndRefusesWhatItDoesntKnow)
     EXPECT_TRUE(run({"--help"}).text.contains("--preset FOLDER/NAME"));
     EXPECT_TRUE(run({"--version"}).text.startsWith("Quorel "));
 
-    const std::vector<std::pair<juce::StringArray, juce::uint32>> refused{
+    const std::vector<std::pair<juce::StringArray, int>> refused{
         {{"--nonsense"}, 2}, {{"surplus"}, 2}, {{"--preset"}, 2}, {{"--preset", "Nowhere/Nothing"}, 1}};
 
     for (const auto& [arguments, code] : refused)
     {
         const auto outcome = run(arguments);
-        EXPECT_EQ(outcome.code, code) << arguments.joinIntoString(" ");
+        EXPECT_EQ(outcome.exitCode, code) << arguments.joinIntoString(" ");
         EXPECT_EQ(juce::StringArray::fromLines(outcome.text.trimEnd()).size(), 1) << outcome.text;
         EXPECT_TRUE(outcome.text.startsWith("quorel: ")) << outcome.text;
     }
