@@ -118,6 +118,13 @@ get_target_property(guiSources juce_gui_basics INTERFACE_SOURCES)
 list(FILTER guiSources EXCLUDE REGEX "/juce_gui_basics\\.cpp$")
 set_target_properties(juce_gui_basics PROPERTIES INTERFACE_SOURCES "${guiSources}")
 
+# It would note every instrument that it opens on the standard error stream.
+set_source_files_properties("${patchedDir}/juce_audio_processors.cpp" PROPERTIES COMPILE_DEFINITIONS VST_LOGGING=0)
+
+# A debug build of JUCE would print its version.
+set_source_files_properties("${JUCE_MODULES_DIR}/juce_core/juce_core.cpp"
+    PROPERTIES COMPILE_DEFINITIONS JUCE_DISABLE_JUCE_VERSION_PRINTING=1)
+
 set_source_files_properties("${patchedDir}/juce_gui_basics.cpp" PROPERTIES INCLUDE_DIRECTORIES "${juceGui}")
 
 add_library(quorel_juce STATIC "${patchedDir}/juce_audio_processors.cpp" "${patchedDir}/juce_gui_basics.cpp")

@@ -4,16 +4,24 @@
 #include "engine/PluginProcessor.h"
 #include "platform/PlatformSeam.h"
 #include "resources/CBitmap.h"
+#include "setup/FirstStart.h"
 #include "ui/PluginEditor.h"
 
 namespace
 {
+/** The settings of a user who has been set up to play. */
+std::unique_ptr<quorel::UserStore> settingsOfUser()
+{
+    quorel::setUpAtFirstStart();
+    return quorel::makeUserStore();
+}
+
 /** The processor with its way of talking to the user. */
 class PluginInstance final : private quorel::BoxInteraction, public quorel::PluginProcessor
 {
 public:
     PluginInstance()
-        : quorel::PluginProcessor(quorel::makeUserStore(), static_cast<quorel::BoxInteraction&>(*this))
+        : quorel::PluginProcessor(settingsOfUser(), static_cast<quorel::BoxInteraction&>(*this))
     {
         editorFactory = [this](quorel::PluginProcessor& processor) -> juce::AudioProcessorEditor*
         {

@@ -6,6 +6,7 @@
 #include "platform/PlatformSeamWindow.h"
 #include "platform/Version.h"
 #include "presets/PresetFiles.h"
+#include "setup/FirstStart.h"
 
 #include <CLI/CLI.hpp>
 
@@ -88,7 +89,8 @@ private:
         CLI::App options{
             "Layers up to four instruments into one sound. The sound is kept for the next start.", "quorel"};
         std::string wanted;
-        options.set_version_flag("--version", std::string("Quorel ") + productVersion);
+        options.set_version_flag("--version", std::string("quorel ") + productVersion,
+                                 "Print the version and end");
         options.add_option("--preset", wanted, "Preset to open with")->type_name("FOLDER/NAME");
 
         try
@@ -123,6 +125,7 @@ private:
     void openWindow(const juce::String& wanted)
     {
         const PresetName preset(wanted);
+        setUpAtFirstStart();
 
         if (wanted.isNotEmpty() &&
             !findPresetFile(readPaths(*makeUserStore()).banksFolder, preset.folder, preset.name)

@@ -9,8 +9,6 @@ namespace quorel
 
 namespace
 {
-constexpr int lockTimeoutMillis = 2000;
-
 /** The lock between processes is held by a whole process: its threads need one of their own. */
 juce::CriticalSection& threadLock()
 {
@@ -19,10 +17,10 @@ juce::CriticalSection& threadLock()
 }
 } // namespace
 
-SharedFileLock::SharedFileLock(const juce::File& file)
+SharedFileLock::SharedFileLock(const juce::File& file, int timeoutMillis)
     : threads(threadLock())
     , processes(lockNameOf(file))
-    , locked(processes.enter(lockTimeoutMillis))
+    , locked(processes.enter(timeoutMillis))
 {
 }
 

@@ -8,12 +8,14 @@ namespace quorel
 {
 
 /** Holds other threads and processes off while a change of a file is read, made and written. Where the lock isn't
-    to be had in 2 s, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
+    to be had in time, work goes on: a change lost to another process is a lesser evil than a host that hangs. */
 class SharedFileLock
 {
 public:
-    explicit SharedFileLock(const juce::File& file);
+    explicit SharedFileLock(const juce::File& file, int timeoutMillis = 2000);
     ~SharedFileLock();
+
+    bool isHeld() const noexcept { return locked; }
 
 private:
     JUCE_DECLARE_NON_COPYABLE(SharedFileLock)

@@ -4,7 +4,6 @@
 #include "PresetText.h"
 #include "SoundBuilder.h"
 
-#include "common/QuietLogger.h"
 #include "parameters/Categories.h"
 #include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
@@ -64,7 +63,6 @@ TEST(BankText, WordsComeToTheValuesThatTheEngineReadsBack)
 
 TEST(BankText, ASoundIsWhatItsTextSays)
 {
-    const QuietLogger quietLogger;
     test::ProcessorRig rig;
     buildSound(rig.processor, parsePresetText(R"(
 Categories: Lead, Kappel FX, Dark
@@ -181,7 +179,6 @@ Knob 4: Layer 2 Pan, -100 %
 
 TEST(BankText, ErrorsNameTheirLine)
 {
-    const QuietLogger quietLogger;
 
     struct Case
     {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Plays every factory preset as the build makes it and checks its level, and that the bank as a whole shows
 // what the instrument can do.
-#include "common/QuietLogger.h"
 #include "support/ProcessorRig.h"
 
 #include "effects/FxTypes.h"
@@ -189,7 +188,6 @@ class FactoryFolder : public testing::TestWithParam<int>
 
 TEST_P(FactoryFolder, everyPresetLoadsWholeAndPlaysAtASaneLevel)
 {
-    const QuietLogger quietLogger;
     const auto folders = factoryFolders();
     ASSERT_LT(GetParam(), folders.size());
     for (const auto& file : presetsIn(folders[GetParam()]))

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tool.h"
 
-#include "QuietLogger.h"
 #include "platform/PlatformSeam.h"
+#include "platform/Version.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -23,8 +23,8 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
     try
     {
         const Utf8Console console;
+        app.set_version_flag("--version", app.get_name() + " " + productVersion, "Print the version and end");
         parse();
-        const QuietLogger quietLogger;
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
         return work();
     }

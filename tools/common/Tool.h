@@ -47,8 +47,7 @@ public:
 };
 
 /** The body of `main`. `parse` reads the command line into the variables that `app` knows. Then `work` runs
-    while JUCE is up, with JUCE's notes about plug-ins kept off the standard error stream, and returns the
-    exit code. Help and version go to the standard output. An exception becomes one line "name: what is wrong"
+    while JUCE is up, and returns the exit code. Help and version, which this adds, go to the standard output. An exception becomes one line "name: what is wrong"
     on the standard error stream, followed by "(see --help)" if CLI11 threw it. */
 int runTool(CLI::App& app, const std::function<void()>& parse, const std::function<int()>& work);
 

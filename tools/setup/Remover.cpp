@@ -1,27 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Remover.h"
 
-#include "StandardSettings.h"
 #include "platform/FileOperations.h"
 #include "platform/UserPaths.h"
+#include "setup/StandardSettings.h"
 
-#include <iostream>
 #include <set>
 
 namespace quorel
 {
 
-namespace
-{
-void say(const juce::String& text)
-{
-    std::cout << text << std::endl;
-}
-} // namespace
-
-Remover::Remover(UserStore& userStore, const UserPlaces& userPlaces)
+Remover::Remover(UserStore& userStore, const UserPlaces& userPlaces, const SetupWords& wordsOfSetup)
     : store(userStore)
     , places(userPlaces)
+    , words(wordsOfSetup)
     , record(installedFilesIn(userPlaces))
     , files(record)
 {
@@ -51,7 +43,8 @@ bool Remover::run()
     removeSettings();
     removeEmptyFolders();
     if (!hadList)
-        say("There is no list of installed files: nothing was installed here, or it has been removed before");
+        words.say(
+            "There is no list of installed files: nothing was installed here, or it has been removed before");
     return succeeded;
 }
 
@@ -71,14 +64,14 @@ void Remover::removeFiles()
             break;
         case Removal::keptChanged:
             ++kept;
-            say("Kept as you changed it: " + file.getFullPathName());
+            words.say("Kept as you changed it: " + file.getFullPathName());
             break;
         case Removal::failed:
             fail("cannot delete " + file.getFullPathName() + " (" + reason + ")");
         }
     }
-    say("Installed files: " + juce::String(removed) + " removed, " + juce::String(kept) +
-        " changed by you and kept");
+    words.say("Installed files: " + juce::String(removed) + " removed, " + juce::String(kept) +
+              " changed by you and kept");
 }
 
 void Remover::removeLists()
@@ -86,6 +79,7 @@ void Remover::removeLists()
     // What couldn't be deleted is known the next time.
     if (succeeded)
         deleteFile(record);
+    deleteFile(setupLogIn(places));
 
     // A list at a place of the user's choice isn't ours.
     const auto list = readPaths(store).pluginListFile;
@@ -106,6 +100,10 @@ void Remover::removeSettings()
             !store.write(setting.key, setting.name, {}))
             fail("cannot remove the setting " + setting.key + "\\" + setting.name);
     }
+
+    if (store.read(pathSetting::key, setupVersion).isNotEmpty() &&
+        !store.write(pathSetting::key, setupVersion, {}))
+        fail(juce::String("cannot remove the setting ") + pathSetting::key + "\\" + setupVersion);
 }
 
 void Remover::removeEmptyFolders()
@@ -135,7 +133,7 @@ void Remover::deleteFile(const juce::File& file)
 
 void Remover::fail(const juce::String& text)
 {
-    std::cerr << "quorel-setup: " << text << std::endl;
+    words.complain(text);
     succeeded = false;
 }
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "InstalledFiles.h"
 #include "platform/PlatformSeam.h"
+#include "setup/InstalledFiles.h"
+#include "setup/SetupWords.h"
 
-#include <array>
 #include <vector>
 
 namespace quorel
@@ -16,10 +16,9 @@ namespace quorel
 class Remover
 {
 public:
-    Remover(UserStore& store, const UserPlaces& places);
+    Remover(UserStore& store, const UserPlaces& places, const SetupWords& words);
 
-    /** Does everything and says so on the standard output; errors go to the standard error stream, a line each.
-        False where anything failed; the rest is done all the same. */
+    /** Does everything and says so. False where anything failed; the rest is done all the same. */
     bool run();
 
 private:
@@ -32,6 +31,7 @@ private:
 
     UserStore& store;
     UserPlaces places;
+    const SetupWords& words;
     juce::File record;
     InstalledFiles files;
     /** Folders that may be left empty; read before the settings go. */

@@ -30,7 +30,7 @@ refused()
 }
 
 timeout 20 "$quorel" --help | grep -q -- "--preset FOLDER/NAME" || fail "--help"
-timeout 20 "$quorel" --version | grep -q "^Quorel [0-9.]*$" || fail "--version"
+timeout 20 "$quorel" --version | grep -q "^quorel [0-9.]*$" || fail "--version"
 refused 2 --nonsense
 refused 2 surplus
 refused 2 --preset

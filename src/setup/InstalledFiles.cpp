@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "InstalledFiles.h"
+#include "setup/InstalledFiles.h"
 
 #include "platform/FileOperations.h"
 #include "platform/Leftovers.h"

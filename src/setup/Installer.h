@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "InstalledFiles.h"
-#include "StandardSettings.h"
+#include "setup/InstalledFiles.h"
+#include "setup/SetupWords.h"
+#include "setup/StandardSettings.h"
 
 #include <array>
 #include <utility>
@@ -18,13 +19,12 @@ class Installer
 public:
     /** `source` holds the instruments in "Ostrand", their banks in "Banks", the factory presets in
         "presets" and the user guide in "Help". */
-    Installer(UserStore& store, const UserPlaces& places, const juce::File& source);
+    Installer(UserStore& store, const UserPlaces& places, const juce::File& source, SetupWords words);
 
-    /** Does everything and says so on the standard output; errors go to the standard error stream, a
-        line each. False where anything failed; the rest is done all the same. */
+    /** Does everything and says so. False where anything failed; the rest is done all the same. */
     bool run(bool restoreRemoved);
 
-    /** Every setting and its value, for the standard output. */
+    /** Every setting and its value, a line each. */
     juce::String describeSettings() const;
 
 private:
@@ -33,6 +33,7 @@ private:
     using Copies = std::vector<std::pair<juce::File, juce::File>>;
 
     void writeSetting(const StandardSetting& setting);
+    void writeVersion();
     void createFolders();
     // All of them in the order of their names; what should be there and isn't is a failure.
     Copies planInstruments();
@@ -52,6 +53,7 @@ private:
     UserStore& store;
     UserPlaces places;
     juce::File source;
+    SetupWords words;
     InstalledFiles files;
     bool succeeded = true;
     bool listFailed = false;

@@ -1,22 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Installer.h"
+#include "setup/Installer.h"
 
 #include "platform/Leftovers.h"
+#include "platform/PlatformSeamFiles.h"
 #include "platform/UserPaths.h"
+#include "platform/Version.h"
 #include "presets/PresetFiles.h"
 
-#include <iostream>
+#include <utility>
 
 namespace quorel
 {
 
 namespace
 {
-void say(const juce::String& text)
-{
-    std::cout << text << std::endl;
-}
-
 juce::String summary(const juce::String& what, const std::array<int, 6>& counts)
 {
     using Result = InstalledFiles::Result;
@@ -35,10 +32,12 @@ juce::String summary(const juce::String& what, const std::array<int, 6>& counts)
 }
 } // namespace
 
-Installer::Installer(UserStore& userStore, const UserPlaces& userPlaces, const juce::File& sourceFolder)
+Installer::Installer(UserStore& userStore, const UserPlaces& userPlaces, const juce::File& sourceFolder,
+                     SetupWords wordsOfSetup)
     : store(userStore)
     , places(userPlaces)
     , source(sourceFolder)
+    , words(std::move(wordsOfSetup))
     , files(installedFilesIn(userPlaces))
 {
 }
@@ -69,17 +68,20 @@ bool Installer::run(bool restoreRemoved)
     if (addsInstruments)
         forgetPluginList();
     const auto paths = readPaths(store);
-    say(summary("Instruments in " + paths.pluginFolder.getFullPathName(),
-                install(instruments, restoreRemoved)));
+    words.say(summary("Instruments in " + paths.pluginFolder.getFullPathName(),
+                      install(instruments, restoreRemoved)));
     if (addsInstruments)
         forgetPluginList();
     installBanks(banks, restoreRemoved);
     if (paths.banksFolder != juce::File())
-        say(summary("Factory presets in " + paths.banksFolder.getFullPathName(),
-                    install(presets, restoreRemoved)));
+        words.say(summary("Factory presets in " + paths.banksFolder.getFullPathName(),
+                          install(presets, restoreRemoved)));
     if (paths.helpFolder != juce::File())
-        say(summary("User guide in " + paths.helpFolder.getFullPathName(), install(guide, restoreRemoved)));
+        words.say(
+            summary("User guide in " + paths.helpFolder.getFullPathName(), install(guide, restoreRemoved)));
     saveList();
+    if (succeeded)
+        writeVersion();
     return succeeded;
 }
 
@@ -123,9 +125,16 @@ void Installer::writeSetting(const StandardSetting& setting)
         return;
     const auto path = setting.standard.getFullPathName();
     if (store.write(setting.key, setting.name, path))
-        say(setting.key + "\\" + setting.name + " = " + path);
+        words.say(setting.key + "\\" + setting.name + " = " + path);
     else
         fail("cannot write the setting " + setting.key + "\\" + setting.name);
+}
+
+void Installer::writeVersion()
+{
+    if (store.read(pathSetting::key, setupVersion) != productVersion &&
+        !store.write(pathSetting::key, setupVersion, productVersion))
+        fail(juce::String("cannot write the setting ") + pathSetting::key + "\\" + setupVersion);
 }
 
 void Installer::createFolders()
@@ -156,7 +165,8 @@ Installer::Copies Installer::planInstruments()
     Copies copies;
     if (!from.isDirectory())
         fail("no starter instruments in " + from.getFullPathName());
-    else if (to != juce::File())
+    // Instruments that are used where they lie aren't the user's own.
+    else if (to != juce::File() && !isSamePlace(from, to))
         for (const auto& name : instrumentNames())
         {
             const auto place = name + "/" + name + pluginFileEnding();
@@ -227,7 +237,7 @@ void Installer::installBanks(const std::vector<Copies>& banks, bool restoreRemov
             !copies.empty() && setting.standard.isDirectory())
             writeSetting(setting);
     }
-    say(summary("Bank files", counts));
+    words.say(summary("Bank files", counts));
 }
 
 Installer::Counts Installer::install(const Copies& copies, bool restoreRemoved)
@@ -243,14 +253,14 @@ Installer::Counts Installer::install(const Copies& copies, bool restoreRemoved)
             fail("cannot copy " + from.getFullPathName() + " to " + to.getFullPathName() + " (" + reason +
                  ")");
         else if (result == Result::keptChanged)
-            say("Kept as you changed it: " + to.getFullPathName());
+            words.say("Kept as you changed it: " + to.getFullPathName());
     }
     return counts;
 }
 
 void Installer::fail(const juce::String& text)
 {
-    std::cerr << "quorel-setup: " << text << std::endl;
+    words.complain(text);
     succeeded = false;
 }
 

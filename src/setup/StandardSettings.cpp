@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "StandardSettings.h"
+#include "setup/StandardSettings.h"
 
 #include "hosting/InstrumentTable.h"
 #include "platform/UserPaths.h"
@@ -26,6 +26,25 @@ std::vector<StandardSetting> ownSettings(const UserPlaces& places)
 juce::File installedFilesIn(const UserPlaces& places)
 {
     return places.dataFolder.getChildFile("Installed.xml");
+}
+
+juce::File setupLogIn(const UserPlaces& places)
+{
+    return places.dataFolder.getChildFile("Setup.log");
+}
+
+bool isSetUpBefore(const UserStore& store, const juce::String& version)
+{
+    const auto numbersOf = [](const juce::String& text)
+    {
+        std::vector<int> numbers;
+
+        for (const auto& number : juce::StringArray::fromTokens(text, ".", {}))
+            numbers.push_back(number.getIntValue());
+
+        return numbers;
+    };
+    return numbersOf(store.read(pathSetting::key, setupVersion)) < numbersOf(version);
 }
 
 juce::StringArray instrumentNames()
