@@ -8,6 +8,7 @@
 
 #if JUCE_WINDOWS
 #include <cwchar>
+#include <fcntl.h>
 #include <io.h>
 #include <vector>
 #include <windows.h>
@@ -388,6 +389,14 @@ Utf8Console::~Utf8Console()
     juce::ignoreUnused(pageBefore);
 }
 #endif
+
+void keepBytesOfStandardOutput()
+{
+#if JUCE_WINDOWS
+    constexpr int standardOutput = 1;
+    _setmode(standardOutput, _O_BINARY);
+#endif
+}
 
 bool standardErrorIsTerminal()
 {

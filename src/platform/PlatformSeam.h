@@ -90,6 +90,9 @@ private:
     const unsigned pageBefore;
 };
 
+/** Has the standard output take bytes as they are, for sound: line ends are changed in text alone. */
+void keepBytesOfStandardOutput();
+
 /** True where the standard error stream goes to a terminal, on which a line can be drawn over. */
 bool standardErrorIsTerminal();
 

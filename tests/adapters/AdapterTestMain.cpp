@@ -12,6 +12,13 @@ int main(int argc, char** argv)
         return RUN_ALL_TESTS();
 
     quorel::test::leaveUsersScreen();
+    // A test that starts this program says whose folders to take.
+    if (argc > 1)
+    {
+        quorel::test::adoptUser(argv[1]);
+        return RUN_ALL_TESTS();
+    }
+
     const quorel::test::ScratchUser user;
     return RUN_ALL_TESTS();
 }

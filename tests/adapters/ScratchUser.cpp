@@ -30,6 +30,8 @@ ScratchUser::ScratchUser()
         file << "  <VALUE name=\"SOFTWARE\\Ostrand\\Quorel\\" << name << "\" val=\"" << path.string()
              << "\"/>\n";
     };
+    // Nothing but what stands here is to be installed.
+    file << "  <VALUE name=\"SOFTWARE\\Ostrand\\Quorel\\Setup Version\" val=\"999\"/>\n";
     value("Banks Path", data / "Banks");
     value("Plug64 List", settings / "Plugins.xml");
     value("x64 Path", OSTRAND_FOLDER);

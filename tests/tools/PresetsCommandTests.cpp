@@ -137,6 +137,7 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     EXPECT_EQ(run({"search", "T"}).text, "A/Two  [Bass]\nB/Three\n");
     EXPECT_EQ(run({"search", "tW", "-c", "bass"}).text, "A/Two  [Bass]\n");
     EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).text, "quorel-presets: no preset fits\n");
+    EXPECT_EQ(run({"search", "-c", "Bass", "-c", "Dark"}).exitCode, 1);
     EXPECT_TRUE(run({"show", "A/One"}).text.contains("\nlayer 2     Tarn, "));
 
     // Only what was set, with the instrument's own texts.
@@ -309,6 +310,9 @@ TEST_F(PresetsCommand, MarksAndNotesAreKeptAndFollow)
     EXPECT_EQ(run({"move", "B/Uno", "B/Two", "--to", "A"}).exitCode, 1);
     EXPECT_TRUE(file("B", "Uno").existsAsFile()) << "none, as one can't be moved";
     EXPECT_EQ(run({"delete", "B/Uno", "B/Nothing", "--for-good"}).exitCode, 1);
+    EXPECT_TRUE(file("B", "Uno").existsAsFile());
+    EXPECT_EQ(run({"delete", "B/Uno", "A/"}).text,
+              "quorel-presets: \"A\" is a folder: name the presets in it that are to go\n");
     EXPECT_TRUE(file("B", "Uno").existsAsFile());
     EXPECT_EQ(run({"delete", "B/Uno", "B/Two", "--for-good"}).exitCode, 0);
     EXPECT_FALSE(file("B", "Uno").exists() || file("B", "Two").exists());

@@ -68,6 +68,29 @@ struct RenderCommand : testing::Test
         return target.getFullPathName();
     }
 
+    /** What a render writes to the standard output. */
+    juce::MemoryBlock soundOf(const juce::StringArray& arguments) const
+    {
+        juce::StringArray commandLine{QUOREL_TEST_RENDER, "--prefix", prefix->path().getFullPathName()};
+        commandLine.addArray(arguments);
+        juce::ChildProcess process;
+        EXPECT_TRUE(process.start(commandLine, juce::ChildProcess::wantStdOut));
+        juce::MemoryBlock bytes;
+        char part[4096];
+        for (int size = 0; (size = process.readProcessOutput(part, sizeof(part))) > 0;)
+            bytes.append(part, static_cast<size_t>(size));
+        EXPECT_TRUE(process.waitForProcessToFinish(60000));
+        EXPECT_EQ(process.getExitCode(), 0u);
+        return bytes;
+    }
+
+    juce::MemoryBlock bytesOf(const char* name) const
+    {
+        juce::MemoryBlock bytes;
+        EXPECT_TRUE(scratch.child(name).loadFileAsData(bytes));
+        return bytes;
+    }
+
     juce::String path(const char* name) const { return scratch.child(name).getFullPathName(); }
 
     /** Opens a sound file and checks its format; null if it isn't one. */
@@ -133,6 +156,12 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     const auto told = "length 1.47 s, peak " + decibels(static_cast<double>(peak)) + ", RMS " +
                       decibels(std::sqrt((left * left + right * right) / 2.0)) + ", ";
     EXPECT_TRUE(report.contains(told) && report.contains(" times real time")) << told << "\n" << report;
+    EXPECT_FALSE(report.contains("no layer")) << report;
+
+    // The same bytes go down a pipe, and nothing else.
+    auto piped = kept;
+    piped.set(piped.size() - 1, "-");
+    EXPECT_TRUE(soundOf(piped) == bytesOf("kept.wav"));
 
     // For a user who hasn't got the instruments it fails.
     outcome = start({QUOREL_TEST_RENDER, "--prefix", path("nobody"), "--preset", path("made.qrl"), midi, "-o",
@@ -248,7 +277,7 @@ TEST_F(RenderCommand, PutsASoundTogetherWithoutPlayingIt)
     EXPECT_EQ(value(0, layerSlot::pan), 0.75f);
 }
 
-TEST_F(RenderCommand, ListsInstrumentsAndEffects)
+TEST_F(RenderCommand, ListsWhatThereIsToChooseFrom)
 {
     const auto effects = render({"--list-effects"});
     EXPECT_EQ(effects.exitCode, 0u);
@@ -264,6 +293,25 @@ TEST_F(RenderCommand, ListsInstrumentsAndEffects)
     EXPECT_EQ(outcome.exitCode, 0u);
     EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 14) << outcome.output;
     EXPECT_TRUE(outcome.output.contains("Dorvik-K\n"));
+
+    const auto presets = render({"--list-presets"});
+    EXPECT_EQ(presets.exitCode, 0u);
+    EXPECT_TRUE(presets.output.contains("01 Keys and Splits/Four Corners\n")) << presets.output;
+    const auto programs = render({"--list-programs", "--layer", "2=Hexley"});
+    EXPECT_EQ(programs.exitCode, 0u);
+    EXPECT_TRUE(programs.output.startsWith("Layer 2: Hexley\n    1  ")) << programs.output;
+    EXPECT_TRUE(programs.output.contains("  Tine Piano\n")) << programs.output;
+    const auto parameters = render({"--list-parameters", "--param", "Layer1 Pan=0.75"});
+    EXPECT_EQ(parameters.exitCode, 0u);
+    EXPECT_TRUE(
+        parameters.output.contains(" 233  Layer1 Pan                        0.7500  50  (-100 to 100)\n"))
+        << parameters.output;
+    EXPECT_FALSE(parameters.output.contains("Layer1 200 ")) << "a character of a name";
+
+    // What can't sound warns.
+    const auto silent = render({song(), "-o", path("silent.wav"), "--tail", "0"});
+    EXPECT_EQ(silent.exitCode, 0u);
+    EXPECT_TRUE(silent.output.contains("no layer has an instrument")) << silent.output;
 }
 
 TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
@@ -325,6 +373,9 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{midi, "-o", wav, "--rate", "0"}, "--rate"},
             {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},
             {{"@" + path("missing.args")}, "missing.args"},
+            {{"@" + scratch.path().getFullPathName()}, "(it is a folder)"},
+            {{midi, "-o", scratch.path().getFullPathName()}, "the output is a folder"},
+            {{midi, "-o", "-", "--list-effects"}, "list by a run of its own"},
         },
         badUsage);
     expectRefusals(
@@ -332,15 +383,21 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{path("missing.mid"), "-o", wav}, "missing.mid"},
             {{text, "-o", wav}, "not a Standard MIDI File"},
             {{empty, "-o", wav}, "not a Standard MIDI File"},
-            {{scratch.path().getFullPathName(), "-o", wav}, "cannot read"},
+            {{scratch.path().getFullPathName(), "-o", wav}, "(it is a folder)"},
             {{midi, "-o", path("no/such/folder/out.wav")}, "cannot write"},
             {{midi, "-o", wav, "--layer", "1=Theremin"}, "unknown instrument \"Theremin\""},
             {{midi, "-o", wav, "--layer", "1=Tarn:No Such Bass"}, "no program \"No Such Bass\""},
             {{midi, "-o", wav, "--layer", "1=Tarn:9"}, "no program \"9\""},
             {{midi, "-o", wav, "--param", "Volumen=1"}, "unknown parameter \"Volumen\""},
+            {{midi, "-o", wav, "--param", "Mastr-volume=1"}, ": did you mean Master Volume? (see"},
             {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
             {{"--input", text, "-o", wav}, "no WAV, AIFF or FLAC file"},
             {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
+            {{"--input", scratch.path().getFullPathName(), "-o", wav}, "(it is a folder)"},
+            {{midi, "-o", wav, "--preset", scratch.path().getFullPathName()}, "(it is a folder)"},
+            {{midi, "-o", wav, "--preset", "01 Keys & Splits/Four Corner"},
+             "did you mean 01 Keys and Splits/Four Corners?"},
+            {{"--list-programs"}, "give --layer or --preset"},
             {{midi, "-o", wav, "--preset", text}, "not a preset"},
             {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
             {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in "},

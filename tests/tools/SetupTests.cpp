@@ -2,7 +2,10 @@
 #include "hosting/InstrumentTable.h"
 #include "hosting/PluginScanner.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamProduct.h"
 #include "platform/UserPaths.h"
+#include "platform/Version.h"
+#include "support/EnvironmentVariable.h"
 #include "support/KilledRun.h"
 #include "support/ProgramRun.h"
 #include "support/RecordingInteraction.h"
@@ -249,6 +252,85 @@ protected:
     const test::ScratchFolder folder;
 };
 
+TEST_F(MadeUpSource, anInstalledProductIsFoundHoweverItIsStarted)
+{
+    const juce::File built(QUOREL_TEST_SETUP);
+    const auto bin = folder.child("usr/bin");
+    const auto program = bin.getChildFile(built.getFileName());
+    ASSERT_TRUE(bin.createDirectory() && built.copyFileTo(program));
+    ASSERT_TRUE(folder.child("1").copyDirectoryTo(folder.child("usr/lib/quorel")));
+    const auto prefix = folder.child("prefix");
+    const juce::StringArray arguments{"--prefix", prefix.getFullPathName()};
+    const auto isSetUp = [&](const juce::String& command)
+    {
+        juce::StringArray commandLine{command};
+        commandLine.addArray(arguments);
+        const auto outcome = test::runProgram(commandLine);
+        EXPECT_EQ(outcome.exitCode, 0) << command << "\n" << outcome.text;
+        const bool isThere =
+            prefix.getChildFile("data/Ostrand/Quorel/Banks/01 Keys/Orlen.qrl").existsAsFile();
+        return prefix.deleteRecursively() && isThere;
+    };
+    EXPECT_TRUE(isSetUp(program.getFullPathName()));
+    const auto search = juce::SystemStats::getEnvironmentVariable("PATH", {});
+    test::setVariable("PATH", bin.getFullPathName());
+    EXPECT_TRUE(isSetUp(program.getFileName()));
+    test::setVariable("PATH", search);
+    const auto link = folder.child("elsewhere").getChildFile(program.getFileName());
+    ASSERT_TRUE(link.getParentDirectory().createDirectory());
+    if (program.createSymbolicLink(link, true))
+        EXPECT_TRUE(isSetUp(link.getFullPathName()));
+}
+
+TEST_F(MadeUpSource, linksPluginsAndTouchesNothingElse)
+{
+    const auto prefix = folder.child("prefix");
+    const auto homes = pluginHomes(prefix);
+    auto link = arguments(prefix, "1");
+    link.add("--link");
+    if (homes.empty())
+    {
+        EXPECT_EQ(setup(link).text,
+                  "quorel-setup: there are no such folders on this system: put the plug-in where "
+                  "your host looks\n");
+        return;
+    }
+
+    ASSERT_EQ(homes.size(), 3u);
+    EXPECT_EQ(setup(link).exitCode, 1) << "there is nothing to link";
+    const auto plugin = folder.write("1/Quorel.so", "a plug-in");
+    folder.write("vst3/Quorel.vst3/Contents/a", "a bundle");
+    folder.write("lv2/Quorel.lv2/manifest.ttl", "a bundle");
+    const auto mine = prefix.getChildFile(".lv2/Quorel.lv2");
+    ASSERT_TRUE(mine.createDirectory());
+    const auto first = setup(link);
+    EXPECT_EQ(first.exitCode, 1);
+    EXPECT_TRUE(first.text.contains(mine.getFullPathName() + " is there already and is no link of "))
+        << first.text;
+    const auto leadsTo = [&](const char* place)
+    { return prefix.getChildFile(place).getNativeLinkedTarget(); };
+    EXPECT_EQ(leadsTo(".vst/Quorel.so"), plugin.getFullPathName());
+    EXPECT_EQ(leadsTo(".vst3/Quorel.vst3"), folder.child("vst3/Quorel.vst3").getFullPathName());
+    EXPECT_TRUE(mine.isDirectory() && !mine.isSymbolicLink());
+
+    // The next time they are there; and where the product has moved they follow it.
+    ASSERT_TRUE(mine.deleteFile());
+    const auto second = setup(link);
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_TRUE(second.text.contains(" leads to " + plugin.getFullPathName() + " already\n")) << second.text;
+    EXPECT_TRUE(plugin.moveFileTo(folder.child("2/Quorel.so")));
+    auto moved = arguments(prefix, "2");
+    moved.add("--link");
+    EXPECT_EQ(setup(moved).exitCode, 0);
+    EXPECT_EQ(leadsTo(".vst/Quorel.so"), folder.child("2/Quorel.so").getFullPathName());
+
+    EXPECT_TRUE(mine.deleteFile() && mine.create());
+    EXPECT_EQ(setup({"--prefix", prefix.getFullPathName(), "--remove"}).exitCode, 0);
+    EXPECT_FALSE(prefix.getChildFile(".vst").exists() || prefix.getChildFile(".vst3").exists());
+    EXPECT_TRUE(mine.existsAsFile());
+    EXPECT_TRUE(folder.child("2/Quorel.so").existsAsFile());
+}
+
 TEST_F(MadeUpSource, aKilledSetupKnowsItsFilesTheNextTime)
 {
     const auto prefix = folder.child("prefix");
@@ -299,6 +381,21 @@ TEST_F(MadeUpSource, aFullDiskCutsNothing)
     const auto last = setup(arguments(prefix, "2"));
     EXPECT_EQ(last.exitCode, 0);
     EXPECT_FALSE(last.text.contains("by you")) << last.text;
+}
+
+TEST(Programs, tellTheirVersionAndHelp)
+{
+    for (const juce::File program : {juce::File(QUOREL_TEST_SETUP), juce::File(QUOREL_TEST_RENDER),
+                                     juce::File(QUOREL_TEST_PRESETS), juce::File(QUOREL_TEST_BANK)})
+    {
+        const auto name = program.getFileNameWithoutExtension();
+        const auto version = test::runProgram({program.getFullPathName(), "--version"});
+        EXPECT_EQ(version.exitCode, 0);
+        EXPECT_EQ(version.text, name + " " + productVersion + "\n");
+        const auto help = test::runProgram({program.getFullPathName(), "--help"});
+        EXPECT_EQ(help.exitCode, 0);
+        EXPECT_TRUE(help.text.contains("--version")) << help.text;
+    }
 }
 
 TEST(Setup, errorsAreOneLineAndAnExitCode)

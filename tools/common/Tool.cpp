@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tool.h"
 
+#include "platform/FileOperations.h"
 #include "platform/PlatformSeam.h"
 #include "platform/Version.h"
 
@@ -62,6 +63,16 @@ int runTool(CLI::App& app, int argc, const char* const* argv, const std::functio
 juce::String textOf(const std::string& argument)
 {
     return juce::String::fromUTF8(argument.c_str());
+}
+
+juce::Result cannotRead(const juce::File& file)
+{
+    const auto checked = checkReadable(file);
+    const auto reason = file.isDirectory() ? juce::String("it is a folder")
+                        : checked.failed() ? checked.getErrorMessage()
+                                           : juce::FileInputStream(file).getStatus().getErrorMessage();
+    return juce::Result::fail("cannot read " + file.getFullPathName() +
+                              (reason.isEmpty() ? juce::String() : " (" + reason + ")"));
 }
 
 juce::File fileOf(const std::string& path)

@@ -57,6 +57,9 @@ int runTool(CLI::App& app, int argc, const char* const* argv, const std::functio
 /** An argument's text, which is UTF-8. */
 juce::String textOf(const std::string& argument);
 
+/** That a file can't be read, and why: "cannot read /home/anna (it is a folder)". */
+juce::Result cannotRead(const juce::File& file);
+
 /** The file that an argument names, relative to the current folder. */
 juce::File fileOf(const std::string& path);
 

@@ -226,10 +226,7 @@ int searchPresets(const PresetCollection& collection, const ListOptions& options
         print(index.getEntries()[static_cast<std::size_t>(i)],
               marks.get(index.getEntries()[static_cast<std::size_t>(i)].place()));
     std::cout << std::flush;
-    // Apart from the lines for other programs to read, and no failure.
-    if (found.empty())
-        std::cerr << "quorel-presets: no preset fits" << std::endl;
-    return exitFine;
+    return found.empty() ? failWith("no preset fits") : exitFine;
 }
 
 int showPreset(const PresetCollection& collection, const juce::String& preset, const ShowOptions& options)

@@ -5,6 +5,7 @@
 #include "common/Tool.h"
 #include "platform/PlatformSeam.h"
 #include "platform/UserPaths.h"
+#include "setup/FirstStart.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>
@@ -36,6 +37,8 @@ struct Arguments
 
     PresetCollection collection() const
     {
+        if (prefix.empty() && banks.empty())
+            setUpAtFirstStart();
         const auto places = prefix.empty() ? userPlaces() : userPlaces(fileOf(prefix));
         const auto store = prefix.empty() ? makeUserStore() : makeUserStore(places);
         const auto paths = readPaths(*store);

@@ -82,15 +82,20 @@ int moveTo(const PresetCollection& collection, const juce::StringArray& presets,
 
 int deletePresets(const PresetCollection& collection, const juce::StringArray& presets, bool forGood)
 {
+    for (const auto& preset : presets)
+        if (const auto folder = preset.trimCharactersAtEnd("/");
+            listPresetFolders(collection.banksFolder).contains(folder))
+            return failWith(quoted(folder) + " is a folder: name the presets in it that are to go");
     std::vector<PresetPlace> places;
     if (const auto result = findPlaces(collection, presets, places); result.failed())
         return fail(result);
     PresetMarks marks(collection.marksFile);
     for (const auto& place : places)
     {
+        bool isLost = false;
         const auto [outcome, reason] =
             discardFile(presetFileFor(collection.banksFolder, place.folder, place.name),
-                        [forGood](const juce::String&) { return forGood; });
+                        [forGood, &isLost](const juce::String&) { return isLost = forGood; });
         if (outcome == Discarded::Outcome::failed)
             return failWith("cannot delete " + quoted(place.text()) + " (" + reason + ")");
         if (outcome == Discarded::Outcome::kept)
@@ -98,7 +103,7 @@ int deletePresets(const PresetCollection& collection, const juce::StringArray& p
                             ": give --for-good to delete it past recall");
         if (const auto result = marks.presetGone(place); result.failed())
             return fail(result);
-        std::cout << place.text() << " deleted" << std::endl;
+        std::cout << place.text() << (isLost ? "  deleted for good" : "  moved to the trash") << std::endl;
     }
     return exitFine;
 }

@@ -3,6 +3,7 @@
 
 #include "common/Tool.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamFiles.h"
 
 #include <algorithm>
 
@@ -53,7 +54,7 @@ std::vector<std::string> expandArgumentFiles(int argc, const char* const* argv)
         }
         const auto file = fileOf(argument.substr(1));
         if (!file.existsAsFile())
-            throw UsageFailure("cannot read " + file.getFullPathName());
+            throw UsageFailure(cannotRead(file).getErrorMessage());
         juce::StringArray lines;
         file.readLines(lines);
         for (const auto& line : lines)
@@ -63,19 +64,40 @@ std::vector<std::string> expandArgumentFiles(int argc, const char* const* argv)
     return arguments;
 }
 
+bool listsAnything(const RenderOptions& options)
+{
+    return options.listInstruments || options.listEffects || options.listPresets || options.listPrograms ||
+           options.listParameters;
+}
+
+/** A place that takes the sound as it comes, and no file. */
+bool isPipe(const juce::File& file)
+{
+    std::error_code ignored;
+    return kindOf(file, ignored) == PathKind::other;
+}
+
 /** What no option can check by itself; empty if all is well. */
 juce::String problemOf(const RenderOptions& options)
 {
+    const bool hasOutput = options.toStandardOutput || options.output != juce::File();
     if (options.midiFile == juce::File() && options.input == juce::File())
     {
-        if (options.output != juce::File())
+        if (hasOutput)
             return "nothing to render: no MIDI file and no --input given";
-        return options.listInstruments || options.listEffects || options.savePreset != juce::File()
+        return listsAnything(options) || options.savePreset != juce::File()
                    ? juce::String()
                    : "no MIDI file given; try --help";
     }
-    if (options.output == juce::File())
-        return "no output given: use -o FILE.wav or -o FILE.flac";
+    if (!hasOutput)
+        return "no output given: use -o FILE.wav or -o FILE.flac, or -o - for the standard output";
+    if (options.toStandardOutput)
+        return listsAnything(options) ? "the standard output is for the sound: list by a run of its own"
+                                      : juce::String();
+    if (isPipe(options.output))
+        return {};
+    if (options.output.isDirectory())
+        return "the output is a folder, and has to be a file: " + options.output.getFullPathName();
     if (!options.output.hasFileExtension("wav;flac"))
         return "the output must end in .wav or .flac: " + options.output.getFullPathName();
     if (options.output.hasFileExtension("flac") && options.bits == 32)
@@ -98,7 +120,8 @@ void CommandLine::addFiles()
 {
     app.add_option("midi", midiFile, "Standard MIDI File, type 0 or 1");
     app.add_option("-o,--output", output,
-                   "Sound file to write; its ending, .wav or .flac, chooses the format");
+                   "Sound file to write; its ending, .wav or .flac, chooses the format. A pipe, or - for\n"
+                   "the standard output, gets WAV");
 }
 
 void CommandLine::addSound()
@@ -157,6 +180,12 @@ void CommandLine::addUserAndLists()
                  "Lists the instruments that a layer can hold");
     app.add_flag("--list-effects", options.listEffects,
                  "Lists the effects: number, name, and the parameters in the order of --fx");
+    app.add_flag("--list-presets", options.listPresets, "Lists the presets in the banks folder");
+    app.add_flag("--list-programs", options.listPrograms,
+                 "Lists the programs of the instruments in the layers, as --preset and --layer say");
+    app.add_flag("--list-parameters", options.listParameters,
+                 "Lists the parameters that have names: number, name, value from 0 to 1, the text that it\n"
+                 "shows, and the texts at 0 and 1; of the sound that the other options give");
 }
 
 RenderOptions CommandLine::parse(int argc, const char* const* argv)
@@ -187,7 +216,8 @@ RenderOptions CommandLine::choices() const
     auto result = options;
     result.midiFile = givenFile(midiFile);
     result.input = givenFile(input);
-    result.output = givenFile(output);
+    result.toStandardOutput = output == "-" || output == "/dev/stdout";
+    result.output = result.toStandardOutput ? juce::File() : givenFile(output);
     parsePresetChoice(textOf(preset), result.preset);
     result.savePreset = givenFile(savePreset);
     result.prefix = givenFile(prefix);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MidiSong.h"
 
+#include "common/Tool.h"
+
 #include <algorithm>
 #include <array>
 
@@ -93,7 +95,7 @@ juce::Result MidiSong::read(const juce::File& file, std::optional<double> fixedT
 {
     juce::FileInputStream stream(file);
     if (!stream.openedOk() || file.isDirectory())
-        return juce::Result::fail("cannot read " + file.getFullPathName());
+        return cannotRead(file);
     const auto result = read(stream, fixedTempo, song);
     return result.wasOk() ? result
                           : juce::Result::fail(file.getFullPathName() + ": " + result.getErrorMessage());

@@ -77,12 +77,18 @@ void OfflineRender::settle()
     }
 }
 
+juce::int64 OfflineRender::numSamples(const MidiSong& song, const SoundInput* input, double tailSeconds,
+                                      double rate)
+{
+    const double length = input != nullptr ? input->lengthSeconds() : song.lengthSeconds();
+    return static_cast<juce::int64>(std::ceil((length + tailSeconds) * rate));
+}
+
 juce::Result OfflineRender::run(SoundFile& file, double tailSeconds,
                                 const std::function<void(double)>& progress, RenderReport& report)
 {
     const double start = juce::Time::getMillisecondCounterHiRes();
-    const double length = input != nullptr ? input->lengthSeconds() : song.lengthSeconds();
-    const auto total = static_cast<juce::int64>(std::ceil((length + tailSeconds) * rate));
+    const auto total = numSamples(song, input, tailSeconds, rate);
     double squares = 0.0;
     double nextProgress = 0.0;
     nextEvent = 0;

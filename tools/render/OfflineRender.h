@@ -46,6 +46,10 @@ public:
         note. */
     void settle();
 
+    /** How many samples `run` renders. */
+    static juce::int64 numSamples(const MidiSong& song, const SoundInput* input, double tailSeconds,
+                                  double rate);
+
     /** Renders the input, or the song without one, and `tailSeconds` after it. `progress` gets 0 to 1 now and
         then. Fails where `file` takes no more. */
     juce::Result run(SoundFile& file, double tailSeconds, const std::function<void(double)>& progress,

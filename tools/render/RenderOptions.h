@@ -47,7 +47,9 @@ struct RenderOptions
     juce::File midiFile;
     /** Goes into the effects in place of the layers. */
     juce::File input;
+    /** Not set for the standard output. */
     juce::File output;
+    bool toStandardOutput = false;
     PresetChoice preset;
     juce::File savePreset;
     juce::File prefix;
@@ -57,6 +59,10 @@ struct RenderOptions
     std::vector<ParameterChoice> parameters;
     bool listInstruments = false;
     bool listEffects = false;
+    bool listPresets = false;
+    /** Of the sound that is set up. */
+    bool listPrograms = false;
+    bool listParameters = false;
     /** Hz. */
     double rate = 48000.0;
     /** Samples. */

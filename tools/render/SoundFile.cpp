@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SoundFile.h"
 
+#include <utility>
+
 namespace quorel
 {
 
@@ -13,10 +15,10 @@ std::unique_ptr<juce::AudioFormat> formatFor(const juce::File& target)
     return std::make_unique<juce::WavAudioFormat>();
 }
 
-juce::Result cannotWrite(const juce::File& file, const juce::Result& why)
+juce::Result cannotWrite(const juce::String& name, const juce::Result& why)
 {
     const auto reason = why.failed() ? " (" + why.getErrorMessage() + ")" : juce::String();
-    return juce::Result::fail("cannot write " + file.getFullPathName() + reason);
+    return juce::Result::fail("cannot write " + name + reason);
 }
 
 /** A stream for a writer, which deletes what it is given. */
@@ -41,52 +43,83 @@ private:
 };
 } // namespace
 
-SoundFile::SoundFile(const juce::File& file)
-    : target(file)
-    , replacement(file)
-    , format(formatFor(file))
+SoundFile::SoundFile(const juce::String& fileName, std::unique_ptr<juce::AudioFormat> fileFormat)
+    : name(fileName)
+    , format(std::move(fileFormat))
 {
 }
 
 juce::Result SoundFile::create(const juce::File& target, double rate, int numChannels, int bits,
                                std::unique_ptr<SoundFile>& file)
 {
+    const auto& name = target.getFullPathName();
+
     // A folder that is missing is more likely mistyped than meant to be made.
     if (!target.getParentDirectory().isDirectory())
-        return cannotWrite(target, juce::Result::fail("there is no such folder"));
+        return cannotWrite(name, juce::Result::fail("there is no such folder"));
 
-    std::unique_ptr<SoundFile> created(new SoundFile(target));
-    if (created->replacement.status().failed())
-        return cannotWrite(target, created->replacement.status());
-    auto stream = std::make_unique<Forwarding>(created->replacement.stream());
-    created->writer.reset(created->format->createWriterFor(
-        stream.get(), rate, static_cast<unsigned int>(numChannels), bits, {}, 0));
-    if (created->writer == nullptr)
-        return juce::Result::fail(created->format->getFormatName() + "s cannot hold " + juce::String(bits) +
+    std::unique_ptr<SoundFile> created(new SoundFile(name, formatFor(target)));
+    created->replacement = std::make_unique<FileReplacement>(target);
+    if (created->replacement->status().failed())
+        return cannotWrite(name, created->replacement->status());
+    const auto result = created->open(created->replacement->stream(), rate, numChannels, bits);
+    file = std::move(created);
+    return result;
+}
+
+juce::Result SoundFile::createStream(std::shared_ptr<std::ostream> stream, const juce::String& name,
+                                     double rate, int numChannels, int bits, juce::int64 numSamples,
+                                     std::unique_ptr<SoundFile>& file)
+{
+    std::unique_ptr<SoundFile> created(new SoundFile(name, std::make_unique<juce::WavAudioFormat>()));
+    created->oneWay = std::make_unique<OneWayWav>(std::move(stream), numSamples * numChannels * (bits / 8));
+    if (const auto result = created->open(*created->oneWay, rate, numChannels, bits); result.failed())
+        return result;
+    file = std::move(created);
+    return juce::Result::ok();
+}
+
+juce::Result SoundFile::open(juce::OutputStream& below, double rate, int numChannels, int bits)
+{
+    auto stream = std::make_unique<Forwarding>(below);
+    writer.reset(
+        format->createWriterFor(stream.get(), rate, static_cast<unsigned int>(numChannels), bits, {}, 0));
+    if (writer == nullptr)
+        return juce::Result::fail(format->getFormatName() + "s cannot hold " + juce::String(bits) +
                                   " bits at " + juce::String(rate) + " Hz");
     juce::ignoreUnused(stream.release()); // the writer has it
-    file = std::move(created);
     return juce::Result::ok();
 }
 
 bool SoundFile::write(const juce::AudioBuffer<float>& buffer, int numSamples)
 {
+    if (oneWay != nullptr)
+        oneWay->sendHeader();
     written += numSamples;
     return writer->writeFromAudioSampleBuffer(buffer, 0, numSamples);
 }
 
 juce::Result SoundFile::finish()
 {
+    if (oneWay != nullptr)
+        oneWay->sendHeader();
     writer.reset();
-    replacement.stream().flush();
+
+    if (oneWay != nullptr)
+    {
+        oneWay->flush();
+        return oneWay->isWhole() ? juce::Result::ok() : cannotWrite(name, juce::Result::ok());
+    }
+
+    replacement->stream().flush();
     // The header comes last, and JUCE doesn't say whether it got there.
-    auto stream = replacement.temporaryFile().createInputStream();
+    auto stream = replacement->temporaryFile().createInputStream();
     std::unique_ptr<juce::AudioFormatReader> reader(
         stream != nullptr ? format->createReaderFor(stream.release(), true) : nullptr);
     if (reader == nullptr || reader->lengthInSamples != written)
-        return cannotWrite(target, replacement.status());
-    const auto result = replacement.finish();
-    return result.wasOk() ? result : cannotWrite(target, result);
+        return cannotWrite(name, replacement->status());
+    const auto result = replacement->finish();
+    return result.wasOk() ? result : cannotWrite(name, result);
 }
 
 } // namespace quorel

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SoundInput.h"
 
+#include "common/Tool.h"
+
 namespace quorel
 {
 
@@ -18,7 +20,7 @@ juce::Result SoundInput::open(const juce::File& file, double rate, std::unique_p
     const auto cannot = [&](const juce::String& what)
     { return juce::Result::fail(file.getFullPathName() + ": " + what); };
     if (!file.existsAsFile())
-        return juce::Result::fail("cannot read " + file.getFullPathName());
+        return cannotRead(file);
 
     juce::AudioFormatManager formats;
     formats.registerFormat(new juce::WavAudioFormat(), true);

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SoundSetup.h"
 
+#include "SoundLists.h"
+
 #include "common/LayerPrograms.h"
 #include "common/MessagePump.h"
+#include "common/NearNames.h"
+#include "common/Tool.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
@@ -20,7 +24,7 @@ juce::Result readPreset(const juce::File& file, juce::MemoryBlock& bytes, StateC
     const auto cannot = [&](const char* what)
     { return juce::Result::fail(file.getFullPathName() + ": " + what); };
     if (file.isDirectory() || !file.loadFileAsData(bytes))
-        return juce::Result::fail("cannot read " + file.getFullPathName());
+        return cannotRead(file);
 
     switch (readStateChunk(bytes.getData(), bytes.getSize(), chunk))
     {
@@ -63,7 +67,8 @@ juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, co
     if (file == juce::File())
         return juce::Result::fail("there is no preset \"" + choice.folder + "/" + choice.name + "\" in " +
                                   (banks == juce::File() ? juce::String("the banks folder: none is set")
-                                                         : banks.getFullPathName()));
+                                                         : banks.getFullPathName()) +
+                                  didYouMean(choice.folder + "/" + choice.name, presetNames(banks)));
 
     juce::MemoryBlock bytes;
     StateChunk chunk;
@@ -75,6 +80,14 @@ juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, co
     if (!arrived)
         return juce::Result::fail(file.getFullPathName() + ": the preset does not load");
     return checkInstruments(processor, chunk, file);
+}
+
+juce::StringArray parameterNames(PluginProcessor& processor)
+{
+    juce::StringArray names;
+    for (int index = 0; index < numHostParameters; ++index)
+        names.add(processor.getParameterName(index));
+    return names;
 }
 
 juce::Result chooseProgram(VirtualInstrument& layer, const juce::String& program)
@@ -187,7 +200,10 @@ juce::Result setUpSound(PluginProcessor& processor, OfflineRender& offline, cons
     {
         const int index = findParameter(processor, choice.parameter);
         if (index < 0)
-            return juce::Result::fail("unknown parameter \"" + choice.parameter + "\"");
+            return juce::Result::fail("unknown parameter \"" + choice.parameter +
+                                      "\"" +
+                                      didYouMean(choice.parameter, parameterNames(processor)) +
+                                      " (see --list-parameters)");
         processor.setParameter(index, choice.value);
     }
     return juce::Result::ok();
