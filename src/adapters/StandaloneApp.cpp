@@ -3,6 +3,7 @@
 #include "adapters/StandaloneWindow.h"
 #include "engine/PluginProcessor.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamSound.h"
 #include "platform/PlatformSeamWindow.h"
 #include "platform/Version.h"
 #include "presets/PresetFiles.h"
@@ -135,6 +136,7 @@ private:
         if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
             throw std::runtime_error("there is no screen to open a window on");
 
+        quietenSoundLibraries();
         settings = std::make_unique<juce::PropertiesFile>(settingsFile(), juce::PropertiesFile::Options());
         window = std::make_unique<StandaloneWindow>(*settings);
 

@@ -63,7 +63,7 @@ protected:
 TEST_F(Standalone, AnswersItsCallerAndRefusesWhatItDoesntKnow)
 {
     EXPECT_TRUE(run({"--help"}).text.contains("--preset FOLDER/NAME"));
-    EXPECT_TRUE(run({"--version"}).text.startsWith("Quorel "));
+    EXPECT_TRUE(run({"--version"}).text.startsWith("quorel "));
 
     const std::vector<std::pair<juce::StringArray, int>> refused{
         {{"--nonsense"}, 2}, {{"surplus"}, 2}, {{"--preset"}, 2}, {{"--preset", "Nowhere/Nothing"}, 1}};

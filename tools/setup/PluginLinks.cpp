@@ -80,7 +80,8 @@ bool PluginLinks::makeOne(const juce::File& plugin, const juce::File& link)
         return false;
     }
 
-    if (!plugin.createSymbolicLink(link, true))
+    // JUCE doesn't see a link that leads nowhere, and can't make one over it.
+    if (deleteForGood(link).failed() || !plugin.createSymbolicLink(link, false))
     {
         words.complain("cannot make the link " + place);
         return false;
