@@ -16,15 +16,6 @@ namespace quorel
 
 namespace
 {
-/** True once for each user in the life of this process: where something keeps failing, no later instance waits. */
-bool isFirstTry(const juce::File& settingsFolder)
-{
-    static std::mutex mutex;
-    static std::set<juce::String> tried;
-    const std::lock_guard<std::mutex> lock(mutex);
-    return tried.insert(settingsFolder.getFullPathName()).second;
-}
-
 /** The build makes an instance to describe the LV2 plug-in; who builds isn't set up by that. */
 bool isBuildHelper()
 {
@@ -62,9 +53,14 @@ void setUpAtFirstStart()
     if (!isSetUpBefore(*store, productVersion))
         return;
 
+    // Once for each user in the life of this process: where something keeps failing, no later instance tries it again.
+    // An instance that another thread opens meanwhile waits here.
+    static std::mutex mutex;
+    static std::set<juce::String> tried;
+    const std::lock_guard<std::mutex> oneThread(mutex);
     const auto places = userPlaces();
 
-    if (!isFirstTry(places.settingsFolder) || isBuildHelper())
+    if (!tried.insert(places.settingsFolder.getFullPathName()).second || isBuildHelper())
         return;
 
     const auto product = productFolder();
