@@ -200,8 +200,7 @@ juce::Result setUpSound(PluginProcessor& processor, OfflineRender& offline, cons
     {
         const int index = findParameter(processor, choice.parameter);
         if (index < 0)
-            return juce::Result::fail("unknown parameter \"" + choice.parameter +
-                                      "\"" +
+            return juce::Result::fail("unknown parameter \"" + choice.parameter + "\"" +
                                       didYouMean(choice.parameter, parameterNames(processor)) +
                                       " (see --list-parameters)");
         processor.setParameter(index, choice.value);
