@@ -26,13 +26,15 @@ struct Options
     std::string regular, bold, condensed, output, icons, loose;
     /** Edge of the one icon to write instead, in pixels. */
     int iconSize = 0;
+    bool isDocument = false;
 };
 
 int work(const Options& options)
 {
     if (options.iconSize > 0)
     {
-        write(options.icons, pngOf(drawProgramIcon(options.iconSize)));
+        write(options.icons, pngOf(options.isDocument ? drawDocumentIcon(options.iconSize)
+                                                      : drawProgramIcon(options.iconSize)));
         return exitFine;
     }
 
@@ -56,6 +58,7 @@ int main(int argc, char** argv)
     app.add_option("--icons", options.icons, "strip of the program's icons to write");
     app.add_option("--icon-size", options.iconSize, "instead, write one icon of this size there")
         ->check(CLI::Range(16, 1024));
+    app.add_flag("--document", options.isDocument, "that icon is the one of a preset file");
     app.add_option("--loose", options.loose, "folder to write the images to as files too");
     return quorel::runTool(app, argc, argv, [&options] { return quorel::artwork::work(options); });
 }

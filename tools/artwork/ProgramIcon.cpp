@@ -42,6 +42,40 @@ juce::Image drawProgramIcon(int size)
     return image;
 }
 
+juce::Image drawDocumentIcon(int size)
+{
+    juce::Image image(juce::Image::ARGB, size, size, true, juce::SoftwareImageType());
+    juce::Graphics g(image);
+    const auto edge = static_cast<float>(size);
+    const float margin = std::round(edge * 0.11f);
+    const float line = juce::jmax(1.0f, std::round(edge / 64.0f));
+    const float fold = std::round(edge * 0.24f);
+    const auto sheet = Rect(edge, edge).reduced(margin, line).reduced(line / 2);
+
+    juce::Path outline;
+    outline.startNewSubPath(sheet.getTopLeft());
+    outline.lineTo(sheet.getRight() - fold, sheet.getY());
+    outline.lineTo(sheet.getRight(), sheet.getY() + fold);
+    outline.lineTo(sheet.getBottomRight());
+    outline.lineTo(sheet.getBottomLeft());
+    outline.closeSubPath();
+    fillShaded(g, outline, sheet, rgb(0xfbf9f4), rgb(0xdcd8ce));
+
+    juce::Path corner;
+    corner.addTriangle(sheet.getRight() - fold, sheet.getY(), sheet.getRight(), sheet.getY() + fold,
+                       sheet.getRight() - fold, sheet.getY() + fold);
+    g.setColour(rgb(0xb4b0a8));
+    g.fillPath(corner);
+    g.setColour(palette::edge);
+    g.strokePath(outline, juce::PathStrokeType(line));
+
+    const int iconEdge = juce::roundToInt(edge * 0.58f);
+    const int left = (size - iconEdge) / 2;
+    const int top = juce::roundToInt(sheet.getBottom() - margin * 0.7f) - iconEdge;
+    g.drawImageAt(drawProgramIcon(iconEdge), left, top);
+    return image;
+}
+
 juce::MemoryBlock programIcons()
 {
     int width = 0;
