@@ -6,6 +6,7 @@ make_changelog.py CHANGELOG.md VERSION MAINTAINER SECONDS
 
 SECONDS since 1970 are the time that the entry gets.
 """
+import datetime
 import email.utils
 import re
 import sys
@@ -25,4 +26,5 @@ print(f"quorel ({version}) unstable; urgency=medium\n")
 for point in filter(None, points):
     print(textwrap.fill(point.replace("`", ""), width=78, initial_indent="  * ", subsequent_indent="    ",
                         break_on_hyphens=False))
-print(f"\n -- {maintainer}  {email.utils.formatdate(int(seconds), localtime=False)}")
+when = datetime.datetime.fromtimestamp(int(seconds), datetime.timezone.utc)
+print(f"\n -- {maintainer}  {email.utils.format_datetime(when)}")

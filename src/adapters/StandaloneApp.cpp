@@ -2,6 +2,7 @@
 // The standalone program: its command line, and what it keeps from one start to the next.
 #include "adapters/StandaloneWindow.h"
 #include "engine/PluginProcessor.h"
+#include "engine/PresetImport.h"
 #include "platform/PlatformSeam.h"
 #include "platform/PlatformSeamSound.h"
 #include "platform/PlatformSeamWindow.h"
@@ -90,9 +91,17 @@ private:
         CLI::App options{
             "Layers up to four instruments into one sound. The sound is kept for the next start.", "quorel"};
         std::string wanted;
+        std::string file;
         options.set_version_flag("--version", std::string("quorel ") + productVersion,
                                  "Print the version and end");
-        options.add_option("--preset", wanted, "Preset to open with")->type_name("FOLDER/NAME");
+        auto* preset =
+            options.add_option("--preset", wanted, "Preset to open with")->type_name("FOLDER/NAME");
+        options
+            .add_option("file", file,
+                        "Preset to open with, as a file, or an archive of presets or a MIDI file. A preset "
+                        "from elsewhere is copied into your own after a question")
+            ->type_name("FILE")
+            ->excludes(preset);
 
         try
         {
@@ -103,7 +112,7 @@ private:
                 arguments.insert(arguments.begin(), argument.toStdString());
 
             options.parse(arguments);
-            openWindow(juce::String::fromUTF8(wanted.c_str()));
+            openWindow(juce::String::fromUTF8(wanted.c_str()), juce::String::fromUTF8(file.c_str()));
             return exitOk;
         }
         catch (const CLI::Success& answer)
@@ -123,14 +132,17 @@ private:
         }
     }
 
-    void openWindow(const juce::String& wanted)
+    void openWindow(const juce::String& wanted, const juce::String& path)
     {
-        const PresetName preset(wanted);
         setUpAtFirstStart();
+        const auto paths = readPaths(*makeUserStore());
+        const auto file = path.isEmpty() ? juce::File() : wantedFile(path);
+        const auto folder = path.isEmpty() ? juce::String() : folderHolding(paths.banksFolder, file);
+        const bool isOfTheBanks = folder.isNotEmpty() && file.hasFileExtension(presetFileEnding);
+        const PresetName preset(isOfTheBanks ? folder + "/" + file.getFileNameWithoutExtension() : wanted);
 
         if (wanted.isNotEmpty() &&
-            !findPresetFile(readPaths(*makeUserStore()).banksFolder, preset.folder, preset.name)
-                 .existsAsFile())
+            !findPresetFile(paths.banksFolder, preset.folder, preset.name).existsAsFile())
             throw std::runtime_error("there is no preset " + wanted.toStdString() + " (see --help)");
 
         if (juce::Desktop::getInstance().getDisplays().displays.isEmpty())
@@ -140,12 +152,43 @@ private:
         settings = std::make_unique<juce::PropertiesFile>(settingsFile(), juce::PropertiesFile::Options());
         window = std::make_unique<StandaloneWindow>(*settings);
 
-        if (wanted.isNotEmpty())
+        if (preset.name.isNotEmpty())
             openPreset(preset);
 
         window->setVisible(true);
         catchTermination();
         startTimer(terminationPollMillis);
+
+        if (path.isNotEmpty() && !isOfTheBanks)
+            takeFile(file);
+    }
+
+    static juce::File wantedFile(const juce::String& path)
+    {
+        const auto file = juce::File::getCurrentWorkingDirectory().getChildFile(path);
+
+        if (!file.exists())
+            throw std::runtime_error("there is no file " + path.toStdString() + " (see --help)");
+
+        if (!file.existsAsFile() || !PresetImport::isWanted(path))
+            throw std::runtime_error(path.toStdString() +
+                                     " is no preset, no archive of presets and no MIDI file (see --help)");
+
+        return file;
+    }
+
+    /** As if it were dropped on the editor. What it asks holds this call, so that it waits for the message loop. */
+    void takeFile(const juce::File& file)
+    {
+        juce::MessageManager::callAsync(
+            [target = juce::Component::SafePointer<StandaloneWindow>(window.get()), file]
+            {
+                if (target != nullptr)
+                    dynamic_cast<PluginProcessor&>(target->getProcessor())
+                        .getPresetCommands()
+                        .importing()
+                        .take({file.getFullPathName()});
+            });
     }
 
     /** Nothing sounds yet, so there is nothing to fade out. */

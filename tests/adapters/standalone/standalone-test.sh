@@ -31,9 +31,11 @@ refused()
 timeout 20 "$quorel" --help | grep -q -- "--preset FOLDER/NAME" || fail "--help"
 timeout 20 "$quorel" --version | grep -q "^quorel [0-9.]*$" || fail "--version"
 refused 2 --nonsense
-refused 2 surplus
+refused 2 one surplus
 refused 2 --preset
 refused 1 --preset "Nowhere/Nothing"
+refused 1 "$scratch/nothing.qrl"
+refused 1 "$scratch/setup.log"
 
 # plays ARGUMENT...: starts, is ended by the session a little later, and keeps its sound.
 plays()
@@ -55,4 +57,6 @@ fresh="$(plays)"
 chosen="$(plays --preset "05 Leads and Basses/Hollow Soloist")"
 [[ "$chosen" != "$fresh" ]] || fail "--preset opened nothing"
 [[ "$(plays)" == "$chosen" ]] || fail "the next start has another sound"
+byFile="$(plays "$XDG_DATA_HOME/Ostrand/Quorel/Banks/01 Keys and Splits/Four Corners.qrl")"
+[[ "$byFile" != "$chosen" ]] || fail "a preset's file opened nothing"
 echo "passed"
