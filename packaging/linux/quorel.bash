@@ -12,7 +12,7 @@ _quorel_lines()
 }
 
 # Presets as FOLDER/NAME, folders, and categories, as the user's library has them.
-_quorel_presets() { quorel-presets list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,'; }
+_quorel_presets() { quorel-presets list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,; /\/$/d'; }
 _quorel_folders() { _quorel_presets | sed 's,/.*,,' | sort -u; }
 _quorel_instruments() { quorel-render --list-instruments | sed 's/  .*//'; }
 _quorel_effects() { quorel-render --list-effects | sed -n 's/^ *[0-9][0-9]*  *\([^ ].*\)$/\1/p' | sed 's/  .*//'; }
