@@ -2,9 +2,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # From a bare Debian 12 to sound: installs the packages, builds, renders the demo song through four layered instruments
 # and four effects, and takes a tour through the factory presets. Everything it makes lies below build/.
-# With --gui it opens the standalone on the demo's sound instead.
+# With --gui it opens the standalone on the demo's sound instead; with --package it makes the Debian packages and the tarball,
+# in build/packages/.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
+
+[[ "${1:-}" != --package ]] || exec packaging/package.sh
 
 packaging/install-packages.sh
 packaging/build.sh release products

@@ -5,6 +5,7 @@
 #   ./test.sh asan       under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan       under ThreadSanitizer
 #   ./test.sh windows    builds and packs for 64-bit Windows, and runs the tests under Wine; --short: a part of them
+#   ./test.sh packages   makes the packages, and installs, upgrades and removes them in a bare Debian; as root
 #   ./test.sh style      clang-format and clang-tidy over our own code
 # Further arguments go to ctest, as in: ./test.sh release -R Chunk
 set -euo pipefail
@@ -19,6 +20,10 @@ fi
 
 if [[ "$kind" == windows ]]; then
     exec tests/windows/run-all.sh "$@"
+fi
+
+if [[ "$kind" == packages ]]; then
+    exec tests/packages/run-all.sh
 fi
 
 packaging/install-packages.sh
