@@ -23,7 +23,7 @@ if [[ "$kind" == windows ]]; then
 fi
 
 if [[ "$kind" == packages ]]; then
-    exec tests/packages/run-all.sh
+    exec tests/packages/run-all.sh "$@"
 fi
 
 packaging/install-packages.sh

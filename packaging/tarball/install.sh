@@ -107,7 +107,7 @@ remove_listed()
 }
 
 if [ -n "$uninstall" ]; then
-    [ -e "$list" ] || fail "there is no Quorel in $prefix that this script has installed"
+    [ -s "$list" ] || fail "there is no Quorel in $prefix that this script has installed"
 
     # Root has set nobody up.
     if [ "$(id -u)" != 0 ] && [ -x "$prefix/bin/quorel-setup" ]; then
@@ -141,6 +141,7 @@ leave_list()
 {
     [ ! -d "$prefix/lib/quorel" ] || LC_ALL=C sort -u "$before" "$new" > "$list" || :
     rm -f "$before" "$new"
+    trap - EXIT
 }
 trap leave_list EXIT
 trap 'exit 1' HUP INT TERM

@@ -11,7 +11,7 @@ check()
         echo "ok      $1"
     else
         echo "FAILED  $1"
-        sed 's/^/        /' "$said"
+        head -n 40 "$said" | sed 's/^/        /'
         failures=$((failures + 1))
     fi
 }

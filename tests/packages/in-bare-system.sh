@@ -55,7 +55,8 @@ opens_a_file()
     before="$(kept_sound "$1")"
     opens "$1" "$(banks_of "$1")/01 Keys and Splits/Four Corners.qrl" && [[ -n "$before" && "$before" != "$(kept_sound "$1")" ]]
 }
-is_set_up() { diff -r /usr/lib/quorel/presets "$(banks_of "$1")" | not grep -v 'Only in .*Banks'; }
+# All presets of the package are there, beside those that Quorel makes for the user.
+is_set_up() { not grep -v "^Only in $(banks_of "$1")" < <(diff -r /usr/lib/quorel/presets "$(banks_of "$1")"); }
 
 has_type() { as "$1" gio info -a standard::content-type "$2" | grep 'application/x-quorel-preset$'; }
 knows_presets()
@@ -110,6 +111,10 @@ with_an_older_debian()
     printf 'x' >> "$presets/Toy Box.qrl"
     cp "$presets/Toy Box.qrl" "$presets/My own.qrl"
 
+    # The programs in these packages are of the new version already.
+    check "its user has been set up" grep -F "\"$version\"" /home/bela/.config/Ostrand/Registry.xml
+    sed -i "s/\"$version\"/\"0.9.0\"/" /home/bela/.config/Ostrand/Registry.xml
+
     check "apt upgrades it" install /packages/quorel*.deb
     check "both have version $version" has_version "$version"
     check "a file that is no more is gone" not test -e /usr/lib/quorel/Help/old-page.html
@@ -127,18 +132,21 @@ with_an_older_debian()
     check "but the user's own file" test -e "$presets/My own.qrl"
 }
 
-# What is installed below HOME, for a user or with a prefix, is what the archive holds.
 archive_of() { echo "/home/$1/quorel-$version-linux-$(uname -m)"; }
+# holds_the_archive USER PREFIX VST-FOLDER: each of its files, the menu entry aside, which has got its program's place.
 holds_the_archive()
 {
-    local archive tree
+    local archive file result=0
     archive="$(archive_of "$1")"
-    for tree in bin lib/quorel share; do
-        diff -r "$archive/$tree" "$2/$tree" | grep -v -e '^Only in .*/lib/quorel: install' -e 'share/mime$' -e '/share/mime: ' \
-            -e 'applications: mimeinfo.cache' -e '^Only in .*/share: Ostrand' -e '^[<>-]' -e '^[0-9]*c[0-9]*$' \
-            -e '^diff .*org.ostrand.quorel.desktop' && return 1
-    done
-    diff -r "$archive/lib/vst" "$3"
+    while IFS= read -r file; do
+        case "$file" in
+            lib/vst/*) cmp "$archive/$file" "$3/${file#lib/vst/}" || result=1 ;;
+            *.desktop) grep -x -F "Exec=\"$2/bin/quorel\" %f" "$2/$file" || result=1 ;;
+            *) cmp "$archive/$file" "$2/$file" || result=1 ;;
+        esac
+    done < <(cd "$archive" && find bin lib/quorel lib/vst share ! -type d)
+    [[ -s "$2/lib/quorel/installed.txt" ]] || result=1
+    return "$result"
 }
 
 with_the_tarball()

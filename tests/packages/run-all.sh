@@ -2,14 +2,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Makes the packages, looks at them, and installs, uses, upgrades and removes them in a bare Debian of their own, below
 # build/packages-test/. Needs root, and Debian's archive over the network. The bare system is made once and kept.
-#   tests/packages/run-all.sh
+#   tests/packages/run-all.sh [--standing]     --standing takes the packages as they stand in build/packages/
 # QUOREL_DEBIAN_MIRROR names another archive than Debian's own.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 [[ $EUID == 0 ]] || { echo "./test.sh packages installs packages in a system of its own: start it as root" >&2; exit 1; }
 
-packaging/package.sh
+[[ "${1:-}" == --standing ]] || packaging/package.sh
 packages="$PWD/build/packages"
 work="$PWD/build/packages-test"
 release=bookworm
