@@ -84,7 +84,6 @@ with_debian()
 
     # What a desktop has, and what looks at windows.
     check "apt installs what the test needs" install xvfb xauth x11-utils man-db shared-mime-info desktop-file-utils libglib2.0-bin
-    # A bare system leaves out manual pages, in containers for instance; this one has been told nothing of the kind.
     check "the standalone opens its window" opens ada
     check "which has set its user up" is_set_up ada
     check "the demo is rendered" renders_demo ada
