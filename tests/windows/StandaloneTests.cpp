@@ -65,8 +65,10 @@ TEST_F(Standalone, AnswersItsCallerAndRefusesWhatItDoesntKnow)
     EXPECT_TRUE(run({"--help"}).text.contains("--preset FOLDER/NAME"));
     EXPECT_TRUE(run({"--version"}).text.startsWith("quorel "));
 
-    const std::vector<std::pair<juce::StringArray, int>> refused{
-        {{"--nonsense"}, 2}, {{"one", "surplus"}, 2}, {{"--preset"}, 2}, {{"--preset", "Nowhere/Nothing"}, 1}};
+    const std::vector<std::pair<juce::StringArray, int>> refused{{{"--nonsense"}, 2},
+                                                                 {{"one", "surplus"}, 2},
+                                                                 {{"--preset"}, 2},
+                                                                 {{"--preset", "Nowhere/Nothing"}, 1}};
 
     for (const auto& [arguments, code] : refused)
     {
