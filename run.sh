@@ -39,9 +39,8 @@ and the tour in
     $tour
 
 To use Quorel for yourself:
-    $dist/quorel-setup                    set up your own folders and instruments, once
-    mkdir -p ~/.vst && cp $dist/Quorel.so ~/.vst/
-                                          then let your DAW scan its VST2 (LXVST) folder
+    $dist/quorel-setup --link             link the plug-ins (VST3, LV2, VST2) into your own folders, ~/.vst3 and so on;
+                                          then let your DAW search them
     ./run.sh --gui                        the standalone on the demo's sound, with folders of its own
     $dist/Quorel                          the standalone, with your audio and MIDI devices
 TEXT

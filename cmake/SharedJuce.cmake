@@ -13,22 +13,11 @@ juce_set_vst2_sdk_path("${CMAKE_CURRENT_SOURCE_DIR}/cmake/fst")
 set(juceProcessors "${JUCE_MODULES_DIR}/juce_audio_processors")
 set(patchedDir "${CMAKE_BINARY_DIR}/patched-juce")
 set(changesDir "${CMAKE_CURRENT_SOURCE_DIR}/cmake/juce")
-file(READ "${juceProcessors}/format_types/juce_VSTPluginFormat.cpp" vstFormatText)
-string(REPLACE "\r\n" "\n" vstFormatText "${vstFormatText}")
+quorel_read_source("${juceProcessors}/format_types/juce_VSTPluginFormat.cpp" vstFormatText)
 
-# Replaces `old`, which must be there `count` times, by `new` in `vstFormatText`. No text may have a semicolon in
-# brackets only, which CMake would take for a list.
 function(quorel_change_vst_host count old new)
-    string(LENGTH "${old}" oldLength)
-    string(LENGTH "${vstFormatText}" lengthBefore)
-    string(REPLACE "${old}" "" without "${vstFormatText}")
-    string(LENGTH "${without}" lengthWithout)
-    math(EXPR expected "${lengthBefore} - ${count} * ${oldLength}")
-    if(NOT lengthWithout EQUAL expected)
-        message(FATAL_ERROR "JUCE's VST2 host was to have this ${count} times, look at cmake/SharedJuce.cmake: ${old}")
-    endif()
-    string(REPLACE "${old}" "${new}" changed "${vstFormatText}")
-    set(vstFormatText "${changed}" PARENT_SCOPE)
+    quorel_change_source(vstFormatText cmake/SharedJuce.cmake ${count} "${old}" "${new}")
+    set(vstFormatText "${vstFormatText}" PARENT_SCOPE)
 endfunction()
 
 # Hosted instruments ask for their host's name, and the answer must not depend on the program around us: a standalone
@@ -153,7 +142,7 @@ target_compile_definitions(quorel_juce
         JUCE_PLUGINHOST_LV2=0
         JUCE_PLUGINHOST_LADSPA=0
         JUCE_VST_FALLBACK_HOST_NAME="OS-QUOREL"
-        JUCE_VST3_CAN_REPLACE_VST2=0
+        JUCE_VST3_CAN_REPLACE_VST2=1
         JUCE_MODAL_LOOPS_PERMITTED=1
         JUCE_WEB_BROWSER=0
         JUCE_USE_CURL=0

@@ -14,18 +14,27 @@ class InstrumentTraits : public juce::AudioProcessor
 {
 public:
     InstrumentTraits()
-        : juce::AudioProcessor(BusesProperties()
-                                   .withInput("Input", juce::AudioChannelSet::stereo())
-                                   .withOutput("Output", juce::AudioChannelSet::stereo()))
+        : juce::AudioProcessor(buses())
     {
+    }
+
+    /** Whether a host has it by a format whose lists hold names and groups, and that moves sounds to and from
+        VST2. */
+    static bool isVst3OrLv2()
+    {
+        const auto format = juce::PluginHostType::getPluginLoadedAs();
+        return format == wrapperType_VST3 || format == wrapperType_LV2;
     }
 
     const juce::String getName() const override { return "Quorel"; }
 
-    /** Two channels both ways: the block addresses them by number. The input is thrown away. */
+    /** Two channels both ways: the block addresses them by number. The input is thrown away; where the format's
+        instruments have none, there is none. */
     bool isBusesLayoutSupported(const BusesLayout& layouts) const override
     {
-        return layouts.getMainInputChannelSet() == juce::AudioChannelSet::stereo() &&
+        const auto input =
+            getBusCount(true) > 0 ? juce::AudioChannelSet::stereo() : juce::AudioChannelSet::disabled();
+        return layouts.getMainInputChannelSet() == input &&
                layouts.getMainOutputChannelSet() == juce::AudioChannelSet::stereo();
     }
 
@@ -67,6 +76,13 @@ public:
     using juce::AudioProcessor::processBlockBypassed;
 
     void processBlockBypassed(juce::AudioBuffer<float>&, juce::MidiBuffer&) override {}
+
+private:
+    static BusesProperties buses()
+    {
+        const auto output = BusesProperties().withOutput("Output", juce::AudioChannelSet::stereo());
+        return isVst3OrLv2() ? output : output.withInput("Input", juce::AudioChannelSet::stereo());
+    }
 };
 
 } // namespace quorel

@@ -175,6 +175,13 @@ const juce::String PluginProcessor::getParameterText(int index)
     return parameterText(index, textSources());
 }
 
+juce::String PluginProcessor::getParameterText(int index, float value)
+{
+    auto sources = textSources();
+    sources.value = [&, present = sources.value](int i) { return i == index ? value : present(i); };
+    return parameterText(index, sources);
+}
+
 ParameterTextSources PluginProcessor::textSources()
 {
     return {[this](int index) { return table.get(index); },

@@ -58,6 +58,8 @@ public:
     const juce::String getProgramName(int program) override;
     const juce::String getParameterName(int index) override;
     const juce::String getParameterText(int index) override;
+    /** What it would read at another value, 0 to 1. */
+    juce::String getParameterText(int index, float value);
     /** The host's view: from the moment a sound is asked for, its values. `readParameter` gives the present ones. */
     float getParameter(int index) override;
     void setParameter(int index, float value) override;

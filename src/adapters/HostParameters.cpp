@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "adapters/HostParameters.h"
+
+#include "effects/FxTypes.h"
+#include "engine/PluginProcessor.h"
+#include "parameters/ParameterCatalogue.h"
+#include "parameters/ParameterCodings.h"
+#include "parameters/ParameterValueEntry.h"
+
+#include <memory>
+#include <utility>
+
+namespace quorel
+{
+
+namespace
+{
+bool isNamed(int index)
+{
+    const auto naming = parameterInfo(index).name.naming;
+    return naming != Naming::none && naming != Naming::number;
+}
+
+/** Its ID is the index behind a letter: LV2 makes a name of it. */
+class HostParameter final : public juce::AudioProcessorParameterWithID
+{
+public:
+    HostParameter(PluginProcessor& instrument, int slotIndex)
+        : juce::AudioProcessorParameterWithID(juce::ParameterID("p" + juce::String(slotIndex), 1), {})
+        , processor(instrument)
+        , index(slotIndex)
+        , info(parameterInfo(slotIndex))
+    {
+    }
+
+    float getValue() const override { return processor.getParameter(index); }
+
+    void setValue(float value) override { processor.setParameter(index, value); }
+
+    float getDefaultValue() const override { return info.defaultValue; }
+
+    /** The four blocks' effects have the same labels, or none: the block's number tells them apart. Where names
+        are written down once for all, they are those of no effect in particular. */
+    juce::String getName(int maximumLength) const override
+    {
+        auto text = processor.getParameterName(index);
+
+        if (info.name.naming == Naming::effectLabel)
+        {
+            const int j = (index - slot::fxParameters) / numFxBlocks;
+            const bool isNameless = text.isEmpty() || text == "-" || isWrittenDown();
+            text = "FX" + juce::String(index % numFxBlocks + 1) + " " +
+                   (isNameless ? "Parameter " + juce::String(j + 1) : text);
+        }
+
+        return text.substring(0, maximumLength);
+    }
+
+    juce::String getLabel() const override { return {}; }
+
+    juce::String getText(float value, int maximumLength) const override
+    {
+        const auto text = processor.getParameterText(index, value);
+        return (text.isNotEmpty() ? text : juce::String(value, 3)).substring(0, maximumLength);
+    }
+
+    float getValueForText(const juce::String& text) const override
+    {
+        return typedValue(index, text).value_or(processor.getParameter(index));
+    }
+
+    int getNumSteps() const override
+    {
+        if (info.text == TextRule::onOff)
+            return 2;
+
+        return info.text == TextRule::effectType ? fxTypeCount
+                                                 : juce::AudioProcessorParameterWithID::getNumSteps();
+    }
+
+    bool isDiscrete() const override { return isBoolean() || info.text == TextRule::effectType; }
+
+    bool isBoolean() const override { return info.text == TextRule::onOff; }
+
+    bool isAutomatable() const override { return isNamed(index); }
+
+    /** Any parameter may be tied to others. */
+    bool isMetaParameter() const override { return true; }
+
+private:
+    bool isWrittenDown() const { return processor.wrapperType == juce::AudioProcessor::wrapperType_LV2; }
+
+    PluginProcessor& processor;
+    const int index;
+    const ParameterInfo& info;
+};
+
+using Group = juce::AudioProcessorParameterGroup;
+
+/** Slots `first` to `last`, of which a part may be a group within. */
+std::unique_ptr<Group> makeGroup(PluginProcessor& processor, const juce::String& id, const juce::String& name,
+                                 int first, int last)
+{
+    auto group = std::make_unique<Group>(id, name, " | ");
+
+    for (int i = first; i <= last; ++i)
+        group->addChild(std::make_unique<HostParameter>(processor, i));
+
+    return group;
+}
+
+/** A layer with its EQ in the place of its slots: the order of all is that of their indices. */
+std::unique_ptr<Group> makeLayer(PluginProcessor& processor, int layer)
+{
+    const juce::String number(layer + 1);
+    const auto at = [layer](int n) { return layerParameter(layer, n); };
+    const int first = at(layerSlot::pluginNameText), last = first + slot::layerStride - 1;
+    auto group = makeGroup(processor, "layer" + number, "Layer " + number, first, at(layerSlot::eq) - 1);
+    group->addChild(makeGroup(processor, "eq" + number, "EQ", at(layerSlot::eq), at(layerSlot::eqEnd)));
+
+    for (int i = at(layerSlot::eqEnd) + 1; i <= last; ++i)
+        group->addChild(std::make_unique<HostParameter>(processor, i));
+
+    return group;
+}
+} // namespace
+
+HostParameters::HostParameters(PluginProcessor& instrument)
+    : processor(instrument)
+{
+    int next = 0;
+    const auto addUngrouped = [&](int end)
+    {
+        for (; next < end; ++next)
+            processor.addParameter(new HostParameter(processor, next));
+    };
+    const auto add = [&](std::unique_ptr<Group> group, int end)
+    {
+        processor.addParameterGroup(std::move(group));
+        next = end;
+    };
+
+    addUngrouped(slot::firstLayer);
+
+    for (int i = 0; i < numLayers; ++i)
+        add(makeLayer(processor, i), layerParameter(i, slot::firstLayer) + slot::layerStride);
+
+    addUngrouped(slot::fxOn);
+    add(makeGroup(processor, "effects", "Effects", slot::fxOn, slot::masterEq - 1), slot::masterEq);
+    add(makeGroup(processor, "masterEq", "Master EQ", slot::masterEq, slot::masterEqEnd),
+        slot::masterEqEnd + 1);
+    addUngrouped(slot::multiAssignment);
+    add(makeGroup(processor, "multi", "Multi-Controls", slot::multiAssignment, numHostParameters - 1),
+        numHostParameters);
+
+    if (processor.wrapperType == juce::AudioProcessor::wrapperType_VST3)
+    {
+        constexpr int lookMillis = 500;
+        toldNames = namesThatChange();
+        startTimer(lookMillis);
+    }
+}
+
+HostParameters::~HostParameters()
+{
+    stopTimer();
+}
+
+juce::String HostParameters::namesThatChange() const
+{
+    juce::String names;
+
+    for (int block = 0; block < numFxBlocks; ++block)
+        names << fxTypeFromParameter(processor.readParameter(slot::fxType + block)) << ' ';
+
+    for (int layer = 0; layer < numLayers; ++layer)
+        for (int i = 0; i < numEasyParameters; ++i)
+            names << processor.getLayer(layer).easyName(i) << '\n';
+
+    return names;
+}
+
+void HostParameters::timerCallback()
+{
+    auto names = namesThatChange();
+
+    if (names == toldNames)
+        return;
+
+    toldNames = std::move(names);
+    processor.updateHostDisplay(juce::AudioProcessor::ChangeDetails().withParameterInfoChanged(true));
+}
+
+} // namespace quorel
