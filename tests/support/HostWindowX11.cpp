@@ -120,11 +120,8 @@ void HostWindow::click(int x, int y)
         event.xbutton.state = type == ButtonRelease ? Button1Mask : 0u;
         event.xbutton.same_screen = True;
         XSendEvent(native->display, native->editor(), True, NoEventMask, &event);
+        idle(200);
     }
-
-    // Only then: on a busy machine the press would grow too long for a click.
-    XFlush(native->display);
-    idle(400);
 }
 
 /** Over the editor the server delivers keys to it, whether it has the keyboard or a window around it. */
