@@ -77,6 +77,24 @@ if(NOT numGrantedAtoms EQUAL 9)
     message(FATAL_ERROR "JUCE's window manager atoms were not found as expected: look at cmake/SharedJuce.cmake")
 endif()
 string(REPLACE "= getIfExists (display, \"" "= getCreating (display, \"" windowSystemText "${windowSystemText}")
+
+# Events that another call has read are handled all the same.
+function(quorel_change_window_system count old new)
+    quorel_change_source(windowSystemText cmake/SharedJuce.cmake ${count} "${old}" "${new}")
+    set(windowSystemText "${windowSystemText}" PARENT_SCOPE)
+endfunction()
+quorel_change_window_system(1
+    "    LinuxEventLoop::registerFdCallback (X11Symbols::getInstance()->xConnectionNumber (display),\n                                        [this] (int)\n"
+    "    const std::function<void (int)> handleEvents = [this] (int)\n")
+quorel_change_window_system(1
+    "                                            } while (display != nullptr);\n                                        });\n"
+    "                                            } while (display != nullptr);\n                                        };\n    LinuxEventLoop::registerFdCallback (X11Symbols::getInstance()->xConnectionNumber (display), handleEvents);\n    queuedXEvents = std::make_unique<QueuedXEvents> (display, handleEvents);\n")
+quorel_change_window_system(1
+    "        LinuxEventLoop::unregisterFdCallback (X11Symbols::getInstance()->xConnectionNumber (display));\n"
+    "        queuedXEvents.reset();\n        LinuxEventLoop::unregisterFdCallback (X11Symbols::getInstance()->xConnectionNumber (display));\n")
+quorel_change_window_system(1
+    "bool XWindowSystem::initialiseXDisplay()\n"
+    "#include \"${changesDir}/QueuedXEvents.h\"\n\nbool XWindowSystem::initialiseXDisplay()\n")
 file(CONFIGURE OUTPUT "${patchedDir}/native/x11/juce_linux_XWindowSystem.cpp" CONTENT "${windowSystemText}" @ONLY)
 
 # A window's refresh timer runs at the display's rate even if nothing is to be painted, which costs an idle editor more
@@ -142,7 +160,7 @@ target_compile_definitions(quorel_juce
         JUCE_PLUGINHOST_LV2=0
         JUCE_PLUGINHOST_LADSPA=0
         JUCE_VST_FALLBACK_HOST_NAME="OS-QUOREL"
-        JUCE_VST3_CAN_REPLACE_VST2=1
+        JUCE_VST3_CAN_REPLACE_VST2=$<IF:$<PLATFORM_ID:Linux>,1,0>
         JUCE_MODAL_LOOPS_PERMITTED=1
         JUCE_WEB_BROWSER=0
         JUCE_USE_CURL=0
