@@ -14,6 +14,7 @@
 
 #include <iostream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace quorel
@@ -134,9 +135,9 @@ private:
 
     void openWindow(const juce::String& wanted, const juce::String& path)
     {
+        const auto file = path.isEmpty() ? juce::File() : wantedFile(path);
         setUpAtFirstStart();
         const auto paths = readPaths(*makeUserStore());
-        const auto file = path.isEmpty() ? juce::File() : wantedFile(path);
         const auto folder = path.isEmpty() ? juce::String() : folderHolding(paths.banksFolder, file);
         const bool isOfTheBanks = folder.isNotEmpty() && file.hasFileExtension(presetFileEnding);
         const PresetName preset(isOfTheBanks ? folder + "/" + file.getFileNameWithoutExtension() : wanted);
@@ -160,7 +161,7 @@ private:
         startTimer(terminationPollMillis);
 
         if (path.isNotEmpty() && !isOfTheBanks)
-            takeFile(file);
+            toTake = file;
     }
 
     static juce::File wantedFile(const juce::String& path)
@@ -177,33 +178,31 @@ private:
         return file;
     }
 
-    /** As if it were dropped on the editor. What it asks holds this call, so that it waits for the message loop. */
+    PluginProcessor& processor() { return dynamic_cast<PluginProcessor&>(window->getProcessor()); }
+
+    /** As if it were dropped on the editor. What it asks holds the call, so that no timer may make it. */
     void takeFile(const juce::File& file)
     {
         juce::MessageManager::callAsync(
-            [target = juce::Component::SafePointer<StandaloneWindow>(window.get()), file]
+            [this, target = juce::Component::SafePointer<StandaloneWindow>(window.get()), file]
             {
                 if (target != nullptr)
-                    dynamic_cast<PluginProcessor&>(target->getProcessor())
-                        .getPresetCommands()
-                        .importing()
-                        .take({file.getFullPathName()});
+                    processor().getPresetCommands().importing().take({file.getFullPathName()});
             });
     }
 
     /** Nothing sounds yet, so there is nothing to fade out. */
     void openPreset(const PresetName& preset)
     {
-        auto& processor = dynamic_cast<PluginProcessor&>(window->getProcessor());
-        processor.setNames(preset.name, preset.folder);
+        processor().setNames(preset.name, preset.folder);
 
-        if (!processor.getSoundChange().loadPresetFile())
+        if (!processor().getSoundChange().loadPresetFile())
             throw std::runtime_error("preset " + (preset.folder + "/" + preset.name).toStdString() +
                                      " can't be loaded");
 
-        processor.getEditorRequests().bringPageBack();
-        processor.getPresetCommands().refreshLists();
-        processor.requestEditorRefresh();
+        processor().getEditorRequests().bringPageBack();
+        processor().getPresetCommands().refreshLists();
+        processor().requestEditorRefresh();
     }
 
     /** Beside the settings of the instruments. Earlier versions had theirs elsewhere. */
@@ -226,12 +225,17 @@ private:
     {
         if (isTerminationAsked())
             systemRequestedQuit();
+        // The sound of last time may still be on its way, and its picture would wipe a question away.
+        else if (toTake != juce::File() && !processor().getSoundChange().isUnderWay())
+            takeFile(std::exchange(toTake, {}));
     }
 
     static constexpr int terminationPollMillis = 100;
 
     std::unique_ptr<juce::PropertiesFile> settings;
     std::unique_ptr<StandaloneWindow> window;
+    /** A file of the command line that is neither a preset of the banks nor taken yet. */
+    juce::File toTake;
 };
 } // namespace
 } // namespace quorel
