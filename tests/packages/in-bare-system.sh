@@ -139,11 +139,11 @@ holds_the_archive()
     archive="$(archive_of "$1")"
     while IFS= read -r file; do
         case "$file" in
-            lib/vst/*) cmp "$archive/$file" "$3/${file#lib/vst/}" || result=1 ;;
+            lib/vst*/* | lib/lv2/*) cmp "$archive/$file" "${3%vst}${file#lib/}" || result=1 ;;
             *.desktop) grep -x -F "Exec=\"$2/bin/quorel\" %f" "$2/$file" || result=1 ;;
             *) cmp "$archive/$file" "$2/$file" || result=1 ;;
         esac
-    done < <(cd "$archive" && find bin lib/quorel lib/vst share ! -type d)
+    done < <(cd "$archive" && find bin lib share ! -type d)
     [[ -s "$2/lib/quorel/installed.txt" ]] || result=1
     return "$result"
 }
