@@ -65,10 +65,27 @@ bool giveKeyToHost(const juce::ComponentPeer& peer, const juce::KeyPress& key)
 
 namespace
 {
-/** JUCE's connection, held for as long as this lives. */
+/** JUCE's connection, held for as long as this lives. That a window is gone, which another program may have taken away
+    meanwhile, is no error then: it would end a host that leaves errors to Xlib or to GTK. */
 class Connection
 {
 public:
+    Connection()
+        : hostsHandler(
+              juce::X11Symbols::getInstance()->xSetErrorHandler([](::Display*, XErrorEvent*) { return 0; }))
+    {
+    }
+
+    ~Connection()
+    {
+        const auto* x = juce::X11Symbols::getInstance();
+        x->xSync(display, False);
+        x->xSetErrorHandler(hostsHandler);
+    }
+
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
     ::Display* get() const noexcept { return display; }
 
     const juce::X11Symbols* operator->() const noexcept { return juce::X11Symbols::getInstance(); }
@@ -135,6 +152,7 @@ private:
 
     ::Display* const display{juce::XWindowSystem::getInstance()->getDisplay()};
     juce::XWindowSystemUtilities::ScopedXLock lock;
+    const XErrorHandler hostsHandler;
 };
 
 ::Window ownWindow(const juce::ComponentPeer& peer)

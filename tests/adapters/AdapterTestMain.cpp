@@ -2,6 +2,7 @@
 // Runs all tests of a program that hosts the finished plug-in: away from the user's own settings.
 #include "ScratchUser.h"
 #include "support/HostSeam.h"
+#include "support/WindowErrors.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@ int main(int argc, char** argv)
         return RUN_ALL_TESTS();
 
     quorel::test::leaveUsersScreen();
+    quorel::test::surviveWindowErrors();
     // A test that starts this program says whose folders to take.
     if (argc > 1)
     {

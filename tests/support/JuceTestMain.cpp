@@ -3,6 +3,7 @@
 #include "platform/PlatformSeam.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ScratchFolder.h"
+#include "support/WindowErrors.h"
 
 #include <gtest/gtest.h>
 #include <juce_events/juce_events.h>
@@ -15,6 +16,8 @@ int main(int argc, char** argv)
     // theirs in QUOREL_TEST_DISPLAY.
     quorel::test::setVariable("DISPLAY",
                               juce::SystemStats::getEnvironmentVariable("QUOREL_TEST_DISPLAY", ":9999"));
+
+    quorel::test::surviveWindowErrors();
 
     const quorel::test::ScratchFolder user;
     user.child("data").createDirectory();

@@ -38,7 +38,7 @@ std::size_t distance(const std::u32string& one, const std::u32string& other)
             diagonal = std::exchange(row[j + 1], std::min({changed, row[j] + 1, row[j + 1] + 1}));
         }
     }
-    return row.back();
+    return row.empty() ? 0 : row.back();
 }
 } // namespace
 
