@@ -257,7 +257,9 @@ TEST_F(MadeUpSource, anInstalledProductIsFoundHoweverItIsStarted)
     const juce::File built(QUOREL_TEST_SETUP);
     const auto bin = folder.child("usr/bin");
     const auto program = bin.getChildFile(built.getFileName());
-    ASSERT_TRUE(bin.createDirectory() && built.copyFileTo(program) && program.setExecutePermission(true));
+    ASSERT_TRUE(bin.createDirectory() && built.copyFileTo(program));
+    // Not all systems have such a thing.
+    program.setExecutePermission(true);
     ASSERT_TRUE(folder.child("1").copyDirectoryTo(folder.child("usr/lib/quorel")));
     const auto prefix = folder.child("prefix");
     const juce::StringArray arguments{"--prefix", prefix.getFullPathName()};
