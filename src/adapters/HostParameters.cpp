@@ -4,7 +4,6 @@
 #include "effects/FxTypes.h"
 #include "engine/PluginProcessor.h"
 #include "parameters/ParameterCatalogue.h"
-#include "parameters/ParameterCodings.h"
 #include "parameters/ParameterValueEntry.h"
 
 #include <memory>
@@ -55,8 +54,6 @@ public:
 
         return text.substring(0, maximumLength);
     }
-
-    juce::String getLabel() const override { return {}; }
 
     juce::String getText(float value, int maximumLength) const override
     {

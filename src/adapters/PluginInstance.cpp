@@ -24,6 +24,13 @@ namespace
 /** More than a block ever holds; what comes beyond is dropped. */
 constexpr size_t midiReserve = 64 * 1024;
 
+/** Read from the bytes: a message made of them would take memory for system exclusive data. */
+bool beginsNote(const juce::MidiMessageMetadata& event)
+{
+    constexpr int noteOn = 0x90, kind = 0xf0, withVelocity = 3;
+    return event.numBytes == withVelocity && (event.data[0] & kind) == noteOn && event.data[2] > 0;
+}
+
 /** The settings of a user who has been set up to play. */
 std::unique_ptr<UserStore> settingsOfUser()
 {
@@ -90,10 +97,7 @@ void PluginInstance::processBlockBypassed(juce::AudioBuffer<float>& buffer, juce
     {
         const auto needed = static_cast<size_t>(event.numBytes + bytesBesideEach);
 
-        if (needed > room)
-            break;
-
-        if (event.getMessage().isNoteOn())
+        if (needed > room || beginsNote(event))
             continue;
 
         midiInBypass.addEvent(event.data, event.numBytes, event.samplePosition);

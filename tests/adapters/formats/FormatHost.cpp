@@ -20,34 +20,22 @@ struct HostState : juce::AudioProcessor
     using juce::AudioProcessor::getXmlFromBinary;
 };
 
-juce::AudioPluginFormat& clientOf(Format format)
+struct FormatOfHost
+{
+    const char* name;
+    const char* place;
+    juce::AudioPluginFormat& client;
+};
+
+const FormatOfHost& formatOf(Format format)
 {
     static juce::VSTPluginFormat vst2;
     static juce::VST3PluginFormat vst3;
     static juce::LV2PluginFormat lv2;
-
-    switch (format)
-    {
-    case Format::vst3:
-        return vst3;
-    case Format::lv2:
-        return lv2;
-    default:
-        return vst2;
-    }
-}
-
-const char* placeOf(Format format)
-{
-    switch (format)
-    {
-    case Format::vst3:
-        return QUOREL_VST3_BUNDLE;
-    case Format::lv2:
-        return QUOREL_LV2_BUNDLE;
-    default:
-        return QUOREL_PLUGIN_FILE;
-    }
+    static const FormatOfHost formats[] = {{"VST2", QUOREL_PLUGIN_FILE, vst2},
+                                           {"VST3", QUOREL_VST3_BUNDLE, vst3},
+                                           {"LV2", QUOREL_LV2_BUNDLE, lv2}};
+    return formats[static_cast<size_t>(format)];
 }
 
 juce::AudioPluginInstance& asInstance(juce::AudioProcessor& plugin)
@@ -92,22 +80,14 @@ juce::Range<int> soundIn(const juce::String& state)
 
 std::string nameOf(Format format)
 {
-    switch (format)
-    {
-    case Format::vst3:
-        return "VST3";
-    case Format::lv2:
-        return "LV2";
-    default:
-        return "VST2";
-    }
+    return formatOf(format).name;
 }
 
 juce::PluginDescription describe(Format format)
 {
-    auto& client = clientOf(format);
+    auto& client = formatOf(format).client;
     juce::OwnedArray<juce::PluginDescription> found;
-    juce::String place(placeOf(format));
+    juce::String place(formatOf(format).place);
 
     // LV2 plug-ins are named by their addresses.
     if (format == Format::lv2)
@@ -128,7 +108,8 @@ juce::PluginDescription describe(Format format)
 std::unique_ptr<juce::AudioPluginInstance> load(Format format, double rate, int blockSize)
 {
     juce::String error;
-    auto plugin = clientOf(format).createInstanceFromDescription(describe(format), rate, blockSize, error);
+    auto plugin =
+        formatOf(format).client.createInstanceFromDescription(describe(format), rate, blockSize, error);
 
     if (plugin == nullptr)
         throw std::runtime_error(error.toStdString());
