@@ -36,7 +36,7 @@ rm -rf "$work"
 mkdir -p "$products" "$packages"
 packages="$(cd "$packages" && pwd)"
 
-for item in Quorel.dll "${programs[@]}" Ostrand Banks presets Help; do
+for item in Quorel.dll Quorel.vst3 "${programs[@]}" Ostrand Banks presets Help; do
     cp -R "$dist/$item" "$products/"
 done
 
@@ -52,10 +52,10 @@ settle_times
 rm -f "$packages/$zip_file" "$packages/$setup_file"
 (cd "$work" && find "$name" | LC_ALL=C sort | zip -q -X -9 "$packages/$zip_file" -@)
 
-# What the uninstaller takes, and the installer of a later version. The plug-in itself goes elsewhere.
+# What the uninstaller takes, and the installer of a later version. The plug-ins go elsewhere.
 (cd "$products" && {
-    find . -type f ! -path ./Quorel.dll -printf '%P\n' | LC_ALL=C sort
-    find . -mindepth 1 -depth -type d -printf '%P/\n'
+    find . -type f ! -path ./Quorel.dll ! -path './Quorel.vst3/*' -printf '%P\n' | LC_ALL=C sort
+    find . -mindepth 1 -depth -type d ! -path './Quorel.vst3*' -printf '%P/\n'
 } | sed 's,/,\\,g; s/$/\r/') > "$work/files.txt"
 mv "$work/files.txt" "$products/"
 settle_times

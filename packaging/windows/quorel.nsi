@@ -1,7 +1,7 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
 ; The installer for one user, without an administrator's rights. packaging/windows/build.sh calls it:
 ;   makensis -DVERSION=1.2.3 -DSIZE=KIBIBYTES -DPRODUCTS=FOLDER -DICON=FILE.ico -DOUTPUT=FILE.exe quorel.nsi
-; PRODUCTS is laid out as it is to be installed, with the plug-in at its top. Its files.txt lists the rest: a file a
+; PRODUCTS is laid out as it is to be installed, with the plug-ins at its top. Its files.txt lists the rest: a file a
 ; line, then the folders, innermost first, each with a backslash at its end.
 ;
 ; Command line: /S silent, /VST2DIR=FOLDER, /DOWNGRADE (with /S: an older version may replace a newer one), /D=FOLDER last.
@@ -16,6 +16,9 @@ Target amd64-unicode
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorel"
 !define START_MENU "$SMPROGRAMS\Quorel"
+; Where every host looks for a user's own VST3 plug-ins.
+!define VST3_BUNDLE "$LOCALAPPDATA\Programs\Common\VST3\Quorel.vst3"
+!define VST3_LIBRARY "${VST3_BUNDLE}\Contents\x86_64-win\Quorel.vst3"
 
 Name "Quorel"
 OutFile "${OUTPUT}"
@@ -50,14 +53,14 @@ Var MayDowngrade
 !insertmacro MUI_PAGE_DIRECTORY
 !define MUI_PAGE_HEADER_TEXT "Choose VST2 Folder"
 !define MUI_PAGE_HEADER_SUBTEXT "Where does your DAW look for VST2 plug-ins?"
-!define MUI_DIRECTORYPAGE_TEXT_TOP "The plug-in goes into a folder Quorel in this one. Your DAW finds it only if this is one of the folders that it \
-searches for VST2 plug-ins: choose one of them here, or add this one to them in your DAW."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "The VST2 plug-in goes into a folder Quorel in this one. Your DAW finds it only if this is one of the folders that it \
+searches for VST2 plug-ins: choose one of them here, or add this one to them in your DAW. The VST3 plug-in goes where every DAW looks."
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "VST2 Folder"
 !define MUI_DIRECTORYPAGE_VARIABLE $Vst2Folder
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE checkVst2Folder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_TEXT "Quorel has been installed. Let your DAW search its VST2 folders anew."
+!define MUI_FINISHPAGE_TEXT "Quorel has been installed. Let your DAW search its plug-in folders anew."
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Quorel.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Start Quorel without a DAW"
 !define MUI_FINISHPAGE_RUN_NOTCHECKED
@@ -65,7 +68,7 @@ searches for VST2 plug-ins: choose one of them here, or add this one to them in 
 !define MUI_FINISHPAGE_SHOWREADME_TEXT "Open the user guide"
 !insertmacro MUI_PAGE_FINISH
 
-!define MUI_UNCONFIRMPAGE_TEXT_TOP "Quorel will be removed from this folder and from your VST2 folder. Your own presets, and whatever else \
+!define MUI_UNCONFIRMPAGE_TEXT_TOP "Quorel will be removed from this folder and from your plug-in folders. Your own presets, and whatever else \
 you changed or added, stay in $APPDATA\Ostrand."
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
@@ -120,6 +123,7 @@ Function ${UN}checkNothingRuns
     ReadRegStr $2 HKCU "${UNINSTALL_KEY}" "VST2Folder"
     !insertmacro checkFile "${UN}" "$2\Quorel\Quorel.dll"
     !insertmacro checkFile "${UN}" "$Vst2Folder\Quorel\Quorel.dll"
+    !insertmacro checkFile "${UN}" "${VST3_LIBRARY}"
     !insertmacro checkFile "${UN}" "$INSTDIR\Quorel.exe"
     !insertmacro checkFile "${UN}" "$INSTDIR\quorel-presets.exe"
     !insertmacro checkFile "${UN}" "$INSTDIR\quorel-render.exe"
@@ -171,6 +175,14 @@ FunctionEnd
     ${If} $1 == "in use"
         !insertmacro refuseWhileOpen "$0" again
     ${EndIf}
+!macroend
+
+; Its own folders and no more: what else somebody put there stays.
+!macro removeVst3
+    Delete "${VST3_LIBRARY}"
+    RMDir "${VST3_BUNDLE}\Contents\x86_64-win"
+    RMDir "${VST3_BUNDLE}\Contents"
+    RMDir "${VST3_BUNDLE}"
 !macroend
 
 !insertmacro sharedFunctions ""
@@ -333,9 +345,11 @@ Section
 
     ClearErrors
     SetOutPath "$INSTDIR"
-    File /r /x Quorel.dll "${PRODUCTS}\*.*"
+    File /r /x Quorel.dll /x Quorel.vst3 "${PRODUCTS}\*.*"
     SetOutPath "$Vst2Folder\Quorel"
     File "${PRODUCTS}\Quorel.dll"
+    SetOutPath "${VST3_BUNDLE}\Contents\x86_64-win"
+    File "${PRODUCTS}\Quorel.vst3\Contents\x86_64-win\Quorel.vst3"
     SetOutPath "$INSTDIR"
     WriteUninstaller "$INSTDIR\Uninstall.exe"
     CreateDirectory "${START_MENU}"
@@ -393,6 +407,7 @@ may have one of them open, then try again. If you ignore this, they stay where t
         Delete "$Vst2Folder\Quorel\Quorel.dll"
         RMDir "$Vst2Folder\Quorel"
     ${EndIf}
+    !insertmacro removeVst3
     Delete "${START_MENU}\Quorel.lnk"
     Delete "${START_MENU}\Quorel user guide.lnk"
     Delete "${START_MENU}\Uninstall Quorel.lnk"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Every binary below a folder of products for Windows: what it needs is the system's, what it offers is a plug-in's entry
-# point alone, it is for 64 bits and has no debug information in it.
+# points alone, it is for 64 bits and has no debug information in it.
 #   check-binaries.sh FOLDER
 set -euo pipefail
 
@@ -40,9 +40,10 @@ check()
 while IFS= read -r -d '' file; do
     case "$file" in
         *.dll) check "$file" VSTPluginMain ;;
+        *.vst3) check "$file" "ExitDll GetPluginFactory InitDll" ;;
         *) check "$file" "" ;;
     esac
-done < <(find "$1" \( -name "*.dll" -o -name "*.exe" \) -print0)
+done < <(find "$1" -type f \( -name "*.dll" -o -name "*.vst3" -o -name "*.exe" \) -print0)
 
 [[ "$count" -gt 0 ]] || complain "no binary in $1"
 echo "$count binaries"

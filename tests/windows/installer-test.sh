@@ -49,6 +49,7 @@ new_user()
     registry query 'HKCU\Software' > "$QUOREL_WINE_FOLDER/software.txt"
     programs="$user/AppData/Local/Programs/Quorel"
     plugin="$user/AppData/Local/Programs/Common/VST2/Quorel/Quorel.dll"
+    vst3="$user/AppData/Local/Programs/Common/VST3/Quorel.vst3"
     data="$user/AppData/Roaming/Ostrand/Quorel"
     menu="$user/AppData/Roaming/Microsoft/Windows/Start Menu/Programs/Quorel"
 }
@@ -62,6 +63,7 @@ is_installed()
     is_same "$( (sed 's/\r$//; /\\$/d; s,\\,/,g' "$programs/files.txt" && printf 'Uninstall.exe\nfiles.txt\n') | LC_ALL=C sort)" \
             "$(files_below "$programs")" &&
         cmp "$plugin" "$build/dist/Quorel.dll" &&
+        diff -r "$vst3" "$build/dist/Quorel.vst3" &&
         is_same "$(files_below "$build/dist/presets")" "$(files_below "$data/Banks")" &&
         diff -r "$build/dist/presets" "$data/Banks" &&
         diff -r "$build/dist/Ostrand" "$data/Plugins/Ostrand" &&
@@ -98,7 +100,8 @@ uninstall()
 # Nothing but what the host and the instruments write themselves, and the user's own: "is_gone FILE...", below Ostrand.
 is_gone()
 {
-    not [ -e "$programs" ] && not [ -e "$(dirname "$plugin")" ] && not [ -e "$menu" ] &&
+    not [ -e "$programs" ] && not [ -e "$(dirname "$plugin")" ] && not [ -e "$vst3" ] &&
+        not [ -e "$menu" ] &&
         is_same "$(registry query 'HKCU\Software')" "$(cat "$QUOREL_WINE_FOLDER/software.txt")" &&
         not registry query "$uninstall_key" &&
         is_same "$(printf '%s\n' "$@" | LC_ALL=C sort)" "$(files_below "$user/AppData/Roaming/Ostrand")"
@@ -164,9 +167,10 @@ zip_works()
     mkdir "$folder" && python3 -m zipfile -e "$zip_file" "$folder" || return 1
     folder="$folder/Quorel-$version-win64"
     run "$folder/quorel-setup.exe" || return 1
-    mkdir -p "$(dirname "$plugin")" && cp "$folder/Quorel.dll" "$plugin" && plays || return 1
+    mkdir -p "$(dirname "$plugin")" "$(dirname "$vst3")" && cp "$folder/Quorel.dll" "$plugin" &&
+        cp -R "$folder/Quorel.vst3" "$vst3" && plays || return 1
     run "$folder/quorel-setup.exe" --remove || return 1
-    rm -r "$user/My programs" "$(dirname "$plugin")"
+    rm -r "$user/My programs" "$(dirname "$plugin")" "$vst3"
     is_gone "Quorel/Banks/99 Default Preset/Default Preset.qrl"
 }
 

@@ -31,10 +31,15 @@ const FormatOfHost& formatOf(Format format)
 {
     static juce::VSTPluginFormat vst2;
     static juce::VST3PluginFormat vst3;
+#if JUCE_PLUGINHOST_LV2
     static juce::LV2PluginFormat lv2;
+#endif
     static const FormatOfHost formats[] = {{"VST2", QUOREL_PLUGIN_FILE, vst2},
-                                           {"VST3", QUOREL_VST3_BUNDLE, vst3},
-                                           {"LV2", QUOREL_LV2_BUNDLE, lv2}};
+                                           {"VST3", QUOREL_VST3_PLUGIN, vst3},
+#if JUCE_PLUGINHOST_LV2
+                                           {"LV2", QUOREL_LV2_BUNDLE, lv2}
+#endif
+    };
     return formats[static_cast<size_t>(format)];
 }
 
@@ -77,6 +82,22 @@ juce::Range<int> soundIn(const juce::String& state)
     return {from, state.indexOfChar(from, '"')};
 }
 } // namespace
+
+std::vector<Format> allFormats()
+{
+    auto formats = newerFormats();
+    formats.insert(formats.begin(), Format::vst2);
+    return formats;
+}
+
+std::vector<Format> newerFormats()
+{
+#if JUCE_PLUGINHOST_LV2
+    return {Format::vst3, Format::lv2};
+#else
+    return {Format::vst3};
+#endif
+}
 
 std::string nameOf(Format format)
 {

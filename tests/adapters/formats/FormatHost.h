@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quorel::test
 {
@@ -16,6 +17,12 @@ enum class Format
     vst3,
     lv2
 };
+
+/** Those that this system's hosts load; VST2 comes first. */
+std::vector<Format> allFormats();
+
+/** All but VST2. */
+std::vector<Format> newerFormats();
 
 std::string nameOf(Format format);
 

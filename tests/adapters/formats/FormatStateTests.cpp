@@ -12,7 +12,6 @@ namespace quorel::test
 
 namespace
 {
-constexpr Format formats[] = {Format::vst2, Format::vst3, Format::lv2};
 constexpr int controllerMap = 1050;
 
 float numberAsValue(int n)
@@ -46,7 +45,7 @@ TEST(FormatState, isTheSameInAllFormatsByBytesAndBySamples)
     juce::AudioBuffer<float> samples;
     const auto original = sound();
 
-    for (const auto format : formats)
+    for (const auto format : allFormats())
     {
         SCOPED_TRACE(nameOf(format));
         const auto plugin = load(format);
@@ -101,7 +100,7 @@ TEST(FormatState, thatIsDamagedLeavesThePresentOne)
     const auto original = sound();
     juce::Random random(5);
 
-    for (const auto format : {Format::vst3, Format::lv2})
+    for (const auto format : newerFormats())
     {
         SCOPED_TRACE(nameOf(format));
         const auto plugin = load(format);
@@ -137,7 +136,7 @@ TEST(FormatState, hearsControllersOfMidi)
 {
     const auto original = sound();
 
-    for (const auto format : formats)
+    for (const auto format : allFormats())
     {
         SCOPED_TRACE(nameOf(format));
         const auto plugin = load(format);

@@ -105,7 +105,7 @@ TEST_P(Stressed, opens_and_closes_100_times)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, Stressed, testing::Values(Format::vst3, Format::lv2),
+INSTANTIATE_TEST_SUITE_P(Formats, Stressed, testing::ValuesIn(newerFormats()),
                          [](const auto& given) { return nameOf(given.param); });
 
 } // namespace quorel::test

@@ -124,7 +124,6 @@ TEST_P(EachFormat, plays_at_any_rate_in_any_block)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, EachFormat, testing::Values(Format::vst2, Format::vst3, Format::lv2),
-                         nameOfParam);
+INSTANTIATE_TEST_SUITE_P(Formats, EachFormat, testing::ValuesIn(allFormats()), nameOfParam);
 
 } // namespace quorel::test
