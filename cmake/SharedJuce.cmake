@@ -95,6 +95,23 @@ quorel_change_window_system(1
 quorel_change_window_system(1
     "bool XWindowSystem::initialiseXDisplay()\n"
     "#include \"${changesDir}/QueuedXEvents.h\"\n\nbool XWindowSystem::initialiseXDisplay()\n")
+
+# The keyboard is taken at once. Some hosts write a user's last action on the window that they embed, when they do so, and
+# never again: a request of that time would lose against all that came after it.
+quorel_change_window_system(1
+    "getFocusWindow (windowH), RevertToParent, (::Time) getUserTime (windowH));\n"
+    "getFocusWindow (windowH), RevertToParent, CurrentTime);\n")
+
+# Windows may be gone when they are asked for.
+quorel_change_window_system(1
+    "bool XWindowSystem::isFocused (::Window windowH) const\n"
+    "#include \"${changesDir}/GoneWindows.h\"\n\nbool XWindowSystem::isFocused (::Window windowH) const\n")
+quorel_change_window_system(1
+    "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n\n    if (windowH != 0\n        && X11Symbols"
+    "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n    const GoneWindowsAreNoError guard (display);\n\n    if (windowH != 0\n        && X11Symbols")
+quorel_change_window_system(1
+    "    const auto result = X11Symbols::getInstance()->xQueryTree (display, possibleChild,"
+    "    const GoneWindowsAreNoError guard (display);\n    const auto result = X11Symbols::getInstance()->xQueryTree (display, possibleChild,")
 file(CONFIGURE OUTPUT "${patchedDir}/native/x11/juce_linux_XWindowSystem.cpp" CONTENT "${windowSystemText}" @ONLY)
 
 # A window's refresh timer runs at the display's rate even if nothing is to be painted, which costs an idle editor more

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HostWindow.h"
 
+#include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
@@ -43,6 +44,14 @@ struct HostWindow::Native
         return first;
     }
 
+    /** As hosts do once that embed a window by a toolkit: an action that soon is long ago. */
+    void noteUserAction() const
+    {
+        constexpr unsigned long time = 1;
+        XChangeProperty(display, editor(), XInternAtom(display, "_NET_WM_USER_TIME", False), XA_CARDINAL, 32,
+                        PropModeReplace, reinterpret_cast<const unsigned char*>(&time), 1);
+    }
+
     Display* const display{XOpenDisplay(nullptr)};
     const Window window{XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 1, 1, 0, 0, 0)};
 };
@@ -59,6 +68,7 @@ HostWindow::HostWindow(RawVst2Host& pluginHost)
     comesTo([this] { return native->focus() == native->window; });
     host.dispatch(effEditOpen, 0, 0, reinterpret_cast<void*>(native->window));
     comesTo([this] { return isOpen(); });
+    native->noteUserAction();
     constexpr int settlesMillis = 500;
     idle(settlesMillis);
 }
