@@ -102,6 +102,12 @@ quorel_change_window_system(1
     "getFocusWindow (windowH), RevertToParent, (::Time) getUserTime (windowH));\n"
     "getFocusWindow (windowH), RevertToParent, CurrentTime);\n")
 
+# What has taken the keyboard in a window keeps it when the server tells of that later. JUCE would give it back to what had
+# it before.
+quorel_change_window_system(1
+    "        peer->focused = true;\n        peer->handleFocusGain();\n"
+    "        peer->focused = true;\n\n        if (! peer->getComponent().hasKeyboardFocus (true))\n            peer->handleFocusGain();\n")
+
 # Windows may be gone when they are asked for.
 quorel_change_window_system(1
     "bool XWindowSystem::isFocused (::Window windowH) const\n"

@@ -59,6 +59,10 @@ bool EditorKeyboard::passOn(const juce::KeyPress& key)
         dynamic_cast<juce::TextEditor*>(juce::Component::getCurrentlyFocusedComponent()) != nullptr)
         return false;
 
+    // Nor is a key for the host while a question waits for its answer.
+    if (const auto* question = juce::Component::getCurrentlyModalComponent(); isPartOf(question, editor))
+        return false;
+
     const auto* peer = editor.getPeer();
 
     return peer != nullptr && giveKeyToHost(*peer, key);
