@@ -2,11 +2,12 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Ardour without its windows scans the plug-in, loads it into a session, moves a parameter, saves; opens the session
 # again with a sound in it, plays a note and meters it; then saves the sound and restores it once more.
-#   ardour-test.sh QUOREL.so QUOREL-SETUP SOUND-FILE-WRITER SCRATCH-FOLDER
+# The VST3 and the LV2 stand beside it in the same session.
+#   ardour-test.sh FOLDER-OF-PRODUCTS QUOREL-SETUP SOUND-FILE-WRITER SCRATCH-FOLDER
 # Exits with 77 where Ardour 7 isn't installed.
 set -euo pipefail
 
-plugin="$1" setup="$2" writeSound="$3" scratch="$4"
+products="$1" setup="$2" writeSound="$3" scratch="$4"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 ardour=/usr/lib/ardour7
 instrument=Orlen
@@ -24,9 +25,11 @@ fail()
 }
 
 rm -rf "$scratch"
-mkdir -p "$scratch/vst" "$scratch/home"
+mkdir -p "$scratch/vst" "$scratch/home/.vst3" "$scratch/home/.lv2"
 scratch="$(cd "$scratch" && pwd)"
-ln -s "$plugin" "$scratch/vst/Quorel.so"
+ln -s "$products/Quorel.so" "$scratch/vst/"
+ln -s "$products/Quorel.vst3" "$scratch/home/.vst3/"
+ln -s "$products/Quorel.lv2" "$scratch/home/.lv2/"
 
 # A user of its own, without a screen.
 export HOME="$scratch/home" XDG_CACHE_HOME="$scratch/home/cache"
@@ -63,6 +66,9 @@ inArdour "$ardour/ardour-vst-scanner" -f -v "$scratch/vst/Quorel.so" > "$scratch
     fail "the scanner (see $scratch/scan.log)"
 grep -q 'name="Quorel".*category="Instrument".*n_inputs="2" n_outputs="2" n_midi_inputs="1" n_midi_outputs="0"' \
     "$scratch/scan.log" || fail "the scan found something else (see $scratch/scan.log)"
+
+inArdour "$ardour/ardour-vst3-scanner" -f -v "$HOME/.vst3/Quorel.vst3" > "$scratch/scan3.log" 2>&1 ||
+    fail "the scanner of VST3 (see $scratch/scan3.log)"
 
 step create
 saveChunk "$scratch/created.qrl"
