@@ -34,10 +34,11 @@ const FormatOfHost& formatOf(Format format)
 #if JUCE_PLUGINHOST_LV2
     static juce::LV2PluginFormat lv2;
 #endif
-    static const FormatOfHost formats[] = {{"VST2", QUOREL_PLUGIN_FILE, vst2},
-                                           {"VST3", QUOREL_VST3_PLUGIN, vst3},
+    static const FormatOfHost formats[] = {
+        {"VST2", QUOREL_PLUGIN_FILE, vst2},
+        {"VST3", QUOREL_VST3_PLUGIN, vst3},
 #if JUCE_PLUGINHOST_LV2
-                                           {"LV2", QUOREL_LV2_BUNDLE, lv2}
+        {"LV2", QUOREL_LV2_BUNDLE, lv2}
 #endif
     };
     return formats[static_cast<size_t>(format)];
