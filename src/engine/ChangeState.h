@@ -47,7 +47,6 @@ constexpr bool isLegal(ChangeState from, ChangeState to) noexcept
         return from == ChangeState::fadingIn || from == ChangeState::loading;
     case ChangeState::fadingOut:
     case ChangeState::waiting:
-        return from != ChangeState::loading;
     case ChangeState::loading:
         return from != ChangeState::loading;
     case ChangeState::settling:

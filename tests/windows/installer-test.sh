@@ -202,5 +202,16 @@ check "nothing is left but the Default Preset" is_gone "Quorel/Banks/99 Default 
 rm -r "$data"
 check "the zip, by its README's words" zip_works
 
+new_user ben third-user
+mkdir "$drive/Plug-ins"
+registry add 'HKCU\SOFTWARE\VST' /v VSTPluginsPath /d 'C:\Plug-ins' > /dev/null
+programs="$drive/Music/Quorel"
+check "programs go where they are wanted" ends_with 0 run "$setup" /S '/D=C:\Music\Quorel'
+check "they are there" cmp "$programs/Quorel.exe" "$build/dist/Quorel.exe"
+check "the plug-in is where the registry has those of VST2" cmp "$drive/Plug-ins/Quorel/Quorel.dll" "$build/dist/Quorel.dll"
+check "uninstalled" uninstall
+check "nothing is left of them" is_same "$(ls -A "$drive/Plug-ins" "$drive/Music" | grep -v '^$')" \
+    "$(printf '%s:\n' "$drive/Music" "$drive/Plug-ins")"
+
 echo "$failures failed"
 [[ "$failures" == 0 ]]
