@@ -63,8 +63,14 @@ HostWindow::HostWindow(RawVst2Host& pluginHost)
     SetWindowPos(native->window, nullptr, 0, 0, outside.right - outside.left, outside.bottom - outside.top,
                  SWP_NOZORDER);
     ShowWindow(native->window, SW_SHOWNORMAL);
-    SetForegroundWindow(native->window);
-    SetFocus(native->window);
+    // Keys go to the window in front, which a busy system makes this one only after a while.
+    comesTo(
+        [this]
+        {
+            SetForegroundWindow(native->window);
+            SetFocus(native->window);
+            return GetForegroundWindow() == native->window;
+        });
     host.dispatch(effEditOpen, 0, 0, native->window);
     comesTo([this] { return isOpen(); });
     constexpr int settlesMillis = 500;

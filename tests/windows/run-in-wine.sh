@@ -114,5 +114,17 @@ fi
 # Wine's services come with its first program and would hold our output open beyond the end of that.
 timeout 60 wine cmd /c exit < /dev/null > /dev/null 2>&1 7<&- 8>&-
 
-timeout --kill-after=10 "${QUOREL_WINE_TIMEOUT:-900}" wine "$program" "$@" 7<&- 8>&- | sed -u 's/\r$//' 8>&-
-exit "${PIPESTATUS[0]}"
+# The server keeps what some killed programs had open, too: reading ends with the program, not with its pipe.
+exec 6> >(exec sed -u 's/\r$//' 7<&- 8>&-)
+output=$!
+exec 5> >(exec cat >&2 6>&- 7<&- 8>&-)
+errors=$!
+timeout --kill-after=10 "${QUOREL_WINE_TIMEOUT:-900}" wine "$program" "$@" >&6 2>&5 5>&- 6>&- 7<&- 8>&-
+code=$?
+exec 5>&- 6>&-
+for _ in {1..40}; do
+    kill -0 "$output" 2> /dev/null || kill -0 "$errors" 2> /dev/null || break
+    sleep 0.05
+done
+kill "$output" "$errors" 2> /dev/null
+exit "$code"
