@@ -14,6 +14,13 @@ constexpr std::array<int, 6> mixerTargets{layerSlot::volume,        layerSlot::p
 
 thread_local int stillDepth = 0;
 
+/** Whether another thread has moved a parameter on since it was read. One that moves it back to where the stand has it
+    leaves no trace in the stand: only the parameter tells. False where either is no number. */
+constexpr bool differ(float now, float then) noexcept
+{
+    return now < then || now > then;
+}
+
 constexpr int faderOf(int t) noexcept
 {
     return slot::multiFader + t / multiTargetsPerFader;
@@ -129,15 +136,23 @@ void MultiControls::changed(int index, float oldValue, float newValue)
 
 void MultiControls::knobMoved(int t)
 {
+    const int knob = slot::multiKnob + t;
     auto& stand = stands[cell(t)];
     Stand from = stand.load();
-    Stand to{parameters.readParameter(slot::multiKnob + t), from.fader};
+    Stand to{};
 
-    while (!stand.compare_exchange_weak(from, to))
-        to = {parameters.readParameter(slot::multiKnob + t), from.fader};
+    do
+    {
+        to = {parameters.readParameter(knob), from.fader};
 
-    if (isLive(t))
-        moveTarget(t, (to.knob - from.knob) * 2.0f * from.fader);
+        while (!stand.compare_exchange_weak(from, to))
+            to = {parameters.readParameter(knob), from.fader};
+
+        if (isLive(t))
+            moveTarget(t, (to.knob - from.knob) * 2.0f * from.fader);
+
+        from = to;
+    } while (differ(parameters.readParameter(knob), to.knob));
 }
 
 void MultiControls::faderMoved(int group)
@@ -149,15 +164,22 @@ void MultiControls::faderMoved(int group)
     {
         auto& stand = stands[cell(t)];
         Stand from = stand.load();
-        Stand to{from.knob, parameters.readParameter(fader)};
+        Stand to{};
 
-        while (!stand.compare_exchange_weak(from, to))
+        do
+        {
             to = {from.knob, parameters.readParameter(fader)};
 
-        const float depth = static_cast<float>((static_cast<double>(from.knob) - 0.5) * 2.0);
+            while (!stand.compare_exchange_weak(from, to))
+                to = {from.knob, parameters.readParameter(fader)};
 
-        if (isLive(t))
-            moveTarget(t, depth * (to.fader - from.fader));
+            const float depth = static_cast<float>((static_cast<double>(from.knob) - 0.5) * 2.0);
+
+            if (isLive(t))
+                moveTarget(t, depth * (to.fader - from.fader));
+
+            from = to;
+        } while (differ(parameters.readParameter(fader), to.fader));
     }
 }
 
