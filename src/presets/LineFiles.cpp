@@ -39,7 +39,8 @@ juce::File LineFiles::find(const juce::String& fileName) const
 
 bool LineFiles::mayHold(const juce::File& file) const
 {
-    return folder != juce::File() && reachable(file).getParentDirectory() == folder && file.getFileExtension() == ending;
+    return folder != juce::File() && reachable(file).getParentDirectory() == folder &&
+           file.getFileExtension() == ending;
 }
 
 MenuEntries lineFileMenu(const LineFiles& files, const juce::String& resetText,
