@@ -23,13 +23,6 @@ class Platform:
         self.name, self.dist, self.prefix = name, pathlib.Path(dist).resolve(), prefix
         self.is_windows = (self.dist / "quorel-render.exe").exists()
         self.ending = ".exe" if self.is_windows else ""
-        self.environment = dict(os.environ)
-        if self.is_windows:
-            home = prefix.parent / "home"
-            home.mkdir(exist_ok=True)  # a new Wine prefix links its Documents there
-            self.environment.update(LC_ALL="C.UTF-8", HOME=str(home), WINEPREFIX=str(prefix.parent / "wine"), WINEDEBUG="-all",
-                                    WINEDLLOVERRIDES="winedbg.exe=d;mscoree=;mshtml=")
-            self.call(["wine", "reg", "add", r"HKCU\Software\Wine\Drivers", "/v", "Graphics", "/d", "null", "/f"])
         self.run("quorel-setup", "--prefix", prefix)
 
     def path(self, file):
@@ -40,19 +33,15 @@ class Platform:
         """A product, or a program by its path. Paths among the arguments are given as `pathlib.Path`."""
         program = tool if isinstance(tool, pathlib.Path) else self.dist / (tool + self.ending)
         words = [self.path(a) if isinstance(a, pathlib.Path) else a for a in arguments]
-        return self.call((["wine"] if self.is_windows else []) + [str(program)] + words)
-
-    def call(self, command):
-        # Into files: Wine's services, which the first program starts, would hold a pipe open beyond its end.
-        with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
-            done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=output, stderr=errors,
-                                  timeout=TIME_LIMIT)
-            output.seek(0)
-            errors.seek(0)
-            text = output.read().decode(errors="replace")
-            if done.returncode != 0:
-                said = text + errors.read().decode(errors="replace")
-                raise Failure(f"{self.name}: exit code {done.returncode}: {' '.join(command)}\n{said}")
+        command = ([str(HERE / "run-in-wine.sh")] if self.is_windows else []) + [str(program)] + words
+        # run-in-wine.sh ends a program that takes too long, and what it has started.
+        environment = dict(os.environ, QUOREL_WINE_TIMEOUT=str(TIME_LIMIT))
+        done = subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, capture_output=True,
+                              timeout=TIME_LIMIT + 60)
+        text = done.stdout.decode(errors="replace")
+        if done.returncode != 0:
+            said = text + done.stderr.decode(errors="replace")
+            raise Failure(f"{self.name}: exit code {done.returncode}: {' '.join(command)}\n{said}")
         return text
 
     def render(self, *arguments):
@@ -64,10 +53,6 @@ class Platform:
         folder = self.prefix.parent / f"{self.name}-{name}"
         folder.mkdir()
         return folder
-
-    def close(self):
-        if self.is_windows:
-            subprocess.run(["wineserver", "-k"], env=self.environment)
 
 
 class BothPlatforms:
@@ -83,5 +68,4 @@ class BothPlatforms:
         return self
 
     def __exit__(self, *_):
-        self.windows.close()
         shutil.rmtree(self.scratch, ignore_errors=True)

@@ -128,7 +128,11 @@ juce::Result chooseLayer(PluginProcessor& processor, const LayerChoice& choice)
               { return layer.isMissing() || (layer.hasInstance() && layer.getPluginName() == found->name); },
               loadTimeoutMillis);
     if (!layer.hasInstance() || layer.getPluginName() != found->name)
-        return juce::Result::fail(found->name + " does not load");
+        return juce::Result::fail(
+            found->name + " does not load" +
+            (layer.isMissing()
+                 ? juce::String()
+                 : ": it is not there after " + juce::String(loadTimeoutMillis / 1000) + " seconds"));
     return choice.program.isEmpty() ? juce::Result::ok() : chooseProgram(layer, choice.program);
 }
 
