@@ -46,10 +46,11 @@ PresetNotes notesOf(const juce::MemoryBlock& bytes, size_t& length)
 
 juce::String cleanNote(const juce::String& typed, int longest)
 {
+    const auto trimmed = typed.trim();
     juce::String clean;
     int count = 0;
 
-    for (auto p = typed.trim().getCharPointer(); !p.isEmpty() && count < longest; ++count)
+    for (auto p = trimmed.getCharPointer(); !p.isEmpty() && count < longest; ++count)
     {
         const auto character = p.getAndAdvance();
         const bool isControl = character < 0x20 || (character >= 0x7f && character < 0xa0);
