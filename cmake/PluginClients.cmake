@@ -51,6 +51,11 @@ quorel_change_vst3(1
 quorel_change_vst3(1
     "#include <juce_audio_processors/format_types/juce_VST3Common.h>\n"
     "#include <juce_audio_processors/format_types/juce_VST3Common.h>\n#include \"${PROJECT_SOURCE_DIR}/cmake/juce/Vst3State.h\"\n")
+
+# Values that come with another sound are the host's to read, and no moves of a hand for it to record.
+quorel_change_vst3(1
+    "            if (details.programChanged)\n            {\n"
+    "            if (details.programChanged)\n            {\n                for (auto vstParamId : audioProcessor->getParamIDs())\n                    if (auto* param = audioProcessor->getParamForVSTParamID (vstParamId))\n                        setParamNormalized (vstParamId, (double) param->getValue());\n\n                flags |= Vst::kParamValuesChanged;\n")
 quorel_replace_client(VST3 VST3/juce_VST3_Wrapper.cpp vst3Text)
 
 #---------------------------------------------------------------------------------------------------------------
@@ -97,6 +102,42 @@ quorel_change_lv2(1
 quorel_change_lv2(1
     "        MemoryBlock block;\n        block.fromBase64Encoding (text);\n"
     "        const auto stated = text.upToFirstOccurrenceOf (\".\", false, false).getLargeIntValue();\n\n        if (stated < 0 || stated > text.length())\n            return LV2_STATE_ERR_UNKNOWN;\n\n        MemoryBlock block;\n        block.fromBase64Encoding (text);\n")
+
+# While no editor is open, JUCE's own message thread works for the instance, and may be loading an instrument when the host
+# makes or deletes one.
+set(lv2MessageLock
+    "            const ScopedJuceInitialiser_GUI libraryInitialiser;\n           #if JUCE_LINUX || JUCE_BSD\n            const SharedResourcePointer<MessageThread> messageThread;\n           #endif\n            const MessageManagerLock messageLock;\n")
+quorel_change_lv2(1
+    "            return new LV2PluginInstance { sampleRate, *blockSize, pathToBundle, *mapFeature };\n"
+    "${lv2MessageLock}            return new LV2PluginInstance { sampleRate, *blockSize, pathToBundle, *mapFeature };\n")
+quorel_change_lv2(1
+    "                delete static_cast<LV2PluginInstance*> (instance);\n"
+    "${lv2MessageLock}                delete static_cast<LV2PluginInstance*> (instance);\n")
+
+# There is one editor: a second one for the same instance would delete it a second time.
+quorel_change_lv2(1
+    "    std::unique_ptr<AudioProcessorEditor> createEditor()\n"
+    "    bool hasEditor() const { return processor->getActiveEditor() != nullptr; }\n\n    std::unique_ptr<AudioProcessorEditor> createEditor()\n")
+quorel_change_lv2(1
+    "                // No instance access\n                jassertfalse;\n                return nullptr;\n            }\n"
+    "                // No instance access\n                jassertfalse;\n                return nullptr;\n            }\n\n            if (plugin->hasEditor())\n                return nullptr;\n")
+
+# Hosts tell of changes of the transport alone: in between the position goes on.
+quorel_change_lv2(1 "    void invalidate() { info = nullopt; }\n"
+    "    void advance (int numSamples)\n    {\n        const auto numBefore = std::exchange (changedAt, 0);\n\n        if (info.hasValue() && info->getIsPlaying())\n            quorel::advancePosition (*info, (double) (numSamples - numBefore), speed, sampleRate);\n    }\n")
+quorel_change_lv2(1
+    "        info->setIsPlaying (parser.parseNumericAtom<float> (atomSpeed).orFallback (0.0f) != 0.0f);\n"
+    "        speed = parser.parseNumericAtom<float> (atomSpeed).orFallback (0.0f);\n        changedAt = static_cast<int> (event->time.frames);\n        info->setIsPlaying (speed != 0.0f);\n")
+quorel_change_lv2(1
+    "    Optional<PositionInfo> info;\n    double sampleRate;\n"
+    "    Optional<PositionInfo> info;\n    double sampleRate;\n    float speed = 0.0f;\n    int changedAt = 0;\n")
+quorel_change_lv2(1 "        playHead.invalidate();\n" "")
+quorel_change_lv2(1
+    "        ports.prepareToWrite();\n        auto* forge = ports.forge.get();\n"
+    "        playHead.advance ((int) numSteps);\n        ports.prepareToWrite();\n        auto* forge = ports.forge.get();\n")
+quorel_change_lv2(1
+    "#include <juce_audio_processors/format_types/juce_LV2Common.h>\n"
+    "#include <juce_audio_processors/format_types/juce_LV2Common.h>\n#include \"${PROJECT_SOURCE_DIR}/cmake/juce/Lv2Time.h\"\n")
 quorel_replace_client(LV2 LV2/juce_LV2_Client.cpp lv2Text)
 
 # JUCE's tool loads the finished plug-in and has it describe itself. It is a user of its own then, without settings,

@@ -111,7 +111,7 @@ quorel_change_window_system(1
 # Windows may be gone when they are asked for.
 quorel_change_window_system(1
     "bool XWindowSystem::isFocused (::Window windowH) const\n"
-    "#include \"${changesDir}/GoneWindows.h\"\n\nbool XWindowSystem::isFocused (::Window windowH) const\n")
+    "#include \"${PROJECT_SOURCE_DIR}/src/platform/GoneWindows.h\"\n\nbool XWindowSystem::isFocused (::Window windowH) const\n")
 quorel_change_window_system(1
     "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n\n    if (windowH != 0\n        && X11Symbols"
     "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n    const GoneWindowsAreNoError guard (display);\n\n    if (windowH != 0\n        && X11Symbols")

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What hosts hand a VST3 plug-in to restore: the plug-in's own bytes, or those within what VST2 hosts store around
-// them, in a project or in a preset file. Sizes in it are a stranger's.
+// them, in a project or in a preset file. Its size fields are untrusted.
 #pragma once
 
 #include <cstddef>
@@ -46,7 +46,9 @@ private:
             if (headerEnd >= 16)
                 state.isBypassed = bigEndian(state, 12) != 0;
 
-            return within(from(state, headerEnd, state.size - headerEnd));
+            const auto inner = from(state, headerEnd, state.size - headerEnd);
+            // Wrappings within wrappings could recurse without end.
+            return begins(inner, 0, "VstW") || begins(inner, 0, "VST3") ? std::nullopt : within(inner);
         }
 
         if (begins(state, 0, "CcnK"))
@@ -92,7 +94,7 @@ private:
                 return {};
 
             const auto part = from(file, static_cast<std::size_t>(begin), static_cast<std::size_t>(count));
-            // A file within the file would go on for as long as it says.
+            // So could files within files.
             return begins(part, 0, "VST3") ? std::nullopt : within(part);
         }
 

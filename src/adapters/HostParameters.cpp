@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "adapters/HostParameters.h"
 
+#include "adapters/HostUpdates.h"
 #include "effects/FxTypes.h"
 #include "engine/PluginProcessor.h"
 #include "parameters/ParameterCatalogue.h"
@@ -24,9 +25,10 @@ bool isNamed(int index)
 class HostParameter final : public juce::AudioProcessorParameterWithID
 {
 public:
-    HostParameter(PluginProcessor& instrument, int slotIndex)
+    HostParameter(PluginProcessor& instrument, HostUpdates& hostUpdates, int slotIndex)
         : juce::AudioProcessorParameterWithID(juce::ParameterID("p" + juce::String(slotIndex), 1), {})
         , processor(instrument)
+        , updates(hostUpdates)
         , index(slotIndex)
         , info(parameterInfo(slotIndex))
     {
@@ -34,7 +36,11 @@ public:
 
     float getValue() const override { return processor.getParameter(index); }
 
-    void setValue(float value) override { processor.setParameter(index, value); }
+    void setValue(float value) override
+    {
+        updates.hostHasWritten(index, value);
+        processor.setParameter(index, value);
+    }
 
     float getDefaultValue() const override { return info.defaultValue; }
 
@@ -88,104 +94,92 @@ private:
     bool isWrittenDown() const { return processor.wrapperType == juce::AudioProcessor::wrapperType_LV2; }
 
     PluginProcessor& processor;
+    HostUpdates& updates;
     const int index;
     const ParameterInfo& info;
 };
 
 using Group = juce::AudioProcessorParameterGroup;
 
-/** Slots `first` to `last`, of which a part may be a group within. */
-std::unique_ptr<Group> makeGroup(PluginProcessor& processor, const juce::String& id, const juce::String& name,
-                                 int first, int last)
+/** Makes the parameters in the order of their slots, in groups of the processor's or outside them. */
+class Builder
 {
-    auto group = std::make_unique<Group>(id, name, " | ");
+public:
+    Builder(PluginProcessor& instrument, HostUpdates& hostUpdates)
+        : processor(instrument)
+        , updates(hostUpdates)
+    {
+    }
 
-    for (int i = first; i <= last; ++i)
-        group->addChild(std::make_unique<HostParameter>(processor, i));
+    void addAll()
+    {
+        addUngrouped(slot::firstLayer);
 
-    return group;
-}
+        for (int i = 0; i < numLayers; ++i)
+            add(makeLayer(i), layerParameter(i, slot::firstLayer) + slot::layerStride);
 
-/** A layer with its EQ in the place of its slots: the order of all is that of their indices. */
-std::unique_ptr<Group> makeLayer(PluginProcessor& processor, int layer)
-{
-    const juce::String number(layer + 1);
-    const auto at = [layer](int n) { return layerParameter(layer, n); };
-    const int first = at(layerSlot::pluginNameText), last = first + slot::layerStride - 1;
-    auto group = makeGroup(processor, "layer" + number, "Layer " + number, first, at(layerSlot::eq) - 1);
-    group->addChild(makeGroup(processor, "eq" + number, "EQ", at(layerSlot::eq), at(layerSlot::eqEnd)));
+        addUngrouped(slot::fxOn);
+        add(makeGroup("effects", "Effects", slot::fxOn, slot::masterEq - 1), slot::masterEq);
+        add(makeGroup("masterEq", "Master EQ", slot::masterEq, slot::masterEqEnd), slot::masterEqEnd + 1);
+        addUngrouped(slot::multiAssignment);
+        add(makeGroup("multi", "Multi-Controls", slot::multiAssignment, numHostParameters - 1),
+            numHostParameters);
+    }
 
-    for (int i = at(layerSlot::eqEnd) + 1; i <= last; ++i)
-        group->addChild(std::make_unique<HostParameter>(processor, i));
+private:
+    std::unique_ptr<HostParameter> makeParameter(int index) const
+    {
+        return std::make_unique<HostParameter>(processor, updates, index);
+    }
 
-    return group;
-}
-} // namespace
+    /** Slots `first` to `last`, of which a part may be a group within. */
+    std::unique_ptr<Group> makeGroup(const juce::String& id, const juce::String& name, int first,
+                                     int last) const
+    {
+        auto group = std::make_unique<Group>(id, name, " | ");
 
-HostParameters::HostParameters(PluginProcessor& instrument)
-    : processor(instrument)
-{
-    int next = 0;
-    const auto addUngrouped = [&](int end)
+        for (int i = first; i <= last; ++i)
+            group->addChild(makeParameter(i));
+
+        return group;
+    }
+
+    /** A layer with its EQ in the place of its slots: the order of all is that of their indices. */
+    std::unique_ptr<Group> makeLayer(int layer) const
+    {
+        const juce::String number(layer + 1);
+        const auto at = [layer](int n) { return layerParameter(layer, n); };
+        const int first = at(layerSlot::pluginNameText), last = first + slot::layerStride - 1;
+        auto group = makeGroup("layer" + number, "Layer " + number, first, at(layerSlot::eq) - 1);
+        group->addChild(makeGroup("eq" + number, "EQ", at(layerSlot::eq), at(layerSlot::eqEnd)));
+
+        for (int i = at(layerSlot::eqEnd) + 1; i <= last; ++i)
+            group->addChild(makeParameter(i));
+
+        return group;
+    }
+
+    void addUngrouped(int end)
     {
         for (; next < end; ++next)
-            processor.addParameter(new HostParameter(processor, next));
-    };
-    const auto add = [&](std::unique_ptr<Group> group, int end)
+            processor.addParameter(makeParameter(next).release());
+    }
+
+    void add(std::unique_ptr<Group> group, int end)
     {
         processor.addParameterGroup(std::move(group));
         next = end;
-    };
-
-    addUngrouped(slot::firstLayer);
-
-    for (int i = 0; i < numLayers; ++i)
-        add(makeLayer(processor, i), layerParameter(i, slot::firstLayer) + slot::layerStride);
-
-    addUngrouped(slot::fxOn);
-    add(makeGroup(processor, "effects", "Effects", slot::fxOn, slot::masterEq - 1), slot::masterEq);
-    add(makeGroup(processor, "masterEq", "Master EQ", slot::masterEq, slot::masterEqEnd),
-        slot::masterEqEnd + 1);
-    addUngrouped(slot::multiAssignment);
-    add(makeGroup(processor, "multi", "Multi-Controls", slot::multiAssignment, numHostParameters - 1),
-        numHostParameters);
-
-    if (processor.wrapperType == juce::AudioProcessor::wrapperType_VST3)
-    {
-        constexpr int lookMillis = 500;
-        toldNames = namesThatChange();
-        startTimer(lookMillis);
     }
-}
 
-HostParameters::~HostParameters()
+    PluginProcessor& processor;
+    HostUpdates& updates;
+    int next = 0;
+};
+} // namespace
+
+void addHostParameters(PluginProcessor& processor, HostUpdates& updates)
 {
-    stopTimer();
-}
-
-juce::String HostParameters::namesThatChange() const
-{
-    juce::String names;
-
-    for (int block = 0; block < numFxBlocks; ++block)
-        names << fxTypeFromParameter(processor.readParameter(slot::fxType + block)) << ' ';
-
-    for (int layer = 0; layer < numLayers; ++layer)
-        for (int i = 0; i < numEasyParameters; ++i)
-            names << processor.getLayer(layer).easyName(i) << '\n';
-
-    return names;
-}
-
-void HostParameters::timerCallback()
-{
-    auto names = namesThatChange();
-
-    if (names == toldNames)
-        return;
-
-    toldNames = std::move(names);
-    processor.updateHostDisplay(juce::AudioProcessor::ChangeDetails().withParameterInfoChanged(true));
+    Builder(processor, updates).addAll();
 }
 
 } // namespace quorel

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "adapters/PluginInstance.h"
 
+#include "adapters/HostParameters.h"
 #include "platform/PlatformSeam.h"
 #include "resources/CBitmap.h"
 #include "setup/FirstStart.h"
@@ -56,7 +57,10 @@ PluginInstance::PluginInstance()
     };
 
     if (isVst3OrLv2())
-        hostParameters = std::make_unique<HostParameters>(*this);
+    {
+        hostUpdates = std::make_unique<HostUpdates>(*this);
+        addHostParameters(*this, *hostUpdates);
+    }
 }
 
 PluginInstance::~PluginInstance() = default;
@@ -69,7 +73,14 @@ void PluginInstance::prepareToPlay(double rate, int newBlockSize)
 
 void PluginInstance::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)
 {
+    // The block that ends a fade-out leaves both as they come. Without an input that is what the last block had.
+    if (isVst3OrLv2())
+        buffer.clear();
+
     PluginProcessor::processBlock(buffer, midi);
+
+    if (isVst3OrLv2())
+        midi.clear();
 
     if (std::exchange(wasBypassed, false))
         buffer.applyGainRamp(0, buffer.getNumSamples(), 0.0f, 1.0f);
@@ -104,6 +115,7 @@ void PluginInstance::processBlockBypassed(juce::AudioBuffer<float>& buffer, juce
         room -= needed;
     }
 
+    buffer.clear();
     PluginProcessor::processBlock(buffer, midiInBypass);
     buffer.applyGainRamp(0, buffer.getNumSamples(), begins ? 1.0f : 0.0f, 0.0f);
     midi.clear();

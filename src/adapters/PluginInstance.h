@@ -2,7 +2,7 @@
 #pragma once
 
 #include "adapters/BoxInteraction.h"
-#include "adapters/HostParameters.h"
+#include "adapters/HostUpdates.h"
 #include "engine/PluginProcessor.h"
 
 #include <memory>
@@ -36,7 +36,7 @@ private:
     struct KeptForEditors;
 
     std::unique_ptr<KeptForEditors> kept;
-    std::unique_ptr<HostParameters> hostParameters;
+    std::unique_ptr<HostUpdates> hostUpdates;
     juce::MidiBuffer midiInBypass;
     bool wasBypassed = false;
 };

@@ -6,6 +6,8 @@
 
 #if JUCE_WINDOWS
 #include <windows.h>
+#else
+#include "platform/GoneWindows.h"
 #endif
 
 namespace quorel
@@ -65,27 +67,10 @@ bool giveKeyToHost(const juce::ComponentPeer& peer, const juce::KeyPress& key)
 
 namespace
 {
-/** JUCE's connection, held for as long as this lives. That a window is gone, which another program may have taken away
-    meanwhile, is no error then: it would end a host that leaves errors to Xlib or to GTK. */
+/** JUCE's connection, held for as long as this lives. */
 class Connection
 {
 public:
-    Connection()
-        : hostsHandler(
-              juce::X11Symbols::getInstance()->xSetErrorHandler([](::Display*, XErrorEvent*) { return 0; }))
-    {
-    }
-
-    ~Connection()
-    {
-        const auto* x = juce::X11Symbols::getInstance();
-        x->xSync(display, False);
-        x->xSetErrorHandler(hostsHandler);
-    }
-
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
     ::Display* get() const noexcept { return display; }
 
     const juce::X11Symbols* operator->() const noexcept { return juce::X11Symbols::getInstance(); }
@@ -152,7 +137,7 @@ private:
 
     ::Display* const display{juce::XWindowSystem::getInstance()->getDisplay()};
     juce::XWindowSystemUtilities::ScopedXLock lock;
-    const XErrorHandler hostsHandler;
+    const GoneWindowsAreNoError noError{display};
 };
 
 ::Window ownWindow(const juce::ComponentPeer& peer)
@@ -187,7 +172,7 @@ bool focusHost(const Connection& x, ::Window host)
 {
     XWindowAttributes attributes{};
 
-    // Asking for a window that isn't on the screen is an error, which ends the process.
+    // Only a window on the screen can have it.
     if (x->xGetWindowAttributes(x.get(), host, &attributes) == 0 || attributes.map_state != IsViewable)
         return false;
 
