@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A minute of everything that changes a sound, at random and on three threads, held to a model of what must be
-// heard and what must be saved. Meant for the sanitizers, too.
-#include "parameters/ParameterText.h"
+// A minute of everything that changes a sound, at random and on three threads, held to a model of what must
+// be heard and what must be saved. Meant for the sanitizers, too.
+#include "parameters/ParameterCodings.h"
 #include "presets/StateChunk.h"
 #include "support/OpenWindow.h"
 #include "support/ProcessorRig.h"
@@ -43,44 +43,22 @@ struct ModelSound
     }
 };
 
-/** Reads a chunk as a table. */
-class ChunkTable final : public ParameterAccess
-{
-public:
-    explicit ChunkTable(const StateChunk& stateChunk)
-        : chunk(stateChunk)
-    {
-    }
-
-    float readParameter(int index) const noexcept override
-    {
-        return chunk.parameters[static_cast<size_t>(index)];
-    }
-
-    void writeParameter(int, float) override {}
-
-    void writeParameterNotifyingHost(int, float) override {}
-
-private:
-    const StateChunk& chunk;
-};
-
 ModelSound soundOf(const juce::MemoryBlock& bytes)
 {
     StateChunk chunk;
     EXPECT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
-    const ChunkTable table(chunk);
+    const auto valueOf = [&](int index) { return chunk.parameters[static_cast<size_t>(index)]; };
     ModelSound sound;
-    sound.volume = table.readParameter(slot::masterVolume);
+    sound.volume = valueOf(slot::masterVolume);
 
     for (int layer = 0; layer < numLayers; ++layer)
     {
         const auto l = static_cast<size_t>(layer);
-        sound.pans[l] = table.readParameter(layerParameter(layer, layerSlot::pan));
+        sound.pans[l] = valueOf(layerParameter(layer, layerSlot::pan));
+        int at = layerParameter(layer, layerSlot::pluginNameText);
 
-        if (chunk.layerSizes[l] != 0)
-            sound.instruments[l] =
-                readParamText(table, layerParameter(layer, layerSlot::pluginNameText), slot::nameTextLength);
+        for (; chunk.layerSizes[l] != 0 && decodeParamChar(valueOf(at)) != 0; ++at)
+            sound.instruments[l] << decodeParamChar(valueOf(at));
     }
 
     return sound;
@@ -102,43 +80,16 @@ public:
 
     void act()
     {
-        switch (random.nextInt(14))
-        {
-        case 0:
-        case 1:
-            choosePreset();
-            break;
-        case 2:
-        case 3:
-            restoreProject();
-            break;
-        case 4:
-            saveAsProject();
-            break;
-        case 5:
-        case 6:
-        case 7:
-            chooseInstrument();
-            break;
-        case 8:
-            openWindow();
-            break;
-        case 9:
-            edit();
-            break;
-        case 10:
-            compare();
-            break;
-        case 11:
-            savePreset();
-            break;
-        case 12:
-            audioRuns.store(random.nextInt(3) != 0);
-            break;
-        default:
-            prepare();
-            break;
-        }
+        using Act = void (ModelledProcessor::*)();
+        constexpr std::array<Act, 14> acts{
+            &ModelledProcessor::choosePreset,     &ModelledProcessor::choosePreset,
+            &ModelledProcessor::restoreProject,   &ModelledProcessor::restoreProject,
+            &ModelledProcessor::saveAsProject,    &ModelledProcessor::chooseInstrument,
+            &ModelledProcessor::chooseInstrument, &ModelledProcessor::chooseInstrument,
+            &ModelledProcessor::openWindow,       &ModelledProcessor::edit,
+            &ModelledProcessor::compare,          &ModelledProcessor::savePreset,
+            &ModelledProcessor::startOrStopAudio, &ModelledProcessor::prepare};
+        (this->*acts[static_cast<size_t>(random.nextInt(14))])();
     }
 
     /** Waits until everything asked for has come, and compares. */
@@ -167,10 +118,13 @@ public:
             anyPlays = anyPlays || name.isNotEmpty();
         }
 
-        const std::lock_guard<std::mutex> guard(blockLock);
-        // Automation may have closed an equaliser; these and effects may also ring with what was there before.
-        for (int layer = 0; layer < numLayers; ++layer)
-            rig.setLayer(layer, layerSlot::eq + eqSlot::on, 0.0f);
+        const std::scoped_lock guard(blockLock, automationLock);
+        // Automation may have closed an equaliser; these and effects may ring with what was there before.
+        for (int i = 0; i < numLayers; ++i)
+        {
+            rig.setLayer(i, layerSlot::eq + eqSlot::on, 0.0f);
+            rig.set(slot::fxOn + i, 0.0f);
+        }
 
         rig.playSeconds(2.0);
         rig.noteOn(60);
@@ -178,6 +132,19 @@ public:
         rig.noteOff(60);
         rig.play(2);
         EXPECT_EQ(peak > 1e-7f, anyPlays && expected.volume > 0.0f) << peak << history;
+
+        // Whatever it has gone through, from now on it sounds like one that has gone through nothing.
+        const auto state = rig.state();
+        rig.restore(state);
+        ASSERT_TRUE(pumpUntil(atRest, 60000)) << history;
+        take(expected);
+        ProcessorRig fresh(rig.processor.getSampleRate(), rig.block);
+        fresh.restore(state);
+        const auto heard = soundOfNote(rig);
+        const auto wanted = soundOfNote(fresh);
+
+        for (int i = 0; i < wanted.getNumSamples(); ++i)
+            ASSERT_NEAR(heard.getSample(0, i), wanted.getSample(0, i), 1e-4f) << i << history;
 
         EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << rig.interaction.alerts[0] << history;
         history.clear();
@@ -201,20 +168,52 @@ public:
     /** The host's automation, of what the model doesn't look at. */
     void automate(juce::Random& automation)
     {
+        const std::lock_guard<std::mutex> guard(automationLock);
         const int layer = automation.nextInt(numLayers);
-        const bool isEasy = automation.nextBool();
-        const int n = isEasy ? layerSlot::easyValue + automation.nextInt(numEasyParameters)
-                             : layerSlot::eq + automation.nextInt(17);
-        // An instrument's level may be among its Easy values: it is to be heard.
-        const float lowest = isEasy ? 0.3f : 0.0f;
-        rig.processor.setParameter(layerParameter(layer, n),
-                                   lowest + (1.0f - lowest) * automation.nextFloat());
+        const float value = automation.nextFloat();
+
+        switch (automation.nextInt(4))
+        {
+        case 0:
+            // An instrument's level may be among its Easy values: it is to be heard.
+            rig.setLayer(layer, layerSlot::easyValue + automation.nextInt(numEasyParameters),
+                         0.3f + 0.7f * value);
+            break;
+        case 1:
+            rig.setLayer(layer, layerSlot::eq + automation.nextInt(17), value);
+            break;
+        case 2:
+            rig.setLayer(layer, layerSlot::sendLevel + automation.nextInt(numFxBlocks), value);
+            break;
+        default:
+            // The effect blocks' own parameters follow their switches, types, levels, mixes and places.
+            rig.set(slot::fxOn + automation.nextInt(60), value);
+            break;
+        }
     }
 
 private:
     bool isAwaited() { return rig.processor.getSoundChange().awaitedReason().has_value(); }
 
+    void onAnyThread(const std::function<void()>& work)
+    {
+        if (random.nextBool())
+            work();
+        else
+            onOtherThread(work);
+    }
+
     void note(const juce::String& text) { history << "\n" << text; }
+
+    static juce::AudioBuffer<float> soundOfNote(ProcessorRig& player)
+    {
+        // Until what a restore leaves behind has died away.
+        player.play(3);
+        player.noteOn(60);
+        return player.play(50).samples;
+    }
+
+    void startOrStopAudio() { audioRuns.store(random.nextInt(3) != 0); }
 
     void choosePreset()
     {
@@ -239,24 +238,14 @@ private:
         const auto& [bytes, sound] =
             projects[static_cast<size_t>(random.nextInt(static_cast<int>(projects.size())))];
         note("project");
-
-        if (random.nextBool())
-            rig.restore(bytes);
-        else
-            onOtherThread([this, &bytes = bytes] { rig.restore(bytes); });
-
+        onAnyThread([this, &bytes = bytes] { rig.restore(bytes); });
         take(sound);
     }
 
     void saveAsProject()
     {
         juce::MemoryBlock bytes;
-
-        if (random.nextBool())
-            bytes = rig.state();
-        else
-            onOtherThread([&] { bytes = rig.state(); });
-
+        onAnyThread([&] { bytes = rig.state(); });
         note("save");
         EXPECT_EQ(soundOf(bytes), expected) << history;
         projects.emplace_back(bytes, expected);
@@ -350,13 +339,8 @@ private:
         note("prepare");
         // As hosts do it: blocks have stopped, and the call may come on any thread.
         const std::lock_guard<std::mutex> guard(blockLock);
-        const auto call = [this]
-        { rig.processor.prepareToPlay(random.nextBool() ? 44100.0 : 48000.0, rig.block); };
-
-        if (random.nextBool())
-            call();
-        else
-            onOtherThread(call);
+        const double rate = random.nextBool() ? 44100.0 : 48000.0;
+        onAnyThread([&] { rig.processor.prepareToPlay(rate, rig.block); });
     }
 
     ProcessorRig rig;
@@ -371,6 +355,7 @@ private:
     bool windowClosed = false;
     std::atomic<bool> audioRuns{true};
     std::mutex blockLock;
+    std::mutex automationLock;
     int blockCount = 0;
 };
 
