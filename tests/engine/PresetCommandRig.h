@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "parameters/ParameterText.h"
 #include "platform/FileNames.h"
 #include "platform/FileOperations.h"
 #include "presets/PresetFiles.h"
@@ -9,8 +10,20 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace quorel::test
 {
+
+inline MenuEntry rowOf(const MenuEntries& menu, const juce::String& text)
+{
+    for (const auto& entry : menu)
+        if (entry.text == text)
+            return entry;
+
+    ADD_FAILURE() << "no row " << text;
+    return {};
+}
 
 /** A processor whose commands work on real preset files. */
 class PresetCommandTest : public testing::Test
@@ -42,6 +55,13 @@ protected:
     bool waitForPreset()
     {
         return rig.playUntil([&] { return !rig.processor.getSoundChange().isUnderWay(); }, 30000);
+    }
+
+    /** Loads a preset of the current folder. */
+    void choose(const juce::String& preset)
+    {
+        EXPECT_TRUE(commands.selectPresetByName(preset)) << preset;
+        EXPECT_TRUE(waitForPreset()) << preset;
     }
 
     /** Makes a preset the current one without waiting for its load. */
@@ -78,7 +98,15 @@ protected:
 
     juce::String lastAlert() { return rig.interaction.alerts[rig.interaction.alerts.size() - 1]; }
 
+    juce::String takeAlerts() { return std::exchange(rig.interaction.alerts, {}).joinIntoString("#"); }
+
     juce::String names() { return rig.processor.getFolderName() + "/" + rig.processor.getPresetName(); }
+
+    /** The preset's name as the parameters hold it. */
+    juce::String nameInSound()
+    {
+        return readParamText(rig.processor, slot::presetNameText, slot::nameTextLength);
+    }
 
     void type(const char* text) { rig.interaction.typedText = juce::String::fromUTF8(text); }
 

@@ -30,18 +30,24 @@ protected:
         return values;
     }
 
-    /** The first parameter that isn't the same, with both values; empty where all are. */
-    static juce::String difference(const std::vector<float>& now, const std::vector<float>& wanted)
+    /** The numbers of the parameters that aren't the same. */
+    juce::String differences(const std::vector<float>& wanted)
     {
-        for (size_t i = 0; i < now.size(); ++i)
-            if (now[i] != wanted[i])
-                return juce::String(static_cast<int>(i)) + " is " + juce::String(now[i], 7) + ", not " +
-                       juce::String(wanted[i], 7);
+        const auto now = parameters();
+        juce::String numbers;
 
-        return {};
+        for (size_t i = 0; i < wanted.size(); ++i)
+            if (now[i] != wanted[i])
+                numbers << static_cast<int>(i) << " ";
+
+        return numbers;
     }
 
-    bool settle() { return waitForPreset(); }
+    /** Whether a step back restores this sound. */
+    bool undoesTo(const juce::MemoryBlock& sound)
+    {
+        return undo.undo() && waitForPreset() && holdSameSound(rig.state(), sound);
+    }
 
     float playedPeak()
     {
@@ -68,14 +74,17 @@ TEST_F(UndoTest, EveryGestureOnControlsGoesBackAndForthExactly)
         history.push_back(parameters());
         EXPECT_EQ(undo.getNumSteps(), history.size() + 1) << what;
     };
+    const auto writeAndDone = [&](int parameter, float value, const char* what)
+    {
+        write(parameter, value);
+        done(what);
+    };
 
     const int fader = slot::multiFader;
-    const int knob = slot::multiKnob;
     const int volume = layerParameter(0, layerSlot::volume);
     chooseMultiTarget(rig.processor, 0, 1);
     done("a target");
-    write(knob, 0.93f);
-    done("a knob");
+    writeAndDone(slot::multiKnob, 0.93f, "a knob");
 
     // One drag is one step, however long, and takes along what it moves.
     rig.processor.beginUserGesture(fader);
@@ -92,31 +101,27 @@ TEST_F(UndoTest, EveryGestureOnControlsGoesBackAndForthExactly)
     rig.processor.setParameterFromUi(slot::fxType, 0.5f);
     rig.processor.setParameterFromUi(slot::fxOn, 1.0f);
     done("an event that writes two parameters");
-    write(layerParameter(0, layerSlot::keyMin), 0.6f);
-    done("one end of a range");
-    write(layerParameter(0, layerSlot::keyMax), 0.3f);
-    done("the other end, which takes the first along");
-    write(layerParameter(0, layerSlot::easyValue), 0.77f);
-    done("an Easy value");
-    write(layerParameter(0, layerSlot::easyMapping), encodeParamInt(5));
-    done("an Easy mapping, which pulls a value");
+    writeAndDone(layerParameter(0, layerSlot::keyMin), 0.6f, "one end of a range");
+    writeAndDone(layerParameter(0, layerSlot::keyMax), 0.3f, "the other, which takes the first along");
+    writeAndDone(layerParameter(0, layerSlot::easyValue), 0.77f, "an Easy value");
+    writeAndDone(layerParameter(0, layerSlot::easyMapping), encodeParamInt(5),
+                 "a mapping, which pulls a value");
     setMultiControlName(rig.processor, 0, "Bright");
     done("a name");
-    write(slot::multiAssignment, 0.0f);
-    done("a target that is taken away");
+    writeAndDone(slot::multiAssignment, 0.0f, "a target that is taken away");
 
     for (int round = 0; round < 2; ++round)
     {
         for (size_t i = history.size() - 1; i-- > 0;)
         {
             ASSERT_TRUE(undo.undo());
-            EXPECT_EQ(difference(parameters(), history[i]), "") << "back to " << i << ", round " << round;
+            EXPECT_EQ(differences(history[i]), "") << "back to " << i << ", round " << round;
         }
 
         for (size_t i = 1; i < history.size(); ++i)
         {
             ASSERT_TRUE(undo.redo());
-            EXPECT_EQ(difference(parameters(), history[i]), "") << "forth to " << i << ", round " << round;
+            EXPECT_EQ(differences(history[i]), "") << "forth to " << i << ", round " << round;
         }
 
         EXPECT_FALSE(undo.redo());
@@ -165,8 +170,8 @@ TEST_F(UndoTest, OnlyTheUserMakesSteps)
 
     // A project starts afresh.
     const auto state = rig.state();
-    rig.processor.setStateInformation(state.getData(), static_cast<int>(state.getSize()));
-    ASSERT_TRUE(settle());
+    rig.restore(state);
+    ASSERT_TRUE(waitForPreset());
     EXPECT_FALSE(undo.canUndo());
 }
 
@@ -190,11 +195,9 @@ TEST_F(UndoTest, InstrumentsProgramsAndPresetsComeBackWithTheirSound)
     const auto instance = [&] { return InstanceAccess::Use(layers[1].instanceAccess()).get(); };
     const auto* kept = instance();
 
-    ASSERT_TRUE(undo.undo());
-    EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << "nothing has to be loaded";
-    EXPECT_TRUE(holdSameSound(rig.state(), before));
+    EXPECT_TRUE(undoesTo(before));
     EXPECT_NEAR(playedPeak(), asMade, 0.5f * asMade);
-    EXPECT_EQ(instance(), kept);
+    EXPECT_EQ(instance(), kept) << "nothing has to be loaded";
     ASSERT_TRUE(undo.redo());
     EXPECT_TRUE(holdSameSound(rig.state(), withProgram));
     ASSERT_TRUE(undo.undo());
@@ -203,16 +206,12 @@ TEST_F(UndoTest, InstrumentsProgramsAndPresetsComeBackWithTheirSound)
     write(layerParameter(0, layerSlot::pan), 0.3f);
     const auto panned = rig.state();
     ASSERT_TRUE(rig.load(0, "Tarn2"));
-    ASSERT_TRUE(undo.undo());
-    ASSERT_TRUE(settle());
+    EXPECT_TRUE(undoesTo(panned));
     EXPECT_EQ(layers[0].getPluginName(), "Orlen");
-    EXPECT_TRUE(holdSameSound(rig.state(), panned));
 
     // A preset: names and the mark of the edits come back as well.
-    const bool wasEdited = rig.processor.getSession().isEdited();
-    ASSERT_TRUE(wasEdited);
-    ASSERT_TRUE(commands.selectPresetByName("Other"));
-    ASSERT_TRUE(settle());
+    ASSERT_TRUE(rig.processor.getSession().isEdited());
+    choose("Other");
     EXPECT_FALSE(rig.processor.getSession().isEdited());
     EXPECT_FALSE(layers[0].hasInstance());
     write(slot::masterVolume, 0.2f);
@@ -220,26 +219,20 @@ TEST_F(UndoTest, InstrumentsProgramsAndPresetsComeBackWithTheirSound)
     ASSERT_TRUE(undo.undo());
     ASSERT_TRUE(undo.undo());
     EXPECT_FALSE(rig.processor.getSession().isEdited()) << "this is the preset as it was loaded";
-    ASSERT_TRUE(undo.undo());
-    ASSERT_TRUE(settle());
-    EXPECT_TRUE(holdSameSound(rig.state(), panned));
+    EXPECT_TRUE(undoesTo(panned));
     EXPECT_TRUE(rig.processor.getSession().isEdited());
     EXPECT_NEAR(playedPeak(), asMade, 0.5f * asMade);
     EXPECT_TRUE(rig.processor.getOriginalComparison().showOriginal());
-    ASSERT_TRUE(settle());
+    ASSERT_TRUE(waitForPreset());
     EXPECT_FALSE(holdSameSound(rig.state(), panned));
-    ASSERT_TRUE(undo.undo());
-    ASSERT_TRUE(settle());
-    EXPECT_TRUE(holdSameSound(rig.state(), panned));
+    EXPECT_TRUE(undoesTo(panned));
 
     // A preset that is still on its way is undone like any other, and the newest wish wins.
     ASSERT_TRUE(commands.selectPresetByName("Other"));
     rig.play(4);
     ASSERT_TRUE(undo.undo());
     ASSERT_TRUE(undo.redo());
-    ASSERT_TRUE(undo.undo());
-    ASSERT_TRUE(settle());
-    EXPECT_TRUE(holdSameSound(rig.state(), panned));
+    EXPECT_TRUE(undoesTo(panned));
 }
 
 TEST_F(UndoTest, MemoryStaysWithinItsBound)

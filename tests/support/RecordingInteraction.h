@@ -3,6 +3,8 @@
 
 #include "platform/UserInteraction.h"
 
+#include <functional>
+
 namespace quorel::test
 {
 
@@ -19,6 +21,7 @@ public:
     bool confirm(const juce::String& title, const juce::String& text) override
     {
         questions.add(title + "|" + text);
+        duringQuestion();
         return confirmAnswer;
     }
 
@@ -26,6 +29,7 @@ public:
                          const juce::String& current) override
     {
         textQuestions.add(title + "|" + prompt + "|" + current);
+        duringQuestion();
         return typedText;
     }
 
@@ -35,6 +39,7 @@ public:
                                 const juce::String& pattern) override
     {
         fileQuestions.add(title + "|" + start.getFullPathName() + "|" + pattern);
+        duringQuestion();
         return chosenFile;
     }
 
@@ -42,6 +47,7 @@ public:
                                 const juce::String& pattern) override
     {
         fileQuestions.add(title + "|" + suggested.getFullPathName() + "|" + pattern);
+        duringQuestion();
         return chosenFile;
     }
 
@@ -61,6 +67,8 @@ public:
     /** The answer to the next choice of a file or folder; none cancels it. */
     juce::File chosenFile;
     bool confirmAnswer = false;
+    /** What happens while a question is open. */
+    std::function<void()> duringQuestion = [] {};
 };
 
 } // namespace quorel::test
