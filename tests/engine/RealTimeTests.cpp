@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the audio thread may not do, and what several threads may do at once.
+// What the audio thread may not do.
 #include "parameters/ParameterCodings.h"
 #include "support/AllocationGuard.h"
 #include "support/FaultyInstruments.h"
@@ -93,85 +93,6 @@ TEST(AudioThread, TakesNoMemory)
         });
     audio.join();
     EXPECT_EQ(audioHeapCalls, 0);
-}
-
-TEST(Threads, InstrumentsComeAndGoUnderARunningBlock)
-{
-    ProcessorRig rig;
-    std::atomic<bool> done{false};
-    std::thread audio(
-        [&]
-        {
-            juce::AudioBuffer<float> buffer(2, 64);
-            juce::Random random(11);
-
-            while (!done.load())
-            {
-                juce::MidiBuffer midi;
-                midi.addEvent(juce::MidiMessage::noteOn(1, 30 + random.nextInt(60), 0.8f), 0);
-                midi.addEvent(juce::MidiMessage::noteOff(1, 30 + random.nextInt(60)), 5);
-                rig.processor.processBlock(buffer, midi);
-            }
-        });
-    std::thread automation(
-        [&]
-        {
-            juce::Random random(12);
-
-            while (!done.load())
-            {
-                rig.processor.setParameter(random.nextInt(numParameterSlots), random.nextFloat());
-                rig.processor.getParameterName(random.nextInt(numParameterSlots));
-                rig.processor.getParameter(random.nextInt(numParameterSlots));
-                std::this_thread::yield();
-            }
-        });
-    std::thread saver(
-        [&]
-        {
-            while (!done.load())
-                for (int l = 0; l < numLayers; ++l)
-                {
-                    rig.processor.getLayer(l).stateToSave();
-                    rig.processor.getLayer(l).programToSave();
-                }
-        });
-    juce::Random random(13);
-    const auto types = rig.processor.getKnownPlugins().getTypes();
-
-    for (int i = 0; i < 24; ++i)
-    {
-        const int layer = random.nextInt(numLayers);
-
-        if (random.nextInt(3) == 0)
-            rig.processor.chooseInstrument(layer, nullptr);
-        else
-            EXPECT_TRUE(
-                rig.processor.getLayer(layer).loadPlugin(types.getReference(random.nextInt(types.size()))));
-
-        ProcessorRig::pump(20);
-    }
-
-    done.store(true);
-    audio.join();
-    automation.join();
-    saver.join();
-}
-
-TEST(Threads, TwoInstancesKeepTheirOwnRates)
-{
-    ProcessorRig slow(22050.0, 128);
-    ProcessorRig fast(96000.0, 512);
-    ASSERT_TRUE(slow.load(0, "Tarn"));
-    ASSERT_TRUE(fast.load(0, "Tarn"));
-
-    for (ProcessorRig* rig : {&slow, &fast})
-    {
-        rig->noteOn(69);
-        rig->playSeconds(0.2);
-        const auto sound = rig->playSeconds(0.5);
-        EXPECT_GT(sound.amplitudeAt(440.0, rig->rate), 10.0 * sound.amplitudeAt(700.0, rig->rate));
-    }
 }
 
 } // namespace quorel::test

@@ -11,9 +11,7 @@
 namespace quorel::test
 {
 
-class SoundChangeTest : public PresetCommandTest
-{
-};
+using SoundChangeTest = PresetCommandTest;
 
 TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
 {
@@ -27,6 +25,7 @@ TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
     const float loud = rig.play().peak();
     ASSERT_GT(loud, 0.001f);
 
+    rig.set(slot::controllerMap + 20, 0.51f);
     commands.selectPreset(1);
     EXPECT_EQ(names(), "Bank/Second");
 
@@ -48,14 +47,8 @@ TEST_F(SoundChangeTest, ASwapUnderNotesReachesSilenceBeforeTheInstrumentGoes)
     EXPECT_TRUE(waitForPreset());
     EXPECT_FALSE(rig.processor.getLayer(0).hasInstance());
     EXPECT_EQ(rig.get(slot::masterVolume), 0.4f);
-
-    // And back, where a new note sounds as before.
-    commands.selectPreset(0);
-    EXPECT_TRUE(waitForPreset());
-    EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Orlen");
-    rig.play(8);
-    rig.noteOn(60);
-    EXPECT_GT(rig.playSeconds(0.3).peak(), 0.3f * loud);
+    EXPECT_EQ(rig.get(slot::controllerMap + 20), 0.51f)
+        << "bindings belong to the project, not to the preset";
 }
 
 TEST_F(SoundChangeTest, WithoutAudioAPresetLoadsAllTheSame)
@@ -90,17 +83,14 @@ TEST_F(SoundChangeTest, WhatCantBeLoadedLeavesThePresentSound)
 {
     const auto folder = childNamed(banks, "Bad");
     makePreset("Bad", "good", 0.3f);
-    juce::MemoryBlock good;
-    ASSERT_TRUE(readWholeFile(presetFileFor(banks, "Bad", "good"), good));
+    const auto good = bytesOf("Bad", "good");
     const auto put = [&](const char* name, juce::MemoryBlock bytes)
     { ASSERT_TRUE(replaceFile(folder.getChildFile(name), bytes)); };
     put("empty.qrl", {});
     put("foreign.qrl", {"RIFF....WAVEfmt ", 16});
-    auto cut = good;
-    cut.setSize(3000);
-    put("short.qrl", cut);
+    put("short.qrl", {good.getData(), 3000});
     ASSERT_TRUE(folder.getChildFile("folder.qrl").createDirectory());
-    ASSERT_TRUE(replaceFile(folder.getChildFile("huge.qrl"), good));
+    put("huge.qrl", good);
     std::error_code error;
     std::filesystem::resize_file(folder.getChildFile("huge.qrl").getFullPathName().toStdString(), 2147483648u,
                                  error);
@@ -111,10 +101,8 @@ TEST_F(SoundChangeTest, WhatCantBeLoadedLeavesThePresentSound)
     for (const char* name :
          {"empty", "foreign", "short", "folder", "huge", "../99 Default Preset/Default Preset", "gone"})
     {
-        rig.interaction.alerts.clear();
         EXPECT_FALSE(commands.selectPresetByName(name)) << name;
-        EXPECT_EQ(rig.interaction.alerts.joinIntoString("#"),
-                  "|Could not load Presert file: Bad/" + juce::String(name));
+        EXPECT_EQ(takeAlerts(), "|Could not load Presert file: Bad/" + juce::String(name));
         EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay()) << name;
         EXPECT_EQ(names(), "Bad/good") << name;
     }
@@ -129,6 +117,40 @@ TEST_F(SoundChangeTest, WhatCantBeLoadedLeavesThePresentSound)
     EXPECT_EQ(rig.get(slot::masterVolume), 0.3f);
 }
 
+TEST_F(SoundChangeTest, AProjectThatCantBeReadLeavesThePresentSound)
+{
+    ASSERT_TRUE(rig.load(0, "Orlen"));
+    const auto good = rig.state();
+    rig.processor.setNames("Mine", "Kept");
+    const auto withByte = [&](int offset, char byte)
+    {
+        auto bytes = good;
+        bytes[offset] = byte;
+        return bytes;
+    };
+    constexpr int magic = 0;
+    constexpr int version = 20;
+    const juce::String unreadable = "|The project's sound can't be read. The present sound stays.";
+    const std::pair<juce::MemoryBlock, juce::String> cases[] = {
+        {{}, {}},
+        {{"abc", 3}, unreadable},
+        {withByte(magic, 'x'), unreadable},
+        {withByte(version, 2), unreadable},
+        {{good.getData(), 3000}, "|restoring chunk too short"},
+    };
+
+    for (const auto& [bytes, alert] : cases)
+    {
+        rig.restore(bytes);
+        EXPECT_EQ(takeAlerts(), alert);
+        EXPECT_EQ(names(), "Kept/Mine");
+        EXPECT_TRUE(rig.processor.getLayer(0).hasInstance());
+        EXPECT_FALSE(rig.processor.getSoundChange().isUnderWay());
+    }
+
+    rig.processor.setStateInformation(nullptr, 0);
+}
+
 TEST_F(SoundChangeTest, TheNewestSoundAskedForWins)
 {
     makePreset("Bank", "A", 0.3f);
@@ -139,15 +161,6 @@ TEST_F(SoundChangeTest, TheNewestSoundAskedForWins)
     rig.processor.setNames("Project's", "Elsewhere");
     const auto project = rig.state();
     auto& change = rig.processor.getSoundChange();
-    const auto playFor = [&](int ticks)
-    {
-        for (int i = 0; i < ticks; ++i)
-        {
-            rig.play(9);
-            ProcessorRig::pump(50);
-        }
-    };
-
     // A project arrives in each stage of a preset's road, and a preset in each stage of another one's.
     for (const auto stage :
          {ChangeState::fadingOut, ChangeState::waiting, ChangeState::settling, ChangeState::fadingIn})
@@ -176,23 +189,19 @@ TEST_F(SoundChangeTest, TheNewestSoundAskedForWins)
 
     // An empty preset ends what is on its way, too.
     ASSERT_TRUE(change.requestPreset("Bank", "A"));
-    playFor(3);
+    rig.play(20);
     ASSERT_TRUE(rig.processor.getPresetStorage().createEmpty("Empty"));
     ASSERT_TRUE(waitForPreset());
-    playFor(10);
+    EXPECT_FALSE(rig.playUntil([&] { return rig.get(slot::masterVolume) != 0.63f; }, 500));
     EXPECT_EQ(names(), "Bank/Empty");
-    EXPECT_EQ(rig.get(slot::masterVolume), 0.63f);
-    EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << rig.interaction.alerts[0];
+    EXPECT_EQ(takeAlerts(), "");
 }
 
 TEST_F(SoundChangeTest, ASaveWhileAWindowGoesAwayHasTheSoundAskedFor)
 {
-    makePreset("Bank", "A", 0.3f);
     ASSERT_TRUE(rig.load(0, "Orlen"));
     ASSERT_TRUE(rig.load(2, "Tarn"));
-    rig.setLayer(2, layerSlot::pan, 0.2f);
     const auto project = rig.state();
-    auto& change = rig.processor.getSoundChange();
     bool closed = false;
     rig.processor.getLayer(0).setWindow(std::make_unique<OpenWindow>(closed));
     rig.restore(project);
@@ -200,16 +209,6 @@ TEST_F(SoundChangeTest, ASaveWhileAWindowGoesAwayHasTheSoundAskedFor)
     ProcessorRig::pump(800);
     ASSERT_FALSE(rig.processor.getLayer(2).hasInstance()) << "the wait is over too early for this test";
     EXPECT_TRUE(rig.state() == project);
-
-    // A preset, and then the project again, while the first project still waits.
-    ASSERT_TRUE(change.requestPreset("Bank", "A"));
-    ProcessorRig::pump(100);
-    EXPECT_FALSE(rig.state() == project);
-    rig.restore(project);
-    EXPECT_TRUE(rig.state() == project);
-    ASSERT_TRUE(rig.playUntil([&] { return !change.isUnderWay(); }, 10000));
-    EXPECT_TRUE(rig.processor.getLayer(0).hasInstance() && rig.processor.getLayer(2).hasInstance());
-    EXPECT_EQ(rig.getLayer(2, layerSlot::pan), 0.2f);
 }
 
 TEST_F(SoundChangeTest, HostsThreadsNeitherWaitForABusyMessageThreadNorLoseAnything)
@@ -243,7 +242,6 @@ TEST_F(SoundChangeTest, HostsThreadsNeitherWaitForABusyMessageThreadNorLoseAnyth
     EXPECT_TRUE(rig.interaction.alerts.isEmpty()) << "nobody but the message thread shows boxes";
     EXPECT_TRUE(rig.playUntil([&] { return rig.get(slot::masterVolume) == 0.35f; }, 3000)) << "it follows";
     EXPECT_EQ(rig.interaction.alerts.size(), 1);
-    EXPECT_EQ(rig.processor.getLayer(1).getPluginName(), "Hexley");
 
     // What the user asks for after it, before the message thread has taken it up, is newer.
     makePreset("Bank", "A", 0.3f);
@@ -281,44 +279,28 @@ TEST_F(SoundChangeTest, TheManagerStaysInFrontAndEveryOtherPageGivesWay)
     EXPECT_EQ(editor.getPage(), Page::multiControls);
 }
 
-TEST_F(SoundChangeTest, AProjectBringsItsNamesIntoTheLists)
-{
-    makePreset("Alpha", "one");
-    makePreset("Beta", "two");
-    standOn("Beta", "two");
-    const auto state = rig.state();
-    standOn("Alpha", "one");
-    rig.restore(state);
-    EXPECT_EQ(names(), "Beta/two");
-    EXPECT_EQ(library.getFolderNames()[library.getCurrentFolderIndex()], "Beta");
-    EXPECT_EQ(library.getPresetNames()[library.getCurrentPresetIndex()], "two");
-}
-
 TEST_F(SoundChangeTest, AProjectIsTheOriginalOfItsEdits)
 {
+    const int pan = layerParameter(0, layerSlot::pan);
     ASSERT_TRUE(rig.load(0, "Orlen"));
-    rig.setLayer(0, layerSlot::pan, 0.2f);
+    rig.set(pan, 0.2f);
     rig.processor.setNames("Mine", "Bank");
-    const auto project = rig.state();
     ProcessorRig other;
-    other.restore(project);
+    other.restore(rig.state());
+    auto& comparison = other.processor.getOriginalComparison();
     ASSERT_TRUE(other.playUntil([&] { return !other.processor.getSoundChange().isUnderWay(); }));
     EXPECT_FALSE(other.processor.getSession().isEdited());
-    other.processor.setParameterFromUi(layerParameter(0, layerSlot::pan), 0.9f);
-    ASSERT_TRUE(other.processor.getOriginalComparison().showOriginal());
-    EXPECT_EQ(other.getLayer(0, layerSlot::pan), 0.2f);
+    other.processor.setParameterFromUi(pan, 0.9f);
+    ASSERT_TRUE(comparison.showOriginal());
+    EXPECT_EQ(other.get(pan), 0.2f);
     EXPECT_EQ(other.processor.getLayer(0).getPluginName(), "Orlen");
     EXPECT_EQ(other.processor.getPresetName(), "Mine");
-    ASSERT_TRUE(other.processor.getOriginalComparison().showEdited());
-    EXPECT_EQ(other.getLayer(0, layerSlot::pan), 0.9f);
+    ASSERT_TRUE(comparison.showEdited());
+    EXPECT_EQ(other.get(pan), 0.9f);
 
     // While a preset is on its way there is nothing to compare.
-    makePreset("Bank", "A", 0.3f);
-    other.processor.setParameterFromUi(layerParameter(0, layerSlot::pan), 0.8f);
-    ASSERT_FALSE(other.processor.getSoundChange().requestPreset("Bank", "A"))
-        << "it is in the other's folder";
     ASSERT_TRUE(other.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
-    EXPECT_FALSE(other.processor.getOriginalComparison().showOriginal());
+    EXPECT_FALSE(comparison.showOriginal());
 }
 
 TEST_F(SoundChangeTest, OriginalAndEditedSoundChangePlaces)
@@ -339,9 +321,7 @@ TEST_F(SoundChangeTest, OriginalAndEditedSoundChangePlaces)
     ASSERT_TRUE(comparison.showOriginal());
     EXPECT_TRUE(comparison.isShowingOriginal());
     EXPECT_EQ(rig.get(pan), 0.5f);
-    EXPECT_EQ(rig.processor.getPresetName(), longName);
     EXPECT_EQ(rig.get(slot::controllerMap + 7), 0.51f) << "bindings are no part of the comparison";
-    EXPECT_EQ(rig.processor.getLayer(0).getPluginName(), "Orlen");
     ProcessorRig::pump(200);
     EXPECT_TRUE(comparison.isShowingOriginal()) << "reports of the instrument are no edits";
     EXPECT_TRUE(rig.processor.getSession().isEdited());
@@ -357,8 +337,7 @@ TEST_F(SoundChangeTest, OriginalAndEditedSoundChangePlaces)
     ASSERT_TRUE(rig.processor.getPresetStorage().save({}, true));
     ProcessorRig::pump(100);
     EXPECT_TRUE(comparison.isShowingOriginal());
-    EXPECT_EQ(listPresets(childNamed(banks, "Bank"))[0], longName) << "the name is whole on the disk";
-    EXPECT_EQ(library.getCurrentPresetIndex(), 0);
+    EXPECT_EQ(files("Bank"), longName) << "the name is whole on the disk";
 }
 
 } // namespace quorel::test
