@@ -42,14 +42,14 @@ PresetQuery query(const char* text, const CategoryFlags& categories = {}, int fo
     return wanted;
 }
 
-juce::StringArray namesOf(const PresetIndex& index, const std::vector<int>& found)
+juce::String namesOf(const PresetIndex& index, const PresetQuery& wanted)
 {
     juce::StringArray names;
 
-    for (const int i : found)
+    for (const int i : index.find(wanted))
         names.add(index.getEntries()[static_cast<size_t>(i)].name);
 
-    return names;
+    return names.joinIntoString("|");
 }
 } // namespace
 
@@ -63,30 +63,20 @@ TEST(PresetNames, FiltersKeepToTheirRules)
     };
 
     constexpr Case cases[] = {
-        {"Warm Pad", "Warm Pad", "Warm Pad"},
         {"  spaces round  ", "spaces round", "spaces round"},
         {"12.3", "_2_3", "123"},
         {"abcdefghijklmnopqrstuvwxyz1234", "abcdefghijklmnopqrstuvwx", "ghijklmnopqrstuvwxyz1234"},
         // The cut lands on a blank.
         {"123456 bcdefghijklmnopqrstuvwx", "_23456 bcdefghijklmnopqr", "_bcdefghijklmnopqrstuvwx"},
-        {"abcdefghijklmnopqrstuvw yz", "abcdefghijklmnopqrstuvw", "cdefghijklmnopqrstuvw yz"},
         {"\\/:*?\"<>|'", "_default", "default"},
-        {"   ", "_default", "default"},
         {"...", "___", "default"},
-        {"../../etc/passwd", "____etcpasswd", "etcpasswd"},
-        {"C:\\Windows\\x", "CWindowsx", "CWindowsx"},
         {"~root", "_root", "_root"},
         {"nul", "_nul", "_nul"},
-        {"COM1", "_COM1", "_COM1"},
         {"LPT9.x", "LPT9_x", "LPT9x"},
         {"Command", "Command", "Command"},
         {"a\tb\nc\x7f", "abc", "abc"},
-        {"\xc3\x9c"
-         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9",
-         "\xc3\x9c"
-         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9",
-         "\xc3\x9c"
-         "ber \xe6\xb3\xa2 \xf0\x9f\x8e\xb9"},
+        {"\xc3\xa9t\xc3\xa9 \xe6\xb3\xa2 \xf0\x9f\x8e\xb9", "\xc3\xa9t\xc3\xa9 \xe6\xb3\xa2 \xf0\x9f\x8e\xb9",
+         "\xc3\xa9t\xc3\xa9 \xe6\xb3\xa2 \xf0\x9f\x8e\xb9"},
     };
 
     for (const auto& [typed, preset, other] : cases)
@@ -196,15 +186,11 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
     PresetIndex index;
     index.build(banks);
     ASSERT_EQ(index.getEntries().size(), 7u);
-    EXPECT_EQ(index.getEntries()[0].name, "BASS one");
-    EXPECT_EQ(index.getEntries()[0].folder, "1");
-    EXPECT_EQ(index.getEntries()[2].folderIndex, 1);
 
     const auto found = [&](const char* text, int folder = -1)
-    { return namesOf(index, index.find(query(text, {}, folder))).joinIntoString("|"); };
+    { return namesOf(index, query(text, {}, folder)); };
     EXPECT_EQ(found("bAsS"), "BASS one|short bass");
     EXPECT_EQ(found("bass", 1), "short bass");
-    EXPECT_EQ(found("nothing"), "");
     EXPECT_EQ(index.find({}).size(), 6u) << "the placeholder is no preset";
     EXPECT_EQ(index.find(query("\xc3\xa9t\xc3\xa9 \xcf\x83\xce\xbf \xd0\xbf\xd1\x91\xd0\xb4")).size(), 1u);
 
@@ -215,38 +201,29 @@ TEST(PresetFiles, IndexReadsFlagsAndFindsNames)
         for (const char* word : words)
             wanted[static_cast<size_t>(*findCategory(word))] = 1;
 
-        return namesOf(index, index.find(query("", wanted))).joinIntoString("|");
+        return namesOf(index, query("", wanted));
     };
     EXPECT_EQ(filtered({"bass"}), "BASS one|Deep|short bass") << "six bytes of a value are enough for it";
-    EXPECT_EQ(filtered({"Bass", "Sub Bass"}), "Deep");
     EXPECT_EQ(filtered({"Dark", "Legato", "Sub Bass"}), "Deep");
     EXPECT_EQ(filtered({"Legato"}), "Deep") << "what a short file lacks is off";
-    EXPECT_EQ(filtered({"22"}), "");
-    EXPECT_FALSE(findCategory("").has_value());
 }
 
 TEST(PresetFiles, EveryFlagKeepsToItself)
 {
     std::array<float, 6> values{};
 
-    for (int flag = 0; flag < numCategories; ++flag)
-    {
-        auto& value = values[static_cast<size_t>(categoryParameter(flag) - firstCategoryParameter)];
-        value = withCategory(value, flag, true);
-        const auto flags = unpackCategories(values);
+    for (const bool on : {true, false})
+        for (int flag = 0; flag < numCategories; ++flag)
+        {
+            auto& value = values[static_cast<size_t>(categoryParameter(flag) - firstCategoryParameter)];
+            value = withCategory(value, flag, on);
+            const auto flags = unpackCategories(values);
 
-        for (int other = 0; other < numCategories; ++other)
-            ASSERT_EQ(flags[static_cast<size_t>(other)] != 0, other <= flag) << flag << " " << other;
-    }
+            for (int other = 0; other < numCategories; ++other)
+                ASSERT_EQ(flags[static_cast<size_t>(other)] != 0, (other <= flag) == on)
+                    << flag << " " << other;
+        }
 
-    for (int flag = 0; flag < numCategories; ++flag)
-    {
-        auto& value = values[static_cast<size_t>(categoryParameter(flag) - firstCategoryParameter)];
-        value = withCategory(value, flag, false);
-        EXPECT_FALSE(hasCategory(value, flag));
-    }
-
-    EXPECT_EQ(unpackCategories(values), CategoryFlags{});
     EXPECT_EQ(unpackCategories({1, 1, 1, 1, 1, 1}), CategoryFlags{})
         << "a full value is the twelfth bit alone";
 }
