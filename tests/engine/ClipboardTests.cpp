@@ -38,21 +38,19 @@ protected:
         return sound;
     }
 
-    /** The sides' levels, and the two lowest partials: what tells one instrument from another. */
-    static std::vector<double> figures(const Sound& sound, int note)
-    {
-        const double hz = juce::MidiMessage::getMidiNoteInHertz(note);
-        return {static_cast<double>(sound.peak(0)), static_cast<double>(sound.peak(1)),
-                sound.amplitudeAt(hz, 44100.0), sound.amplitudeAt(2.0 * hz, 44100.0)};
-    }
-
+    /** By the sides' levels, and the two lowest partials: what tells one instrument from another. */
     static void expectAlike(const Sound& a, const Sound& b, int note)
     {
-        const auto first = figures(a, note);
-        const auto second = figures(b, note);
+        const auto alike = [](double first, double second)
+        { EXPECT_NEAR(first, second, 0.1 * first + 0.002); };
+        SCOPED_TRACE(note);
+        const double hz = juce::MidiMessage::getMidiNoteInHertz(note);
 
-        for (size_t i = 0; i < first.size(); ++i)
-            EXPECT_NEAR(first[i], second[i], 0.1 * first[i] + 0.002) << "figure " << i << " of note " << note;
+        for (const int channel : {0, 1})
+            alike(static_cast<double>(a.peak(channel)), static_cast<double>(b.peak(channel)));
+
+        for (const double partial : {hz, 2.0 * hz})
+            alike(a.amplitudeAt(partial, 44100.0), b.amplitudeAt(partial, 44100.0));
     }
 
     ProcessorRig rig;
@@ -64,7 +62,7 @@ TEST_F(ClipboardTest, SwappedLayersSoundAsBefore)
     fill(2, "Glasson", 2, 1.0f);
     rig.setLayer(0, layerSlot::keyMax, 60.0f / 127.0f);
     rig.setLayer(2, layerSlot::keyMin, 60.6f / 127.0f);
-    rig.setLayer(2, layerSlot::eq, 1.0f);
+    rig.setLayer(2, layerSlot::eq + eqSlot::on, 1.0f);
     rig.setLayer(2, layerSlot::eq + eqSlot::lowPassOn, 1.0f);
     rig.setLayer(2, layerSlot::eq + eqSlot::lowPassFreq, 0.6f);
     layer(0).loadEasyMapping({"7"});
@@ -103,23 +101,9 @@ TEST_F(ClipboardTest, SwappedLayersSoundAsBefore)
     rig.set(slot::multiFader, 0.0f);
     EXPECT_NEAR(rig.getLayer(2, layerSlot::volume), volume + 0.1f, 1e-5f);
 
-    // One step takes it back, another one brings it.
-    for (const auto& [go, name] :
-         {std::pair(&UndoHistory::undo, "Hexley"), std::pair(&UndoHistory::redo, "Glasson")})
-    {
-        // The move of the fader above is a test's, not the user's.
-        ASSERT_TRUE((rig.processor.getUndo().*go)());
-        EXPECT_TRUE(
-            rig.playUntil([&, wanted = juce::String(name)] { return layer(0).getPluginName() == wanted; }))
-            << name;
-    }
-
-    // A state that was saved holds it all.
-    const auto state = rig.state();
-    rig.processor.resetAllParameters();
-    rig.restore(state);
-    EXPECT_EQ(layer(2).getPluginName(), "Hexley");
-    expectAlike(high, heard(highNote), highNote);
+    // One step takes it back: the move of the fader above is a test's, not the user's.
+    ASSERT_TRUE(rig.processor.getUndo().undo());
+    EXPECT_TRUE(rig.playUntil([&] { return layer(0).getPluginName() == "Hexley"; }));
 }
 
 TEST_F(ClipboardTest, APastedLayerIsThereTwice)
@@ -138,7 +122,7 @@ TEST_F(ClipboardTest, APastedLayerIsThereTwice)
     EXPECT_EQ(rig.processor.multiControls().targetParameter(0), noParameter) << "it was the old instrument's";
     expectAlike(alone, heard(highNote), highNote);
 
-    // Into another instance, and over a missing instrument; an empty layer empties, a missing one stays missing.
+    // Into another instance, and over a missing instrument; an empty layer empties.
     ProcessorRig other;
     other.processor.getLayer(3).setMissing("Nothing like it");
     ASSERT_TRUE(pasteLayer(other.processor, 3));
@@ -195,12 +179,7 @@ TEST_F(ClipboardTest, NothingIsPastedWhileAnotherSoundIsOnItsWay)
     copyLayer(rig.processor, 0);
     copyEffect(rig.processor, 0);
     rig.play();
-    auto& commands = rig.processor.getPresetCommands();
-    rig.interaction.typedText = "Waiting";
-    commands.newPreset();
-    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset(rig.processor.getFolderName(),
-                                                             rig.processor.getPresetName()));
-    rig.interaction.alerts.clear();
+    ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
     EXPECT_FALSE(pasteLayer(rig.processor, 1));
     EXPECT_FALSE(swapLayers(rig.processor, 0, 1));
     EXPECT_FALSE(resetLayerSettings(rig.processor, 0));

@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 namespace quorel::test
 {
 
@@ -19,49 +21,18 @@ protected:
 
     void run(int id, float defaultValue = 0.5f) { runControlMenuItem(rig.processor, pan, defaultValue, id); }
 
-    juce::String row(size_t i) { return controlMenu(rig.processor, pan, "Pan", "0")[i].text; }
+    juce::String binding() { return controlMenu(rig.processor, pan, "Pan", "0")[3].text; }
 
     int boundTo(int controller) { return decodeParamInt(rig.get(slot::controllerMap + controller)); }
 
+    void turn(int controller, int value)
+    {
+        rig.send(juce::MidiMessage::controllerEvent(3, controller, value));
+        rig.play();
+    }
+
     ProcessorRig rig;
 };
-
-TEST_F(ControlMenuTest, TheMenuTellsAndOffersWhatBelongsToTheControl)
-{
-    const auto menu = controlMenu(rig.processor, pan, "Name", "text");
-    ASSERT_EQ(menu.size(), 18u);
-    EXPECT_EQ(menu[0].text, "Name");
-    EXPECT_EQ(menu[1].text, "text");
-    EXPECT_EQ(menu[3].text, "Not Latched");
-    juce::StringArray commands;
-    int separators = 0;
-    int id = 3;
-
-    for (const auto& entry : menu)
-    {
-        separators += entry.isSeparator() ? 1 : 0;
-        EXPECT_EQ(entry.enabled, entry.id != controlMenuId::information);
-
-        if (entry.id >= 3 && entry.id < controlMenuId::information)
-        {
-            EXPECT_EQ(entry.id, id++);
-            commands.add(entry.text);
-        }
-    }
-
-    EXPECT_EQ(separators, 3);
-    EXPECT_EQ(commands.joinIntoString("|"), "Set To Default|Set To Minimum|Set To Maximum|Set To Mid|Set To "
-                                            "Random|Increase|Decrease|Set Value|Latch To Midi|Unlatch "
-                                            "Midi|Set Midi CC|Clear Midi");
-
-    for (const int outside : {-1, 0, 1507, noParameter})
-    {
-        EXPECT_TRUE(controlMenu(rig.processor, outside, {}, {}).empty());
-        runControlMenuItem(rig.processor, outside, 0.5f, controlMenuId::latchToMidi);
-    }
-
-    EXPECT_EQ(rig.processor.getControllerMap().waitingParameter(), 0);
-}
 
 TEST_F(ControlMenuTest, ValueCommandsWriteAndMarkThePresetEdited)
 {
@@ -80,52 +51,51 @@ TEST_F(ControlMenuTest, ValueCommandsWriteAndMarkThePresetEdited)
         EXPECT_TRUE(rig.processor.getSession().isEdited());
     }
 
-    float lowest = 1.0f;
-    float highest = 0.0f;
+    std::set<float> values;
 
-    for (int i = 0; i < 100; ++i)
+    for (int i = 0; i < 20; ++i)
     {
         run(controlMenuId::setToRandom);
-        lowest = juce::jmin(lowest, rig.get(pan));
-        highest = juce::jmax(highest, rig.get(pan));
+        values.insert(rig.get(pan));
     }
 
-    EXPECT_LT(lowest, 0.2f);
-    EXPECT_GT(highest, 0.8f);
-    rig.interaction.typedText = "-50";
-    run(controlMenuId::setValue);
-    EXPECT_NEAR(rig.get(pan), 0.25f, 1e-6f);
+    EXPECT_GT(values.size(), 10u);
+    EXPECT_GT(*values.rbegin() - *values.begin(), 0.3f);
 }
 
 TEST_F(ControlMenuTest, ControllersAreTiedAndFreed)
 {
+    rig.processor.getSession().markSaved();
     run(controlMenuId::latchToMidi);
-    rig.send(juce::MidiMessage::controllerEvent(3, 21, 127));
-    rig.play();
-    EXPECT_EQ(rig.get(pan), 1.0f);
-    EXPECT_EQ(row(3), "Midi CC : 21");
+    turn(21, 127);
+    EXPECT_EQ(rig.get(pan), 1.0f) << "the message that teaches it counts";
+    EXPECT_EQ(binding(), "Midi CC : 21");
+    EXPECT_TRUE(rig.processor.getSession().isEdited());
+    turn(21, 0);
+    EXPECT_EQ(rig.get(pan), 0.0f);
+    EXPECT_EQ(rig.processor.getMidiInput().getMonitor().lastControllerNumber(), 21);
 
-    // Latching again frees the controller at once.
+    // Latching again frees the controller at once. Another control's unlatching isn't this one's.
     run(controlMenuId::latchToMidi);
     EXPECT_EQ(boundTo(21), 0);
+    runControlMenuItem(rig.processor, pan + 1, 0.5f, controlMenuId::unlatchMidi);
+    EXPECT_EQ(rig.processor.getControllerMap().waitingParameter(), pan);
     run(controlMenuId::unlatchMidi);
-    rig.send(juce::MidiMessage::controllerEvent(3, 22, 0));
-    rig.play();
-    EXPECT_EQ(row(3), "Not Latched");
+    turn(22, 0);
+    EXPECT_EQ(binding(), "Not Latched");
 
     // The number that an untied control gives back is the slot before the table.
     rig.set(slot::controllerMap - 1, 0.3f);
-    rig.interaction.typedText = "127";
+    rig.interaction.typedText = " 127 ";
     run(controlMenuId::setMidiController);
-    EXPECT_EQ(rig.interaction.textQuestions[0], "|Enter MIDI Controller number:|");
     EXPECT_EQ(boundTo(127), pan);
     EXPECT_EQ(rig.get(slot::controllerMap - 1), 0.5f);
 
-    for (const char* refused : {"", "128", "-1", "mod wheel", "99999999999999999999"})
+    for (const char* refused : {"", "128", "-1", "mod wheel", "20x", "99999999999999999999"})
     {
         rig.interaction.typedText = refused;
         run(controlMenuId::setMidiController);
-        EXPECT_EQ(row(3), "Midi CC : 127") << refused;
+        EXPECT_EQ(binding(), "Midi CC : 127") << refused;
     }
 
     EXPECT_EQ(rig.interaction.textQuestions[1], "|Enter MIDI Controller number:|127");
@@ -133,6 +103,20 @@ TEST_F(ControlMenuTest, ControllersAreTiedAndFreed)
     run(controlMenuId::setMidiController);
     EXPECT_EQ(boundTo(127), 0);
     EXPECT_EQ(boundTo(7), pan);
+
+    // Several controllers may name one parameter: the highest shows. Numbers outside the table do nothing.
+    rig.set(slot::controllerMap + 90, encodeParamInt(pan));
+    EXPECT_EQ(binding(), "Midi CC : 90");
+    rig.set(slot::controllerMap + 5, encodeParamInt(1507));
+    turn(5, 64);
+
+    for (const int outside : {-1, 0, 1507, noParameter})
+    {
+        EXPECT_TRUE(controlMenu(rig.processor, outside, {}, {}).empty());
+        runControlMenuItem(rig.processor, outside, 0.5f, controlMenuId::latchToMidi);
+    }
+
+    EXPECT_EQ(rig.processor.getControllerMap().waitingParameter(), 0);
     run(controlMenuId::clearMidi);
     EXPECT_EQ(boundTo(7), pan) << "the answer was no";
     rig.interaction.confirmAnswer = true;
@@ -141,7 +125,7 @@ TEST_F(ControlMenuTest, ControllersAreTiedAndFreed)
     for (int controller = 0; controller < numControllers; ++controller)
         EXPECT_EQ(rig.get(slot::controllerMap + controller), 0.0f);
 
-    EXPECT_EQ(row(3), "Not Latched");
+    EXPECT_EQ(binding(), "Not Latched");
 }
 
 class HoldTest : public ControlMenuTest
@@ -190,12 +174,10 @@ TEST_F(HoldTest, AHeldKnobLeavesItsTargetAtItsBase)
 
 TEST_F(HoldTest, ControllersTurnSwitchesOnAndOff)
 {
-    auto& map = rig.processor.getControllerMap();
-    const auto turn = [&](int target, int value)
+    const auto turned = [&](int target, int value)
     {
-        map.assign(target, "21");
-        rig.send(juce::MidiMessage::controllerEvent(1, 21, value));
-        rig.play();
+        rig.processor.getControllerMap().assign(target, "21");
+        turn(21, value);
         return rig.get(target);
     };
 
@@ -203,67 +185,29 @@ TEST_F(HoldTest, ControllersTurnSwitchesOnAndOff)
     for (const int target : {layerParameter(1, layerSlot::solo), layerParameter(1, layerSlot::drumMode),
                              slot::masterMute, slot::fxOn, slot::masterEq})
     {
-        EXPECT_EQ(turn(target, 127), 1.0f) << target;
-        EXPECT_EQ(turn(target, 0), 0.0f) << target;
+        EXPECT_EQ(turned(target, 127), 1.0f) << target;
+        EXPECT_EQ(turned(target, 0), 0.0f) << target;
     }
 
     // Hold: the knob's place isn't lost, however often the controller says so.
     rig.set(knob, 0.2f);
-    turn(slot::multiHold + t, 100);
-    turn(slot::multiHold + t, 127);
+    turned(slot::multiHold + t, 100);
+    turned(slot::multiHold + t, 127);
     EXPECT_EQ(rig.get(knob), 0.5f);
-    turn(slot::multiHold + t, 0);
+    turned(slot::multiHold + t, 0);
     EXPECT_EQ(rig.get(knob), 0.2f);
 }
 
-TEST_F(HoldTest, TargetsAreListedChosenAndShown)
+TEST_F(HoldTest, OnlyWhatTheMenuHasIsATarget)
 {
-    ASSERT_TRUE(rig.load(1, "Hexley"));
-    const auto& names = rig.processor.getLayer(1).getParameterNames();
-    auto menu = multiTargetMenu(rig.processor, t);
-    ASSERT_EQ(menu.size(), 5u);
-    int id = 1;
+    chooseMultiTarget(rig.processor, t, 72);
 
-    for (size_t layer = 0; layer < 4; ++layer)
-    {
-        EXPECT_EQ(menu[layer].text, "Layer " + juce::String(layer + 1));
-        ASSERT_EQ(menu[layer].subMenu.size(), 18u);
+    for (const int outside : {0, 74})
+        chooseMultiTarget(rig.processor, t, outside);
 
-        for (const auto& entry : menu[layer].subMenu)
-            EXPECT_EQ(entry.id, id++);
-    }
-
-    EXPECT_EQ(menu[4].text, "none");
-    EXPECT_EQ(menu[4].id, 73);
-    EXPECT_TRUE(menu[4].ticked);
-    EXPECT_EQ(menu[0].subMenu[2].text, "FX1 Send");
-    EXPECT_EQ(menu[0].subMenu[6].text, "Easy Parameter 1 : ---");
-    EXPECT_EQ(menu[1].subMenu[17].text, "Easy Parameter 12 : " + names[95]);
-
-    const std::vector<std::tuple<int, int, const char*, juce::String>> choices{
-        {1, 232, "Layer 1 : Volume", ""},
-        {18 + 7, 510, "Layer 2 : Easy Parameter 1", names[61]},
-        {36 + 18, 721, "Layer 3 : Easy Parameter 12", ""},
-        {72, 921, "Layer 4 : Easy Parameter 12", ""}};
-
-    for (const auto& [choice, parameter, layerLine, nameLine] : choices)
-    {
-        chooseMultiTarget(rig.processor, t, choice);
-        EXPECT_EQ(rig.processor.multiControls().targetParameter(t), parameter);
-        EXPECT_EQ(multiTargetText(rig.processor, t).layerLine, layerLine);
-        EXPECT_EQ(multiTargetText(rig.processor, t).nameLine, nameLine);
-        menu = multiTargetMenu(rig.processor, t);
-        EXPECT_TRUE(menu[static_cast<size_t>((choice - 1) / 18)]
-                        .subMenu[static_cast<size_t>((choice - 1) % 18)]
-                        .ticked);
-    }
-
-    chooseMultiTarget(rig.processor, t, 0);
-    chooseMultiTarget(rig.processor, t, 74);
+    EXPECT_EQ(multiTargetText(rig.processor, t).layerLine, "Layer 4 : Easy Parameter 12");
     EXPECT_EQ(rig.processor.multiControls().targetParameter(t), 921);
-    chooseMultiTarget(rig.processor, t, noMultiTargetId);
-    EXPECT_EQ(rig.get(slot::multiAssignment + t), 0.0f);
-    EXPECT_EQ(multiTargetText(rig.processor, t).layerLine, "---");
+    EXPECT_TRUE(multiTargetMenu(rig.processor, t)[3].subMenu[17].ticked);
 
     // Numbers that only a damaged preset can hold.
     for (const float damaged : {0.1f, 0.51f, 1.0f})
@@ -272,18 +216,6 @@ TEST_F(HoldTest, TargetsAreListedChosenAndShown)
         multiTargetText(rig.processor, t);
         multiTargetMenu(rig.processor, t);
     }
-}
-
-TEST_F(HoldTest, GroupNamesKeepToTheirSlots)
-{
-    EXPECT_EQ(multiControlName(rig.processor, 3), "Multicontrol 4");
-    setMultiControlName(rig.processor, 1, "Twenty-three characters and more");
-    EXPECT_EQ(multiControlName(rig.processor, 1), "Twenty-three characters");
-    setMultiControlName(rig.processor, 2, juce::String(juce::CharPointer_UTF8("Fl\xc3\xb6te")));
-    EXPECT_EQ(multiControlName(rig.processor, 2), "Fl_te");
-    setMultiControlName(rig.processor, 0, "");
-    EXPECT_EQ(multiControlName(rig.processor, 0), "");
-    EXPECT_EQ(multiControlName(rig.processor, 3), "Multicontrol 4");
 }
 
 } // namespace quorel::test

@@ -2,11 +2,14 @@
 // Layers with real VST2 instruments in them: coming, going, playing, and what the table mirrors of them.
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
-#include "support/ForeignLeaks.h"
 #include "support/OpenWindow.h"
 #include "support/ProcessorRig.h"
 
 #include <gtest/gtest.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
 
 namespace quorel::test
 {
@@ -15,6 +18,11 @@ class HostedLayerTest : public testing::Test
 {
 protected:
     VirtualInstrument& layer(int i) { return rig.processor.getLayer(i); }
+
+    juce::String nameInSound(int i)
+    {
+        return readParamText(rig.processor, layerParameter(i, layerSlot::pluginNameText), 31);
+    }
 
     float playNote(int note, float velocity = 0.8f)
     {
@@ -32,75 +40,46 @@ protected:
     ProcessorRig rig;
 };
 
-TEST_F(HostedLayerTest, TheScanKnowsTheWholeFamilyOnce)
-{
-    EXPECT_EQ(rig.processor.getKnownPlugins().getNumTypes(), 14);
-    EXPECT_EQ(rig.processor.getInstallation().getScanStatus(), "Found 14 Ostrand Instruments");
-}
-
-TEST_F(HostedLayerTest, AnInstrumentComesInThreeTicksAndGoesAtOnce)
+TEST_F(HostedLayerTest, AnInstrumentComesKeepsItsStateAndGoesAtOnce)
 {
     rig.setLayer(0, layerSlot::pan, 0.1f);
     ASSERT_TRUE(rig.load(0, "Orlen"));
     EXPECT_EQ(rig.getLayer(0, layerSlot::pan), 0.5f) << "choosing an instrument resets its layer";
-    EXPECT_EQ(readParamText(rig.processor, 200, 31), "Orlen");
-    EXPECT_FALSE(layer(0).stateToSave().isEmpty());
+    EXPECT_EQ(nameInSound(0), "Orlen");
     EXPECT_EQ(layer(0).getParameterNames().size(), 1024);
     EXPECT_GT(playNote(60), 0.01f);
 
-    rig.processor.chooseInstrument(0, nullptr);
-    EXPECT_FALSE(layer(0).hasInstance());
-    EXPECT_EQ(readParamText(rig.processor, 200, 31), "");
-    EXPECT_TRUE(layer(0).stateToSave().isEmpty());
-    EXPECT_EQ(rig.getLayer(0, layerSlot::easyValue + 3), 0.5f);
-    EXPECT_LT(playNote(60), silence);
-}
-
-TEST_F(HostedLayerTest, ChoosingWhatIsLoadedKeepsItAndItsState)
-{
-    ASSERT_TRUE(rig.load(0, "Zeph"));
-    rig.setLayer(0, layerSlot::easyValue, 0.123f);
-    ASSERT_TRUE(rig.load(0, "Zeph"));
-    EXPECT_EQ(readParamText(rig.processor, 200, 31), "Zeph");
-    const InstanceAccess::Use plugin(layer(0).instanceAccess());
-    EXPECT_NEAR(plugin->getParameter(37), 0.123f, 1e-3f);
-}
-
-TEST_F(HostedLayerTest, AnotherInstrumentReplacesTheOldOneWhileOthersPlayOn)
-{
+    // What is loaded already keeps its state.
+    rig.setLayer(0, layerSlot::easyValue, 0.25f);
     ASSERT_TRUE(rig.load(0, "Orlen"));
+    EXPECT_EQ(nameInSound(0), "Orlen");
+    {
+        const InstanceAccess::Use plugin(layer(0).instanceAccess());
+        EXPECT_NEAR(plugin->getParameter(946), 0.25f, 1e-3f);
+    }
+
+    // Others go on sounding when it goes.
     ASSERT_TRUE(rig.load(1, "Hexley"));
-    rig.setLayer(0, layerSlot::midiChannel, 0.0f);
     rig.noteOn(60);
     rig.playSeconds(0.2);
-    const auto* tarn = [&]
-    {
-        static juce::PluginDescription found;
-
-        for (const auto& type : rig.processor.getKnownPlugins().getTypes())
-            if (type.name == "Tarn")
-                found = type;
-
-        return &found;
-    }();
-    rig.processor.chooseInstrument(0, tarn);
+    rig.processor.chooseInstrument(0, nullptr);
     EXPECT_FALSE(layer(0).hasInstance());
-    EXPECT_GT(rig.playSeconds(0.2).peak(), silence) << "layer 2 goes on sounding";
-    ASSERT_TRUE(rig.playUntil([&] { return layer(0).getPluginName() == "Tarn"; }));
+    EXPECT_EQ(nameInSound(0), "");
+    EXPECT_TRUE(layer(0).stateToSave().isEmpty());
+    EXPECT_EQ(rig.getLayer(0, layerSlot::easyValue + 3), 0.5f);
+    EXPECT_GT(rig.playSeconds(0.2).peak(), silence);
+    rig.processor.chooseInstrument(1, nullptr);
+    EXPECT_LT(playNote(60), silence);
 }
 
 TEST_F(HostedLayerTest, RangesAndTransposeShapeWhatIsHeard)
 {
     ASSERT_TRUE(rig.load(0, "Tarn"));
     rig.setLayer(0, layerSlot::keyMin, 60.5f / 127.0f);
-    rig.setLayer(0, layerSlot::keyMax, 72.5f / 127.0f);
-    EXPECT_LT(playNote(59), silence);
-    EXPECT_GT(playNote(60), 0.01f);
-    EXPECT_GT(playNote(72), 0.01f);
-    EXPECT_LT(playNote(73), silence);
     rig.setLayer(0, layerSlot::velocityMin, 64.5f / 127.0f);
-    EXPECT_LT(playNote(65, 0.3f), silence);
-    EXPECT_GT(playNote(65, 0.9f), 0.01f);
+    EXPECT_LT(playNote(59), silence);
+    EXPECT_LT(playNote(60, 0.3f), silence);
+    EXPECT_GT(playNote(60), 0.01f);
 
     // Transposed by an octave, nothing is left of the sub-oscillator below note 69.
     rig.setLayer(0, layerSlot::transpose, 36.5f / 48.0f);
@@ -157,8 +136,6 @@ TEST_F(HostedLayerTest, EasyParametersMirrorBothWays)
     // A change made by the instrument itself comes back as the Easy value.
     layer(1).audioProcessorParameterChanged(plugin.get(), 70, 0.375f);
     EXPECT_EQ(rig.getLayer(1, layerSlot::easyValue + 5), 0.375f);
-    layer(1).resetEasyMapping();
-    EXPECT_EQ(decodeParamInt(rig.getLayer(1, layerSlot::easyMapping)), 61);
 }
 
 TEST_F(HostedLayerTest, ProgramsAreChosenAndSeen)
@@ -170,44 +147,33 @@ TEST_F(HostedLayerTest, ProgramsAreChosenAndSeen)
     layer(0).needsDisplayUpdate.store(false);
     plugin->setCurrentProgram(1);
     EXPECT_TRUE(pumpUntil([&] { return layer(0).needsDisplayUpdate.load(); }, 1000));
-
-    // Instruments that take programs by MIDI get a program change in front of the next block, past the
-    // filter.
-    ASSERT_TRUE(rig.load(1, "Fenn2"));
-    rig.setLayer(1, layerSlot::blockProgramChange, 1.0f);
-    const InstanceAccess::Use fenn(layer(1).instanceAccess());
-    rig.play();
-    const auto before = fenn->getProgramName(0);
-    layer(1).chooseProgram(3);
-    rig.play();
-    EXPECT_NE(fenn->getProgramName(0), before);
 }
 
 TEST_F(HostedLayerTest, AnInstrumentThatIsNoneLeavesTheLayerMissing)
 {
-    juce::PluginDescription description;
-    description.name = "Orlen";
-    description.pluginFormatName = "VST";
-    description.fileOrIdentifier =
-        rig.user.scratch.write("Orlen" + pluginFileEnding(), "no plug-in at all").getFullPathName();
-    EXPECT_FALSE(layer(3).loadPlugin(description));
-    EXPECT_TRUE(layer(3).isMissing());
-    EXPECT_EQ(layer(3).getMissingPluginName(), "Orlen");
-    ASSERT_EQ(rig.interaction.alerts.size(), 1);
-    EXPECT_TRUE(rig.interaction.alerts[0].startsWith("Error|Sorry, cannot load Orlen\n\n"));
-    EXPECT_LT(playNote(60), silence);
-    rig.processor.chooseInstrument(3, nullptr);
-    EXPECT_FALSE(layer(3).isMissing());
-
-    // A copy that was cut short would take the process down in the loader of Linux.
     juce::MemoryBlock whole;
     ASSERT_TRUE(juce::File(QUOREL_TEST_INSTRUMENTS)
                     .getChildFile("Tarn/Tarn" + pluginFileEnding())
                     .loadFileAsData(whole));
-    juce::File(description.fileOrIdentifier).replaceWithData(whole.getData(), 4096);
-    EXPECT_FALSE(layer(3).loadPlugin(description));
-    ASSERT_EQ(rig.interaction.alerts.size(), 2);
-    EXPECT_TRUE(rig.interaction.alerts[1].startsWith("Error|Sorry, cannot load Orlen\n\n"));
+    const auto file = rig.user.scratch.child("Orlen" + pluginFileEnding());
+    juce::PluginDescription description;
+    description.name = "Orlen";
+    description.pluginFormatName = "VST";
+    description.fileOrIdentifier = file.getFullPathName();
+
+    // A copy that was cut short would take the process down in the loader of Linux.
+    for (const auto& bytes : {juce::MemoryBlock("no plug-in", 10), juce::MemoryBlock(whole.getData(), 4096)})
+    {
+        rig.interaction.alerts.clear();
+        ASSERT_TRUE(file.replaceWithData(bytes.getData(), bytes.getSize()));
+        EXPECT_FALSE(layer(3).loadPlugin(description));
+        EXPECT_EQ(layer(3).getMissingPluginName(), "Orlen");
+        ASSERT_EQ(rig.interaction.alerts.size(), 1);
+        EXPECT_TRUE(rig.interaction.alerts[0].startsWith("Error|Sorry, cannot load Orlen\n\n"));
+        EXPECT_LT(playNote(60), silence);
+        rig.processor.chooseInstrument(3, nullptr);
+        EXPECT_FALSE(layer(3).isMissing());
+    }
 }
 
 TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
@@ -217,7 +183,10 @@ TEST_F(HostedLayerTest, AThirdPartyInstrumentPlaysToo)
     if (!amsynth.existsAsFile())
         GTEST_SKIP() << "amsynth isn't installed";
 
-    const ForeignLeaks ofAmsynth;
+#if defined(__SANITIZE_ADDRESS__)
+    // It never frees some of its memory.
+    const __lsan::ScopedDisabler itsLeaks;
+#endif
     juce::VSTPluginFormat format;
     juce::OwnedArray<juce::PluginDescription> found;
     format.findAllTypesForFile(found, amsynth.getFullPathName());
@@ -246,12 +215,9 @@ TEST_F(HostedLayerTest, AnOpenWindowGetsTimeToGoBeforeItsInstrument)
     EXPECT_TRUE(rig.playUntil([&] { return layer(0).hasInstance(); }, 5000))
         << "2.5 seconds later the state is back";
     EXPECT_GT(playNote(60), 0.001f);
-}
 
-TEST_F(HostedLayerTest, APresetWaitsForAnOpenWindowToGo)
-{
-    ASSERT_TRUE(rig.load(0, "Imre"));
-    bool closed = false;
+    // A preset waits, too.
+    closed = false;
     layer(0).setWindow(std::make_unique<OpenWindow>(closed));
     ASSERT_TRUE(rig.processor.getSoundChange().requestPreset("99 Default Preset", "Default Preset"));
     EXPECT_TRUE(closed);
