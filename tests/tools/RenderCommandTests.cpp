@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // quorel-render as a user starts it.
+#include "CommandRuns.h"
+
 #include "parameters/ParameterLayout.h"
 #include "presets/StateChunk.h"
-#include "support/ProgramRun.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
@@ -20,33 +21,27 @@ namespace
 
 struct RenderCommand : testing::Test
 {
-    struct Outcome
-    {
-        juce::uint32 exitCode;
-        juce::String output;
-    };
-
     /** Sets a user up once for all tests: that takes longer than a render. */
     static void SetUpTestSuite()
     {
         prefix = std::make_unique<test::ScratchFolder>();
-        const auto outcome = start({QUOREL_TEST_SETUP, "--prefix", prefix->path().getFullPathName()});
-        ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+        const auto outcome =
+            test::runCommand(QUOREL_TEST_SETUP, {"--prefix", prefix->path().getFullPathName()});
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
     }
 
     static void TearDownTestSuite() { prefix.reset(); }
 
-    static Outcome start(const juce::StringArray& commandLine)
+    static juce::StringArray commandLine(const juce::StringArray& arguments)
     {
-        const auto outcome = test::runProgram(commandLine);
-        return {static_cast<juce::uint32>(outcome.exitCode), outcome.text};
+        juce::StringArray whole{QUOREL_TEST_RENDER, "--prefix", prefix->path().getFullPathName()};
+        whole.addArray(arguments);
+        return whole;
     }
 
-    Outcome render(const juce::StringArray& arguments) const
+    static test::ProgramOutcome render(const juce::StringArray& arguments)
     {
-        juce::StringArray commandLine{QUOREL_TEST_RENDER, "--prefix", prefix->path().getFullPathName()};
-        commandLine.addArray(arguments);
-        return start(commandLine);
+        return test::runProgram(commandLine(arguments));
     }
 
     /** Two quarter notes at 120, the second an octave higher. */
@@ -69,13 +64,11 @@ struct RenderCommand : testing::Test
     }
 
     /** What a render writes to the standard output. */
-    juce::MemoryBlock soundOf(const juce::StringArray& arguments) const
+    static std::string soundOf(const juce::StringArray& arguments)
     {
-        juce::StringArray commandLine{QUOREL_TEST_RENDER, "--prefix", prefix->path().getFullPathName()};
-        commandLine.addArray(arguments);
         juce::ChildProcess process;
-        EXPECT_TRUE(process.start(commandLine, juce::ChildProcess::wantStdOut));
-        juce::MemoryBlock bytes;
+        EXPECT_TRUE(process.start(commandLine(arguments), juce::ChildProcess::wantStdOut));
+        std::string bytes;
         char part[4096];
         for (int size = 0; (size = process.readProcessOutput(part, sizeof(part))) > 0;)
             bytes.append(part, static_cast<size_t>(size));
@@ -84,29 +77,26 @@ struct RenderCommand : testing::Test
         return bytes;
     }
 
-    juce::MemoryBlock bytesOf(const char* name) const
-    {
-        juce::MemoryBlock bytes;
-        EXPECT_TRUE(scratch.child(name).loadFileAsData(bytes));
-        return bytes;
-    }
-
     juce::String path(const char* name) const { return scratch.child(name).getFullPathName(); }
 
-    /** Opens a sound file and checks its format; null if it isn't one. */
-    std::unique_ptr<juce::AudioFormatReader> open(const char* name, double rate, int bits,
-                                                  double seconds) const
+    /** A sound file's samples, its format checked; none if it isn't one. */
+    juce::AudioBuffer<float> samplesOf(const char* name, double rate, int bits, double seconds) const
     {
         juce::AudioFormatManager formats;
         formats.registerBasicFormats();
-        std::unique_ptr<juce::AudioFormatReader> reader(formats.createReaderFor(scratch.child(name)));
+        const std::unique_ptr<juce::AudioFormatReader> reader(formats.createReaderFor(scratch.child(name)));
         if (reader == nullptr)
-            return {};
+        {
+            ADD_FAILURE() << name << " is no sound file";
+            return {2, 0};
+        }
         EXPECT_EQ(reader->sampleRate, rate);
         EXPECT_EQ(reader->numChannels, 2u);
         EXPECT_EQ(static_cast<int>(reader->bitsPerSample), bits);
         EXPECT_NEAR(static_cast<double>(reader->lengthInSamples) / rate, seconds, 0.001);
-        return reader;
+        juce::AudioBuffer<float> samples(2, static_cast<int>(reader->lengthInSamples));
+        reader->read(&samples, 0, samples.getNumSamples(), 0, true, true);
+        return samples;
     }
 
     test::ScratchFolder scratch;
@@ -137,15 +127,12 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     made.addArray({"-o", path("made.wav")});
     kept.addArray({"--preset", path("made.qrl"), "-o", path("kept.wav")});
     auto outcome = render(made);
-    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-    const auto report = outcome.output;
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
+    const auto report = outcome.text;
     outcome = render(kept);
-    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
 
-    const auto wav = open("made.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
-    ASSERT_NE(wav, nullptr);
-    juce::AudioBuffer<float> samples(2, static_cast<int>(wav->lengthInSamples));
-    wav->read(&samples, 0, samples.getNumSamples(), 0, true, true);
+    const auto samples = samplesOf("made.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
     const float peak = samples.getMagnitude(0, samples.getNumSamples());
     EXPECT_GT(peak, 0.01f);
     EXPECT_LT(peak, 4.0f);
@@ -161,13 +148,13 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     // The same bytes go down a pipe, and nothing else.
     auto piped = kept;
     piped.set(piped.size() - 1, "-");
-    EXPECT_TRUE(soundOf(piped) == bytesOf("kept.wav"));
+    EXPECT_TRUE(soundOf(piped) == test::bytesOf(scratch.child("kept.wav")));
 
     // For a user who hasn't got the instruments it fails.
-    outcome = start({QUOREL_TEST_RENDER, "--prefix", path("nobody"), "--preset", path("made.qrl"), midi, "-o",
-                     path("nobody.wav")});
-    EXPECT_EQ(outcome.exitCode, 1u);
-    EXPECT_TRUE(outcome.output.contains("needs an instrument that is not here")) << outcome.output;
+    outcome = test::runCommand(QUOREL_TEST_RENDER, {"--prefix", path("nobody"), "--preset", path("made.qrl"),
+                                                    midi, "-o", path("nobody.wav")});
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_TRUE(outcome.text.contains("needs an instrument that is not here")) << outcome.text;
     EXPECT_TRUE(scratch.child("made.wav").hasIdenticalContentTo(scratch.child("kept.wav")));
 
     // By its name, through the fades that a player hears.
@@ -179,11 +166,8 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     named.addArray({"--preset", folder.getFileName() + "/Two Layers", "-o", path("named.wav"),
                     "--save-preset", path("named.qrl")});
     outcome = render(named);
-    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-    const auto namedWav = open("named.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
-    ASSERT_NE(namedWav, nullptr);
-    juce::AudioBuffer<float> namedSamples(2, static_cast<int>(namedWav->lengthInSamples));
-    namedWav->read(&namedSamples, 0, namedSamples.getNumSamples(), 0, true, true);
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
+    const auto namedSamples = samplesOf("named.wav", 44100.0, 32, 1.5 - 6.0 / 192.0);
     for (const int channel : {0, 1})
         EXPECT_NEAR(namedSamples.getRMSLevel(channel, 0, namedSamples.getNumSamples()),
                     samples.getRMSLevel(channel, 0, samples.getNumSamples()), 0.01f * peak)
@@ -194,9 +178,9 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
         scratch.write("sound.args", "# a comment\n\n--layer\n1= Zeph : Morning Pad\n--rate=48000\n");
     outcome = render({"@" + arguments.getFullPathName(), "--block", "37", "--bits", "16", "--tempo", "60",
                       "--tail", "1", midi, "-o", path("slow.flac")});
-    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-    ASSERT_NE(open("slow.flac", 48000.0, 16, 3.0 - 6.0 / 96.0), nullptr);
-    EXPECT_GT(scratch.child("slow.flac").getSize(), 50000) << "silence would take next to nothing";
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
+    const auto slow = samplesOf("slow.flac", 48000.0, 16, 3.0 - 6.0 / 96.0);
+    EXPECT_GT(slow.getMagnitude(0, slow.getNumSamples()), 0.01f);
 }
 
 TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
@@ -207,7 +191,7 @@ TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
     const juce::StringArray arguments{"--tail", "0.25",
                                       "--bits", "32",
                                       "--fx",   "1=stereo DELAY:0.5,1/4,0,0.5,0.5,0,1,0",
-                                      "--fx",   "2=0:mix=0,pan=0,level=0.625"};
+                                      "--fx",   " 2 = 0 : mix=0,pan=0,LEVEL=0.625"};
     for (const double rate : {48000.0, 24000.0})
     {
         SCOPED_TRACE(rate);
@@ -219,15 +203,11 @@ TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
         ASSERT_TRUE(writer->writeFromAudioSampleBuffer(click, 0, click.getNumSamples()));
         writer.reset();
 
-        auto commandLine = arguments;
-        commandLine.addArray({"--input", path("click.wav"), "-o", path("out.wav")});
-        const auto outcome = render(commandLine);
-        ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-        const auto wav = open("out.wav", 48000.0, 32, 0.75);
-        ASSERT_NE(wav, nullptr);
-        juce::AudioBuffer<float> out(2, static_cast<int>(wav->lengthInSamples));
-        wav->read(&out, 0, out.getNumSamples(), 0, true, true);
-
+        auto all = arguments;
+        all.addArray({"--input", path("click.wav"), "-o", path("out.wav")});
+        const auto outcome = render(all);
+        ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
+        const auto out = samplesOf("out.wav", 48000.0, 32, 0.75);
         const auto loudest = [&](int channel, int from, int to)
         {
             const auto* samples = out.getReadPointer(channel);
@@ -253,65 +233,65 @@ TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
     {
         const auto outcome = render({"--input", path("click.wav"), "--rate", "24000", "--bits", bits, "--fx",
                                      "1=0:mix=0,level=1", "-o", path("loud.wav")});
-        EXPECT_EQ(outcome.exitCode, 0u);
-        EXPECT_EQ(outcome.output.contains("the sound is clipped"), juce::String(bits) == "24")
-            << outcome.output;
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.text.contains("the sound is clipped"), juce::String(bits) == "24") << outcome.text;
     }
 }
 
 TEST_F(RenderCommand, PutsASoundTogetherWithoutPlayingIt)
 {
-    const auto outcome = render({"--send", "3:2=0.5pre", "--send", "1:4=1/4", "--param", "Layer1 Pan=0.75",
+    const auto outcome = render({"--send", "3:2=0.5pre", "--send", "1:4=1/4 pre", "--send", "2:1=1",
+                                 "--param", "Layer1 Pan=0.75", "--fx", "4=chorus / delay : 0.25, 1/4",
                                  "--save-preset", path("sound.qrl")});
-    ASSERT_EQ(outcome.exitCode, 0u) << outcome.output;
-    juce::MemoryBlock bytes;
+    ASSERT_EQ(outcome.exitCode, 0) << outcome.text;
+    const auto bytes = test::bytesOf(scratch.child("sound.qrl"));
     StateChunk chunk;
-    ASSERT_TRUE(scratch.child("sound.qrl").loadFileAsData(bytes));
-    ASSERT_EQ(readStateChunk(bytes.getData(), bytes.getSize(), chunk), ChunkStatus::valid);
-    const auto value = [&chunk](int layer, int n)
-    { return chunk.parameters[static_cast<std::size_t>(layerParameter(layer, n))]; };
-    EXPECT_EQ(value(2, layerSlot::sendLevel + 1), 0.5f);
-    EXPECT_EQ(value(2, layerSlot::sendPreFader + 1), 1.0f);
-    EXPECT_EQ(value(0, layerSlot::sendLevel + 3), 0.25f);
-    EXPECT_EQ(value(0, layerSlot::sendPreFader + 3), 0.0f);
-    EXPECT_EQ(value(0, layerSlot::pan), 0.75f);
+    ASSERT_EQ(readStateChunk(bytes.data(), bytes.size(), chunk), ChunkStatus::valid);
+    const auto expectValue = [&chunk](int index, float value)
+    { EXPECT_EQ(chunk.parameters[static_cast<std::size_t>(index)], value) << index; };
+    expectValue(layerParameter(2, layerSlot::sendLevel + 1), 0.5f);
+    expectValue(layerParameter(2, layerSlot::sendPreFader + 1), 1.0f);
+    expectValue(layerParameter(0, layerSlot::sendLevel + 3), 0.25f);
+    expectValue(layerParameter(0, layerSlot::sendPreFader + 3), 1.0f);
+    expectValue(layerParameter(1, layerSlot::sendPreFader), 0.0f);
+    expectValue(layerParameter(0, layerSlot::pan), 0.75f);
+    expectValue(fxParameter(3, 0), 0.25f);
+    expectValue(fxParameter(3, 1), 0.25f);
 }
 
 TEST_F(RenderCommand, ListsWhatThereIsToChooseFrom)
 {
-    const auto effects = render({"--list-effects"});
-    EXPECT_EQ(effects.exitCode, 0u);
+    const auto list = [](const juce::StringArray& arguments)
+    {
+        const auto outcome = render(arguments);
+        EXPECT_EQ(outcome.exitCode, 0) << outcome.text;
+        return outcome.text;
+    };
+    const auto effects = juce::StringArray::fromLines(list({"--list-effects"}));
     int numTypes = 0;
-    for (const auto& line : juce::StringArray::fromLines(effects.output))
+    for (const auto& line : effects)
     {
         EXPECT_LE(line.length(), 100) << line;
         numTypes += line.trimStart().startsWith(juce::String(numTypes) + "  ") ? 1 : 0;
     }
-    EXPECT_EQ(numTypes, 33) << effects.output;
+    EXPECT_EQ(numTypes, 33) << effects.joinIntoString("\n");
 
-    const auto outcome = render({"--list-instruments"});
-    EXPECT_EQ(outcome.exitCode, 0u);
-    EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 14) << outcome.output;
-    EXPECT_TRUE(outcome.output.contains("Dorvik-K\n"));
-
-    const auto presets = render({"--list-presets"});
-    EXPECT_EQ(presets.exitCode, 0u);
-    EXPECT_TRUE(presets.output.contains("01 Keys and Splits/Four Corners\n")) << presets.output;
-    const auto programs = render({"--list-programs", "--layer", "2=Hexley"});
-    EXPECT_EQ(programs.exitCode, 0u);
-    EXPECT_TRUE(programs.output.startsWith("Layer 2: Hexley\n    1  ")) << programs.output;
-    EXPECT_TRUE(programs.output.contains("  Tine Piano\n")) << programs.output;
-    const auto parameters = render({"--list-parameters", "--param", "Layer1 Pan=0.75"});
-    EXPECT_EQ(parameters.exitCode, 0u);
-    EXPECT_TRUE(
-        parameters.output.contains(" 233  Layer1 Pan                        0.7500  50  (-100 to 100)\n"))
-        << parameters.output;
-    EXPECT_FALSE(parameters.output.contains("Layer1 200 ")) << "a character of a name";
+    const auto instruments = list({"--list-instruments"});
+    EXPECT_EQ(juce::StringArray::fromLines(instruments.trim()).size(), 14) << instruments;
+    EXPECT_TRUE(instruments.contains("Dorvik-K\n"));
+    EXPECT_TRUE(list({"--list-presets"}).contains("01 Keys and Splits/Four Corners\n"));
+    const auto programs = list({"--list-programs", "--layer", "2=Hexley"});
+    EXPECT_TRUE(programs.startsWith("Layer 2: Hexley\n    1  ")) << programs;
+    EXPECT_TRUE(programs.contains("  Tine Piano\n")) << programs;
+    const auto parameters = list({"--list-parameters", "--param", "Layer1 Pan=0.75"});
+    EXPECT_TRUE(parameters.contains(" 233  Layer1 Pan                        0.7500  50  (-100 to 100)\n"))
+        << parameters;
+    EXPECT_FALSE(parameters.contains("Layer1 200 ")) << "a character of a name";
 
     // What can't sound warns.
     const auto silent = render({song(), "-o", path("silent.wav"), "--tail", "0"});
-    EXPECT_EQ(silent.exitCode, 0u);
-    EXPECT_TRUE(silent.output.contains("no layer has an instrument")) << silent.output;
+    EXPECT_EQ(silent.exitCode, 0);
+    EXPECT_TRUE(silent.text.contains("no layer has an instrument")) << silent.text;
 }
 
 TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
@@ -328,18 +308,15 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
         const char* expected;
     };
 
-    const auto expectRefusals = [&](const std::vector<Case>& cases, juce::uint32 exitCode)
+    const auto expectRefusals = [](const std::vector<Case>& cases, int exitCode)
     {
         for (const auto& c : cases)
         {
-            const auto outcome = render(c.arguments);
-            SCOPED_TRACE(c.arguments.joinIntoString(" ") + "\n" + outcome.output);
-            EXPECT_EQ(outcome.exitCode, exitCode);
-            EXPECT_TRUE(outcome.output.contains(c.expected));
-            EXPECT_EQ(juce::StringArray::fromLines(outcome.output.trim()).size(), 1);
+            SCOPED_TRACE(c.arguments.joinIntoString(" "));
+            test::expectRefusal(render(c.arguments), exitCode, c.expected);
         }
     };
-    constexpr juce::uint32 failed = 1, badUsage = 2;
+    constexpr int failed = 1, badUsage = 2;
     expectRefusals(
         {
             {{}, "no MIDI file"},
@@ -350,25 +327,16 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{midi, "-o", wav, "--layer", "5=Tarn"}, "N from 1 to 4"},
             {{midi, "-o", wav, "--param", "1=1.5"}, "from 0 to 1"},
             {{midi, "-o", wav, "--param", "1=nan"}, "from 0 to 1"},
-            {{midi, "-o", wav, "--param", "1=1-2"}, "from 0 to 1"},
             {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
-            {{midi, "-o", wav, "--fx", "Chorus"}, "N from 1 to 4"},
             {{midi, "-o", wav, "--fx", "5=Chorus"}, "N from 1 to 4"},
-            {{midi, "-o", wav, "--fx", "1="}, "N from 1 to 4"},
-            {{midi, "-o", wav, "--fx", "1=Echo"}, "unknown effect \"Echo\""},
             {{midi, "-o", wav, "--fx", "1=33"}, "unknown effect \"33\""},
-            {{midi, "-o", wav, "--fx", "1=-1"}, "unknown effect \"-1\""},
             {{midi, "-o", wav, "--fx", "1=1:0,0,0,0,0,0,0,0,0,0,0"}, "at most 10"},
-            {{midi, "-o", wav, "--fx", "1=1:0.5,1.01"}, "from 0 to 1"},
             {{midi, "-o", wav, "--fx", "1=1:0.5,,0"}, "from 0 to 1"},
             {{midi, "-o", wav, "--fx", "1=1:0.5:mix=inf"}, "from 0 to 1"},
             {{midi, "-o", wav, "--fx", "1=1:wet=1"}, "mix, pan and level"},
             {{midi, "-o", wav, "--fx", "1=1:mix=1:0.5"}, "values first"},
-            {{midi, "-o", wav, "--send", "1=0.5"}, "LAYER:N=LEVEL"},
             {{midi, "-o", wav, "--send", "1:5=0.5"}, "LAYER:N=LEVEL"},
             {{midi, "-o", wav, "--send", "1:2=0.5post"}, "LAYER:N=LEVEL"},
-            {{"--input", text}, "no output"},
-            {{midi, "-o", wav, "--preset", "Init"}, "FOLDER/NAME"},
             {{midi, "-o", wav, "--preset", "../Banks/99 Default Preset/Default Preset"}, "FOLDER/NAME"},
             {{midi, "-o", wav, "--rate", "0"}, "--rate"},
             {{midi, "-o", wav, "--tempo", "0"}, "--tempo"},
@@ -386,22 +354,16 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{scratch.path().getFullPathName(), "-o", wav}, "(it is a folder)"},
             {{midi, "-o", path("no/such/folder/out.wav")}, "cannot write"},
             {{midi, "-o", wav, "--layer", "1=Theremin"}, "unknown instrument \"Theremin\""},
-            {{midi, "-o", wav, "--layer", "1=Tarn:No Such Bass"}, "no program \"No Such Bass\""},
             {{midi, "-o", wav, "--layer", "1=Tarn:9"}, "no program \"9\""},
-            {{midi, "-o", wav, "--param", "Volumen=1"}, "unknown parameter \"Volumen\""},
             {{midi, "-o", wav, "--param", "Mastr-volume=1"}, ": did you mean Master Volume? (see"},
             {{midi, "-o", wav, "--param", "1507=1"}, "unknown parameter \"1507\""},
             {{"--input", text, "-o", wav}, "no WAV, AIFF or FLAC file"},
-            {{"--input", path("missing.wav"), "-o", wav}, "missing.wav"},
-            {{"--input", scratch.path().getFullPathName(), "-o", wav}, "(it is a folder)"},
             {{midi, "-o", wav, "--preset", scratch.path().getFullPathName()}, "(it is a folder)"},
             {{midi, "-o", wav, "--preset", "01 Keys & Splits/Four Corner"},
              "did you mean 01 Keys and Splits/Four Corners?"},
             {{"--list-programs"}, "give --layer or --preset"},
             {{midi, "-o", wav, "--preset", text}, "not a preset"},
-            {{midi, "-o", wav, "--preset", path("missing.qrl")}, "missing.qrl"},
             {{midi, "-o", wav, "--preset", "No Such Folder/Init"}, "no preset \"No Such Folder/Init\" in "},
-            {{midi, "-o", wav, "--preset", "99 Default Preset/Init"}, "no preset \"99 Default Preset/Init\""},
             {{midi, "-o", wav, "--save-preset", path("no/such/folder/a.qrl")}, "cannot write"},
         },
         failed);
@@ -411,7 +373,7 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
 TEST_F(RenderCommand, AFailedRenderKeepsTheOldFile)
 {
     const auto old = scratch.write("out.wav", "what was here before");
-    EXPECT_NE(render({song(), "-o", old.getFullPathName(), "--layer", "1=Theremin"}).exitCode, 0u);
+    EXPECT_NE(render({song(), "-o", old.getFullPathName(), "--layer", "1=Theremin"}).exitCode, 0);
     EXPECT_EQ(old.loadFileAsString(), "what was here before");
 
     // A disk that fills up.
@@ -430,9 +392,9 @@ TEST_F(RenderCommand, AFailedRenderKeepsTheOldFile)
                 file.hasFileExtension("qrl")
                     ? render({"--layer", "1=Tarn", "--save-preset", file.getFullPathName()})
                     : render({song(), "--layer", "1=Tarn", "--rate", "48000", "-o", file.getFullPathName()});
-            EXPECT_EQ(outcome.exitCode, 1u) << outcome.output;
-            EXPECT_TRUE(outcome.output.contains("cannot write ") || outcome.output.contains("disk full"))
-                << outcome.output;
+            EXPECT_EQ(outcome.exitCode, 1) << outcome.text;
+            EXPECT_TRUE(outcome.text.contains("cannot write ") || outcome.text.contains("disk full"))
+                << outcome.text;
             EXPECT_EQ(file.loadFileAsString(), "what was here before");
         }
     }
