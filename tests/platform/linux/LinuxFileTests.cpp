@@ -4,13 +4,12 @@
 #include "platform/PlatformSeamFiles.h"
 #include "support/EnvironmentVariable.h"
 #include "support/FileTools.h"
+#include "support/FullDisk.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,16 +31,12 @@ TEST(FileOperations, AFileThatGrowsTooLongKeepsItsOldContents)
     const auto file = scratch.child("A/x.qrl");
     ASSERT_TRUE(replaceFile(file, blockOf("old")));
     // No file may be longer than 4 KiB, which shows in the middle of a block.
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{4096, unlimited.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-    const auto result = replaceFile(file, juce::MemoryBlock(100000, true));
-    EXPECT_TRUE(replaceFile(scratch.child("A/small.qrl"), blockOf("fits")));
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    std::signal(SIGXFSZ, oldHandler);
-    EXPECT_TRUE(result.failed() && result.getErrorMessage().isNotEmpty());
+    {
+        const FullDisk limit(4096);
+        const auto result = replaceFile(file, juce::MemoryBlock(100000, true));
+        EXPECT_TRUE(result.failed() && result.getErrorMessage().isNotEmpty());
+        EXPECT_TRUE(replaceFile(scratch.child("A/small.qrl"), blockOf("fits")));
+    }
     EXPECT_EQ(file.loadFileAsString(), "old");
     EXPECT_EQ(numLeftovers(scratch.child("A")), 0);
 }
@@ -110,34 +105,27 @@ TEST_F(FilesOfTheUser, DiscardedFilesGoToTheTrashWithTheirPath)
         << record;
 
     // A link is removed alone; a folder with all its contents.
+    const auto link = scratch.child("Banks/link");
     ASSERT_TRUE(replaceFile(scratch.child("kept/y.qrl"), blockOf("kept")));
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), nobodyAsked).outcome, Outcome::gone);
+    ASSERT_TRUE(scratch.child("kept").createSymbolicLink(link, false));
+    EXPECT_EQ(discardFile(link, nobodyAsked).outcome, Outcome::gone);
     EXPECT_EQ(discardFile(folder, nobodyAsked).outcome, Outcome::gone);
     EXPECT_TRUE(trash.getChildFile("files").getChildFile(folder.getFileName()).isDirectory());
 
     // Without a trash the user is asked, and nothing is deleted on a no.
     trash.deleteRecursively();
-    ASSERT_EQ(symlink(scratch.child("kept").getFullPathName().toRawUTF8(),
-                      scratch.child("Banks/link").getFullPathName().toRawUTF8()),
-              0);
-    juce::StringArray questions;
-    bool answer = false;
-    const auto agrees = [&](const juce::String& question)
+    ASSERT_TRUE(scratch.child("kept").createSymbolicLink(link, false));
+    for (const bool answer : {false, true})
     {
-        questions.add(question);
-        return answer;
-    };
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), agrees).outcome, Outcome::kept);
-    EXPECT_TRUE(scratch.child("Banks/link").isSymbolicLink());
-    answer = true;
-    EXPECT_EQ(discardFile(scratch.child("Banks/link"), agrees).outcome, Outcome::gone);
-    EXPECT_FALSE(scratch.child("Banks/link").isSymbolicLink());
+        const auto agrees = [answer](const juce::String& question)
+        {
+            EXPECT_EQ(question, "link can't be moved to the trash. Delete it for good ?");
+            return answer;
+        };
+        EXPECT_EQ(discardFile(link, agrees).outcome, answer ? Outcome::gone : Outcome::kept);
+        EXPECT_EQ(link.isSymbolicLink(), !answer);
+    }
     EXPECT_EQ(scratch.child("kept/y.qrl").loadFileAsString(), "kept");
-    EXPECT_EQ(questions.joinIntoString("|"), "link can't be moved to the trash. Delete it for good ?|"
-                                             "link can't be moved to the trash. Delete it for good ?");
     EXPECT_EQ(discardFile(scratch.child("gone"), nobodyAsked).outcome, Outcome::failed);
 }
 
