@@ -4,7 +4,6 @@
 
 #include "parameters/Categories.h"
 #include "platform/FileOperations.h"
-#include "presets/PresetFiles.h"
 #include "presets/StateChunk.h"
 
 #include <algorithm>
@@ -22,18 +21,8 @@ constexpr juce::uint8 piano = 45;
 constexpr double quietestRms = -34.0;
 constexpr double loudestRms = -14.0;
 
-juce::Array<juce::File> factoryFolders()
+juce::Array<juce::File> sorted(juce::Array<juce::File> files)
 {
-    auto folders = juce::File(QUOREL_TEST_DIST)
-                       .getChildFile("presets")
-                       .findChildFiles(juce::File::findDirectories, false);
-    folders.sort();
-    return folders;
-}
-
-juce::Array<juce::File> presetsIn(const juce::File& folder)
-{
-    auto files = folder.findChildFiles(juce::File::findFiles, false, juce::String("*") + presetFileEnding);
     files.sort();
     return files;
 }
@@ -113,9 +102,10 @@ class FactoryFolder : public testing::TestWithParam<int>
 
 TEST_P(FactoryFolder, everyPresetLoadsWholeAndPlaysAtASaneLevel)
 {
-    const auto folders = factoryFolders();
+    const auto presets = juce::File(QUOREL_TEST_DIST).getChildFile("presets");
+    const auto folders = sorted(presets.findChildFiles(juce::File::findDirectories, false));
     ASSERT_EQ(folders.size(), numFolders);
-    for (const auto& file : presetsIn(folders[GetParam()]))
+    for (const auto& file : sorted(folders[GetParam()].findChildFiles(juce::File::findFiles, false)))
     {
         SCOPED_TRACE(file.getFileName());
         juce::MemoryBlock bytes;

@@ -37,27 +37,20 @@ juce::Result readSong(const juce::MemoryBlock& bytes, MidiSong& song, std::optio
     return MidiSong::read(stream, tempo, song);
 }
 
-std::vector<double> noteOnTimes(const MidiSong& song)
+/** In microseconds. */
+std::vector<int> noteOnTimes(const MidiSong& song)
 {
-    std::vector<double> times;
+    std::vector<int> times;
     for (const auto& event : song.events())
         if (event.message.isNoteOn())
-            times.push_back(event.seconds);
+            times.push_back(juce::roundToInt(event.seconds * 1.0e6));
     return times;
 }
 
-void expectTimes(const std::vector<double>& times, const std::vector<double>& expected)
-{
-    ASSERT_EQ(times.size(), expected.size());
-    for (std::size_t i = 0; i < times.size(); ++i)
-        EXPECT_NEAR(times[i], expected[i], 1.0e-9) << "note " << i;
-}
-
-constexpr int endOfTrack[] = {0, 0xff, 0x2f, 0};
-
 Bytes track(Bytes bytes)
 {
-    bytes.insert(bytes.end(), std::begin(endOfTrack), std::end(endOfTrack));
+    for (const int byte : {0, 0xff, 0x2f, 0})
+        bytes.push_back(byte);
     return bytes;
 }
 
@@ -73,16 +66,16 @@ TEST(MidiSong, FollowsTheTempoMapOrAFixedTempo)
 {
     MidiSong song;
     ASSERT_TRUE(readSong(midiFile(1, 96, {conductor, notes}), song));
-    expectTimes(noteOnTimes(song), {0.0, 0.25, 1.0, 1.5, 2.25});
+    EXPECT_EQ(noteOnTimes(song), (std::vector<int>{0, 250000, 1000000, 1500000, 2250000}));
     EXPECT_NEAR(song.lengthSeconds(), 2.5, 1.0e-9);
 
     ASSERT_TRUE(readSong(midiFile(1, 96, {conductor, notes}), song, 100.0));
-    expectTimes(noteOnTimes(song), {0.0, 0.3, 0.9, 1.2, 3.0});
+    EXPECT_EQ(noteOnTimes(song), (std::vector<int>{0, 300000, 900000, 1200000, 3000000}));
     EXPECT_EQ(song.tempoMap().bpmAt(1.5), 100.0);
 
     // 25 frames of 40 ticks: a tick is a millisecond, whatever the tempo.
     ASSERT_TRUE(readSong(midiFile(1, 0xe728, {conductor, notes}), song));
-    expectTimes(noteOnTimes(song), {0.0, 0.048, 0.144, 0.192, 0.48});
+    EXPECT_EQ(noteOnTimes(song), (std::vector<int>{0, 48000, 144000, 192000, 480000}));
 }
 
 TEST(MidiSong, ReleasesWhatTheFileLeavesDown)
