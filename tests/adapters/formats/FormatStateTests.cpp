@@ -110,16 +110,11 @@ TEST(FormatState, thatIsDamagedLeavesThePresentOne)
         // Each format's wrapping with numbers out of the data, and what is no sound at all.
         for (const char* beginning : {"VstW\x7f\xff\xff\xff", "CcnK", "VST3", "JUCEPrivateData", "dmtk", "x"})
         {
-            juce::MemoryBlock bytes(beginning, std::strlen(beginning));
-
             for (const int size : {8, 47, 48, 100, 159, 160, 200, 4000})
             {
                 juce::MemoryBlock cut(static_cast<size_t>(size), true);
-
-                for (size_t i = 0; i < cut.getSize(); ++i)
-                    cut[static_cast<int>(i)] = static_cast<char>(random.nextInt(256));
-
-                cut.copyFrom(bytes.getData(), 0, juce::jmin(bytes.getSize(), cut.getSize()));
+                random.fillBitsRandomly(cut.getData(), cut.getSize());
+                cut.copyFrom(beginning, 0, juce::jmin(std::strlen(beginning), cut.getSize()));
 
                 if (size >= 12 && std::memcmp(beginning, "CcnK", 4) == 0)
                     cut.copyFrom("FBCh", 8, 4);
