@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a host learns of the plug-in, and that it comes and goes without leaving anything behind.
+// What a host writes and learns of the parameters, and that the plug-in leaves nothing behind.
 #include "RawVst2Host.h"
 #include "SavedSound.h"
 #include "ScratchUser.h"
@@ -10,7 +10,6 @@
 #include <cmath>
 #include <functional>
 #include <limits>
-#include <random>
 #include <thread>
 
 namespace quorel::test
@@ -30,50 +29,6 @@ static bool comesTo(const std::function<bool()>& done)
     return false;
 }
 
-TEST(PluginFile, introduces_itself_as_a_stereo_instrument)
-{
-    RawVst2Host host(QUOREL_PLUGIN_FILE);
-    const auto& effect = host.effect();
-    EXPECT_EQ(effect.numParams, numHostParameters);
-    EXPECT_EQ(effect.numPrograms, 1);
-    EXPECT_EQ(effect.numInputs, 2);
-    EXPECT_EQ(effect.numOutputs, 2);
-    EXPECT_EQ(effect.initialDelay, 0);
-    const int wanted = effFlagsIsSynth | effFlagsProgramChunks | effFlagsCanReplacing | effFlagsHasEditor;
-    EXPECT_EQ(effect.flags & wanted, wanted);
-    EXPECT_EQ(host.dispatch(effGetPlugCategory), kPlugCategSynth);
-    EXPECT_EQ(host.text(effGetEffectName), "Quorel");
-    EXPECT_EQ(host.text(effGetVendorString), "Ostrand");
-    EXPECT_EQ(host.programName(0), "Default Preset");
-
-    const auto can = [&host](const char* what)
-    { return host.dispatch(effCanDo, 0, 0, const_cast<char*>(what)); };
-    EXPECT_EQ(can("receiveVstMidiEvent"), 1);
-    EXPECT_LE(can("sendVstMidiEvent"), 0);
-}
-
-TEST(PluginFile, names_and_stores_its_parameters)
-{
-    RawVst2Host host(QUOREL_PLUGIN_FILE);
-    const auto name = [&host](int index) { return host.text(effGetParamName, index); };
-    EXPECT_EQ(name(1), "Master Volume");
-    EXPECT_EQ(name(layerParameter(0, 232)), "Layer1 Volume");
-    EXPECT_EQ(name(layerParameter(3, 384)), "Layer4 EQ Band 1 Gain");
-
-    // Four groups that nothing else is tied to: names and layer strips, EQ, effects.
-    std::mt19937 random(1);
-    std::uniform_real_distribution<float> value(0.0f, 1.0f);
-    std::vector<std::pair<int, float>> written;
-    for (const auto& [first, last] : {std::pair(100, 163), std::pair(232, 241), std::pair(380, 396),
-                                      std::pair(832, 841), std::pair(1200, 1259), std::pair(1300, 1316)})
-        for (int index = first; index <= last; ++index)
-            written.emplace_back(index, value(random));
-    for (const auto& [index, v] : written)
-        host.setParameter(index, v);
-    for (const auto& [index, v] : written)
-        EXPECT_EQ(host.parameter(index), v) << index;
-}
-
 TEST(PluginFile, keeps_every_parameter_within_0_to_1_whatever_a_host_writes)
 {
     RawVst2Host host(QUOREL_PLUGIN_FILE);
@@ -83,10 +38,8 @@ TEST(PluginFile, keeps_every_parameter_within_0_to_1_whatever_a_host_writes)
         for (int index = 0; index < numHostParameters; ++index)
             host.setParameter(index, wild);
         for (int index = 0; index < numHostParameters; ++index)
-        {
-            EXPECT_GE(host.parameter(index), 0.0f) << index << " after " << wild;
-            EXPECT_LE(host.parameter(index), 1.0f) << index << " after " << wild;
-        }
+            EXPECT_TRUE(host.parameter(index) >= 0.0f && host.parameter(index) <= 1.0f)
+                << index << " after " << wild << ": " << host.parameter(index);
         for (const float x : host.render(1024, {{5, {0x90, 60, 100}}}).left)
             ASSERT_TRUE(std::isfinite(x));
     }

@@ -68,35 +68,32 @@ private:
     std::thread thread;
 };
 
-TEST(PluginThreads, restores_sounds_while_audio_runs)
+TEST(PluginThreads, restores_sounds_and_takes_every_call_while_audio_runs)
 {
     RawVst2Host host(QUOREL_PLUGIN_FILE, 44100.0, 256);
     const SavedSound empty(host.chunk());
     const auto one = soundOf(host, {{{"Orlen"}, {"Hexley"}, {"Imre"}, {"Glasson"}}});
     const auto other = soundOf(host, {{{"Fenn2"}, {"Hexley", 2}, {"Dorvik-K"}, {"Zeph"}}});
-
     RunningAudio audio(host);
+    const auto hearBlocks = [&audio]
+    {
+        const auto blocks = audio.blocks.load();
+        while (audio.blocks.load() < blocks + 8)
+            std::this_thread::yield();
+    };
     for (int i = 0; i < 24; ++i)
     {
         const auto& sound = i % 4 == 0 ? empty : (i % 2 == 0 ? one : other);
         host.setChunk(sound.bytes());
-        const auto blocks = audio.blocks.load();
         EXPECT_EQ(SavedSound(host.chunk()).layers, sound.layers) << i;
-        while (audio.blocks.load() < blocks + 8)
-            std::this_thread::yield();
+        hearBlocks();
     }
-    audio.stop();
     EXPECT_EQ(audio.brokenSamples, 0);
-    EXPECT_GT(audio.soundingBlocks, 0);
-}
+    EXPECT_GT(audio.soundingBlocks.exchange(0), 0);
 
-TEST(PluginThreads, takes_every_call_while_audio_runs)
-{
-    RawVst2Host host(QUOREL_PLUGIN_FILE, 44100.0, 256);
-    const auto sound = soundOf(host, {{{"Orlen"}, {"Hexley"}, {"Imre"}, {"Glasson"}}}).bytes();
+    // Everything at once.
+    const auto sound = one.bytes();
     host.setChunk(sound);
-
-    RunningAudio audio(host);
     std::atomic<bool> stopping{false};
     std::thread automation(
         [&]
@@ -122,31 +119,23 @@ TEST(PluginThreads, takes_every_call_while_audio_runs)
         host.programName(0);
         host.dispatch(effGetTailSize);
         host.dispatch(effEditIdle);
-        switch (random() % 16)
-        {
-        case 0:
+        if (const auto choice = random() % 16; choice == 0)
             host.setChunk(sound);
-            break;
-        case 1:
+        else if (choice == 1)
             host.setChunk(Bytes(random() % 8000, static_cast<std::uint8_t>(random())));
-            break;
-        case 2:
+        else if (choice == 2)
+        {
             EXPECT_NO_THROW(SavedSound(host.chunk()));
-            break;
-        default:
-            break;
         }
     }
     stopping = true;
     automation.join();
-    const auto blocks = audio.blocks.load();
-    while (audio.blocks.load() < blocks + 8)
-        std::this_thread::yield();
+    hearBlocks();
     audio.stop();
     EXPECT_GT(audio.soundingBlocks, 0);
 
     host.setChunk(sound);
-    EXPECT_EQ(SavedSound(host.chunk()).layers, SavedSound(sound).layers);
+    EXPECT_EQ(SavedSound(host.chunk()).layers, one.layers);
 }
 
 } // namespace quorel::test

@@ -21,16 +21,10 @@ static std::int32_t readInt(const Bytes& bytes, std::size_t offset)
     return static_cast<std::int32_t>(value);
 }
 
-static void appendInt(Bytes& bytes, std::uint32_t value)
+static void appendInt(Bytes& bytes, std::uint32_t value, bool isBigEndian = false)
 {
     for (unsigned i = 0; i < 4; ++i)
-        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
-}
-
-static void appendBigEndian(Bytes& bytes, std::uint32_t value)
-{
-    for (unsigned i = 4; i-- > 0;)
-        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        bytes.push_back(static_cast<std::uint8_t>(value >> 8 * (isBigEndian ? 3 - i : i)));
 }
 
 SavedSound::SavedSound(const Bytes& chunk)
@@ -77,12 +71,6 @@ Bytes SavedSound::bytes() const
     return chunk;
 }
 
-std::string SavedSound::presetName() const
-{
-    const auto begin = header.begin() + 24;
-    return {begin, std::find(begin, begin + 32, std::uint8_t{0})};
-}
-
 void SavedSound::setLayer(int layer, const std::string& instrument, const Bytes& state, int program,
                           int numPrograms)
 {
@@ -103,12 +91,10 @@ Bytes hostedState(RawVst2Host& instrument, const InstrumentChoice& choice)
     const auto& effect = instrument.effect();
 
     Bytes file{'C', 'c', 'n', 'K', 0, 0, 0, 0, 'F', 'B', 'C', 'h'};
-    appendBigEndian(file, 1);
-    appendBigEndian(file, static_cast<std::uint32_t>(effect.uniqueID));
-    appendBigEndian(file, static_cast<std::uint32_t>(effect.version));
-    appendBigEndian(file, static_cast<std::uint32_t>(effect.numPrograms));
+    for (const auto word : {1, static_cast<int>(effect.uniqueID), effect.version, effect.numPrograms})
+        appendInt(file, static_cast<std::uint32_t>(word), true);
     file.resize(file.size() + 128);
-    appendBigEndian(file, static_cast<std::uint32_t>(chunk.size()));
+    appendInt(file, static_cast<std::uint32_t>(chunk.size()), true);
     file.insert(file.end(), chunk.begin(), chunk.end());
     return file;
 }

@@ -32,8 +32,6 @@ struct SavedSound
 
     Bytes bytes() const;
 
-    std::string presetName() const;
-
     /** Puts an instrument into a layer, with its state as `hostedState` gives it. */
     void setLayer(int layer, const std::string& instrument, const Bytes& state, int program, int numPrograms);
 
