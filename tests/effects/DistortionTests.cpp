@@ -11,28 +11,20 @@ namespace quorel::test
 {
 namespace
 {
-constexpr float rate = 48000.0f;
-
 /** Amplitudes of the first four harmonics of a 250 Hz sine through an effect. */
 std::array<double, 5> harmonics(int type, const std::vector<float>& p, float amplitude)
 {
-    auto slot = makeSlot(type, rate);
-    Stereo s = sine(19200, 250.0, 48000.0, amplitude);
-    run(*slot, p, s);
+    const Stereo s = run(*makeSlot(type), p, sine(19200, 250.0, amplitude));
     std::array<double, 5> h{};
     for (std::size_t k = 1; k < h.size(); ++k)
-        h[k] = std::abs(component(s.left, 9600, 250.0 * static_cast<double>(k), 48000.0));
+        h[k] = std::abs(component(s.left, 9600, 250.0 * static_cast<double>(k)));
     return h;
 }
 
 /** Last output for a constant input. */
-float steady(int type, const std::vector<float>& p, float level, int length = 48000)
+float steady(int type, const std::vector<float>& p, float level)
 {
-    auto slot = makeSlot(type, rate);
-    Stereo s = silence(length);
-    std::fill(s.left.begin(), s.left.end(), level);
-    run(*slot, p, s);
-    return s.left.back();
+    return run(*makeSlot(type), p, constant(48000, level)).left.back();
 }
 } // namespace
 
@@ -92,9 +84,7 @@ TEST(Distortions, CurvesAndHarmonics)
     // "Distort": limited at 0.25, the last parabola makes that 0.34375; half wave, then full wave.
     for (const auto& [rect, mean] : {std::pair{1.0f, 0.0}, {0.5f, 0.17}, {0.0f, 0.3}})
     {
-        auto slot = makeSlot(16, rate);
-        Stereo s = sine(9600, 800.0, 48000.0, 1.0f);
-        run(*slot, {0.25f, rect, 0, 0.532f, 0, 0.75f, 0}, s);
+        Stereo s = run(*makeSlot(16), {0.25f, rect, 0, 0.532f, 0, 0.75f, 0}, sine(9600, 800.0, 1.0f));
         const auto [low, high] = std::minmax_element(s.left.begin() + 4800, s.left.end());
         EXPECT_NEAR(*high, 0.34375f, 1e-5f);
         EXPECT_NEAR(*low, rect == 1.0f ? -0.34375f : 0.0f, rect == 0.0f ? 0.1f : 1e-5f);
@@ -107,19 +97,15 @@ TEST(Distortions, CurvesAndHarmonics)
     EXPECT_NEAR(steady(18, {1, 0, 1, 0}, -0.6f), -0.5f * 1.41421f, 1e-4f);
 
     // A hold of 32 samples is a rate of 1500 Hz: 1600 Hz comes out at 100 Hz.
-    auto slot = makeSlot(18, rate);
-    Stereo s = sine(19200, 1600.0, 48000.0, 0.5f);
-    run(*slot, {0, 1, 1, 0}, s);
-    EXPECT_GT(std::abs(component(s.left, 4800, 100.0, 48000.0)), 0.5);
+    Stereo s = run(*makeSlot(18), {0, 1, 1, 0}, sine(19200, 1600.0, 0.5f));
+    EXPECT_GT(std::abs(component(s.left, 4800, 100.0)), 0.5);
 
     // "Waveshaper": x cos(2 pi x top), the lower half turned round by "Rect".
     EXPECT_NEAR(steady(19, {0.25f, 0, 0, 1, 0, 1}, 0.5f), -0.5f * 1.41421f, 1e-3f);
     EXPECT_NEAR(steady(19, {0.25f, 0, 1, 1, 0, 1}, -0.5f), 0.5f * 1.41421f, 1e-3f);
 
     // "Clipper" at 1/4, a quarter of the knob's way to one side: from -0.25 to 0.125 in all.
-    auto clipper = makeSlot(20, rate);
-    Stereo c = sine(19200, 500.0, 48000.0, 1.0f);
-    run(*clipper, {1, 0, 0.2f, 0.25f, 1, 0, 0.5f}, c);
+    const Stereo c = run(*makeSlot(20), {1, 0, 0.2f, 0.25f, 1, 0, 0.5f}, sine(19200, 500.0));
     const auto [low, high] = std::minmax_element(c.left.begin() + 9600, c.left.end());
     EXPECT_NEAR(*high - *low, 0.375f, 0.025f);
 }
@@ -127,28 +113,22 @@ TEST(Distortions, CurvesAndHarmonics)
 TEST(RingMod, ShiftsBothWays)
 {
     // 20 x 2^5 = 640 Hz on 1000 Hz: 360 and 1640 Hz, each at half.
-    auto slot = makeSlot(15, rate);
-    Stereo s = sine(19200, 1000.0, 48000.0);
-    run(*slot, {0, 0.5f, 1}, s);
-    EXPECT_NEAR(std::abs(component(s.left, 0, 360.0, 48000.0)), 0.5, 0.01);
-    EXPECT_NEAR(std::abs(component(s.left, 0, 1640.0, 48000.0)), 0.5, 0.01);
-    EXPECT_LT(std::abs(component(s.left, 0, 1000.0, 48000.0)), 0.01);
+    Stereo s = run(*makeSlot(15), {0, 0.5f, 1}, sine(19200, 1000.0));
+    EXPECT_NEAR(std::abs(component(s.left, 0, 360.0)), 0.5, 0.01);
+    EXPECT_NEAR(std::abs(component(s.left, 0, 1640.0)), 0.5, 0.01);
+    EXPECT_LT(std::abs(component(s.left, 0, 1000.0)), 0.01);
 
-    auto product = makeSlot(15, rate);
-    float l = 0.5f, r = -0.3f;
-    const float p[fxParameterCount] = {1, 0.5f, 1};
-    fxUpdate(*product, p, 120.0f);
-    fxProcessSample(*product, l, r, &l, &r);
-    EXPECT_NEAR(l, -0.3f, 1e-6f);
-    EXPECT_NEAR(r, -0.3f, 1e-6f);
+    Stereo both = constant(1, 0.5f);
+    both.right[0] = -0.3f;
+    both = run(*makeSlot(15), {1, 0.5f, 1}, both);
+    EXPECT_NEAR(both.left[0], -0.3f, 1e-6f);
+    EXPECT_NEAR(both.right[0], -0.3f, 1e-6f);
 }
 
 TEST(AmpSim, AppliesItsTapsInTheRotatedOrder)
 {
     // First tap first, then the others from the last to the second. "4x10".
-    auto slot = makeSlot(21, rate);
-    Stereo s = impulse(128, 0.01f, 0.02f);
-    run(*slot, {1.5f / 5.99f, 0, 0.5f, 0.5f, 0.5f}, s);
+    Stereo s = run(*makeSlot(21), {1.5f / 5.99f, 0, 0.5f, 0.5f, 0.5f}, impulse(128, 0.01f, 0.02f));
     const float expected[] = {0.0039f, 0.0666f, 0.0588f, 0.0f, 0.0f, -0.0589f};
     for (std::size_t i = 0; i < 6; ++i)
     {
@@ -164,10 +144,8 @@ TEST(AmpSim, ToneStackBoostsItsBands)
     // +20 dB below 200 Hz or above 4 kHz; in "Cabinet" the treble works below 4 kHz instead.
     const auto gain = [](int type, float bass, float treble, double hz)
     {
-        auto slot = makeSlot(type, rate);
-        Stereo s = sine(19200, hz, 48000.0, 0.01f);
-        run(*slot, {0, 0, bass, treble, 0.5f}, s);
-        return std::abs(component(s.left, 9600, hz, 48000.0)) / 0.01;
+        Stereo s = run(*makeSlot(type), {0, 0, bass, treble, 0.5f}, sine(19200, hz, 0.01f));
+        return std::abs(component(s.left, 9600, hz)) / 0.01;
     };
 
     for (const int type : {21, 22})
@@ -185,11 +163,10 @@ TEST(Cabinet, HighRatesSoundAsLowOnes)
 {
     const auto gain = [](float choice, double hz, float sampleRate)
     {
-        auto slot = makeSlot(22, sampleRate);
-        Stereo s = sine(static_cast<int>(sampleRate) / 2, hz, static_cast<double>(sampleRate), 0.05f);
-        run(*slot, {choice, 0, 0.5f, 0.5f, 0.5f}, s);
-        return decibels(std::abs(component(s.left, s.left.size() / 2, hz, static_cast<double>(sampleRate))) /
-                        0.05);
+        const auto rate = static_cast<double>(sampleRate);
+        const Stereo s = run(*makeSlot(22, sampleRate), {choice, 0, 0.5f, 0.5f, 0.5f},
+                             sine(static_cast<int>(sampleRate) / 2, hz, 0.05f, rate));
+        return decibels(std::abs(component(s.left, s.left.size() / 2, hz, rate)) / 0.05);
     };
 
     // The first row's response, worked out from its printed taps; a third of the level for the other two.
@@ -205,9 +182,7 @@ TEST(Cabinet, HighRatesSoundAsLowOnes)
 
 TEST(Compressor, LooksAheadAndFollowsItsCurve)
 {
-    auto slot = makeSlot(27, rate);
-    Stereo s = impulse(1000, 0.5f, 0.25f);
-    run(*slot, {1, 1, 0.5f, 0.5f, 0.5f}, s);
+    Stereo s = run(*makeSlot(27), {1, 1, 0.5f, 0.5f, 0.5f}, impulse(1000, 0.5f, 0.25f));
     EXPECT_EQ(peakPosition(s.left), 256u);
     EXPECT_NEAR(s.left[256], 0.5f, 1e-6f);
     EXPECT_NEAR(s.right[256], 0.25f, 1e-6f);
@@ -220,16 +195,15 @@ TEST(Compressor, LooksAheadAndFollowsItsCurve)
 
     // Release of 128 ms: after the level has gone, the envelope falls from 0.5 by e in that time; the peak
     // holder adds its 21 ms to the start.
-    auto slow = makeSlot(27, rate);
-    Stereo fall = silence(96000);
-    std::fill(fall.left.begin(), fall.left.begin() + 48000, 0.5f);
-    run(*slow, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
-    EXPECT_LT(slow->compressor.env[0], 0.5f * std::exp(-7.0f));
-    auto half = makeSlot(27, rate);
-    fall = silence(48000 + 12288);
-    std::fill(fall.left.begin(), fall.left.begin() + 48000, 0.5f);
-    run(*half, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
-    EXPECT_NEAR(half->compressor.env[0],
+    Stereo fall = constant(96000, 0.5f);
+    std::fill(fall.left.begin() + 48000, fall.left.end(), 0.0f);
+    auto slot = makeSlot(27);
+    run(*slot, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
+    EXPECT_LT(slot->compressor.env[0], 0.5f * std::exp(-7.0f));
+    fall.left.resize(48000 + 12288);
+    slot = makeSlot(27);
+    run(*slot, {0.5f, 1, 0, 0.7f, 0.5f}, fall);
+    EXPECT_NEAR(slot->compressor.env[0],
                 0.5 * (0.128 * std::exp(-2.0) - 0.0208 * std::exp(-12.288)) / (0.128 - 0.0208), 0.002);
 }
 
@@ -237,11 +211,10 @@ TEST(NoiseGate, OpensHoldsAndDecaysInTime)
 {
     // Opens within 2^4 ms, holds for 2^7 ms, decays within 2^7 ms. The envelope falls from 1 to the threshold
     // of 0.1 in 10000 ln(0.999 / 0.099) samples once only a hundredth of 0.1 is left.
-    auto slot = makeSlot(28, rate);
-    Stereo s = silence(60000);
-    for (std::size_t i = 0; i < s.left.size(); ++i)
-        s.left[i] = s.right[i] = i < 4800 ? 1.0f : 0.001f;
-    run(*slot, {0.5f, 0.5f, 0.5f, 0.5f}, s);
+    Stereo s = constant(60000, 0.001f);
+    std::fill_n(s.left.begin(), 4800, 1.0f);
+    std::fill_n(s.right.begin(), 4800, 1.0f);
+    s = run(*makeSlot(28), {0.5f, 0.5f, 0.5f, 0.5f}, s);
     EXPECT_NEAR(s.left[384], 0.5, 0.01); // half open
     EXPECT_NEAR(s.left[768], 1.0, 0.01);
     const double close = 4800 + 1e4 * std::log(0.999 / 0.099);

@@ -53,7 +53,7 @@ void changeType(FxSlot& slot, int type)
     fxInit(slot, slot.sampleRate);
 }
 
-void run(FxSlot& slot, const std::vector<float>& p, Stereo& signal, float bpm)
+Stereo run(FxSlot& slot, const std::vector<float>& p, Stereo signal, float bpm)
 {
     std::array<float, fxParameterCount> all{};
     std::copy(p.begin(), p.end(), all.begin());
@@ -64,6 +64,14 @@ void run(FxSlot& slot, const std::vector<float>& p, Stereo& signal, float bpm)
         const auto num = std::min<std::size_t>(64, signal.left.size() - start);
         fxProcessBlock(slot, &signal.left[start], &signal.right[start], static_cast<int>(num));
     }
+
+    return signal;
+}
+
+Stereo runAfter(int silent, FxSlot& slot, const std::vector<float>& p, Stereo signal, float bpm)
+{
+    run(slot, p, silence(silent), bpm);
+    return run(slot, p, std::move(signal), bpm);
 }
 
 static Stereo make(int length, const std::function<float(int)>& value)
@@ -74,10 +82,15 @@ static Stereo make(int length, const std::function<float(int)>& value)
     return s;
 }
 
+Stereo constant(int length, float value)
+{
+    const std::vector<float> samples(static_cast<std::size_t>(length), value);
+    return {samples, samples};
+}
+
 Stereo silence(int length)
 {
-    const auto size = static_cast<std::size_t>(length);
-    return {std::vector<float>(size, 0.0f), std::vector<float>(size, 0.0f)};
+    return constant(length, 0.0f);
 }
 
 Stereo impulse(int length, float left, float right)
@@ -88,7 +101,7 @@ Stereo impulse(int length, float left, float right)
     return s;
 }
 
-Stereo sine(int length, double hz, double sampleRate, float amplitude)
+Stereo sine(int length, double hz, float amplitude, double sampleRate)
 {
     return make(length,
                 [=](int i) {
@@ -130,6 +143,15 @@ std::complex<double> component(const std::vector<float>& x, std::size_t from, do
     }
 
     return 2.0 * sum / weight;
+}
+
+double gainAt(const std::vector<float>& impulseResponse, double hz, double sampleRate)
+{
+    std::complex<double> sum = 0.0;
+    for (std::size_t n = 0; n < impulseResponse.size(); ++n)
+        sum += static_cast<double>(impulseResponse[n]) *
+               std::polar(1.0, -6.283185307179586 * hz * static_cast<double>(n) / sampleRate);
+    return std::abs(sum);
 }
 
 double peak(const std::vector<float>& x, std::size_t from)

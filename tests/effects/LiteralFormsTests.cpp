@@ -2,13 +2,10 @@
 // The plain, sample by sample forms of what the library calculates in a rearranged order, side by side with
 // it over ten seconds of noise.
 #include "EffectsTestTools.h"
-#include "effects/AmpTables.h"
 #include "effects/EffectMath.h"
-#include "effects/LayerEq.h"
 #include "effects/QuadMath.h"
 
 #include <cmath>
-#include <deque>
 #include <gtest/gtest.h>
 
 namespace quorel::test
@@ -85,29 +82,6 @@ struct LiteralReverb
         outR = channel(10, &tapB, &r, 1);
     }
 };
-
-/** Tape as two queues a channel. */
-struct LiteralTape
-{
-    std::deque<double> times{0.0}, values{0.0};
-    double pos = 0.0;
-
-    double read(double speed, double in)
-    {
-        pos += speed;
-        if (pos < 100.0)
-        {
-            times.push_back(pos);
-            values.push_back(in);
-            return 0.0;
-        }
-        const double t = pos - 100.0;
-        for (; times.size() >= 3; times.pop_front(), values.pop_front())
-            if (t < times[1])
-                return (values[1] - values[0]) * (t - times[0]) / (times[1] - times[0]) + values[0];
-        return 0.0;
-    }
-};
 } // namespace
 
 TEST(LiteralForms, ReverbUnit)
@@ -140,137 +114,6 @@ TEST(LiteralForms, ReverbUnit)
         EXPECT_EQ(got.left, expected.left) << scale;
         EXPECT_EQ(got.right, expected.right) << scale;
     }
-}
-
-TEST(LiteralForms, TapeQueues)
-{
-    auto slot = makeSlot(4);
-    TapeLine& tape = slot->tape;
-    tapeSetLengths(tape, 0.5f, 0.6f, 0.0f, 0.0f, 1.0f);
-    tapeSetFeedback(tape, 0.6f, -0.3f);
-    LiteralTape left, right;
-    const Stereo in = noise(tenSeconds);
-
-    for (std::size_t i = 0; i < in.left.size(); ++i)
-    {
-        if (i % 9600 == 0) // wind faster and slower
-            tapeSetLengths(tape, static_cast<float>(i % 7) / 10.0f, static_cast<float>(i % 11) / 12.0f, 0.0f,
-                           4.0f, 1.0f);
-
-        float gotL, gotR;
-        tapeProcess(tape, in.left[i], in.right[i], gotL, gotR);
-        const double speedL = 100.0 / static_cast<double>(tape.delayL);
-        const double speedR = 100.0 / static_cast<double>(tape.delayR);
-        const auto l = static_cast<float>(left.read(speedL, static_cast<double>(in.left[i])));
-        const auto r = static_cast<float>(right.read(speedR, static_cast<double>(in.right[i])));
-        const float wL = in.left[i] + l * tape.feedbackL + r * tape.crossL + fxTiny;
-        const float wR = in.right[i] + r * tape.feedbackR + l * tape.crossR + fxTiny;
-        left.times.push_back(left.pos);
-        left.values.push_back(static_cast<double>(clampTo(wL, 100.0f)));
-        right.times.push_back(right.pos);
-        right.values.push_back(static_cast<double>(clampTo(wR, 100.0f)));
-        ASSERT_EQ(gotL, l) << i;
-        ASSERT_EQ(gotR, r) << i;
-    }
-}
-
-TEST(LiteralForms, AmpAndCabinetSums)
-{
-    for (const int type : {21, 22})
-    {
-        for (const float choice : {0.3f, 0.6f, 0.95f})
-        {
-            auto slot = makeSlot(type);
-            const Stereo in = noise(tenSeconds, 0.05f);
-            Stereo out = in;
-            run(*slot, {choice, 0.0f, 0.5f, 0.5f, 0.5f}, out); // no drive, a flat tone stack
-
-            float history[64] = {}, ins[32] = {}, outs[32] = {};
-            std::vector<float> expected(in.left.size());
-            for (std::size_t n = 0; n < in.left.size(); ++n)
-            {
-                float sum = 0.0f;
-                if (type == 21)
-                {
-                    const std::size_t i = (n + 1) & 63;
-                    history[i] = in.left[n];
-                    for (std::size_t k = 0; k < 64; ++k)
-                        sum += ampTaps[slot->amp.type][k] * history[(i + k) & 63];
-                }
-                else
-                {
-                    ins[n & 31] = in.left[n];
-                    for (std::size_t k = 0; k < 32; ++k)
-                        sum += cabFeed[slot->cabinet.type][k] * ins[(n - k) & 31] +
-                               cabBack[slot->cabinet.type][k] * outs[(n - k) & 31];
-                    outs[n & 31] = sum;
-                    sum *= cabGain[slot->cabinet.type];
-                }
-                expected[n] = sum;
-            }
-
-            EXPECT_LE(deviation(out.left, expected), fullScaleLimit) << type << ' ' << choice;
-        }
-    }
-}
-
-TEST(LiteralForms, EqLadder)
-{
-    LayerEq eq;
-    eqInit(eq, 48000.0f);
-    eq.enabled = 1;
-    eqSetFilters(eq, true, 0.85f, false, 0.0f);
-    const Stereo in = noise(tenSeconds);
-    Stereo got = in;
-    eqProcessBlock(eq, got.left.data(), got.right.data(), tenSeconds);
-
-    const double tiny = static_cast<double>(fxTiny);
-    double prev = 0.0, s1 = 0.0, s2 = 0.0, s3 = 0.0, s4 = 0.0;
-    std::vector<float> expected(in.left.size());
-    for (std::size_t n = 0; n < in.left.size(); ++n)
-    {
-        double sum = 0.0;
-        for (int pass = 0; pass < 2; ++pass)
-        {
-            const double x = static_cast<double>(in.left[n]) - eq.lowPass.feedback * s4 + tiny;
-            const double n1 = (x + prev) * eq.lowPass.p - eq.lowPass.scale * s1 + tiny;
-            const double n2 = (n1 + s1) * eq.lowPass.p - eq.lowPass.scale * s2 + tiny;
-            const double n3 = (n2 + s2) * eq.lowPass.p - eq.lowPass.scale * s3 + tiny;
-            const double v = (n3 + s3) * eq.lowPass.p - eq.lowPass.scale * s4 + tiny;
-            s1 = n1;
-            s2 = n2;
-            s3 = n3;
-            s4 = (1.0 - v * v * 0.166666) * v;
-            prev = x + tiny;
-            sum += s4;
-        }
-        expected[n] = static_cast<float>(sum * 0.5);
-    }
-
-    EXPECT_LE(deviation(got.left, expected), fullScaleLimit);
-}
-
-TEST(LiteralForms, StateVariableFilter)
-{
-    SvfBanks banks;
-    setSvf(banks, 0.6f, 0.9f, 0.0f, 48000.0f);
-    SvfRun svf(banks.svfA);
-    const double tiny = static_cast<double>(fxTiny);
-    double low = 0.0, band = 0.0, most = 0.0;
-    const Stereo in = noise(tenSeconds);
-
-    for (std::size_t n = 0; n < in.left.size(); ++n)
-    {
-        svf.tick(pairOf(in.left[n], in.right[n]), SvfSetting{banks.svfF, banks.svfQ});
-        band = band - band * band * band * 0.0010000000474974513 + tiny;
-        const double high = static_cast<double>(in.left[n]) - low - band * banks.svfQ + tiny;
-        band = high * banks.svfF + tiny + band;
-        low = band * banks.svfF + tiny + low;
-        most = std::max(
-            {most, std::abs(low - svf.low[0]), std::abs(band - svf.band[0]), std::abs(high - svf.high[0])});
-    }
-
-    EXPECT_LE(most, fullScaleLimit);
 }
 
 TEST(LiteralForms, FilterCoreLadderAndStateVariable)
@@ -320,37 +163,6 @@ TEST(LiteralForms, FilterCoreLadderAndStateVariable)
 
             EXPECT_LE(deviation(left, expected), fullScaleLimit) << type << ' ' << cutoff;
         }
-    }
-}
-
-TEST(LiteralForms, CompressorGain)
-{
-    for (const float threshold : {0.2f, 0.6f})
-    {
-        auto slot = makeSlot(27);
-        const Stereo in = noise(tenSeconds, 0.9f);
-        Stereo out = in;
-        run(*slot, {threshold, 0.9f, 0.1f, 0.4f, 0.5f}, out);
-
-        float envelope = 0.0f, peak = 0.0f, gain = 1.0f, look[256] = {};
-        std::vector<float> expected(in.left.size());
-        for (std::size_t n = 0; n < in.left.size(); ++n)
-        {
-            const float delayed = look[n & 255], level = std::abs(in.left[n]);
-            look[n & 255] = in.left[n];
-            const float c = peak > envelope ? slot->compressor.attack : slot->compressor.release;
-            envelope = (1.0f - c) * peak + c * envelope;
-            peak = level > peak ? level : level * 0.001f + peak * 0.999f + fxTiny;
-            const float target =
-                envelope > slot->compressor.thresholdLin
-                    ? std::pow(10.0f, (slot->compressor.thresholdDb - 20.0f * std::log10(envelope)) *
-                                          slot->compressor.slope * 0.05f)
-                    : 1.0f;
-            gain = (1.0f - slot->compressor.attack) * target + slot->compressor.attack * gain;
-            expected[n] = slot->compressor.post * gain * delayed;
-        }
-
-        EXPECT_LE(deviation(out.left, expected), fullScaleLimit) << threshold;
     }
 }
 

@@ -10,8 +10,6 @@ namespace quorel::test
 {
 namespace
 {
-constexpr float rate = 48000.0f;
-
 struct Range
 {
     double least = 1e9, most = 0.0;
@@ -20,16 +18,13 @@ struct Range
 /** Where the left output puts an impulse, over many impulses. */
 Range impulseRange(int type, const std::vector<float>& p)
 {
-    auto slot = makeSlot(type, rate);
+    auto slot = makeSlot(type);
+    run(*slot, p, silence(4800));
     Range range;
-    Stereo warmUp = silence(4800);
-    run(*slot, p, warmUp);
 
     for (int i = 0; i < 150; ++i)
     {
-        Stereo s = impulse(3300);
-        run(*slot, p, s);
-        const auto at = static_cast<double>(peakPosition(s.left));
+        const auto at = static_cast<double>(peakPosition(run(*slot, p, impulse(3300)).left));
         range.least = std::min(range.least, at);
         range.most = std::max(range.most, at);
     }
@@ -39,21 +34,12 @@ Range impulseRange(int type, const std::vector<float>& p)
 
 int countNotches(int type, const std::vector<float>& p)
 {
-    auto slot = makeSlot(type, rate);
+    auto slot = makeSlot(type);
     fxSetMix(*slot, 0.75f, 0.5f, 0.5f);
-    Stereo warmUp = silence(64);
-    run(*slot, p, warmUp);
-    Stereo s = impulse(2048);
-    run(*slot, p, s);
+    const Stereo s = runAfter(64, *slot, p, impulse(2048));
     std::vector<double> level;
     for (double hz = 60.0; hz < 23000.0; hz *= 1.01)
-    {
-        std::complex<double> sum = 0.0;
-        for (std::size_t n = 0; n < s.right.size(); ++n)
-            sum += static_cast<double>(s.right[n]) *
-                   std::polar(1.0, -6.283185307 * hz * static_cast<double>(n) / 48000.0);
-        level.push_back(std::abs(sum));
-    }
+        level.push_back(gainAt(s.right, hz, 48000.0));
 
     int notches = 0;
     for (std::size_t i = 1; i + 1 < level.size(); ++i)
@@ -107,21 +93,15 @@ TEST(Chorus, ReadsBetweenAHundredthOfTheLengthAndAllOfIt)
     }
 
     // "Widen" puts the right side 5 to 1025 samples behind.
-    auto slot = makeSlot(7, rate);
-    Stereo s = impulse(4800);
-    run(*slot, {0.5f, 0, 0, 0, 0, 0.5f, 1, 0}, s);
+    const Stereo s = run(*makeSlot(7), {0.5f, 0, 0, 0, 0, 0.5f, 1, 0}, impulse(4800));
     EXPECT_EQ(peakPosition(s.right), 1201u + 65u);
 }
 
 TEST(Chorus, DelayBehindItKeepsTime)
 {
     // 1/16 of 110 bpm behind a chorus of 1201 samples.
-    auto slot = makeSlot(9, rate);
-    Stereo warmUp = silence(64);
-    const std::vector<float> p = {0.5f, 0, 0, 0, 0, 4.5f / 14.99f, 0.5f, 1};
-    run(*slot, p, warmUp, 110.0f);
-    Stereo s = impulse(40000);
-    run(*slot, p, s, 110.0f);
+    const Stereo s =
+        runAfter(64, *makeSlot(9), {0.5f, 0, 0, 0, 0, 4.5f / 14.99f, 0.5f, 1}, impulse(40000), 110.0f);
     const double sixteenth = 48000.0 * 60.0 / 110.0 / 4.0 + 1.0;
     EXPECT_EQ(peakPosition(s.left, 0, 5000), 1201u);
     EXPECT_NEAR(static_cast<double>(peakPosition(s.left, 5000, 10000)), 1201 + sixteenth, 1.0);
@@ -135,12 +115,8 @@ TEST(Chorus, EnsembleSpreadsItsVoices)
     // One length for all six at "Ensemble" 1; each a factor 2^-0.4 shorter than the last at 0.
     for (const bool together : {true, false})
     {
-        auto slot = makeSlot(10, rate);
-        Stereo warmUp = silence(20000);
-        const std::vector<float> p = {0.5f, 0, 0, 0, 0, together ? 1.0f : 0.0f, 0, 1, 0};
-        run(*slot, p, warmUp);
-        Stereo s = impulse(4800);
-        run(*slot, p, s);
+        const Stereo s = runAfter(20000, *makeSlot(10), {0.5f, 0, 0, 0, 0, together ? 1.0f : 0.0f, 0, 1, 0},
+                                  impulse(4800));
         for (int i = 0; i < 6; ++i)
         {
             const double expected = together ? 1201.0 : 1201.0 * std::exp2(-0.4 * i);
@@ -169,12 +145,8 @@ TEST(Flangers, FeedbackCrossesInOneAndStaysOnItsSideInTheOther)
 
     for (const Case& c : cases)
     {
-        auto slot = makeSlot(c.type, rate);
-        const std::vector<float> p = {0.5f, 0, 0, 0, c.feedback, 0, 1, 0};
-        Stereo warmUp = silence(4800);
-        run(*slot, p, warmUp);
-        Stereo s = impulse(3300, 1.0f, 0.0f);
-        run(*slot, p, s);
+        const Stereo s = runAfter(4800, *makeSlot(c.type), {0.5f, 0, 0, 0, c.feedback, 0, 1, 0},
+                                  impulse(3300, 1.0f, 0.0f));
 
         const auto& second = c.crosses ? s.right : s.left;
         const auto& other = c.crosses ? s.left : s.right;
@@ -190,10 +162,7 @@ TEST(Flangers, PanSwingsFromSideToSideAtFullLevel)
 {
     for (const int type : {11, 12})
     {
-        auto slot = makeSlot(type, rate);
-        const std::vector<float> p = {0.2f, 0, 1, 0, 0.5f, 1, 1, 0};
-        Stereo s = sine(48000, 1000.0, 48000.0);
-        run(*slot, p, s);
+        const Stereo s = run(*makeSlot(type), {0.2f, 0, 1, 0, 0.5f, 1, 1, 0}, sine(48000, 1000.0));
         double leastLeft = 1.0, leastRight = 1.0;
 
         for (std::size_t from = 4800; from < 48000; from += 480)
@@ -225,10 +194,9 @@ TEST(Phasers, SpreadDelaysTheLeftSide)
     for (const auto& [type, p] : {std::pair{13, std::vector<float>{0, 0, 0, 0, 0, 0, 0.5f, 0}},
                                   std::pair{14, std::vector<float>{0, 0.5f, 0, 0.5f, 0, 0, 1, 0, 0.5f}}})
     {
-        auto slot = makeSlot(type, rate);
         Stereo s = noise(4800);
         s.left = s.right;
-        run(*slot, p, s);
+        s = run(*makeSlot(type), p, s);
         for (std::size_t i = 1000; i < 4000; i += 100)
             EXPECT_NEAR(s.left[i], s.right[i - 65], 1e-6f) << type;
     }
@@ -250,11 +218,8 @@ TEST(Gains, PanAndTremeloRanges)
                           {25, 0.5f, 0.5, 1.0},
                           {25, 0.0f, 1.0, 1.0}})
     {
-        auto slot = makeSlot(c.type, rate);
-        Stereo s = silence(96000);
-        for (std::size_t i = 0; i < s.left.size(); ++i)
-            s.left[i] = s.right[i] = 1.0f;
-        run(*slot, {1, c.amount, 0, 20.5f / 30.99f, 1}, s, 117.0f);
+        const Stereo s =
+            run(*makeSlot(c.type), {1, c.amount, 0, 20.5f / 30.99f, 1}, constant(96000, 1.0f), 117.0f);
         const auto [least, most] = std::minmax_element(s.left.begin() + 100, s.left.end());
         EXPECT_NEAR(*least, c.least, 1e-5) << c.type << ' ' << c.amount;
         EXPECT_NEAR(*most, c.most, 1e-5) << c.type << ' ' << c.amount;
@@ -269,11 +234,7 @@ TEST(Gains, PanAndTremeloRanges)
     }
 
     // Smoothing is a one-pole: after 2^6.5 samples a step has come to 1 - 1 / e.
-    auto slot = makeSlot(25, rate);
-    Stereo s = silence(91);
-    for (std::size_t i = 0; i < s.left.size(); ++i)
-        s.left[i] = 1.0f;
-    run(*slot, {0, 0, 0.5f, 0, 0}, s);
+    const Stereo s = run(*makeSlot(25), {0, 0, 0.5f, 0, 0}, constant(91, 1.0f));
     EXPECT_NEAR(s.left.back(), 1.0 - std::exp(-1.0), 0.01);
 }
 
@@ -297,10 +258,6 @@ TEST(Kappel, StepsFollowPatternTempoAndSwing)
                           {14, 2.0, 0.0f, 2, 120.0f}})
     {
         const double step = c.halfNotes * 2.0 * 60.0 / static_cast<double>(c.bpm) * 48000.0 / 16.0;
-        auto slot = makeSlot(26, rate);
-        Stereo s = silence(static_cast<int>(step * 16.0));
-        for (std::size_t i = 0; i < s.left.size(); ++i)
-            s.left[i] = s.right[i] = 1.0f;
         const std::vector<float> p = {(c.speed + 0.5f) / 30.99f,
                                       0,
                                       (static_cast<float>(c.mode) + 0.5f) / 2.99f,
@@ -308,7 +265,7 @@ TEST(Kappel, StepsFollowPatternTempoAndSwing)
                                       c.swing,
                                       static_cast<float>(left) / 65535.9f + 1e-6f,
                                       static_cast<float>(right) / 65535.9f + 1e-6f};
-        run(*slot, p, s, c.bpm);
+        const Stereo s = run(*makeSlot(26), p, constant(static_cast<int>(step * 16.0), 1.0f), c.bpm);
 
         const double share = static_cast<double>(c.swing) * 0.5 + 0.5; // of a pair, for its first step
         for (unsigned i = 0; i < 16; ++i)
