@@ -26,15 +26,6 @@ protected:
     ProcessorRig rig;
 };
 
-TEST_F(MultiControlTest, TheListWalksLayersAndEntries)
-{
-    const std::vector<std::pair<int, int>> targets{{1, 232}, {2, 233},  {3, 238},  {6, 241},
-                                                   {7, 310}, {18, 321}, {19, 432}, {72, 921}};
-
-    for (const auto& [number, index] : targets)
-        EXPECT_EQ(MultiControls::parameterOfListNumber(number), index);
-}
-
 TEST_F(MultiControlTest, OrderOfMovesDoesNotMatter)
 {
     rig.set(panOfLayer1, 0.4f);
@@ -55,18 +46,6 @@ TEST_F(MultiControlTest, OrderOfMovesDoesNotMatter)
     }
 }
 
-TEST_F(MultiControlTest, ASweepPastTheEndComesBackTheSameWay)
-{
-    rig.set(panOfLayer1, 0.6f);
-    assign(0, 2);
-    rig.set(fader, 1.0f);
-    rig.set(knob, 1.0f);
-    EXPECT_EQ(rig.get(panOfLayer1), 1.0f);
-    EXPECT_NEAR(rig.processor.multiControls().runningValue(0), 1.6f, 1e-6f);
-    rig.set(knob, 0.5f);
-    EXPECT_NEAR(rig.get(panOfLayer1), 0.6f, 1e-6f);
-}
-
 TEST_F(MultiControlTest, AssigningIsSilentAndRemovingTakesTheContributionOut)
 {
     rig.set(panOfLayer1, 0.3f);
@@ -83,16 +62,6 @@ TEST_F(MultiControlTest, AssigningIsSilentAndRemovingTakesTheContributionOut)
     EXPECT_EQ(rig.processor.multiControls().targetParameter(0), noParameter);
     rig.set(fader, 0.0f);
     EXPECT_NEAR(rig.get(panOfLayer1), 0.3f, 1e-6f);
-}
-
-TEST_F(MultiControlTest, TheSameAssignmentAgainReadsANewBase)
-{
-    assign(0, 2);
-    rig.set(knob, 0.8f);
-    rig.set(panOfLayer1, 0.1f);
-    assign(0, 2);
-    EXPECT_EQ(rig.get(knob), 0.8f);
-    EXPECT_EQ(rig.processor.multiControls().runningValue(0), 0.1f);
 }
 
 TEST_F(MultiControlTest, OneFaderMovesItsOwnFourByTheirDepths)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What follows from two parameters stays true to both, whichever threads write them at the same moment.
+// What follows from parameters stays true to them, whichever threads write them at the same moment.
 #include "parameters/ParameterCodings.h"
 #include "support/ProcessorRig.h"
+#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,40 @@ float wave(int round, int step)
     return static_cast<float>((round * step) % 97) / 97.0f;
 }
 } // namespace
+
+TEST(ParameterThreads, AreHeardByTheListenersOfValueObjects)
+{
+    ProcessorRig rig;
+    auto& linked = rig.processor.getParameterTable().linked(slot::fxMix);
+    EXPECT_EQ(linked.getNumber(), 1.0);
+    Listener listener;
+    linked.addListener(&listener);
+    const auto hears = [&](double value)
+    { return pumpUntil([&] { return !listener.heard.empty() && listener.heard.back() == value; }, 2000); };
+    onOtherThread([&] { rig.set(slot::fxMix, 0.25f); });
+    EXPECT_TRUE(hears(0.25));
+    rig.set(slot::fxMix, 0.5f);
+    EXPECT_TRUE(hears(0.5));
+
+    const auto state = rig.state();
+    rig.set(slot::fxMix, 1.0f);
+    rig.restore(state);
+    EXPECT_EQ(linked.getNumber(), 0.5);
+    linked.removeListener(&listener);
+}
+
+TEST(ParameterThreads, LoseNoWriteWhileAValueObjectIsMade)
+{
+    ProcessorRig rig;
+    auto& table = rig.processor.getParameterTable();
+    race(
+        numControllers, [&](int round) { table.linked(slot::controllerMap + round - 1); },
+        [&](int round) { rig.set(slot::controllerMap + round - 1, 0.75f); }, [] {});
+    pumpFor(120);
+
+    for (int index = slot::controllerMap; index < slot::controllerMap + numControllers; ++index)
+        EXPECT_EQ(table.linked(index).getNumber(), 0.75) << index;
+}
 
 TEST(ParameterThreads, LeaveGainsAndValueObjectsTrueToTheTable)
 {
