@@ -1,57 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Instruments that misbehave, and what is left of the sound around them.
-#include "hosting/HostedParameters.h"
+// Instruments that misbehave, and what is left of the sound around them; and what one hears of its host.
+#include "LayerRig.h"
 #include "hosting/HostedState.h"
 #include "parameters/ParameterCodings.h"
 #include "parameters/ParameterText.h"
 #include "presets/StateChunk.h"
-#include "support/FaultyInstruments.h"
 #include "support/TestLoop.h"
-
-#include <gtest/gtest.h>
 
 #include <limits>
 
 namespace quorel::test
 {
 
-class FaultyInstrumentTest : public testing::Test
+class FaultyInstrumentTest : public LayerRig
 {
 protected:
-    FaultyInstrumentTest()
-        : folder(useFaulty(rig, {"Hexley", "Tarn"}))
-    {
-    }
-
-    VirtualInstrument& layer(int i) { return rig.processor.getLayer(i); }
-
-    static float hosted(VirtualInstrument& layer, int index)
-    {
-        const InstanceAccess::Use plugin(layer.instanceAccess());
-        return plugin ? hostedParameter(*plugin.get(), index) : -1.0f;
-    }
-
-    void setHosted(int i, int index, float value)
-    {
-        const InstanceAccess::Use plugin(layer(i).instanceAccess());
-        setHostedParameter(*plugin.get(), index, value);
-    }
-
-    juce::String told(int i, int index)
-    {
-        const InstanceAccess::Use plugin(layer(i).instanceAccess());
-        return hostedParameterName(*plugin.get(), index);
-    }
-
-    const juce::PluginDescription* known(const juce::String& name)
-    {
-        for (const auto& type : rig.processor.getKnownPlugins().getTypes())
-            if (type.name == name)
-                found = type;
-
-        return &found;
-    }
-
     float peakWithKey()
     {
         rig.play();
@@ -69,9 +32,7 @@ protected:
         return count;
     }
 
-    ProcessorRig rig;
-    juce::File folder;
-    juce::PluginDescription found;
+    juce::File folder = useFaulty(rig, {"Hexley", "Tarn"});
 };
 
 TEST_F(FaultyInstrumentTest, WhatItThrowsEndsAtItsLayer)
@@ -84,7 +45,7 @@ TEST_F(FaultyInstrumentTest, WhatItThrowsEndsAtItsLayer)
     for (const auto* fault : {"throw-entry", "throw-open"})
     {
         setFaults(folder, "Hexley", fault);
-        EXPECT_FALSE(layer(0).loadPlugin(*known("Hexley"))) << fault;
+        EXPECT_FALSE(layer(0).loadPlugin(known("Hexley"))) << fault;
         EXPECT_EQ(layer(0).getState(), LayerState::failed);
         EXPECT_EQ(alertsWith("Error|Sorry, cannot load Hexley\n\n"), 1);
         rig.interaction.alerts.clear();
@@ -158,11 +119,44 @@ TEST_F(FaultyInstrumentTest, EachInstancePreparesItsInstrumentsItself)
             rig.processor.prepareToPlay(96000.0, 64);
             prepared = !layer(1).hasInstance();
         });
-    EXPECT_TRUE(layer(1).loadPlugin(*known("Tarn")));
+    EXPECT_TRUE(layer(1).loadPlugin(known("Tarn")));
     host.join();
     EXPECT_TRUE(prepared) << "too late to tell anything";
     EXPECT_EQ(told(0, 0), "96000/64");
     EXPECT_EQ(told(1, 0), "96000/64");
+}
+
+namespace
+{
+/** The standalone is an application with a name of its own. */
+class NamedApplication final : public juce::JUCEApplication
+{
+public:
+    const juce::String getApplicationName() override { return "Somebody Else"; }
+
+    const juce::String getApplicationVersion() override { return "1"; }
+
+    void initialise(const juce::String&) override {}
+
+    void shutdown() override {}
+};
+} // namespace
+
+TEST_F(FaultyInstrumentTest, ItsHostIsTheSameInEveryProgram)
+{
+    std::unique_ptr<NamedApplication> application;
+
+    for (const bool isNamed : {false, true})
+    {
+        if (isNamed)
+            application = std::make_unique<NamedApplication>();
+
+        ASSERT_EQ(juce::JUCEApplicationBase::getInstance() != nullptr, isNamed);
+        ASSERT_TRUE(rig.load(isNamed ? 1 : 0, isNamed ? "Tarn" : "Hexley"));
+        EXPECT_EQ(told(isNamed ? 1 : 0, 77), "OS-QUOREL");
+        EXPECT_EQ(told(isNamed ? 1 : 0, 78), "OS-QUOREL");
+        EXPECT_EQ(told(isNamed ? 1 : 0, 79), "257");
+    }
 }
 
 TEST_F(FaultyInstrumentTest, AStateThatGrowsTakesNoOtherWithIt)
@@ -180,8 +174,8 @@ TEST_F(FaultyInstrumentTest, AStateThatGrowsTakesNoOtherWithIt)
         EXPECT_EQ(chunk.hostedStates[i].getSize(), static_cast<size_t>(chunk.layerSizes[i]));
 
     rig.restore(bytes);
-    EXPECT_EQ(hosted(layer(0), 7), 0.3f);
-    EXPECT_EQ(hosted(layer(1), 7), 0.6f);
+    EXPECT_EQ(hosted(0, 7), 0.3f);
+    EXPECT_EQ(hosted(1, 7), 0.6f);
 }
 
 TEST_F(FaultyInstrumentTest, TheLastGoodStateStandsInForOneThatCantBeHad)
@@ -212,7 +206,7 @@ TEST_F(FaultyInstrumentTest, TheLastGoodStateStandsInForOneThatCantBeHad)
     layer(0).unloadPlugin();
     rig.restore(bytes);
     EXPECT_EQ(layer(1).getPluginName(), "Tarn");
-    EXPECT_EQ(hosted(layer(0), 7), 0.3f);
+    EXPECT_EQ(hosted(0, 7), 0.3f);
 }
 
 TEST_F(FaultyInstrumentTest, AllHundredProgramsComeBack)
@@ -287,7 +281,7 @@ TEST_F(FaultyInstrumentTest, OnlyWholeStatesReachTheInstrument)
 
     setHosted(0, 7, 0.3f);
     EXPECT_TRUE(layer(0).giveState(chunked, 0.0f));
-    EXPECT_EQ(hosted(layer(0), 7), 0.0f);
+    EXPECT_EQ(hosted(0, 7), 0.0f);
 }
 
 // While an instrument is inside a slow call on another thread, the block goes on, and what it moves arrives.
@@ -326,13 +320,13 @@ TEST_F(FaultyInstrumentTest, TheBlockNeverWaitsForAnInstrument)
     const float last = rig.get(easy);
     EXPECT_NEAR(last, 100.0f / 127.0f, 0.01f);
     ProcessorRig::pump(150);
-    EXPECT_EQ(hosted(layer(0), 7), last);
+    EXPECT_EQ(hosted(0, 7), last);
     EXPECT_EQ(rig.get(easy), last);
 
     // With the lock free it arrives before the block sounds.
     rig.send(juce::MidiMessage::controllerEvent(1, 74, 10));
     rig.play();
-    EXPECT_EQ(hosted(layer(0), 7), rig.get(easy));
+    EXPECT_EQ(hosted(0, 7), rig.get(easy));
 
     // Two threads at once: table and instrument agree in the end.
     setFaults(folder, "Hexley", "");
@@ -351,7 +345,7 @@ TEST_F(FaultyInstrumentTest, TheBlockNeverWaitsForAnInstrument)
 
     writer.join();
     ProcessorRig::pump(100);
-    EXPECT_EQ(hosted(layer(0), 7), rig.get(easy));
+    EXPECT_EQ(hosted(0, 7), rig.get(easy));
 
     // An unmapped control stays where it is when hosted parameter 0 moves.
     rig.setLayer(0, layerSlot::easyMapping, encodeParamInt(0));

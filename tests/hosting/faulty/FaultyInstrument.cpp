@@ -12,7 +12,7 @@
 //   empty-names, hundred-programs, window
 //
 // Parameter names tell what its host did: 0 the rate and block size, 2 the count of program changes by MIDI, 3 the
-// tempo at the last block.
+// tempo at the last block, 77 to 79 the vendor, product and version that the host gives itself.
 #include "support/HostSeam.h"
 
 #include "pluginterfaces/vst2.x/aeffectx.h"
@@ -34,6 +34,7 @@
 namespace
 {
 constexpr int numParameters = 80;
+constexpr int firstHostAnswer = 77;
 constexpr int manyOutputs = 32;
 
 std::set<std::string> faults()
@@ -77,6 +78,7 @@ struct Instrument
     AEffect effect{};
     audioMasterCallback host = nullptr;
     State state{};
+    char hostAnswers[numParameters - firstHostAnswer][256]{};
     std::vector<char> chunk;
     int chunkCalls = 0;
     float rate = 0.0f;
@@ -136,6 +138,8 @@ void writeName(const Instrument& self, int index, char* name)
         std::snprintf(name, 32, "%d", self.programChanges.load());
     else if (index == 3)
         std::snprintf(name, 32, "%d", self.tempo.load());
+    else if (index >= firstHostAnswer)
+        std::strcpy(name, self.hostAnswers[index - firstHostAnswer]);
     else if (!has("empty-names"))
         std::snprintf(name, 32, "Value %d", index);
 }
@@ -257,5 +261,9 @@ extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(audioMa
     effect.flags = effFlagsIsSynth | effFlagsCanReplacing | effFlagsProgramChunks;
     effect.flags |= has("window") ? effFlagsHasEditor : 0;
     effect.uniqueID = CCONST('Q', 'f', 'l', 't');
+    host(&effect, audioMasterGetVendorString, 0, 0, self->hostAnswers[0], 0.0f);
+    host(&effect, audioMasterGetProductString, 0, 0, self->hostAnswers[1], 0.0f);
+    std::snprintf(self->hostAnswers[2], sizeof(self->hostAnswers[2]), "%ld",
+                  static_cast<long>(host(&effect, audioMasterGetVendorVersion, 0, 0, nullptr, 0.0f)));
     return &effect;
 }
