@@ -34,7 +34,7 @@ Stereo sine(int length, double hz, float amplitude = 1.0f, double sampleRate = 4
 Stereo noise(int length, float amplitude = 1.0f, unsigned seed = 1);
 Stereo square(int length, int period, float amplitude = 1.0f);
 
-/** Component of x from sample `from` on at the given frequency, as a complex amplitude (1 for a unit cosine). */
+/** Component of x from sample `from` on at a frequency, as a complex amplitude (1 for a unit cosine). */
 std::complex<double> component(const std::vector<float>& x, std::size_t from, double hz,
                                double sampleRate = 48000.0);
 

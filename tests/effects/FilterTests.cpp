@@ -93,6 +93,26 @@ TEST(FilterTypes, CentreFrequencies)
     EXPECT_NEAR(gainAt(response(filterParameters(16)).left, 1292.0), 1.25, 0.03);
 }
 
+TEST(FilterTypes, TheLadderBendsWhatIsLoud)
+{
+    // With its poles at 0 and no feedback, a held value comes out of each of the two passes as it went in,
+    // but for what the cubic stage takes off.
+    FilterCore core;
+    FilterCoefficients c{};
+    filterConstruct(core);
+    filterInit(core, 48000.0f);
+    core.type = 17;
+    filterCoefficients(core, c);
+    c.ladderP = 0.5f;
+    c.ladderScale = c.ladderFeedback = 0.0f;
+    const Stereo in = constant(1000, 0.5f);
+    Stereo out = silence(1000);
+    const FilterStep step{&c, 1000};
+    filterProcess(core, in.left.data(), in.right.data(), out.left.data(), out.right.data(), 1.0f, 1.0f, &step,
+                  1);
+    EXPECT_NEAR(out.left.back(), 2.0 * (0.5 - 0.125 / 6.0), 1e-5);
+}
+
 TEST(FilterTypes, CombsVowelsAndRing)
 {
     // Combs: the input 96 samples late, then an echo every 96 samples at 1 kHz, of one sign or of turning

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A VST2 instrument with the faults that a text file beside it names, "<name>.faults" beside "<name>.so". Without
-// any it plays a constant level of 0.25 while a key is down, times its parameter 1, and keeps its state. A file that
-// changes while it is loaded counts from the next call.
+// A VST2 instrument with the faults that a text file beside it names, "<name>.faults" beside "<name>.so".
+// Without any it plays a constant level of 0.25 while a key is down, times its parameter 1, and keeps its state.
+// A file that changes while it is loaded counts from the next call.
 //
 //   throw-entry, throw-open, throw-chunk, throw-process, throw-set, throw-idle, throw-close
 //   abort-entry, abort-open     ends the process
 //   slow-prepare, slow-chunk    takes 300 ms
 //   big-chunk, growing-chunk    200 MB; 1000 bytes more at each call
 //   no-chunk                    says that it has no bytes
-//   nan, huge, channels         what it puts out: no number, +80 dB, or a different level on each of 32 outputs
+//   nan, huge, channels         what it puts out: no number, +80 dB, or another level on each of 32 outputs
 //   empty-names, hundred-programs, window
 //
-// Parameter names tell what its host did: 0 the rate and block size, 2 the count of program changes by MIDI, 3 the
-// tempo at the last block, 77 to 79 the vendor, product and version that the host gives itself.
+// Parameter names tell what its host did: 0 the rate and block size, 2 the count of program changes by MIDI,
+// 3 the tempo at the last block; and 77 to 79 the vendor, product and version that it gives itself.
 #include "support/HostSeam.h"
 
 #include "pluginterfaces/vst2.x/aeffectx.h"
