@@ -25,6 +25,11 @@ protected:
     RawVst2Host host{binaryOf(GetParam().name)};
 };
 
+static bool isFinite(const std::vector<float>& samples)
+{
+    return std::all_of(samples.begin(), samples.end(), [](float x) { return std::isfinite(x); });
+}
+
 /** Strength of one frequency in a windowed stretch. */
 static double strength(const std::vector<float>& x, std::size_t from, std::size_t n, double frequency,
                        double rate)
@@ -151,9 +156,7 @@ TEST_P(InstrumentSound, stays_finite_at_any_rate_from_the_lowest_note_to_the_hig
                                             noteOn(20, 60, 127),      noteOn(30, 67, 127),
                                             {40, {0xe0, 0x7f, 0x7f}}, controller(50, 1, 127)};
         const auto audio = host.render(static_cast<int>(rate / 8.0), events);
-        const auto finite = [](float x) { return std::isfinite(x); };
-        ASSERT_TRUE(std::all_of(audio.left.begin(), audio.left.end(), finite)) << rate;
-        ASSERT_TRUE(std::all_of(audio.right.begin(), audio.right.end(), finite)) << rate;
+        ASSERT_TRUE(isFinite(audio.left) && isFinite(audio.right)) << rate;
         EXPECT_GT(peakOf(audio), 0.01f) << rate;
         EXPECT_LT(peakOf(audio), 4.0f) << rate;
     }
@@ -179,8 +182,7 @@ TEST_P(InstrumentSound, survives_extreme_parameters_and_garbage)
                   static_cast<std::uint8_t>(bytes(random))}});
         const auto audio = host.render(1024, events);
         ASSERT_LT(peakOf(audio), 20.0f) << round;
-        ASSERT_TRUE(
-            std::all_of(audio.left.begin(), audio.left.end(), [](float x) { return std::isfinite(x); }));
+        ASSERT_TRUE(isFinite(audio.left)) << round;
     }
 }
 
