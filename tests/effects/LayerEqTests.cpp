@@ -159,7 +159,7 @@ void setRandomly(LayerEq& eq, std::mt19937::result_type seed)
 }
 
 /** Random settings, signals and sets of units, some of them off: what each unit gives in company, with the
-    instructions of `process`, has to be what it gives by itself. */
+    instructions of `process`, has to be what it gives by itself, sample by sample. */
 void compareWithUnitsAlone(void (*process)(const EqBlock*, int, int, int))
 {
     std::mt19937 random(5);
@@ -197,7 +197,8 @@ void compareWithUnitsAlone(void (*process)(const EqBlock*, int, int, int))
             {
                 const auto i = static_cast<std::size_t>(run.unit - together.data());
                 Stereo expected = soundsAlone[i];
-                eqProcessBlock(alone[i], expected.left.data(), expected.right.data(), num);
+                for (std::size_t n = 0; n < expected.left.size(); ++n)
+                    eqProcess(alone[i], &expected.left[n], &expected.right[n]);
                 ASSERT_EQ(expected.left, sounds[i].left) << round << ' ' << block << ' ' << i;
                 ASSERT_EQ(expected.right, sounds[i].right) << round << ' ' << block << ' ' << i;
             }
