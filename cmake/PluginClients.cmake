@@ -104,15 +104,10 @@ quorel_change_lv2(1
     "        const auto stated = text.upToFirstOccurrenceOf (\".\", false, false).getLargeIntValue();\n\n        if (stated < 0 || stated > text.length())\n            return LV2_STATE_ERR_UNKNOWN;\n\n        MemoryBlock block;\n        block.fromBase64Encoding (text);\n")
 
 # While no editor is open, JUCE's own message thread works for the instance, and may be loading an instrument when the host
-# makes or deletes one.
-set(lv2MessageLock
-    "            const ScopedJuceInitialiser_GUI libraryInitialiser;\n           #if JUCE_LINUX || JUCE_BSD\n            const SharedResourcePointer<MessageThread> messageThread;\n           #endif\n            const MessageManagerLock messageLock;\n")
-quorel_change_lv2(1
-    "            return new LV2PluginInstance { sampleRate, *blockSize, pathToBundle, *mapFeature };\n"
-    "${lv2MessageLock}            return new LV2PluginInstance { sampleRate, *blockSize, pathToBundle, *mapFeature };\n")
+# deletes it. (It can't be locked while one is made: the first one scans, which needs that thread.)
 quorel_change_lv2(1
     "                delete static_cast<LV2PluginInstance*> (instance);\n"
-    "${lv2MessageLock}                delete static_cast<LV2PluginInstance*> (instance);\n")
+    "                const ScopedJuceInitialiser_GUI libraryInitialiser;\n               #if JUCE_LINUX || JUCE_BSD\n                const SharedResourcePointer<MessageThread> messageThread;\n               #endif\n                const MessageManagerLock messageLock;\n                delete static_cast<LV2PluginInstance*> (instance);\n")
 
 # There is one editor: a second one for the same instance would delete it a second time.
 quorel_change_lv2(1

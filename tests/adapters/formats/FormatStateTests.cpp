@@ -2,10 +2,12 @@
 // A sound is the same in all formats, by its bytes and by its samples, and moves between them.
 #include "FormatHost.h"
 #include "adapters/SavedSound.h"
+#include "common/MessagePump.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <map>
 
 namespace quorel::test
 {
@@ -123,7 +125,50 @@ TEST(FormatState, thatIsDamagedLeavesThePresentOne)
             }
         }
 
+        // Wrapped in a wrapping, again and again.
+        juce::MemoryOutputStream wrappings;
+
+        for (int i = 0; i < 1000000; ++i)
+            wrappings.write("VstW\0\0\0\0", 8);
+
+        restore(format, *plugin, wrappings.getMemoryBlock());
         EXPECT_EQ(soundOf(format, *plugin), before);
+    }
+}
+
+TEST(FormatState, tellsTheHostOfTheValuesThatItBrings)
+{
+    const std::map<juce::String, int> moved{
+        {"Master Volume", 1}, {"Layer1 FX2 Send", 239}, {"Layer4 Pan", 833}, {"FX3 Mix", 1214}};
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    auto stored = soundOf(host, {{{"Orlen"}, {"Hexley2"}, {"Imre"}, {"Dorvik"}}});
+
+    for (const auto& [name, index] : moved)
+        stored.parameters[static_cast<size_t>(index)] = 0.25f;
+
+    const auto bytes = stored.bytes();
+
+    for (const auto format : newerFormats())
+    {
+        SCOPED_TRACE(nameOf(format));
+        const auto plugin = load(format);
+        restore(format, *plugin, {bytes.data(), bytes.size()});
+        juce::AudioBuffer<float> block(juce::jmax(plugin->getTotalNumInputChannels(), 2), 512);
+        juce::MidiBuffer none;
+
+        for (const auto& entry : moved)
+        {
+            auto* value = parameter(*plugin, entry.first);
+            ASSERT_NE(value, nullptr) << entry.first;
+            EXPECT_TRUE(pumpUntil(
+                [&]
+                {
+                    plugin->processBlock(block, none);
+                    return value->getValue() == 0.25f;
+                },
+                5000))
+                << entry.first;
+        }
     }
 }
 

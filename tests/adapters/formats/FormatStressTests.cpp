@@ -87,6 +87,20 @@ TEST_P(Stressed, bears_a_hosts_threads_all_at_once_with_its_editor_open)
     EXPECT_GT(shown.editor->getWidth(), 100);
 }
 
+// A sound that comes with instruments is still being looked after when its instance goes.
+TEST_P(Stressed, closes_as_soon_as_it_has_a_sound)
+{
+    RawVst2Host host(QUOREL_PLUGIN_FILE);
+    const auto sound = soundOf(host, {{{"Orlen"}, {"Hexley2"}, {"Imre"}, {"Dorvik"}}}).bytes();
+
+    for (int i = 0; i < 40; ++i)
+    {
+        const auto plugin = load(GetParam());
+        restore(GetParam(), *plugin, {sound.data(), sound.size()});
+        pumpUntil([] { return false; }, i);
+    }
+}
+
 TEST_P(Stressed, opens_and_closes_100_times)
 {
     for (int i = 0; i < 100; ++i)
