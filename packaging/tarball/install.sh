@@ -14,18 +14,23 @@ Installs Quorel for you alone: programs in ~/.local/bin, what they need in ~/.lo
 pages in ~/.local/share, plug-ins in ~/.vst, ~/.vst3 and ~/.lv2. An older version is replaced.
 
   --prefix FOLDER   installs into bin, lib and share of this folder, plug-ins into its lib/vst, lib/vst3 and lib/lv2
-  --uninstall       takes off what was installed, there or for you alone. Presets and settings of yours stay.
+  --uninstall       removes what was installed in FOLDER, or without --prefix in your own folders; the copy
+                    of this script in FOLDER/lib/quorel knows FOLDER. Presets and settings of yours stay.
 TEXT
 }
 
-here="$(cd "$(dirname "$0")" && pwd)"
+# By its real name, so that neither another spelling of a folder nor a link to it makes two of it.
+real() { realpath -m -- "$1"; }
+
+here="$(real "$0")"
+here="${here%/*}"
 prefix=
-chosen=
 uninstall=
 while [ $# -gt 0 ]; do
     case "$1" in
-        --prefix) [ $# -ge 2 ] || fail "--prefix wants a folder"; prefix="$2"; shift ;;
-        --prefix=*) prefix="${1#--prefix=}" ;;
+        --prefix) [ -n "${2:-}" ] || fail "--prefix wants a folder"; prefix="$2"; shift ;;
+        --prefix=?*) prefix="${1#--prefix=}" ;;
+        --prefix=) fail "--prefix wants a folder" ;;
         --uninstall) uninstall=yes ;;
         -h | --help) usage; exit 0 ;;
         *) usage >&2; exit 2 ;;
@@ -33,51 +38,72 @@ while [ $# -gt 0 ]; do
     shift
 done
 
+# One installed file a line; folders that were made for them end with a slash.
+listName=lib/quorel/installed.txt
+if [ -z "$prefix" ] && [ -n "$uninstall" ] && [ -s "${here%/lib/quorel}/$listName" ]; then
+    prefix="${here%/lib/quorel}"
+fi
 if [ -z "$prefix" ]; then
     [ -n "${HOME:-}" ] || fail "HOME isn't set: say where to with --prefix"
-    prefix="$HOME/.local"
-    vst="$HOME/.vst" vst3="$HOME/.vst3" lv2="$HOME/.lv2"
+    prefix="$(real "$HOME/.local")"
+    vst="$(real "$HOME/.vst")" vst3="$(real "$HOME/.vst3")" lv2="$(real "$HOME/.lv2")"
 else
-    case "$prefix" in
-        /*) ;;
-        *) prefix="$(pwd)/$prefix" ;;
-    esac
-    chosen=yes
+    prefix="$(real "$prefix")"
+    prefix="${prefix%/}"
     vst="$prefix/lib/vst" vst3="$prefix/lib/vst3" lv2="$prefix/lib/lv2"
 fi
+case "$prefix$vst$vst3$lv2" in *"
+"*) fail "a folder's name has two lines" ;; esac
 share="$prefix/share"
-# One installed file a line; folders that were made for them end with a slash.
-list="$prefix/lib/quorel/installed.txt"
+entry="$share/applications/org.ostrand.quorel.desktop"
+list="$prefix/$listName"
 
-# make_folder FOLDER: with its parents, each of which goes into the list if it wasn't there.
-make_folder()
+# What was installed here before. If the folder has been moved since, or had another name then, so have its files.
+read_list()
 {
-    [ ! -d "$1" ] || return 0
-    make_folder "$(dirname "$1")"
-    mkdir "$1"
-    printf '%s/\n' "$1" >> "$new"
+    [ -e "$list" ] || return 0
+    from="$(sed -n 's|/lib/quorel/install\.sh$||p' "$list" | head -n 1)"
+    from="${from:-$prefix}" to="$prefix"
+    # A whole home with its plug-ins.
+    case "$from:$to" in */.local:*/.local) from="${from%/.local}" to="${to%/.local}" ;; esac
+    while IFS= read -r path; do
+        case "$path" in "$from"/*) path="$to/${path#"$from"/}" ;; esac
+        printf '%s\n' "$path"
+    done < "$list"
 }
 
-# put FILE TARGET: never through a link that lies there, and whole or not at all: a host may have the old file open.
-put()
+# behind_link PATH: whether it is one of the plug-ins, or lies in one, and a link stands there in the plug-in's place. What is
+# behind that, such as a build, isn't ours to write or to delete.
+behind_link()
 {
-    make_folder "$(dirname "$2")"
-    if [ -L "$1" ]; then
-        rm -f "$2"
-    elif [ -d "$2" ] && [ ! -L "$2" ]; then
-        fail "$2 is a folder, and in the way"
-    fi
-    cp -P -p "$1" "$2.quorel-new"
-    mv -f "$2.quorel-new" "$2"
-    printf '%s\n' "$2" >> "$new"
+    case "$1/" in
+        */Quorel.vst3/*) [ -L "${1%/Quorel.vst3*}/Quorel.vst3" ] ;;
+        */Quorel.lv2/*) [ -L "${1%/Quorel.lv2*}/Quorel.lv2" ] ;;
+        */Quorel.so/) [ -L "$1" ] ;;
+        *) return 1 ;;
+    esac
 }
 
-# put_tree FOLDER TARGET
-put_tree()
+# remove_files LIST [KEPT]: the files in LIST, and what a run that broke off left beside them; but not those whose numbers KEPT
+# names: an older list may call a file by another path.
+remove_files()
 {
-    [ -d "$1" ] || return 0
-    find "$1" \( -type f -o -type l \) -print | while IFS= read -r file; do
-        put "$file" "$2/${file#"$1"/}"
+    while IFS= read -r path; do
+        case "$path" in '' | */) continue ;; esac
+        ! behind_link "$path" || continue
+        rm -f "$path.quorel-new"
+        case " ${2:-} " in *" $(stat -c %d:%i "$path" 2> /dev/null || echo none) "*) continue ;; esac
+        rm -f "$path"
+    done <<LIST
+$1
+LIST
+}
+
+# remove_folders LIST: those of its folders that are empty.
+remove_folders()
+{
+    printf '%s\n' "$1" | grep '/$' | LC_ALL=C sort -r | while IFS= read -r path; do
+        [ ! -d "$path" ] || behind_link "${path%/}" || rmdir "$path" 2> /dev/null || :
     done
 }
 
@@ -92,81 +118,162 @@ refresh_desktop()
         gtk-update-icon-cache -q -f -t "$share/icons/hicolor" || :
 }
 
-# remove_listed LIST [STILL]: files that LIST names and STILL doesn't, then the folders that are empty.
-remove_listed()
+# came_with_us FOLDER PATTERN: whether it did, and has no such file left.
+came_with_us()
 {
-    while IFS= read -r path; do
-        case "$path" in
-            */) ;;
-            *) grep -q -x -F -e "$path" "${2:-/dev/null}" || rm -f "$path" ;;
-        esac
-    done < "$1"
-    grep '/$' "$1" | LC_ALL=C sort -r | while IFS= read -r path; do
-        [ ! -d "$path" ] || rmdir "$path" 2> /dev/null || :
-    done
+    printf '%s\n' "$before" | grep -q -x -F -e "$1/" && [ -d "$1" ] && [ -z "$(find "$1" -path "$2")" ]
 }
 
-if [ -n "$uninstall" ]; then
-    [ -s "$list" ] || fail "there is no Quorel in $prefix that this script has installed"
+# What those programs have made, in folders that came with Quorel and serve nobody else now. All other files there are the user's.
+remove_made_by_desktop()
+{
+    if came_with_us "$share/mime" '*/packages/*.xml'; then
+        for name in XMLnamespaces aliases application/x-quorel-preset.xml generic-icons globs globs2 icons magic mime.cache \
+            subclasses treemagic types version; do
+            rm -f "$share/mime/$name"
+        done
+        [ ! -d "$share/mime/application" ] || rmdir "$share/mime/application" 2> /dev/null || :
+    fi
+    ! came_with_us "$share/applications" '*.desktop' || rm -f "$share/applications/mimeinfo.cache"
+}
 
-    # Root has set nobody up.
+before="$(read_list)"
+
+if [ -n "$uninstall" ]; then
+    [ -n "$before" ] || fail "there is no Quorel in ${prefix:-/} that this script has installed"
+
+    # Root has set nobody up, and a program that can't start here (127) hasn't either.
     if [ "$(id -u)" != 0 ] && [ -x "$prefix/bin/quorel-setup" ]; then
-        "$prefix/bin/quorel-setup" --remove || fail "nothing was uninstalled: close your DAW and try again"
+        "$prefix/bin/quorel-setup" --remove || [ $? = 127 ] || fail "nothing was uninstalled: close your DAW and try again"
     fi
 
-    listed="$(mktemp)"
-    trap 'rm -f "$listed"' EXIT
-    mv "$list" "$listed"
-    remove_listed "$listed"
+    # The script and its list go last: a run that breaks off can be repeated.
+    remove_files "$(printf '%s\n' "$before" | grep -v -x -F -e "$prefix/lib/quorel/install.sh" || :)"
     refresh_desktop
-
-    # What those programs have made, in folders that came with Quorel and that nobody else has put anything into.
-    for made in "$share/mime" "$share/applications"; do
-        if grep -q -x -F -e "$made/" "$listed" && [ -d "$made" ] &&
-            [ -z "$(find "$made" -name '*.desktop' -o -path '*/packages/*' -type f)" ]; then
-            rm -r "$made"
-        fi
-    done
-    remove_listed "$listed"
+    remove_made_by_desktop
+    remove_folders "$before"
+    rm -f "$prefix/lib/quorel/install.sh" "$prefix/lib/quorel/install.sh.quorel-new" "$list.quorel-new" "$list"
+    remove_folders "$before"
     say "Quorel is uninstalled. What is yours stays: presets in ${XDG_DATA_HOME:-~/.local/share}/Ostrand, settings in ${XDG_CONFIG_HOME:-~/.config}/Ostrand."
     exit 0
 fi
 
 [ -x "$here/bin/quorel" ] || fail "$here/bin/quorel is missing: start this from the whole archive"
-before="$(mktemp)"
-new="$(mktemp)"
 
-# Also a run that doesn't get to its end leaves a list of all there is.
-leave_list()
+# locate FILE: sets `target`, where this file of the archive belongs.
+locate()
 {
-    [ ! -d "$prefix/lib/quorel" ] || LC_ALL=C sort -u "$before" "$new" > "$list" || :
-    rm -f "$before" "$new"
-    trap - EXIT
+    case "$1" in
+        install.sh) target="$prefix/lib/quorel/install.sh" ;;
+        lib/vst/*) target="$vst/${1#lib/vst/}" ;;
+        lib/vst3/*) target="$vst3/${1#lib/vst3/}" ;;
+        lib/lv2/*) target="$lv2/${1#lib/lv2/}" ;;
+        *) target="$prefix/$1" ;;
+    esac
 }
-trap leave_list EXIT
+
+# plan_folder FOLDER: says which are to be made.
+plan_folder()
+{
+    if ! behind_link "$1"; then
+        [ ! -d "$1" ] || return 0
+        if [ -e "$1" ] || [ -L "$1" ]; then
+            fail "$1 is in the way: a folder belongs there"
+        fi
+    fi
+    printf '%s/\n' "$1"
+    parent="${1%/*}"
+    plan_folder "${parent:-/}"
+}
+
+# Says what will be there: each file, and the folders that are to be made.
+plan()
+{
+    folder=
+    printf '%s\n' "$files" | while IFS= read -r file; do
+        locate "$file"
+        printf '%s\n' "$target"
+        [ -L "$target" ] || [ ! -d "$target" ] || fail "$target is a folder, and in the way"
+        [ "$folder" != "${target%/*}" ] || continue
+        folder="${target%/*}"
+        plan_folder "$folder"
+    done
+}
+
+# write_list LINES
+write_list()
+{
+    mkdir -p "${list%/*}"
+    half="$list.quorel-new"
+    printf '%s\n' "$1" | grep . | LC_ALL=C sort -u > "$half"
+    mv -f -T "$half" "$list"
+    half=
+}
+
+# put FILE TARGET: never through a link that lies there, and whole or not at all: a host may have the old file open.
+put()
+{
+    [ -d "${2%/*}" ] || mkdir -p "${2%/*}"
+    half="$2.quorel-new"
+    if [ "$2" = "$entry" ]; then
+        make_entry < "$1" > "$half"
+    else
+        cp -P -p -T --remove-destination "$1" "$half"
+    fi
+    mv -f -T "$half" "$2"
+    half=
+}
+
+# The menu knows no PATH of the user's. A quoted argument of its own rules, within a text of the file's.
+make_entry()
+{
+    program="$(printf '%s\n' "$prefix/bin/quorel" | sed 's/%/%%/g; s/["`$\\]/\\&/g; s/\\/\\\\/g')"
+    while IFS= read -r line; do
+        case "$line" in Exec=quorel*) line="Exec=\"$program\"${line#Exec=quorel}" ;; esac
+        printf '%s\n' "$line"
+    done
+}
+
+# An interrupted run, too, leaves a list of what it installed, and no half file; or, before there is a list, nothing.
+half=
+planned=
+clean_up()
+{
+    [ -z "$half" ] || rm -f "$half"
+    [ -e "$list" ] || remove_folders "$planned"
+}
+trap clean_up EXIT
 trap 'exit 1' HUP INT TERM
-[ ! -e "$list" ] || cp "$list" "$before"
 
-put_tree "$here/bin" "$prefix/bin"
-put_tree "$here/lib/quorel" "$prefix/lib/quorel"
-put_tree "$here/lib/vst" "$vst"
-put_tree "$here/lib/vst3" "$vst3"
-put_tree "$here/lib/lv2" "$lv2"
-put_tree "$here/share" "$share"
-put "$here/install.sh" "$prefix/lib/quorel/install.sh"
+files="install.sh
+$(cd "$here" && find bin lib share \( -type f -o -type l \) | LC_ALL=C sort)"
+planned="$(plan)"
+write_list "$before
+$planned"
 
-# The menu knows no PATH of the user's.
-entry="$share/applications/org.ostrand.quorel.desktop"
-sed "s|^Exec=quorel|Exec=\"$prefix/bin/quorel\"|" "$here/share/applications/org.ostrand.quorel.desktop" > "$entry.quorel-new"
-mv -f "$entry.quorel-new" "$entry"
+# Links in the plug-ins' places, as of `quorel-setup --link`.
+for plugin in "$vst/Quorel.so" "$vst3/Quorel.vst3" "$lv2/Quorel.lv2"; do
+    [ ! -L "$plugin" ] || rm "$plugin"
+done
+while IFS= read -r file; do
+    locate "$file"
+    put "$here/$file" "$target"
+done <<FILES
+$files
+FILES
 
-remove_listed "$before" "$new"
-grep '/$' "$before" >> "$new" || :
-: > "$before"
-leave_list
+gone="$(printf '%s\n' "$before" | grep -v -x -F -e "$planned" || :)"
+kept=
+if printf '%s\n' "$gone" | grep -q '[^/]$'; then
+    kept="$(printf '%s\n' "$planned" | grep -v '/$' | tr '\n' '\0' | xargs -0 stat -c %d:%i | tr '\n' ' ')"
+fi
+remove_files "$gone" "$kept"
+remove_folders "$before"
+write_list "$(printf '%s\n' "$before" | grep '/$' || :)
+$planned"
 refresh_desktop
 
-say "$(cd "$here" && head -n 1 README.txt | sed "s/ for Linux//") is installed."
+say "$(head -n 1 "$here/README.txt" | sed "s/ for Linux//") is installed."
 say "Plug-ins:  $(cd "$here/lib" && for folder in vst vst3 lv2; do
     [ ! -d "$folder" ] || case "$folder" in vst) printf '%s  ' "$vst" ;; vst3) printf '%s  ' "$vst3" ;; *) printf '%s  ' "$lv2" ;; esac
 done)"
@@ -176,4 +283,4 @@ case ":$PATH:" in
     *) say "That folder isn't in your PATH: start the programs by their whole path, or log in anew if your shell adds ~/.local/bin." ;;
 esac
 say "Let your DAW scan its plug-in folders anew. To take it off again:"
-say "$prefix/lib/quorel/install.sh --uninstall${chosen:+ --prefix \"$prefix\"}"
+say "'$(printf '%s\n' "$prefix" | sed "s/'/'\\\\''/g")/lib/quorel/install.sh' --uninstall"

@@ -132,7 +132,7 @@ with_an_older_debian()
 }
 
 archive_of() { echo "/home/$1/quorel-$version-linux-$(uname -m)"; }
-# holds_the_archive USER PREFIX VST-FOLDER: each of its files, the menu entry aside, which has got its program's place.
+# holds_the_archive USER PREFIX VST-FOLDER [PREFIX-IN-ENTRY]: each of its files, the menu entry aside, which has got its program's place.
 holds_the_archive()
 {
     local archive file result=0
@@ -140,12 +140,30 @@ holds_the_archive()
     while IFS= read -r file; do
         case "$file" in
             lib/vst*/* | lib/lv2/*) cmp "$archive/$file" "${3%vst}${file#lib/}" || result=1 ;;
-            *.desktop) grep -x -F "Exec=\"$2/bin/quorel\" %f" "$2/$file" || result=1 ;;
+            *.desktop) grep -x -F "Exec=\"${4:-$2}/bin/quorel\" %f" "$2/$file" && desktop-file-validate "$2/$file" || result=1 ;;
             *) cmp "$archive/$file" "$2/$file" || result=1 ;;
         esac
     done < <(cd "$archive" && find bin lib share ! -type d)
     [[ -s "$2/lib/quorel/installed.txt" ]] || result=1
     return "$result"
+}
+
+# What a user's home holds, but for settings and presets of the user's, and what other programs keep.
+traces() { files_below "/home/$1" |
+    grep -v -E '^\./(\.cache|\.config|\.local|\.local/share|\.Xauthority)$|^\./(\.cache|\.config/Ostrand|\.local/share/Ostrand)(/|$)'; }
+# A build, with links to it and to one that is no more in the plug-ins' places.
+link_plugins()
+{
+    as "$1" bash -c 'mkdir -p build/Contents/x86_64-linux && rm -rf .vst/Quorel.so .vst3/Quorel.vst3 .lv2/Quorel.lv2 &&
+        echo own > build/Contents/x86_64-linux/Quorel.so && ln -s ../build/Contents/x86_64-linux/Quorel.so .vst/ &&
+        ln -s ../build .vst3/Quorel.vst3 && ln -s ../nowhere .lv2/Quorel.lv2'
+}
+own_build_stays() { grep -x own "/home/$1/build/Contents/x86_64-linux/Quorel.so" && is_same 4 "$(find "/home/$1/build" | wc -l)"; }
+# killed_in_between USER PROGRAM: when some files are there, and others aren't.
+killed_in_between()
+{
+    as "$1" bash -c '"$0" & for _ in {1..1000}; do [[ ! -e .local/bin/quorel-render ]] || break; sleep 0.01; done
+        kill -KILL $!; sleep 1; [[ -e .local/bin/quorel-render && ! -e .local/share/mime/packages/quorel.xml ]]' "$2"
 }
 
 with_the_tarball()
@@ -155,38 +173,50 @@ with_the_tarball()
     chown -R cleo: /home/cleo
     local archive presets
     archive="$(archive_of cleo)"
-    files_below /home/cleo > /tmp/before.txt
+    traces cleo > /tmp/before.txt
+    check "install.sh is killed" killed_in_between cleo "$archive/install.sh"
+    check "and takes off what it has installed" as cleo "$archive/install.sh" --uninstall
+    check "without a trace" diff /tmp/before.txt <(traces cleo)
     check "install.sh installs for an ordinary user" as cleo "$archive/install.sh"
     check "everything is there" holds_the_archive cleo /home/cleo/.local /home/cleo/.vst
     check "the standalone opens" opens cleo
     check "the demo is rendered" renders_demo cleo
     check "presets open with Quorel" knows_presets cleo
     check "manual pages" has_pages cleo
+    check "quorel-setup --link finds the plug-ins in their places" says ".vst3/Quorel.vst3 is installed there already" as cleo quorel-setup --link
     presets="$(banks_of cleo)/01 Keys and Splits"
     cp "$presets/Toy Box.qrl" "$presets/My own.qrl"
 
-    # An older version had a file more, and the user has a link of another product's in the plug-in's place.
+    # An older version had a file more, and the user has links in the plug-ins' places.
     echo "/home/cleo/.local/lib/quorel/Help/old-page.html" >> /home/cleo/.local/lib/quorel/installed.txt
     echo old > /home/cleo/.local/lib/quorel/Help/old-page.html
-    cp /packages/*.tar.gz /home/cleo/foreign.so
-    ln -sf /home/cleo/foreign.so /home/cleo/.vst/Quorel.so
-    check "install.sh replaces what is installed" as cleo "$archive/install.sh"
+    link_plugins cleo
+    ln -s "$archive/install.sh" /tmp/start
+    check "install.sh replaces what is installed" as cleo /tmp/start
     check "everything is there again" holds_the_archive cleo /home/cleo/.local /home/cleo/.vst
     check "a file that is no more is gone" not test -e /home/cleo/.local/lib/quorel/Help/old-page.html
-    check "nothing was written through a link" cmp /packages/*.tar.gz /home/cleo/foreign.so
+    check "nothing was written through a link" own_build_stays cleo
 
+    link_plugins cleo
+    as cleo touch .local/share/applications/mimeapps.list .local/share/mime/mine
     check "install.sh takes it off" as cleo .local/lib/quorel/install.sh --uninstall
-    rm -rf /home/cleo/{demo,demo.wav,preset.qrl,nameless,foreign.so}
-    # Settings and presets of the user's, and what other programs keep.
-    files_below /home/cleo | grep -v -E '^\./(\.cache|\.config|\.local|\.local/share|\.Xauthority)$|^\./(\.cache|\.config/Ostrand|\.local/share/Ostrand)(/|$)' > /tmp/after.txt
-    check "without a trace" diff /tmp/before.txt /tmp/after.txt
+    check "nothing was deleted through a link" own_build_stays cleo
+    check "nor a file of the user's" as cleo rm .local/share/applications/mimeapps.list .local/share/mime/mine
+    as cleo rm .vst/Quorel.so .vst3/Quorel.vst3 .lv2/Quorel.lv2
+    as cleo rmdir .local/share/applications .local/share/mime .vst .vst3 .lv2
+    rm -rf /home/cleo/{demo,demo.wav,preset.qrl,nameless,build}
+    check "without a trace" diff /tmp/before.txt <(traces cleo)
     check "but the user's own files" test -e "$presets/My own.qrl"
     check "the instruments it had copied are gone" not test -e /home/cleo/.local/share/Ostrand/Quorel/Plugins
 
     files_below /home/cleo > /tmp/before.txt
-    check "install.sh installs elsewhere" as cleo "$archive/install.sh" --prefix "my programs/quorel"
-    check "everything is there" holds_the_archive cleo "/home/cleo/my programs/quorel" "/home/cleo/my programs/quorel/lib/vst"
-    check "install.sh takes it off there" as cleo "my programs/quorel/lib/quorel/install.sh" --prefix "my programs/quorel" --uninstall
+    local elsewhere='my $programs/5% & "more"'
+    check "install.sh installs elsewhere" as cleo "$archive/install.sh" --prefix "$elsewhere"
+    check "and again under another spelling" as cleo "$archive/install.sh" --prefix "./my \$programs//5% & \"more\"/"
+    check "everything is there" holds_the_archive cleo "/home/cleo/$elsewhere" "/home/cleo/$elsewhere/lib/vst" \
+        '/home/cleo/my \\$programs/5%% & \\"more\\"'
+    as cleo mv "$elsewhere" moved
+    check "install.sh takes it off where it has been moved to" as cleo moved/lib/quorel/install.sh --uninstall
     files_below /home/cleo > /tmp/after.txt
     check "without a trace" diff /tmp/before.txt /tmp/after.txt
     check "and says so where there is nothing to take off" says "there is no Quorel in" as cleo "$archive/install.sh" --uninstall
