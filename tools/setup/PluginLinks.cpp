@@ -40,11 +40,21 @@ bool PluginLinks::make(const juce::File& product)
     int found = 0;
 
     for (const auto& home : homes)
+    {
+        const auto ofUser = home.folderOfUser.getChildFile(home.name);
+
         if (const auto plugin = installedPlugin(product, home); plugin != juce::File())
         {
             ++found;
-            succeeded = makeOne(plugin, home.folderOfUser.getChildFile(home.name)) && succeeded;
+            succeeded = makeOne(plugin, ofUser) && succeeded;
         }
+        else if (ofUser.exists() && !isLink(ofUser))
+        {
+            // As from the tarball, which puts them nowhere else.
+            ++found;
+            words.say(ofUser.getFullPathName() + " is installed there already");
+        }
+    }
 
     if (found == 0)
     {
