@@ -6,13 +6,9 @@ if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux" OR QUOREL_SANITIZE)
 endif()
 
 include(GNUInstallDirs)
-# Hosts don't look for plug-ins in Debian's folders of one architecture.
-set(pluginDir "${CMAKE_INSTALL_LIBDIR}")
-if(pluginDir MATCHES "^lib/.*-linux-gnu")
-    set(pluginDir lib)
-endif()
-# The programs look for it as `../lib/quorel`, wherever libraries go otherwise.
+# The programs look for it as `../lib/quorel`, and the plug-ins as a folder beside their own, wherever libraries go otherwise.
 set(dataDir lib/quorel)
+set(pluginDir lib)
 set(linuxFiles "${PROJECT_SOURCE_DIR}/packaging/linux")
 
 file(MAKE_DIRECTORY "${CMAKE_BINARY_DIR}/completions")
@@ -89,8 +85,10 @@ if(CMAKE_INSTALL_DO_STRIP)
     set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
     file(GLOB_RECURSE binaries \"\${root}/${pluginDir}/vst/Quorel.so\" \"\${root}/${pluginDir}/vst3/Quorel.vst3/*.so\"
         \"\${root}/${pluginDir}/lv2/Quorel.lv2/*.so\")
+    set(programDir \"${CMAKE_INSTALL_BINDIR}\")
+    cmake_path(ABSOLUTE_PATH programDir BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\")
     foreach(program IN ITEMS ${programs})
-        list(APPEND binaries \"\${root}/${CMAKE_INSTALL_BINDIR}/\${program}\")
+        list(APPEND binaries \"\$ENV{DESTDIR}\${programDir}/\${program}\")
     endforeach()
     execute_process(COMMAND \"${CMAKE_STRIP}\" --strip-unneeded \${binaries} COMMAND_ERROR_IS_FATAL ANY)
 endif()" COMPONENT quorel)
