@@ -14,8 +14,8 @@ Installs Quorel for you alone: programs in ~/.local/bin, what they need in ~/.lo
 pages in ~/.local/share, plug-ins in ~/.vst, ~/.vst3 and ~/.lv2. An older version is replaced.
 
   --prefix FOLDER   installs into bin, lib and share of this folder, plug-ins into its lib/vst, lib/vst3 and lib/lv2
-  --uninstall       removes what was installed in FOLDER, or without --prefix in your own folders; the copy
-                    of this script in FOLDER/lib/quorel knows FOLDER. Presets and settings of yours stay.
+  --uninstall       removes what was installed in FOLDER, or without --prefix in your own folders.
+                    FOLDER/lib/quorel/install.sh finds FOLDER by itself. Presets and settings of yours stay.
 TEXT
 }
 
