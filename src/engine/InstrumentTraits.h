@@ -9,7 +9,7 @@ namespace quorel
 {
 
 /** What a host is told that never changes: a stereo instrument that takes MIDI, gives none, has one program,
-    and neither a latency nor a tail. */
+    no latency and, in VST2, no tail. */
 class InstrumentTraits : public juce::AudioProcessor
 {
 public:
