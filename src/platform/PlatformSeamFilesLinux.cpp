@@ -112,6 +112,15 @@ juce::Result carryOver(const juce::File& file, const juce::File& place)
     return copied.failed() ? copied : deleteForGood(file);
 }
 
+/** Creates a folder that nobody else may look into; one that is there stays as it is. */
+juce::Result createPrivateFolder(const juce::File& folder)
+{
+    constexpr mode_t mode = 0700;
+    return ::mkdir(folder.getFullPathName().toRawUTF8(), mode) == 0 || folder.isDirectory()
+               ? juce::Result::ok()
+               : lastError();
+}
+
 /** Reserves a name in the trash by its record, which nobody else can create as well. */
 juce::Result reserveInTrash(const juce::String& name, const juce::File& files, const juce::File& records,
                             juce::File& place, juce::File& record)
@@ -272,11 +281,12 @@ juce::Result moveToTrash(const juce::File& file)
     const auto files = trash.getChildFile("files");
     const auto records = trash.getChildFile("info");
 
-    if (!trash.isDirectory())
-        return juce::Result::fail("there is no trash");
+    // A new user has none before something is thrown away.
+    if (const auto result = dataHome.createDirectory(); result.failed())
+        return result;
 
-    for (const auto& folder : {files, records})
-        if (const auto result = folder.createDirectory(); result.failed())
+    for (const auto& folder : {trash, files, records})
+        if (const auto result = createPrivateFolder(folder); result.failed())
             return result;
 
     juce::File place;

@@ -223,6 +223,7 @@ TEST_F(LineFileTest, DeletedFilesGoToTheTrash)
     EXPECT_EQ(trash->getChildFile("files/Desk.ecs").loadFileAsString(), "200\r");
     // Without a trash there is a second question.
     trash->deleteRecursively();
+    trash->replaceWithText("no folder");
     deleteDesk();
     EXPECT_EQ(lastQuestion(), "|Desk.ecs can't be moved to the trash. Delete it for good ?");
 }

@@ -89,12 +89,19 @@ TEST_F(FilesOfTheUser, DiscardedFilesGoToTheTrashWithTheirPath)
     useDataHome(scratch.path());
     const auto folder = scratch.child(juce::CharPointer_UTF8("Banks/50% \xc3\xa9"));
     const auto trash = scratch.child("Trash");
-    ASSERT_TRUE(trash.createDirectory());
+    // It is made where it is missing, for this user's eyes alone.
 
     for (const char* content : {"first", "second"})
     {
         ASSERT_TRUE(replaceFile(folder.getChildFile("x.qrl"), blockOf(content)));
         EXPECT_EQ(discardFile(folder.getChildFile("x.qrl"), nobodyAsked).outcome, Outcome::gone);
+    }
+
+    for (const char* part : {"", "files", "info"})
+    {
+        struct stat status = {};
+        ASSERT_EQ(stat(trash.getChildFile(part).getFullPathName().toRawUTF8(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, 0700u);
     }
 
     EXPECT_EQ(trash.getChildFile("files/x.qrl").loadFileAsString(), "first");
@@ -114,6 +121,7 @@ TEST_F(FilesOfTheUser, DiscardedFilesGoToTheTrashWithTheirPath)
 
     // Without a trash the user is asked, and nothing is deleted on a no.
     trash.deleteRecursively();
+    ASSERT_TRUE(trash.replaceWithText("no folder"));
     ASSERT_TRUE(scratch.child("kept").createSymbolicLink(link, false));
     for (const bool answer : {false, true})
     {
