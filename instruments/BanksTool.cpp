@@ -5,11 +5,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <string>
 
 namespace fs = std::filesystem;
 
 namespace
 {
+
+constexpr const char* usage = "usage: ostrand-banks <folder>\n"
+                              "Writes the factory banks of all starter instruments below the folder.\n"
+                              "ostrand-banks --help or --version prints this or the version.";
 
 void writeFile(const fs::path& path, const quorel::Bytes& bytes)
 {
@@ -58,15 +63,21 @@ void writeBanks(const quorel::StarterInstrument& info, const fs::path& folder)
 
 int main(int argc, char** argv)
 {
-    if (argc != 2)
+    const std::string folder = argc == 2 ? argv[1] : "";
+    if (folder == "--help" || folder == "-h" || folder == "--version")
     {
-        std::fputs("usage: ostrand-banks <folder>\n", stderr);
+        const bool written = std::puts(folder == "--version" ? "ostrand-banks " OSTRAND_VERSION : usage) >= 0;
+        return written && std::fflush(stdout) == 0 ? 0 : 1;
+    }
+    if (folder.empty() || folder[0] == '-')
+    {
+        std::fprintf(stderr, "%s\n", usage);
         return 2;
     }
     try
     {
         for (const auto& info : quorel::starterInstruments())
-            writeBanks(info, fs::u8path(argv[1]) / info.name);
+            writeBanks(info, fs::u8path(folder) / info.name);
     }
     catch (const std::exception& problem)
     {
