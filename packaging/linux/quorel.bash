@@ -11,10 +11,11 @@ _quorel_lines()
     done < <("$@" 2> /dev/null)
 }
 
-# Presets as FOLDER/NAME, folders, and categories, as the user's library has them.
-_quorel_presets() { quorel-presets list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,; /\/$/d'; }
+# Presets as FOLDER/NAME, folders, and categories, as the user's library has them, or the one that "library" names.
+_quorel_presets() { quorel-presets "${library[@]}" list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,; /\/$/d'; }
 _quorel_folders() { _quorel_presets | sed 's,/.*,,' | sort -u; }
-_quorel_instruments() { quorel-render --list-instruments | sed 's/  .*//'; }
+_quorel_categories() { quorel-presets categories list | sed 's/^[^:]*: //; s/, /\n/g'; }
+_quorel_instruments() { quorel-render "${library[@]}" --list-instruments | sed 's/  .*//'; }
 _quorel_effects() { quorel-render --list-effects | sed -n 's/^ *[0-9][0-9]*  *\([^ ].*\)$/\1/p' | sed 's/  .*//'; }
 
 # What stands before the present word's "N=" stays as it is.
@@ -32,26 +33,41 @@ _quorel()
 {
     local cur prev words cword
     _init_completion -n = || return
-    local program="${1##*/}" help=("$1" --help) command= word
+    local program="${1##*/}" command= change= operands=0 library=() word i
 
-    if [[ "$program" == quorel-presets ]]; then
-        for word in "${words[@]:1:cword-1}"; do
-            [[ "$word" == -* || "$word" == */* ]] || { command="$word"; break; }
-        done
-        [[ -z "$command" ]] || help=("$1" "$command" --help)
-    fi
+    for ((i = 1; i < cword; ++i)); do
+        word="${words[i]//[\\\"\']/}"
+        case "$word" in
+            --prefix | --banks)
+                ((++i < cword)) || break
+                word="$word=${words[i]//[\\\"\']/}"
+                library+=("${word/=\~\//=$HOME/}") ;;
+            --prefix=* | --banks=*) library+=("${word/=\~\//=$HOME/}") ;;
+            -*) ;;
+            *)
+                if [[ -z "$command" ]]; then command="$word"
+                elif [[ "$command" == categories && -z "$change" ]]; then change="$word"
+                else ((++operands)); fi ;;
+        esac
+    done
+    local help=("$1" --help)
+    [[ "$program" != quorel-presets || -z "$command" ]] || help=("$1" "$command" ${change:+"$change"} --help)
 
     case "$prev" in
         --preset) _quorel_lines _quorel_presets; [[ "$program" == quorel ]] || _filedir qrl; return ;;
         --layer) _quorel_numbered _quorel_instruments; return ;;
         --fx) _quorel_numbered _quorel_effects; return ;;
         --prefix | --banks | --from) _filedir -d; return ;;
-        -o | --output) _filedir '@(wav|flac)'; return ;;
+        -c | --category) _quorel_lines _quorel_categories; return ;;
+        --to | --folder) _quorel_lines _quorel_folders; return ;;
+        -o | --output)
+            if [[ "$program" == quorel-presets ]]; then _filedir zip; else _filedir '@(wav|flac)'; fi
+            return ;;
         --input) _filedir '@(wav|aif|aiff|flac)'; return ;;
         --save-preset) _filedir qrl; return ;;
         --bits) COMPREPLY=($(compgen -W "16 24 32" -- "$cur")); return ;;
         --sort) COMPREPLY=($(compgen -W "name rating date" -- "$cur")); return ;;
-        --param | --send | --rate | --block | --tempo | --tail | --rated | --author) return ;;
+        --param | --send | --rate | --block | --tempo | --tail | --rated | --author | --comment) return ;;
     esac
 
     if [[ "$cur" == -* ]]; then
@@ -63,8 +79,10 @@ _quorel()
         quorel) _filedir qrl ;;
         quorel-render) _filedir '@(mid|midi)' ;;
         quorel-presets)
-            if [[ -z "$command" ]]; then
+            if [[ -z "$command" || ("$command" == categories && -z "$change") ]]; then
                 COMPREPLY=($(compgen -W '$("${help[@]}" | sed -n "/^Subcommands:/,/^\$/s/^  \([a-z]*\) .*/\1/p")' -- "$cur"))
+            elif [[ "$command" == categories && "$operands" -gt 0 ]]; then
+                _quorel_lines _quorel_categories
             elif [[ "$command" == import ]]; then
                 _filedir zip
             elif [[ "$command" == list || "$command" == export ]]; then
