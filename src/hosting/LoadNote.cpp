@@ -33,6 +33,7 @@ LoadNote::LoadNote(const juce::File& pluginListFile, const juce::String& pluginP
 
     // Its own name for each, as processes, and instances in one, know nothing of each other.
     file = pluginListFile.getSiblingFile(noteStart(pluginListFile) + juce::Uuid().toString() + noteEnding);
+    ended.emplace(file);
     const auto text = processIdentity() + "\n" + pluginPath + "\n";
 
     if (!replaceFile(file, juce::MemoryBlock(text.toRawUTF8(), text.getNumBytesAsUTF8())))

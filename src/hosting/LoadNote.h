@@ -3,8 +3,11 @@
 // without a note the next start would run into the same file. Message thread.
 #pragma once
 
+#include "platform/PlatformSeamProgram.h"
+
 #include <juce_core/juce_core.h>
 
+#include <optional>
 #include <vector>
 
 namespace quorel
@@ -23,6 +26,8 @@ public:
 
 private:
     juce::File file;
+    /** Whoever ends a program while it opens a plug-in doesn't say that the plug-in is bad. */
+    std::optional<FileUntilSignal> ended;
 };
 
 /** A note that was never struck out: its process is gone. */
