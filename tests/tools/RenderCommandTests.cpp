@@ -151,6 +151,7 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     EXPECT_TRUE(soundOf(piped) == test::bytesOf(scratch.child("kept.wav")));
 
     // For a user who hasn't got the instruments it fails.
+    scratch.child("nobody").createDirectory();
     outcome = test::runCommand(QUOREL_TEST_RENDER, {"--prefix", path("nobody"), "--preset", path("made.qrl"),
                                                     midi, "-o", path("nobody.wav")});
     EXPECT_EQ(outcome.exitCode, 1);

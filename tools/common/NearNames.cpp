@@ -13,6 +13,8 @@ namespace quorel
 namespace
 {
 constexpr int mostNames = 5;
+/** Everything is near what has fewer. */
+constexpr std::size_t fewestLetters = 3;
 
 std::u32string lettersOf(const juce::String& text)
 {
@@ -45,12 +47,14 @@ std::size_t distance(const std::u32string& one, const std::u32string& other)
 juce::String didYouMean(const juce::String& wanted, const juce::StringArray& names)
 {
     const auto letters = lettersOf(wanted);
+    if (letters.size() < fewestLetters || wanted.containsOnly("+-.0123456789"))
+        return {};
     const auto farthest = std::max<std::size_t>(1, letters.size() / 4);
     std::vector<std::pair<std::size_t, juce::String>> found;
     juce::StringArray seen;
     for (const auto& name : names)
     {
-        if (letters.empty() || !seen.addIfNotAlreadyThere(name))
+        if (!seen.addIfNotAlreadyThere(name))
             continue;
         const auto other = lettersOf(name);
         const bool holdsIt = other.find(letters) != std::u32string::npos;

@@ -3,6 +3,7 @@
 
 #include "platform/FileOperations.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamProgram.h"
 #include "platform/Version.h"
 
 #include <CLI/CLI.hpp>
@@ -19,19 +20,23 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
     const auto fail = [&app](const std::string& text, ExitCode code)
     {
         std::cerr << app.get_name() << ": " << text << std::endl;
-        return code;
+        return static_cast<int>(code);
     };
+    const auto checked = [&fail](int code)
+    { return std::cout.flush() || code != exitFine ? code : fail("cannot write the output", exitFailed); };
     try
     {
+        keepStandardStreams();
         const Utf8Console console;
         app.set_version_flag("--version", app.get_name() + " " + productVersion, "Print the version and end");
         parse();
         const juce::ScopedJuceInitialiser_GUI juceInitialiser;
-        return work();
+        removeFilesAtSignals();
+        return checked(work());
     }
     catch (const CLI::Success& answer)
     {
-        return app.exit(answer);
+        return checked(app.exit(answer));
     }
     catch (const CLI::ParseError& error)
     {
@@ -58,6 +63,14 @@ int runTool(CLI::App& app, int argc, const char* const* argv, const std::functio
             app.parse(std::move(arguments));
         },
         work);
+}
+
+void checkPrefix(const juce::File& prefix)
+{
+    if (prefix != juce::File() && prefix.exists() && !prefix.isDirectory())
+        throw ToolFailure("--prefix " + prefix.getFullPathName() + " is no folder");
+    if (prefix == juce::File() && !hasUserPlaces())
+        throw ToolFailure("this user has no home folder: set HOME");
 }
 
 juce::String textOf(const std::string& argument)

@@ -376,6 +376,9 @@ int exportTo(const PresetCollection& collection, const juce::String& folder, con
                         collection.banksFolder.getFullPathName());
     if (archive.exists() && (!replace || archive.isDirectory()))
         return failWith(archive.getFullPathName() + " exists already");
+    // A folder that is missing is more likely mistyped than meant to be made.
+    if (!archive.getParentDirectory().isDirectory())
+        return failWith("cannot write " + archive.getFullPathName() + " (there is no such folder)");
     const auto source = childNamed(collection.banksFolder, folder);
     juce::Array<juce::File> presets;
     for (const auto& name : listPresets(source))

@@ -37,6 +37,7 @@ struct Arguments
 
     PresetCollection collection() const
     {
+        checkPrefix(prefix.empty() ? juce::File() : fileOf(prefix));
         if (prefix.empty() && banks.empty())
             setUpAtFirstStart();
         const auto places = prefix.empty() ? userPlaces() : userPlaces(fileOf(prefix));

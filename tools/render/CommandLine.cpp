@@ -6,6 +6,7 @@
 #include "platform/PlatformSeamFiles.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace quorel
 {
@@ -33,6 +34,14 @@ std::vector<Choice> parseAll(Parser<Choice> parse, const std::vector<std::string
     for (std::size_t i = 0; i < texts.size(); ++i)
         parse(textOf(texts[i]), choices[i]);
     return choices;
+}
+
+/** CLI11's ranges let NaN pass, which no comparison refuses. */
+std::string problemOfNumber(const std::string& text)
+{
+    double number = 0.0;
+    return CLI::detail::lexical_cast(text, number) && std::isnan(number) ? "\"" + text + "\" is no number"
+                                                                         : std::string();
 }
 
 /** No file for an empty path. */
@@ -96,6 +105,8 @@ juce::String problemOf(const RenderOptions& options)
                                       : juce::String();
     if (isPipe(options.output))
         return {};
+    if (options.savePreset != juce::File() && isSamePlace(options.savePreset, options.output))
+        return "the sound and the preset can't go to the same file: " + options.output.getFullPathName();
     if (options.output.isDirectory())
         return "the output is a folder, and has to be a file: " + options.output.getFullPathName();
     if (!options.output.hasFileExtension("wav;flac"))
@@ -159,14 +170,17 @@ void CommandLine::addRendering()
 {
     app.add_option("--rate", options.rate, "Sample rate in Hz")
         ->check(CLI::Range(8000.0, 384000.0))
+        ->check(problemOfNumber)
         ->capture_default_str();
     app.add_option("--block", options.block, "Samples to a block")
         ->check(CLI::Range(1, 65536))
         ->capture_default_str();
     tempoOption = app.add_option("--tempo", tempo, "Quarter notes a minute, in place of the file's own tempi")
-                      ->check(CLI::Range(1.0, 1000.0));
+                      ->check(CLI::Range(1.0, 1000.0))
+                      ->check(problemOfNumber);
     app.add_option("--tail", options.tail, "Seconds to render after the end of the song or input")
         ->check(CLI::Range(0.0, 3600.0))
+        ->check(problemOfNumber)
         ->capture_default_str();
     app.add_option("--bits", options.bits, "Bits to a sample: 16, 24, or 32 (floating point, WAV alone)")
         ->check(CLI::IsMember({16, 24, 32}))

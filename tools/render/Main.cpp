@@ -182,6 +182,9 @@ juce::Result perform(PluginProcessor& processor, const RenderOptions& options, J
 
 juce::Result work(const RenderOptions& options)
 {
+    checkPrefix(options.prefix);
+    if (options.prefix != juce::File() && !options.prefix.isDirectory())
+        return juce::Result::fail("there is no folder " + options.prefix.getFullPathName());
     Job job;
     if (const auto result = openJob(options, job); result.failed())
         return result;

@@ -106,6 +106,18 @@ juce::Result chooseProgram(VirtualInstrument& layer, const juce::String& program
     return juce::Result::ok();
 }
 
+/** Instruments that a program ended in while it opened them, and what to do about it. */
+juce::String passedOver(const PluginProcessor& processor)
+{
+    juce::StringArray names;
+    for (const auto& path : processor.getKnownPlugins().getBlacklistedFiles())
+        names.add(juce::File::createFileWithoutCheckingPath(path).getFileNameWithoutExtension());
+    return names.isEmpty()
+               ? juce::String()
+               : "; passed over, as a program ended while it opened them: " + names.joinIntoString(", ") +
+                     " (\"Re-scan Plug-Ins\" on Quorel's back panel tries them again)";
+}
+
 juce::Result chooseLayer(PluginProcessor& processor, const LayerChoice& choice)
 {
     juce::StringArray known;
@@ -119,8 +131,10 @@ juce::Result chooseLayer(PluginProcessor& processor, const LayerChoice& choice)
     }
     if (found == nullptr)
         return juce::Result::fail("unknown instrument \"" + choice.instrument + "\": " +
-                                  (known.isEmpty() ? juce::String("no instruments are installed")
-                                                   : "there are " + known.joinIntoString(", ")));
+                                  (known.isEmpty()
+                                       ? juce::String("no instruments are installed: run quorel-setup")
+                                       : "there are " + known.joinIntoString(", ")) +
+                                  passedOver(processor));
 
     auto& layer = processor.getLayer(choice.layer);
     processor.chooseInstrument(choice.layer, found);

@@ -11,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <vector>
 
 namespace quorel
 {
@@ -37,9 +38,23 @@ juce::File sourceOf(const Options& options)
     return product != juce::File() ? product : ownFile().getParentDirectory();
 }
 
+/** Creates these folders; throws where nothing could be put into them. */
+void checkWritable(const std::vector<juce::File>& folders)
+{
+    for (const auto& folder : folders)
+    {
+        if (const auto result = folder.createDirectory(); result.failed())
+            throw ToolFailure("cannot create the folder " + folder.getFullPathName() + " (" +
+                              result.getErrorMessage() + ")");
+        if (!folder.hasWriteAccess())
+            throw ToolFailure("cannot write to the folder " + folder.getFullPathName());
+    }
+}
+
 int work(const Options& options)
 {
     const bool hasPrefix = !options.prefix.empty();
+    checkPrefix(hasPrefix ? fileOf(options.prefix) : juce::File());
     const auto places = hasPrefix ? userPlaces(fileOf(options.prefix)) : userPlaces();
     const auto store = hasPrefix ? makeUserStore(places) : makeUserStore();
     const auto home =
@@ -54,6 +69,8 @@ int work(const Options& options)
         return exitFine;
     }
 
+    if (!options.link && !options.remove)
+        checkWritable({places.settingsFolder, places.dataFolder});
     const SharedFileLock lock(setupLock(places.settingsFolder), setupPatienceMillis);
     if (!lock.isHeld())
         throw ToolFailure("another program is setting you up at the moment: try again when it is done");
