@@ -71,7 +71,7 @@ juce::String lockNameOf(const juce::File& file);
 /** Moves a file or folder to the current user's trash of the desktop: the recycle bin on Windows, the home
     trash of freedesktop.org's rules on Linux, with what a file manager needs to put it back. Where the trash
     lies on another disk it is copied, and goes only when the copy is whole. Fails, and nothing has happened,
-    where there is no trash or it can't take it. */
+    where the trash can't be made or can't take it. */
 juce::Result moveToTrash(const juce::File& file);
 
 /** Has what a folder lists, new names and moves, written down to the disk, where the platform can. */
