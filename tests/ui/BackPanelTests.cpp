@@ -2,78 +2,48 @@
 // The back panel in a real window: its controls, and what they do to the user's folders, files and settings.
 #include "EditorRig.h"
 
-#include "engine/EcsMenu.h"
-#include "parameters/ParameterCodings.h"
 #include "platform/Version.h"
 #include "ui/BackScreenView.h"
-
-#include <gtest/gtest.h>
 
 namespace quorel::test
 {
 
-namespace
-{
-/** Keeps the size that was chosen. */
-class ScaledHost : public RecordingHost
-{
-public:
-    int getScalePercent() const override { return percent; }
-
-    void setScalePercent(int newPercent) override { percent = newPercent; }
-
-    int percent = 100;
-};
-} // namespace
-
-class BackPanelTest : public testing::Test
+class BackPanelTest : public PageTest<BackScreenView>
 {
 protected:
-    void SetUp() override { view.refresh(); }
+    juce::Button& button(const juce::String& title) { return window.titled<juce::Button>(title); }
 
-    template <typename Type>
-    Type& titled(const juce::String& title)
-    {
-        for (auto* child : view.getChildren())
-            if (auto* found = dynamic_cast<Type*>(child); found != nullptr && child->getTitle() == title)
-                return *found;
-
-        throw std::runtime_error(title.toStdString());
-    }
-
-    juce::Button& button(const juce::String& title) { return titled<juce::Button>(title); }
-
-    juce::String text(const juce::String& title) { return titled<juce::Label>(title).getText(); }
+    juce::String text(const juce::String& title) { return window.titled<juce::Label>(title).getText(); }
 
     juce::String folderSetting()
     {
         return rig.processor.userStore().read(pathSetting::key, pathSetting::pluginFolder);
     }
 
-    EditorRig rig;
-    ScaledHost host;
-    BackScreenView view{rig.processor, host, rig.images};
-    TestWindow window{view};
+    void expectFound(int instruments)
+    {
+        const auto found = "Found " + juce::String(instruments) + " Ostrand Instruments";
+        EXPECT_TRUE(pumpUntil([&] { return text("Scan status") == found; }, 2000)) << found;
+    }
+
+    void choose(const char* menu, const char* row)
+    {
+        window.click(button(menu));
+        EXPECT_TRUE(window.chooseFromMenu(row)) << row;
+    }
 };
 
 TEST_F(BackPanelTest, CaptionsBelongToTheirSwitchesAndTheGroundTurnsToTheFront)
 {
-    EXPECT_EQ(view.getName(), "Back Panel View");
     EXPECT_EQ(text("Version"), "Ostrand QUOREL   " + versionText() + " " + productVersion);
-    EXPECT_TRUE(text("Version").contains("64 Bits version"));
     EXPECT_EQ(text("Plug-in folder"), folderSetting());
 
     for (int layer = 0; layer < 4; ++layer)
     {
-        auto* block = window.find<juce::Button>(16 + layer);
-        ASSERT_NE(block, nullptr);
-        EXPECT_TRUE(block->getToggleState());
-        window.click(*block);
+        window.click(*window.find<juce::Button>(16 + layer));
         EXPECT_EQ(rig.get(16 + layer), 0.0f);
-
-        // The caption belongs to its switch.
         const auto caption = "Block free midi controllers layer " + juce::String(layer + 1);
-        auto& label = titled<juce::Label>(caption);
+        auto& label = window.titled<juce::Label>(caption);
         EXPECT_EQ(label.getText(), caption);
         window.click(label, TestWindow::rightButton);
         EXPECT_EQ(rig.get(16 + layer), 0.0f);
@@ -81,33 +51,30 @@ TEST_F(BackPanelTest, CaptionsBelongToTheirSwitchesAndTheGroundTurnsToTheFront)
         EXPECT_EQ(rig.get(16 + layer), 1.0f);
     }
 
-    EXPECT_EQ(host.refreshes, 0);
+    EXPECT_EQ(rig.host.refreshes, 0);
     window.click(*window.find("to Plugin View"), {900, 700});
-    EXPECT_EQ(host.refreshes, 1);
+    EXPECT_EQ(rig.host.refreshes, 1);
     // The version's text is ground as well.
-    window.click(view, {200, 96});
-    EXPECT_EQ(host.refreshes, 2);
+    window.click(page, {200, 96});
+    EXPECT_EQ(rig.host.refreshes, 2);
 }
 
 TEST_F(BackPanelTest, TheEcsMenuSavesLoadsAndClears)
 {
-    rig.set(slot::controllerMap + 20, encodeParamInt(233));
+    auto& map = rig.processor.getControllerMap();
+    map.assign(233, "20");
     rig.interaction.chosenFile = rig.engine.user.scratch.child("data/ECS/Desk.ecs");
-    window.click(button("ECS Menu"));
-    EXPECT_EQ(window.menuTexts().joinIntoString("|"), "Clear ECS|Save ECS|Delete ECS");
-    EXPECT_TRUE(window.chooseFromMenu("Save ECS"));
+    choose("ECS Menu", "Save ECS");
     EXPECT_EQ(rig.processor.getSession().getEcsName(), "Desk.ecs");
-    window.click(button("ECS Menu"));
-    EXPECT_TRUE(window.chooseFromMenu("Clear ECS"));
-    EXPECT_EQ(rig.processor.getControllerMap().controllerOf(233), -1);
-    window.click(button("ECS Menu"));
-    EXPECT_TRUE(window.chooseFromMenu("Desk"));
-    EXPECT_EQ(rig.processor.getControllerMap().controllerOf(233), 20);
+    choose("ECS Menu", "Clear ECS");
+    EXPECT_EQ(map.controllerOf(233), -1);
+    choose("ECS Menu", "Desk");
+    EXPECT_EQ(map.controllerOf(233), 20);
 }
 
 TEST_F(BackPanelTest, AScanIsAnnouncedBeforeItRuns)
 {
-    EXPECT_TRUE(pumpUntil([&] { return text("Scan status") == "Found 14 Ostrand Instruments"; }, 2000));
+    expectFound(14);
     const auto list = rig.engine.user.listFile();
     list.deleteFile();
     window.press(button("Re-scan Plug-Ins"), {5, 5});
@@ -115,7 +82,7 @@ TEST_F(BackPanelTest, AScanIsAnnouncedBeforeItRuns)
     EXPECT_FALSE(list.existsAsFile());
     window.release(button("Re-scan Plug-Ins"), {5, 5});
     EXPECT_TRUE(pumpUntil([&] { return list.existsAsFile(); }, 5000));
-    EXPECT_TRUE(pumpUntil([&] { return text("Scan status") == "Found 14 Ostrand Instruments"; }, 2000));
+    expectFound(14);
     EXPECT_TRUE(rig.interaction.progressTexts[0].startsWith("Scanning Plug-Ins|Scanning folder: "));
 }
 
@@ -135,8 +102,7 @@ TEST_F(BackPanelTest, AnotherFolderIsStoredAndScanned)
     EXPECT_EQ(folderSetting(), folder.getFullPathName() + juce::File::getSeparatorString());
     EXPECT_EQ(text("Plug-in folder"), folderSetting());
     EXPECT_EQ(rig.processor.getPaths().pluginFolder, folder);
-    EXPECT_EQ(rig.processor.getKnownPlugins().getNumTypes(), 1);
-    EXPECT_TRUE(pumpUntil([&] { return text("Scan status") == "Found 1 Ostrand Instruments"; }, 2000));
+    expectFound(1);
 }
 
 TEST_F(BackPanelTest, TheWindowsSizeIsChosen)
@@ -145,7 +111,7 @@ TEST_F(BackPanelTest, TheWindowsSizeIsChosen)
     EXPECT_EQ(window.menuTexts().joinIntoString("|"), "75 %|100 %|125 %|150 %|175 %|200 %|(225 %)|(250 %)")
         << "What has no room on the display can't be chosen";
     EXPECT_TRUE(window.chooseFromMenu("150 %"));
-    EXPECT_EQ(host.percent, 150);
+    EXPECT_EQ(rig.host.scalePercent, 150);
     EXPECT_EQ(text("Window Size"), "Window Size : 150 %");
 }
 

@@ -41,12 +41,6 @@ juce::Component* findIn(juce::Component& parent, const std::function<bool(juce::
     return nullptr;
 }
 
-juce::Component* findShownFirst(juce::Component& parent, const std::function<bool(juce::Component&)>& matches)
-{
-    auto* shown = findIn(parent, matches, true);
-    return shown != nullptr ? shown : findIn(parent, matches, false);
-}
-
 /** Rows of the menu window that was opened last; separators have no text and don't count. */
 std::vector<juce::AccessibilityHandler*> menuRows()
 {
@@ -216,25 +210,50 @@ void TestWindow::type(const juce::String& text)
         key(juce::KeyPress(static_cast<int>(character), {}, character));
 }
 
+void TestWindow::typeLine(const juce::String& text)
+{
+    type(text);
+    key(juce::KeyPress::returnKey);
+}
+
+juce::Component* TestWindow::findWhere(const std::function<bool(juce::Component&)>& matches) const
+{
+    auto* shown = findIn(content, matches, true);
+    return shown != nullptr ? shown : findIn(content, matches, false);
+}
+
 juce::Component* TestWindow::find(int id) const
 {
     const juce::String text(id);
-    return findShownFirst(content, [&](juce::Component& c) { return c.getComponentID() == text; });
+    return findWhere([&](juce::Component& c) { return c.getComponentID() == text; });
 }
 
 juce::Component* TestWindow::find(const juce::String& name) const
 {
-    return findShownFirst(content, [&](juce::Component& c) { return c.getName() == name; });
+    return findWhere([&](juce::Component& c) { return c.getName() == name; });
 }
 
 juce::Component* TestWindow::findTitled(const juce::String& title) const
 {
-    return findShownFirst(content, [&](juce::Component& c) { return c.getTitle() == title; });
+    return findWhere([&](juce::Component& c) { return c.getTitle() == title; });
 }
 
 juce::Image TestWindow::picture(juce::Component& component, float scale)
 {
     return component.createComponentSnapshot(component.getLocalBounds(), true, scale);
+}
+
+bool samePicture(const juce::Image& a, const juce::Image& b)
+{
+    if (a.getBounds() != b.getBounds())
+        return false;
+
+    for (int y = 0; y < a.getHeight(); ++y)
+        for (int x = 0; x < a.getWidth(); ++x)
+            if (a.getPixelAt(x, y) != b.getPixelAt(x, y))
+                return false;
+
+    return true;
 }
 
 std::vector<PaintedText> TestWindow::texts(juce::Component& component)

@@ -10,8 +10,10 @@
 #include "ui/myLookAndFeel.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <juce_gui_basics/juce_gui_basics.h>
 #include <memory>
+#include <stdexcept>
 
 namespace quorel::test
 {
@@ -49,12 +51,18 @@ public:
     void wheel(juce::Component& target, Point at, float deltaY);
     /** Types into whatever has the keyboard focus. */
     void key(const juce::KeyPress& key);
+
+    void key(int keyCode) { key(juce::KeyPress(keyCode)); }
+
     void type(const juce::String& text);
+    /** Ends it with Return. */
+    void typeLine(const juce::String& text);
 
     /** First component below the window's with this ID, those that are shown before those that aren't; null
         if there is none. */
     juce::Component* find(int id) const;
     juce::Component* find(const juce::String& name) const;
+    juce::Component* findWhere(const std::function<bool(juce::Component&)>& matches) const;
     /** The same by the title that screen readers hear. */
     juce::Component* findTitled(const juce::String& title) const;
 
@@ -62,6 +70,19 @@ public:
     Type* find(int id) const
     {
         return dynamic_cast<Type*>(find(id));
+    }
+
+    /** The one of this title, which the test can't do without. */
+    template <typename Type>
+    Type& titled(const juce::String& title) const
+    {
+        const auto matches = [&](juce::Component& c)
+        { return c.getTitle() == title && dynamic_cast<Type*>(&c) != nullptr; };
+
+        if (auto* found = findWhere(matches))
+            return dynamic_cast<Type&>(*found);
+
+        throw std::runtime_error("no such control: " + title.toStdString());
     }
 
     /** What the component paints, `scale` pixels to a layout pixel. */
@@ -85,6 +106,9 @@ private:
     juce::Component& content;
     juce::int64 clock;
 };
+
+/** Whether they have the same pixels. */
+bool samePicture(const juce::Image& a, const juce::Image& b);
 
 /** Counts what asks a component to be painted again. */
 class RepaintCount : public juce::CachedComponentImage
@@ -153,10 +177,11 @@ public:
 
     void showBackPanel() override {}
 
-    int getScalePercent() const override { return defaultEditorScale; }
+    int getScalePercent() const override { return scalePercent; }
 
-    void setScalePercent(int) override {}
+    void setScalePercent(int newPercent) override { scalePercent = newPercent; }
 
+    int scalePercent = defaultEditorScale;
     int refreshes = 0;
     std::function<void()> onRefresh;
 };
@@ -179,6 +204,22 @@ struct EditorRig
     EditorImages images;
     myLookAndFeel look;
     RecordingHost host;
+};
+
+/** One page in a window of its own. */
+template <typename Page>
+class PageTest : public testing::Test
+{
+protected:
+    PageTest()
+    {
+        rig.host.onRefresh = [this] { page.refresh(); };
+        page.refresh();
+    }
+
+    EditorRig rig;
+    Page page{rig.processor, rig.host, rig.images};
+    TestWindow window{page};
 };
 
 } // namespace quorel::test

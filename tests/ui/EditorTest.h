@@ -6,8 +6,6 @@
 
 #include "ui/PluginEditor.h"
 
-#include <gtest/gtest.h>
-
 namespace quorel::test
 {
 
@@ -45,16 +43,22 @@ protected:
 
     VirtualInstrument& layer(int i) { return engine.processor.getLayer(i); }
 
-    /** The control of this title, which the test can't do without. */
+    /** Calls `visit` for all parts, at any depth, that are shown. */
+    template <typename Visit>
+    static void walk(juce::Component& parent, Visit&& visit)
+    {
+        for (auto* child : parent.getChildren())
+            if (child->isShowing())
+            {
+                visit(*child);
+                walk(*child, visit);
+            }
+    }
+
     template <typename Type>
     Type& titled(const juce::String& title)
     {
-        auto* found = dynamic_cast<Type*>(window->findTitled(title));
-
-        if (found == nullptr)
-            throw std::runtime_error("no such control: " + title.toStdString());
-
-        return *found;
+        return window->titled<Type>(title);
     }
 
     juce::Button& button(const juce::String& title) { return titled<juce::Button>(title); }
@@ -65,6 +69,14 @@ protected:
     {
         const auto* label = dynamic_cast<juce::Label*>(window->find(name));
         return label != nullptr ? label->getText() : juce::String("no such label");
+    }
+
+    /** Waits until the preset that was asked for plays. */
+    bool finishLoad()
+    {
+        constexpr int patienceMillis = 30000;
+        return engine.playUntil([this] { return !engine.processor.getSoundChange().isUnderWay(); },
+                                patienceMillis);
     }
 
     ProcessorRig engine;
