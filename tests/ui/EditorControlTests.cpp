@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What holds for the controls of all pages: what the editor says of them, their tips, and the way of the Tab key.
+// What holds for the controls of all pages: what the display says of them, their tips, and the way of Tab.
 #include "EditorTest.h"
 
-#include "parameters/ParameterCodings.h"
 #include "ui/HintText.h"
 #include "ui/widgets/kappelDisplay.h"
-#include "ui/widgets/myIntBox.h"
-
-#include <gtest/gtest.h>
 
 #include <set>
 
@@ -19,18 +15,6 @@ namespace
 class EditorControlTest : public EditorTest
 {
 protected:
-    /** Calls `visit` for the view's parts, at any depth, that are shown. */
-    template <typename Visit>
-    static void walk(juce::Component& parent, Visit&& visit)
-    {
-        for (auto* child : parent.getChildren())
-            if (child->isShowing())
-            {
-                visit(*child);
-                walk(*child, visit);
-            }
-    }
-
     /** Opens every page, and all panels of the strips, in turn. */
     template <typename Visit>
     void onAllPages(Visit&& visit)
@@ -94,46 +78,34 @@ TEST_F(EditorControlTest, TheDisplayCallsNoControlByANumber)
                      EXPECT_FALSE(hint.trimEnd().endsWithChar('=')) << where << ": " << hint;
                  });
         });
+}
 
+TEST_F(EditorControlTest, TheDisplayTellsOfWhatIsUnderTheMouseAndOfMidi)
+{
     open(layersView);
-    engine.setLayer(1, layerSlot::easyMapping, encodeParamInt(0));
+    auto& pan = *window->find(layerParameter(1, layerSlot::pan));
+    EXPECT_EQ(hintOver(pan), "Layer2 Pan = 0");
+    window->wheel(pan, {20, 20}, 0.5f);
+    EXPECT_NE(labelText("hintLabel"), "Layer2 Pan = 0") << "The text follows the wheel";
     EXPECT_EQ(hintOver(*window->find(layerParameter(1, layerSlot::midiChannel))),
-              "Layer2 Midi Channel = Omni");
+              "Layer2 Midi Channel = Omni")
+        << "A menu's own text counts as the menu";
     EXPECT_EQ(hintOver(button("Layer 1 EQ panel")), "Layer 1 EQ panel");
     window->click(*window->find(slot::masterMute));
     EXPECT_EQ(hintOver(*window->find(slot::masterMute)), "Master mute = On");
-    EXPECT_EQ(hintOver(button("Next preset")), "Next preset");
-    open(fxView);
-    engine.set(slot::masterEq + eqSlot::bands + eqSlot::bandFreq, 0.5f);
+    window->moveTo(view(), {600, 350});
+    TestWindow::pump();
+    EXPECT_EQ(labelText("hintLabel"), "");
+
+    engine.noteOn(60, 100.0f / 127.0f);
+    engine.play();
     passes();
-    EXPECT_EQ(hintOver(*window->find(slot::masterEq + eqSlot::bands + eqSlot::bandFreq)),
-              "Master EQ Band 1 frequency = 640 hz");
-}
-
-TEST_F(EditorControlTest, ATempoCanBeTypedToTheFraction)
-{
-    open(layersView);
-    auto& box = titled<myIntBox>("Tempo");
-    const auto type = [&](const juce::String& text)
-    {
-        window->doubleClick(box, box.getLocalBounds().getCentre());
-
-        window->type(text);
-        window->key(juce::KeyPress(juce::KeyPress::returnKey));
-        passes();
-        return engine.processor.getTempo().bpm();
-    };
-
-    EXPECT_EQ(type("98.5"), 98.5);
-    EXPECT_EQ(box.getTextFromValue(box.getValue()), "BPM 98.5");
-    EXPECT_FALSE(box.hasKeyboardFocus(true)) << "The arrow keys are the presets' again";
-    EXPECT_EQ(type("fast"), 98.5) << "What is no number changes nothing";
-    EXPECT_EQ(type("9000"), 500.0);
-    window->wheel(box, {20, 7}, -0.2f);
-    EXPECT_EQ(engine.processor.getTempo().bpm(), 499.0);
-    window->click(box, TestWindow::rightButton);
-    ASSERT_TRUE(window->chooseFromMenu("Halve"));
-    EXPECT_EQ(engine.processor.getTempo().bpm(), 249.5);
+    EXPECT_EQ(labelText("midiMonitorLabel"), "Midi C3, Vel 100");
+    engine.send(juce::MidiMessage::controllerEvent(1, 7, 99));
+    engine.play();
+    passes();
+    EXPECT_EQ(labelText("midiMonitorLabel"), "Midi Controller 7 = 99");
+    EXPECT_TRUE(labelText("cpuLabel").startsWith("CPU ")) << labelText("cpuLabel");
 }
 
 TEST_F(EditorControlTest, TipsTellWhatHasNoCaption)
@@ -141,14 +113,9 @@ TEST_F(EditorControlTest, TipsTellWhatHasNoCaption)
     open(layersView);
     const auto tip = [this]
     {
-        juce::Component* shown = nullptr;
-        walk(view(),
-             [&](juce::Component& part)
-             {
-                 if (dynamic_cast<juce::TooltipWindow*>(&part) != nullptr)
-                     shown = &part;
-             });
-        return shown;
+        return window->findWhere(
+            [](juce::Component& part)
+            { return part.isShowing() && dynamic_cast<juce::TooltipWindow*>(&part) != nullptr; });
     };
     window->moveTo(button("Next preset"), {5, 5});
     TestWindow::pump(500);
@@ -173,7 +140,7 @@ TEST_F(EditorControlTest, TabReachesFramedControlsInTheirOrder)
 
             for (;;)
             {
-                window->key(juce::KeyPress(juce::KeyPress::tabKey));
+                window->key(juce::KeyPress::tabKey);
                 auto* focused = juce::Component::getCurrentlyFocusedComponent();
 
                 if (focused == nullptr || !seen.insert(focused).second)

@@ -5,29 +5,24 @@
 namespace quorel::test
 {
 
-class UndoKeyTest : public EditorTest
-{
-};
-
-TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
+TEST_F(EditorTest, ArrowsAndKeysUndoDragsClicksAndChoices)
 {
     open(fxView);
     auto& volume = *window->find<juce::Slider>(slot::masterVolume);
-    auto& mute = *window->find<juce::Button>(slot::masterMute);
     const float before = engine.get(slot::masterVolume);
     EXPECT_FALSE(button("Nothing to undo").isEnabled());
 
     window->drag(volume, {20, 30}, {20, -30});
     const float after = engine.get(slot::masterVolume);
     ASSERT_GT(after, before);
-    window->click(mute);
+    window->click(*window->find(slot::masterMute));
     window->find<juce::ComboBox>(slot::fxType)->setSelectedItemIndex(5, juce::sendNotificationSync);
     passes();
     ASSERT_NE(engine.get(slot::fxType), 0.0f);
 
-    const juce::KeyPress undoKey('z', juce::ModifierKeys::ctrlModifier, 0);
-    const juce::KeyPress redoKey('Z', juce::ModifierKeys::ctrlModifier | juce::ModifierKeys::shiftModifier,
-                                 0);
+    constexpr int ctrl = juce::ModifierKeys::ctrlModifier;
+    const juce::KeyPress undoKey('z', ctrl, 0);
+    const juce::KeyPress redoKey('Z', ctrl | TestWindow::shift, 0);
     view().grabKeyboardFocus();
     window->key(undoKey);
     EXPECT_EQ(engine.get(slot::fxType), 0.0f) << "sixteen parameters in one step";
@@ -38,7 +33,6 @@ TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
     EXPECT_EQ(engine.get(slot::masterVolume), before) << "a drag is one step";
     passes();
     EXPECT_EQ(static_cast<float>(volume.getValue()), before);
-    EXPECT_EQ(viewPageOf(engine.processor), Page::effects);
     EXPECT_FALSE(button("Nothing to undo").isEnabled());
 
     window->click(button("Redo " + engine.processor.getParameterName(slot::masterVolume)));
@@ -47,11 +41,10 @@ TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
     EXPECT_EQ(engine.get(slot::masterMute), 1.0f);
 
     // The host closes the editor in the middle of a drag: what follows are steps of their own.
-    auto& history = engine.processor.getUndo();
     window->press(volume, {20, 30});
     window->moveTo(volume, {20, 90}, TestWindow::leftButton);
     close();
-    const auto steps = history.getNumSteps();
+    const auto steps = engine.processor.getUndo().getNumSteps();
 
     for (const int parameter : {slot::masterMute, slot::fxPan, slot::fxMix})
     {
@@ -59,7 +52,7 @@ TEST_F(UndoKeyTest, ArrowsAndKeysUndoDragsClicksAndChoices)
         TestWindow::pump(10);
     }
 
-    EXPECT_EQ(history.getNumSteps(), steps + 3);
+    EXPECT_EQ(engine.processor.getUndo().getNumSteps(), steps + 3);
 }
 
 } // namespace quorel::test
