@@ -14,8 +14,8 @@ namespace quorel
 {
 
 /** The curves of an EQ's three bands. A drag moves the nearest band in frequency and gain, with Shift in
-    bandwidth; the wheel changes its bandwidth, and a double click resets it. It writes the parameters itself; the editor's pass repaints it when one of its unit's 17
-    changes. Message thread. */
+    bandwidth; the wheel changes its bandwidth, and a double click resets it. It writes the parameters itself;
+    the editor's pass repaints it when one of its unit's 17 changes. Message thread. */
 class TEQScreen : public juce::Slider
 {
 public:

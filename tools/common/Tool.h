@@ -47,9 +47,9 @@ public:
 };
 
 /** The body of `main`. `parse` reads the command line into the variables that `app` knows. Then `work` runs
-    while JUCE is up, and returns the exit code. Help and version, which this adds, go to the standard output. An exception becomes one line "name: what is wrong"
-    on the standard error stream, followed by "(see --help)" if CLI11 threw it. Output that can't be written is
-    a failure, too. */
+    while JUCE is up, and returns the exit code. Help and version, which this adds, go to the standard output. An
+    exception becomes one line "name: what is wrong" on the standard error stream, followed by "(see --help)" if
+    CLI11 threw it. Output that can't be written is a failure, too. */
 int runTool(CLI::App& app, const std::function<void()>& parse, const std::function<int()>& work);
 
 /** The same, for a program whose arguments CLI11 parses as they are. */

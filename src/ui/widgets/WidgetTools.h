@@ -26,8 +26,8 @@ inline juce::Rectangle<int> boundsOnImage(juce::Rectangle<int> bounds, const CBi
 }
 
 /** Names a control by its kind, by which the editor's pass knows how to set it, and gives it its parameter's
-    number, or `noParameter`, as ID. Clicks don't take the keyboard focus: the arrow keys step through presets until the user
-    tabs to a control. */
+    number, or `noParameter`, as ID. Clicks don't take the keyboard focus: the arrow keys step through
+    presets until the user tabs to a control. */
 inline void setUpControl(juce::Component& control, const char* kind, int parameterId)
 {
     control.setName(kind);
