@@ -2,7 +2,7 @@
 #include "effects/FilterCore.h"
 
 #include "effects/DriveCurve.h"
-#include "effects/Quad.h"
+#include "effects/FilterStages.h"
 
 #include <iterator>
 
@@ -16,210 +16,6 @@ float heldTo(float x, float limit)
 {
     return std::min(std::max(x, -limit), limit);
 }
-
-/** The biquad of a block, its history in registers. */
-class Biquad
-{
-public:
-    explicit Biquad(FilterCore& owner)
-        : core(owner)
-        , x1(loadQuad(owner.x1))
-        , x2(loadQuad(owner.x2))
-        , y1(loadQuad(owner.y1))
-        , y2(loadQuad(owner.y2))
-    {
-    }
-
-    void load(const FilterCoefficients& c)
-    {
-        b0 = quadOf(c.b0);
-        b1 = quadOf(c.b1);
-        b2 = quadOf(c.b2);
-        a1 = quadOf(c.a1);
-        a2 = quadOf(c.a2);
-    }
-
-    // Guards against denormal numbers are added last, here and below: at a high resonance out of silence
-    // another order would be heard as another start.
-    [[gnu::always_inline]] Quad tick(Quad in)
-    {
-        const Quad x = in + fxTiny;
-        const Quad y = x * b0 + x1 * b1 + x2 * b2 - y1 * a1 - y2 * a2 + fxTiny;
-        x2 = x1;
-        x1 = x;
-        y2 = y1;
-        y1 = y;
-        return y;
-    }
-
-    void store()
-    {
-        storeQuad(core.x1, x1);
-        storeQuad(core.x2, x2);
-        storeQuad(core.y1, y1);
-        storeQuad(core.y2, y2);
-    }
-
-private:
-    FilterCore& core;
-    Quad b0 = {}, b1 = {}, b2 = {}, a1 = {}, a2 = {};
-    Quad x1, x2, y1, y2;
-};
-
-/** The state-variable filter of a block. */
-class StateVariable
-{
-public:
-    explicit StateVariable(FilterCore& owner)
-        : core(owner)
-        , band(loadQuad(owner.band))
-        , high(loadQuad(owner.high))
-        , low(loadQuad(owner.low))
-    {
-    }
-
-    void load(const FilterCoefficients& c)
-    {
-        f = quadOf(c.svfF);
-        q = quadOf(c.svfQ);
-    }
-
-    [[gnu::always_inline]] void tick(Quad in)
-    {
-        // Past a band state of 44.7 the cubic term gives back more than it takes.
-        if (!bothTrue(magnitude(band) <= 44.0f))
-            band = quorel::heldTo(band, 44.0f);
-
-        // The cube of a silent band would be a denormal number; the larger square changes nothing else.
-        const Quad damped = band - larger(band * band, quadOf(fxTiny)) * band * 0.001f + fxTiny;
-        high = in - low - damped * q + fxTiny;
-        band = high * f + fxTiny + damped;
-        low = band * f + fxTiny + low;
-    }
-
-    void clamp(float limit)
-    {
-        band = quorel::heldTo(band, limit);
-        high = quorel::heldTo(high, limit);
-        low = quorel::heldTo(low, limit);
-    }
-
-    void store()
-    {
-        storeQuad(core.band, band);
-        storeQuad(core.high, high);
-        storeQuad(core.low, low);
-    }
-
-private:
-    FilterCore& core;
-    Quad f = {}, q = {};
-
-public:
-    Quad band, high, low;
-};
-
-/** The ladder of a block. */
-class Ladder
-{
-public:
-    explicit Ladder(FilterCore& owner)
-        : core(owner)
-        , inPrev(loadQuad(owner.inPrev))
-        , s1(loadQuad(owner.s1))
-        , s2(loadQuad(owner.s2))
-        , s3(loadQuad(owner.s3))
-        , s4(loadQuad(owner.s4))
-    {
-    }
-
-    void load(const FilterCoefficients& c)
-    {
-        scale = quadOf(c.ladderScale);
-        feedback = quadOf(c.ladderFeedback);
-        p = quadOf(c.ladderP);
-    }
-
-    [[gnu::always_inline]] void tick(Quad in)
-    {
-        const Quad x = in - feedback * s4 + fxTiny;
-        const Quad n1 = (x + inPrev) * p - scale * s1 + fxTiny;
-        const Quad n2 = (n1 + s1) * p - scale * s2 + fxTiny;
-        const Quad n3 = (n2 + s2) * p - scale * s3 + fxTiny;
-        const Quad v = (n3 + s3) * p - scale * s4 + fxTiny;
-        const Quad square = v * v;
-        s1 = n1;
-        s2 = n2;
-        s3 = n3;
-        s4 = (1.0f - square * 0.166666f) * v;
-        inPrev = x + fxTiny;
-
-        // Past the square root of 12 the cubic stage returns more than it was given, and would run off for
-        // good.
-        if (!bothTrue(square <= 12.0f))
-            s4 = ladderHeld(s4, v);
-    }
-
-    void clamp()
-    {
-        s1 = quorel::heldTo(s1, 100.0f);
-        s2 = quorel::heldTo(s2, 100.0f);
-        s3 = quorel::heldTo(s3, 100.0f);
-        s4 = quorel::heldTo(s4, 100.0f);
-    }
-
-    void store()
-    {
-        storeQuad(core.inPrev, inPrev);
-        storeQuad(core.s1, s1);
-        storeQuad(core.s2, s2);
-        storeQuad(core.s3, s3);
-        storeQuad(core.s4, s4);
-    }
-
-private:
-    [[gnu::noinline]] static Quad ladderHeld(Quad s4, Quad v)
-    {
-        return v * v <= 12.0f ? s4 : signedBy(quadOf(0.9428090f), v);
-    }
-
-    FilterCore& core;
-    Quad scale = {}, feedback = {}, p = {};
-    Quad inPrev, s1, s2;
-
-public:
-    Quad s3, s4;
-};
-
-/** The one-pole of a block. */
-class OnePole
-{
-public:
-    explicit OnePole(FilterCore& owner)
-        : core(owner)
-        , state(loadQuad(owner.op))
-    {
-    }
-
-    void load(const FilterCoefficients& c)
-    {
-        coef = quadOf(c.opCoef);
-        inv = quadOf(c.opInv);
-    }
-
-    [[gnu::always_inline]] Quad tick(Quad in)
-    {
-        state = inv * state + coef * in + fxTiny;
-        return state;
-    }
-
-    void store() { storeQuad(core.op, state); }
-
-private:
-    FilterCore& core;
-    Quad coef = {}, inv = {};
-    Quad state;
-};
 
 struct Signal
 {
@@ -273,7 +69,7 @@ template <typename Load, typename Body>
 template <typename Pick>
 void runStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
-    StateVariable svf(core);
+    StateVariableStage svf(core);
     run(
         core, s, [&](const FilterCoefficients& c) { svf.load(c); },
         [&](Quad in, std::uint32_t)
@@ -289,7 +85,7 @@ void runStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
 template <typename Pick>
 void runLadder(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
-    Ladder ladder(core);
+    LadderStage ladder(core);
     run(
         core, s, [&](const FilterCoefficients& c) { ladder.load(c); },
         [&](Quad in, std::uint32_t counter)
@@ -307,8 +103,8 @@ void runLadder(FilterCore& core, const Signal& s, float scale, Pick pick)
 
 void runSteepLadder(FilterCore& core, const Signal& s)
 {
-    Biquad biquad(core);
-    Ladder ladder(core);
+    BiquadStage biquad(core);
+    LadderStage ladder(core);
     const bool highPass = core.type == filterHp36;
     run(
         core, s,
@@ -409,7 +205,7 @@ void runRing(FilterCore& core, const Signal& s)
 
 void runBiquad(FilterCore& core, const Signal& s)
 {
-    Biquad biquad(core);
+    BiquadStage biquad(core);
     run(
         core, s, [&](const FilterCoefficients& c) { biquad.load(c); },
         [&](Quad in, std::uint32_t)
@@ -423,8 +219,8 @@ void runBiquad(FilterCore& core, const Signal& s)
 template <typename Pick>
 void runBiquadAndStateVariable(FilterCore& core, const Signal& s, float scale, Pick pick)
 {
-    Biquad biquad(core);
-    StateVariable svf(core);
+    BiquadStage biquad(core);
+    StateVariableStage svf(core);
     run(
         core, s,
         [&](const FilterCoefficients& c)
@@ -447,7 +243,7 @@ void runBiquadAndStateVariable(FilterCore& core, const Signal& s, float scale, P
 template <typename Pick>
 void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, float limit, Pick pick)
 {
-    StateVariable svf(core);
+    StateVariableStage svf(core);
     run(
         core, s, [&](const FilterCoefficients& c) { svf.load(c); },
         [&](Quad in, std::uint32_t)
@@ -464,7 +260,7 @@ void runLimitedStateVariable(FilterCore& core, const Signal& s, float scale, flo
 
 void runOnePole(FilterCore& core, const Signal& s)
 {
-    OnePole pole(core);
+    OnePoleStage pole(core);
     const bool highPass = core.type == filterHp6;
     run(
         core, s, [&](const FilterCoefficients& c) { pole.load(c); },
@@ -479,8 +275,8 @@ void runOnePole(FilterCore& core, const Signal& s)
 /** "18 LP" and "18 HP": the one-pole runs in both, but only the high-pass hears it. */
 void runOnePoleAndStateVariable(FilterCore& core, const Signal& s)
 {
-    OnePole pole(core);
-    StateVariable svf(core);
+    OnePoleStage pole(core);
+    StateVariableStage svf(core);
     const bool highPass = core.type == filterHp18;
     run(
         core, s,
@@ -543,15 +339,15 @@ void filterProcess(FilterCore& core, const float* inL, const float* inR, float* 
         return;
 
     const Signal s{inL, inR, accL, accR, preGain, postGain, steps, numSteps};
-    const auto low = [](const StateVariable& svf) { return svf.low; };
-    const auto high = [](const StateVariable& svf) { return svf.high; };
-    const auto band = [](const StateVariable& svf) { return svf.band; };
-    const auto notch = [](const StateVariable& svf) { return svf.low - svf.high; };
-    const auto ladderBand = [](const Ladder& ladder, Quad) { return (ladder.s3 - ladder.s4) * 3.0f; };
-    const auto ladderNotch = [](const Ladder& ladder, Quad in)
+    const auto low = [](const StateVariableStage& svf) { return svf.low; };
+    const auto high = [](const StateVariableStage& svf) { return svf.high; };
+    const auto band = [](const StateVariableStage& svf) { return svf.band; };
+    const auto notch = [](const StateVariableStage& svf) { return svf.low - svf.high; };
+    const auto ladderBand = [](const LadderStage& ladder, Quad) { return (ladder.s3 - ladder.s4) * 3.0f; };
+    const auto ladderNotch = [](const LadderStage& ladder, Quad in)
     { return in - (ladder.s3 - ladder.s4) * 3.0f; };
-    const auto ladderLow = [](const Ladder& ladder, Quad) { return ladder.s4; };
-    const auto ladderHigh = [](const Ladder& ladder, Quad in) { return in - ladder.s4; };
+    const auto ladderLow = [](const LadderStage& ladder, Quad) { return ladder.s4; };
+    const auto ladderHigh = [](const LadderStage& ladder, Quad in) { return in - ladder.s4; };
 
     switch (core.type)
     {
@@ -590,7 +386,7 @@ void filterProcess(FilterCore& core, const float* inL, const float* inR, float* 
         return runBiquadAndStateVariable(core, s, 1.0f, band);
     case filterNotch24Second:
         return runBiquadAndStateVariable(
-            core, s, invSqrt2, [](const StateVariable& svf) { return svf.low - svf.high + fxTiny; });
+            core, s, invSqrt2, [](const StateVariableStage& svf) { return svf.low - svf.high + fxTiny; });
     case filterLp36:
     case filterHp36:
         return runSteepLadder(core, s);
