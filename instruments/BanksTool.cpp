@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -19,11 +20,11 @@ constexpr const char* usage = "usage: ostrand-banks <folder>\n"
 void writeFile(const fs::path& path, const quorel::Bytes& bytes)
 {
     fs::create_directories(path.parent_path());
-    std::ofstream file;
-    file.exceptions(std::ios::failbit | std::ios::badbit);
-    file.open(path, std::ios::binary | std::ios::trunc);
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     file.close();
+    if (!file)
+        throw std::runtime_error("cannot write " + path.u8string());
 }
 
 void writePrograms(const quorel::FormatOwner& owner, const fs::path& folder, const quorel::FactoryBank& bank)

@@ -7,7 +7,9 @@ _quorel_lines()
     local line word="${cur#[\"\']}"
     word="${word//\\/}"
     while IFS= read -r line; do
-        [[ "$line" == "$word"* ]] && COMPREPLY+=("$(printf '%q' "$line")")
+        [[ "$line" == "$word"* ]] || continue
+        # Readline puts what follows an opening quote between quotes by itself.
+        [[ "$cur" == [\"\']* ]] && COMPREPLY+=("$line") || COMPREPLY+=("$(printf '%q' "$line")")
     done < <("$@" 2> /dev/null)
 }
 

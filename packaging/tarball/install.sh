@@ -1,7 +1,12 @@
 #!/bin/sh
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Installs Quorel from the unpacked archive that this script lies in, into a user's own folders, and takes it off again.
+# Installs Quorel from the unpacked archive that this script lies in, into a user's own folders, and uninstalls it.
 set -eu
+
+# Paths are bytes: a name that is no text of the user's locale is still a name.
+export LC_ALL=C
+# What root installs is for everyone.
+[ "$(id -u)" != 0 ] || umask 022
 
 say() { printf '%s\n' "$*"; }
 fail() { printf 'install.sh: %s\n' "$*" >&2; exit 1; }
@@ -26,9 +31,14 @@ here="$(real "$0")"
 here="${here%/*}"
 prefix=
 uninstall=
+pathHint=
 while [ $# -gt 0 ]; do
     case "$1" in
-        --prefix) [ -n "${2:-}" ] || fail "--prefix wants a folder"; prefix="$2"; shift ;;
+        --prefix)
+            case "${2:-}" in '' | -*) fail "--prefix wants a folder" ;; esac
+            prefix="$2"
+            shift
+            ;;
         --prefix=?*) prefix="${1#--prefix=}" ;;
         --prefix=) fail "--prefix wants a folder" ;;
         --uninstall) uninstall=yes ;;
@@ -46,6 +56,7 @@ fi
 if [ -z "$prefix" ]; then
     [ -n "${HOME:-}" ] || fail "HOME isn't set: say where to with --prefix"
     prefix="$(real "$HOME/.local")"
+    pathHint=", or log in anew if your shell adds ~/.local/bin"
     vst="$(real "$HOME/.vst")" vst3="$(real "$HOME/.vst3")" lv2="$(real "$HOME/.lv2")"
 else
     prefix="$(real "$prefix")"
@@ -144,7 +155,8 @@ if [ -n "$uninstall" ]; then
 
     # Root has set nobody up, and a program that can't start here (127) hasn't either.
     if [ "$(id -u)" != 0 ] && [ -x "$prefix/bin/quorel-setup" ]; then
-        "$prefix/bin/quorel-setup" --remove || [ $? = 127 ] || fail "nothing was uninstalled: close your DAW and try again"
+        "$prefix/bin/quorel-setup" --remove || [ $? = 127 ] || fail "not everything that Quorel had set up for you could be removed, as it says above; the programs are still
+installed. Put that right, or close your DAW if it holds the files, and try again"
     fi
 
     # The script and its list go last: a run that breaks off can be repeated.
@@ -158,7 +170,7 @@ if [ -n "$uninstall" ]; then
     exit 0
 fi
 
-[ -x "$here/bin/quorel" ] || fail "$here/bin/quorel is missing: start this from the whole archive"
+[ -f "$here/bin/quorel" ] || fail "$here/bin/quorel is missing: start this from the whole archive"
 
 # locate FILE: sets `target`, where this file of the archive belongs.
 locate()
@@ -186,14 +198,22 @@ plan_folder()
     plan_folder "${parent:-/}"
 }
 
-# Says what will be there: each file, and the folders that are to be made.
+# numbers_of LIST: what the system numbers those of its files that exist; the same file may have another path in another list.
+numbers_of() { printf '%s\n' "$1" | grep -v '/$' | tr '\n' '\0' | xargs -0 stat -c %d:%i 2> /dev/null | tr '\n' ' ' || :; }
+
+# Says what will be there: each file, and the folders that are to be made. Fails where something of the user's would go for it.
 plan()
 {
     folder=
+    ours=" $(numbers_of "$before")"
     printf '%s\n' "$files" | while IFS= read -r file; do
         locate "$file"
         printf '%s\n' "$target"
         [ -L "$target" ] || [ ! -d "$target" ] || fail "$target is a folder, and in the way"
+        if [ -e "$target" ] && [ ! -L "$target" ] && ! behind_link "$target"; then
+            case "$ours" in *" $(stat -c %d:%i "$target") "*) ;; *) fail "$target wasn't installed by this script, and would be
+replaced: move it away first" ;; esac
+        fi
         [ "$folder" != "${target%/*}" ] || continue
         folder="${target%/*}"
         plan_folder "$folder"
@@ -218,7 +238,7 @@ put()
     if [ "$2" = "$entry" ]; then
         make_entry < "$1" > "$half"
     else
-        cp -P -p -T --remove-destination "$1" "$half"
+        cp -P --preserve=mode,timestamps -T --remove-destination "$1" "$half"
     fi
     mv -f -T "$half" "$2"
     half=
@@ -265,7 +285,7 @@ FILES
 gone="$(printf '%s\n' "$before" | grep -v -x -F -e "$planned" || :)"
 kept=
 if printf '%s\n' "$gone" | grep -q '[^/]$'; then
-    kept="$(printf '%s\n' "$planned" | grep -v '/$' | tr '\n' '\0' | xargs -0 stat -c %d:%i | tr '\n' ' ')"
+    kept="$(numbers_of "$planned")"
 fi
 remove_files "$gone" "$kept"
 remove_folders "$before"
@@ -280,7 +300,11 @@ done)"
 say "Programs:  $prefix/bin: quorel, the instrument without a DAW, quorel-render, quorel-presets, quorel-setup"
 case ":$PATH:" in
     *":$prefix/bin:"*) ;;
-    *) say "That folder isn't in your PATH: start the programs by their whole path, or log in anew if your shell adds ~/.local/bin." ;;
+    *) say "That folder isn't in your PATH: start the programs by their whole path$pathHint." ;;
 esac
-say "Let your DAW scan its plug-in folders anew. To take it off again:"
+if ! problem="$("$prefix/bin/quorel" --version 2>&1 > /dev/null)"; then
+    say "But Quorel can't start here; README.txt says which libraries it needs:"
+    say "$problem"
+fi
+say "Have your DAW rescan its plug-ins. To uninstall:"
 say "'$(printf '%s\n' "$prefix" | sed "s/'/'\\\\''/g")/lib/quorel/install.sh' --uninstall"

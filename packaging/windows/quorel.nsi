@@ -60,7 +60,7 @@ searches for VST2 plug-ins: choose one of them here, or add this one to them in 
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE checkVst2Folder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_TEXT "Quorel has been installed. Let your DAW search its plug-in folders anew."
+!define MUI_FINISHPAGE_TEXT "Quorel has been installed. Have your DAW rescan its plug-ins."
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Quorel.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Start Quorel without a DAW"
 !define MUI_FINISHPAGE_RUN_NOTCHECKED

@@ -4,6 +4,7 @@
 #include "engine/PluginProcessor.h"
 #include "engine/PresetImport.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamProgram.h"
 #include "platform/PlatformSeamSound.h"
 #include "platform/PlatformSeamWindow.h"
 #include "platform/Version.h"
@@ -118,7 +119,8 @@ private:
         }
         catch (const CLI::Success& answer)
         {
-            return options.exit(answer);
+            const int code = options.exit(answer);
+            return std::cout.flush() ? code : exitFailed;
         }
         catch (const CLI::ParseError& error)
         {
@@ -136,6 +138,8 @@ private:
     void openWindow(const juce::String& wanted, const juce::String& path)
     {
         const auto file = path.isEmpty() ? juce::File() : wantedFile(path);
+        // An instrument may still be opened when the user thinks better of it, and isn't to blame for that.
+        removeFilesAtSignals();
         setUpAtFirstStart();
         const auto paths = readPaths(*makeUserStore());
         const auto folder = path.isEmpty() ? juce::String() : folderHolding(paths.banksFolder, file);

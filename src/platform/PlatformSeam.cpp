@@ -15,7 +15,6 @@
 // After windows.h.
 #include <shellapi.h>
 #else
-#include <csignal>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -161,7 +160,7 @@ juce::String prefixVariables()
 #if JUCE_WINDOWS
     return juce::String(prefixVariable) + " set to DIR";
 #else
-    return "XDG_CONFIG_HOME and XDG_DATA_HOME there";
+    return "XDG_CONFIG_HOME=DIR/config and XDG_DATA_HOME=DIR/data";
 #endif
 }
 
@@ -311,34 +310,6 @@ bool isProcessRunning(const juce::String& identity)
     const auto start = processStart(identity.getLargeIntValue());
     return start.isNotEmpty() && identity.fromFirstOccurrenceOf(" ", false, false) == start;
 }
-
-#if JUCE_WINDOWS
-void catchTermination()
-{
-}
-
-bool isTerminationAsked()
-{
-    return false;
-}
-#else
-namespace
-{
-volatile std::sig_atomic_t terminationAsked = 0;
-} // namespace
-
-void catchTermination()
-{
-    struct sigaction action = {};
-    action.sa_handler = [](int) { terminationAsked = 1; };
-    sigaction(SIGTERM, &action, nullptr);
-}
-
-bool isTerminationAsked()
-{
-    return terminationAsked != 0;
-}
-#endif
 
 juce::String versionText()
 {

@@ -63,13 +63,6 @@ juce::String processIdentity();
 /** True while the process of this `processIdentity` runs. Any thread. */
 bool isProcessRunning(const juce::String& identity);
 
-/** From now on this process isn't ended by a polite request to end, such as that of a session that closes. Where the
-    platform sends those to windows, nothing changes. */
-void catchTermination();
-
-/** True once that has come. Any thread. */
-bool isTerminationAsked();
-
 /** Such as "Linux 64 Bits version". */
 juce::String versionText();
 

@@ -24,6 +24,15 @@ FileUntilSignal::FileUntilSignal(const juce::File&)
 
 FileUntilSignal::~FileUntilSignal() = default;
 
+void catchTermination()
+{
+}
+
+bool isTerminationAsked()
+{
+    return false;
+}
+
 void keepStandardStreams()
 {
 }
@@ -53,13 +62,10 @@ void removeFilesAndEnd(int signalNumber)
     ::raise(signalNumber);
 }
 
-bool isAbsolute(const char* variable)
-{
-    return juce::SystemStats::getEnvironmentVariable(variable, {}).startsWithChar('/');
-}
-} // namespace
+volatile std::sig_atomic_t terminationAsked = 0;
 
-void removeFilesAtSignals()
+/** Handles once, in this way, the signals by which users end a program, but for those that are switched off. */
+void handleEnds(void (*handler)(int))
 {
     for (const int signalNumber : {SIGINT, SIGTERM, SIGHUP})
     {
@@ -69,10 +75,31 @@ void removeFilesAtSignals()
             continue;
 
         action = {};
-        action.sa_handler = removeFilesAndEnd;
+        action.sa_handler = handler;
         action.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(signalNumber, &action, nullptr);
     }
+}
+
+bool isAbsolute(const char* variable)
+{
+    return juce::SystemStats::getEnvironmentVariable(variable, {}).startsWithChar('/');
+}
+} // namespace
+
+void removeFilesAtSignals()
+{
+    handleEnds(removeFilesAndEnd);
+}
+
+void catchTermination()
+{
+    handleEnds([](int) { terminationAsked = 1; });
+}
+
+bool isTerminationAsked()
+{
+    return terminationAsked != 0;
 }
 
 FileUntilSignal::FileUntilSignal(const juce::File& file)

@@ -28,6 +28,14 @@ private:
     const std::string path;
 };
 
+/** From now on, the first such signal doesn't end this process, which is to ask for it and to end by itself; a second
+    one ends it at once. Takes the place of `removeFilesAtSignals`, and leaves the same signals alone. Where the
+    platform sends such requests to windows, nothing changes. */
+void catchTermination();
+
+/** True once one has come. Any thread. */
+bool isTerminationAsked();
+
 /** Has standard streams that the caller has closed fail, so that no file or pipe is opened in their place and gets
     what is meant for them. Call it before anything is opened. */
 void keepStandardStreams();

@@ -4,6 +4,8 @@
 #include "platform/FileOperations.h"
 #include "platform/PlatformSeamFiles.h"
 
+#include <algorithm>
+
 namespace quorel
 {
 
@@ -28,6 +30,21 @@ SharedFileLock::~SharedFileLock()
 {
     if (locked)
         processes.exit();
+}
+
+void removeLocksAlone(const juce::File& folder)
+{
+    std::error_code error;
+    const auto entries = entriesOf(folder, error);
+    const auto isLock = [&folder](const FolderEntry& entry)
+    {
+        const auto subject = folder.getChildFile(entry.name.upToLastOccurrenceOf(".", false, false));
+        return folder.getChildFile(entry.name).getFullPathName() == lockNameOf(subject);
+    };
+
+    if (!error && std::all_of(entries.begin(), entries.end(), isLock))
+        for (const auto& entry : entries)
+            juce::ignoreUnused(deleteForGood(folder.getChildFile(entry.name)));
 }
 
 bool keepBrokenCopy(const juce::File& file)

@@ -25,6 +25,9 @@ private:
     bool locked;
 };
 
+/** Deletes what the locks of earlier changes have left in a folder, if nothing else is there. */
+void removeLocksAlone(const juce::File& folder);
+
 /** Copies a file that can't be understood, before it is written anew, to ".broken", ".broken2" and so on beside
     it, under a name that no earlier copy has. */
 bool keepBrokenCopy(const juce::File& file);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UserStore.h"
 
+#include "platform/FileOperations.h"
 #include "platform/SharedFile.h"
 #include "platform/ValueFile.h"
 
@@ -41,7 +42,11 @@ bool FileUserStore::write(const juce::String& key, const juce::String& name, con
     else
         settings.set(fullName(key, name), value);
 
-    return settings.save();
+    // The last one takes the file with it.
+    if (settings.names().size() == 0)
+        return !file.exists() || deleteForGood(file).wasOk();
+
+    return settings.save().wasOk();
 }
 
 } // namespace quorel

@@ -23,7 +23,7 @@ public:
 };
 
 /** The settings in one XML file, replaced as a whole at each write. A file that can't be parsed reads as
-    empty; the first write to it keeps it as a copy with ".broken" added to its name and starts afresh. */
+    empty; the first write to it keeps it as a copy with ".broken" added to its name and starts afresh. There is no file where there are no settings. */
 class FileUserStore : public UserStore
 {
 public:

@@ -222,7 +222,7 @@ juce::Result FolderArchive::importTo(const juce::File& banksFolder, const juce::
     return result.wasOk() ? result
                           : juce::Result::fail("cannot write to " + target.getFullPathName() + " (" +
                                                result.getErrorMessage() +
-                                               "); the next start tries again what is missing");
+                                               "); the next start tries the missing ones again");
 }
 
 } // namespace quorel

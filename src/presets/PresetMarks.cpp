@@ -126,8 +126,9 @@ juce::Result PresetMarks::store() const
 
 juce::Result PresetMarks::change(const std::function<bool(Marks&)>& edit)
 {
-    if (file == juce::File())
-        return juce::Result::fail("there is no folder for settings");
+    // Nothing to follow is no failure, even where nothing could be written.
+    if (Marks none; file == juce::File())
+        return edit(none) ? juce::Result::fail("there is no folder for settings") : juce::Result::ok();
 
     if (const auto made = file.getParentDirectory().createDirectory(); made.failed())
         return made;
@@ -198,6 +199,9 @@ juce::Result PresetMarks::presetMoved(const PresetPlace& from, const PresetPlace
     return change(
         [&](Marks& all)
         {
+            if (from == to)
+                return false;
+
             // What lay at the new place has been replaced, marks and all.
             const bool hadOne = all.erase(to.text()) > 0;
             auto moved = all.extract(from.text());

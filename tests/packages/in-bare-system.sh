@@ -166,6 +166,13 @@ killed_in_between()
         kill -KILL $!; sleep 1; [[ -e .local/bin/quorel-render && ! -e .local/share/mime/packages/quorel.xml ]]' "$2"
 }
 
+# root_owns_all ARCHIVE: whoever owns the archive, and whatever root's umask is.
+root_owns_all()
+{
+    (umask 077 && "$1/install.sh" --prefix /opt/quorel) && is_same 0 "$(find /opt/quorel ! -user root -o ! -type l ! -perm -o=r | wc -l)" &&
+        as cleo /opt/quorel/bin/quorel-render --version && /opt/quorel/lib/quorel/install.sh --uninstall && [[ ! -e /opt/quorel ]]
+}
+
 with_the_tarball()
 {
     new_user cleo
@@ -174,6 +181,12 @@ with_the_tarball()
     local archive presets
     archive="$(archive_of cleo)"
     traces cleo > /tmp/before.txt
+    as cleo mkdir -p .local/bin
+    as cleo touch .local/bin/quorel-render
+    check "install.sh replaces no file of the user's" says "quorel-render wasn't installed by this script" as cleo "$archive/install.sh"
+    as cleo rm -r .local/bin
+    check "without a trace" diff /tmp/before.txt <(traces cleo)
+    check "install.sh installs for everyone" root_owns_all "$archive"
     check "install.sh is killed" killed_in_between cleo "$archive/install.sh"
     check "and takes off what it has installed" as cleo "$archive/install.sh" --uninstall
     check "without a trace" diff /tmp/before.txt <(traces cleo)

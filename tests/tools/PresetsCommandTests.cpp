@@ -150,7 +150,7 @@ TEST_F(PresetsCommand, ReadersTellWhatIsThereAndWriteNothing)
     // A user whom nobody has set up: looking doesn't set them up either.
     const auto nobody = rig.user.scratch.child("nobody");
     for (const auto& command : {juce::StringArray{"list"}, juce::StringArray{"show", "A/One"}})
-        test::expectRefusal(runAs(nobody, command), 1, "no banks folder is set");
+        test::expectRefusal(runAs(nobody, command), 1, "there is no folder");
     EXPECT_FALSE(nobody.exists());
 }
 
@@ -270,7 +270,16 @@ TEST_F(PresetsCommand, MarksAndNotesAreKeptAndFollow)
     EXPECT_EQ(run({"verify", "--strict"}).exitCode, 0);
 
     EXPECT_EQ(run({"rename", "A/One", "Uno"}).exitCode, 0);
-    EXPECT_EQ(run({"move", "A/Uno", "B/Three", "--to", "B"}).text, "A/Uno -> B/Uno\n");
+    EXPECT_EQ(run({"rename", "A/Uno", "Uno"}).exitCode, 0);
+
+    // Presets elsewhere have no marks, and those of the same names here keep theirs.
+    const auto other = rig.user.scratch.child("other");
+    ASSERT_TRUE(rig.user.banksFolder().copyDirectoryTo(other));
+    expectRefusals({{"--banks", other.getFullPathName(), "rate", "A/Uno", "1"}});
+    expectRefusals({{"--banks", "", "rate", "A/Uno", "1"}}, 2);
+    EXPECT_EQ(run({"--banks", other.getFullPathName(), "rename", "A/Uno", "Due"}).exitCode, 0);
+
+    EXPECT_EQ(run({"move", "A/Uno", "B/Three", "A/Uno", "--to", "B/"}).text, "A/Uno -> B/Uno\n");
     EXPECT_EQ(run({"list", "--favourites"}).text,
               "A/  (0 presets)\nB/  (1 preset)\nB/Uno  [Bass]  4 stars  favourite\n");
     EXPECT_EQ(run({"copy", "A/Two", "B/"}).exitCode, 0);

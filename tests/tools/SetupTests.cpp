@@ -88,7 +88,7 @@ TEST(Setup, freshSetupIsCompleteAndTheNextOneChangesNothing)
     const auto removed = setup({"--prefix", prefix.getFullPathName(), "--remove"});
     EXPECT_EQ(removed.exitCode, 0) << removed.text;
     EXPECT_FALSE(prefix.getChildFile("data/Ostrand").exists()) << removed.text;
-    EXPECT_FALSE(prefix.getChildFile("config/Ostrand/PluginList.xml").exists());
+    EXPECT_FALSE(prefix.getChildFile("config/Ostrand").exists());
     EXPECT_EQ(setup(show).text, before.text);
 }
 

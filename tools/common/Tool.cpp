@@ -73,6 +73,11 @@ void checkPrefix(const juce::File& prefix)
         throw ToolFailure("this user has no home folder: set HOME");
 }
 
+std::string problemOfPath(const std::string& path)
+{
+    return path.empty() ? "an empty path" : std::string();
+}
+
 juce::String textOf(const std::string& argument)
 {
     return juce::String::fromUTF8(argument.c_str());

@@ -59,6 +59,10 @@ int runTool(CLI::App& app, int argc, const char* const* argv, const std::functio
     argument of --prefix; empty for none. */
 void checkPrefix(const juce::File& prefix);
 
+/** CLI11's check of a folder or file: none is given by leaving the option out, not by an empty word, which a
+    script's unset variable would be. */
+std::string problemOfPath(const std::string& path);
+
 /** An argument's text, which is UTF-8. */
 juce::String textOf(const std::string& argument);
 

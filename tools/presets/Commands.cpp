@@ -147,13 +147,13 @@ juce::Result collectSuspects(const PresetCollection& collection, const juce::Str
             suspects.push_back({file, file.getFullPathName(), false});
             continue;
         }
-        if (!text.containsChar('/'))
+        if (const auto name = text.trimCharactersAtEnd("/"); !name.containsChar('/'))
         {
             if (const auto result = checkBanks(collection); result.failed())
                 return result;
-            const auto folder = childNamed(banks, text);
+            const auto folder = childNamed(banks, name);
             if (!folder.isDirectory())
-                return juce::Result::fail("there is no folder " + quoted(text) + " in " +
+                return juce::Result::fail("there is no folder " + quoted(name) + " in " +
                                           banks.getFullPathName());
             addOrNote(folder);
             continue;

@@ -66,7 +66,7 @@ int editNotes(const PresetCollection& collection, const juce::String& preset,
 /** All or none, but for what the disk refuses half way. */
 int moveTo(const PresetCollection& collection, const juce::StringArray& presets, const juce::String& folder);
 
-/** To the trash; with `forGood` past recall where the trash doesn't take them. */
+/** To the trash; with `forGood` for good where the trash doesn't take them. */
 int deletePresets(const PresetCollection& collection, const juce::StringArray& presets, bool forGood);
 
 /** Each of `what` is a folder, "Folder/Name" or a file; none of them stands for everything. With `strict`

@@ -4,6 +4,7 @@
 
 #include "common/Tool.h"
 #include "platform/PlatformSeam.h"
+#include "platform/PlatformSeamFiles.h"
 #include "platform/UserPaths.h"
 #include "setup/FirstStart.h"
 
@@ -22,6 +23,12 @@ juce::StringArray textsOf(const std::vector<std::string>& texts)
     return all;
 }
 
+/** As lists print it, too: "My Sounds/". */
+juce::String folderOf(const std::string& text)
+{
+    return textOf(text).trimCharactersAtEnd("/");
+}
+
 /** Everything that the command line can say, and the command that it asks for. */
 struct Arguments
 {
@@ -38,13 +45,17 @@ struct Arguments
     PresetCollection collection() const
     {
         checkPrefix(prefix.empty() ? juce::File() : fileOf(prefix));
+        if (!prefix.empty() && !fileOf(prefix).isDirectory())
+            throw ToolFailure("there is no folder " + fileOf(prefix).getFullPathName());
         if (prefix.empty() && banks.empty())
             setUpAtFirstStart();
         const auto places = prefix.empty() ? userPlaces() : userPlaces(fileOf(prefix));
         const auto store = prefix.empty() ? makeUserStore() : makeUserStore(places);
         const auto paths = readPaths(*store);
-        return {banks.empty() ? paths.banksFolder : fileOf(banks), paths.pluginListFile,
-                presetMarksFile(paths)};
+        if (banks.empty() || isSamePlace(fileOf(banks), paths.banksFolder))
+            return {paths.banksFolder, paths.pluginListFile, presetMarksFile(paths)};
+        // The marks are kept by name, and would be taken for those of other presets.
+        return {fileOf(banks), paths.pluginListFile, {}};
     }
 
     ListOptions listOptions() const
@@ -72,13 +83,16 @@ public:
     {
         app.add_option("--prefix", arguments.prefix,
                        "Uses the settings below this folder instead of the user's own")
+            ->check(problemOfPath)
             ->type_name("DIR");
         app.add_option("--banks", arguments.banks,
-                       "Uses this banks folder instead of the one in the settings")
+                       "Uses this banks folder instead of the one in the settings; its presets have no\n"
+                       "stars, favourites and last uses")
+            ->check(problemOfPath)
             ->type_name("DIR");
         app.require_subcommand(1);
         app.footer("A preset is given as \"FOLDER/NAME\", by its exact names. list, search, show, verify and "
-                   "categories list write nothing.");
+                   "categories list change no preset.");
         addReaders();
         addCategories();
         addMarks();
@@ -107,8 +121,9 @@ private:
     void addReaders()
     {
         auto& a = arguments;
-        auto& list = add(app, "list", "Lists folders and presets with their categories",
-                         [&a](const auto& c) { return listPresetsIn(c, textOf(a.folder), a.listOptions()); });
+        auto& list =
+            add(app, "list", "Lists folders and presets with their categories",
+                [&a](const auto& c) { return listPresetsIn(c, folderOf(a.folder), a.listOptions()); });
         list.add_option("folder", a.folder, "Only this folder")->type_name("FOLDER");
         addListOptions(list);
 
@@ -141,7 +156,7 @@ private:
         auto& a = arguments;
         auto* favourites = sub.add_flag("--favourites", a.favourites, "Only favourites");
         sub.add_flag("--recent", a.recent, "Only recently used ones, the newest first")->excludes(favourites);
-        sub.add_option("--rated", a.rating, "Only those with as many stars, or more")
+        sub.add_option("--rated", a.rating, "Only those with at least this many stars")
             ->type_name("STARS")
             ->check(CLI::Range(0, highestRating));
         sub.add_option("--author", a.author, "Only those by this author; a part will do")->type_name("TEXT");
@@ -163,12 +178,12 @@ private:
         auto& favourite = add(app, "favourite", "Makes a preset a favourite",
                               [&a](const auto& c) { return markFavourite(c, textOf(a.preset), !a.off); });
         addPreset(favourite, "FOLDER/NAME");
-        favourite.add_flag("--off", a.off, "Ends that");
+        favourite.add_flag("--off", a.off, "Takes it off the favourites");
 
         auto& notes = *app.add_subcommand("notes", "Writes author and comment into a preset, or shows them");
         addPreset(notes, "FOLDER/NAME");
         auto* author = notes.add_option("--author", a.author, "Who made it; may be empty")->type_name("TEXT");
-        auto* comment = notes.add_option("--comment", a.comment, "What there is to say; may be empty");
+        auto* comment = notes.add_option("--comment", a.comment, "A comment; may be empty");
         comment->type_name("TEXT");
         notes.final_callback(
             [&a, author, comment]
@@ -186,7 +201,7 @@ private:
     {
         auto& a = arguments;
         auto& move = add(app, "move", "Moves presets to a folder",
-                         [&a](const auto& c) { return moveTo(c, textsOf(a.names), textOf(a.folder)); });
+                         [&a](const auto& c) { return moveTo(c, textsOf(a.names), folderOf(a.folder)); });
         move.add_option("presets", a.names, "FOLDER/NAME, one or more")->required()->type_name("PRESET");
         move.add_option("--to", a.folder, "The folder; made where it is missing")
             ->required()
@@ -195,7 +210,7 @@ private:
         auto& erase = add(app, "delete", "Moves presets to the trash",
                           [&a](const auto& c) { return deletePresets(c, textsOf(a.names), a.forGood); });
         erase.add_option("presets", a.names, "FOLDER/NAME, one or more")->required()->type_name("PRESET");
-        erase.add_flag("--for-good", a.forGood, "Past recall where the trash doesn't take them");
+        erase.add_flag("--for-good", a.forGood, "Deletes for good what the trash doesn't take");
     }
 
     void addCategories()
@@ -245,8 +260,9 @@ private:
         auto& exporting = add(app, "export", "Writes the presets of a folder to one zip file",
                               [&a](const auto& c)
                               {
-                                  const auto archive = a.file.empty() ? a.folder + ".zip" : a.file;
-                                  return exportTo(c, textOf(a.folder), fileOf(archive), a.replace);
+                                  const auto archive =
+                                      a.file.empty() ? folderOf(a.folder).toStdString() + ".zip" : a.file;
+                                  return exportTo(c, folderOf(a.folder), fileOf(archive), a.replace);
                               });
         exporting.add_option("folder", a.folder, "The folder")->required()->type_name("FOLDER");
         exporting.add_option("-o,--output", a.file, "The archive; FOLDER.zip if it isn't given")

@@ -11,10 +11,25 @@
 namespace quorel
 {
 
+namespace
+{
+/** Fails where presets have no marks. */
+juce::Result checkMarks(const PresetCollection& collection)
+{
+    return collection.marksFile == juce::File()
+               ? juce::Result::fail(
+                     "only presets in your own banks folder have stars and favourites, not those in " +
+                     collection.banksFolder.getFullPathName())
+               : juce::Result::ok();
+}
+} // namespace
+
 int ratePreset(const PresetCollection& collection, const juce::String& preset, int rating)
 {
     std::vector<PresetPlace> places;
     if (const auto result = findPlaces(collection, {preset}, places); result.failed())
+        return fail(result);
+    if (const auto result = checkMarks(collection); result.failed())
         return fail(result);
     PresetMarks marks(collection.marksFile);
     if (const auto result = marks.setRating(places, rating); result.failed())
@@ -27,6 +42,8 @@ int markFavourite(const PresetCollection& collection, const juce::String& preset
 {
     std::vector<PresetPlace> places;
     if (const auto result = findPlaces(collection, {preset}, places); result.failed())
+        return fail(result);
+    if (const auto result = checkMarks(collection); result.failed())
         return fail(result);
     PresetMarks marks(collection.marksFile);
     if (const auto result = marks.setFavourite(places, favourite); result.failed())
@@ -100,7 +117,7 @@ int deletePresets(const PresetCollection& collection, const juce::StringArray& p
             return failWith("cannot delete " + quoted(place.text()) + " (" + reason + ")");
         if (outcome == Discarded::Outcome::kept)
             return failWith("the trash doesn't take " + quoted(place.text()) +
-                            ": give --for-good to delete it past recall");
+                            ": give --for-good to delete it for good");
         if (const auto result = marks.presetGone(place); result.failed())
             return fail(result);
         std::cout << place.text() << (isLost ? "  deleted for good" : "  moved to the trash") << std::endl;

@@ -71,7 +71,8 @@ juce::Result findPlaces(const PresetCollection& collection, const juce::StringAr
             return result;
         if (const auto result = splitPlace(preset, place); result.failed())
             return result;
-        places.push_back(place);
+        if (std::find(places.begin(), places.end(), place) == places.end())
+            places.push_back(place);
     }
     return juce::Result::ok();
 }

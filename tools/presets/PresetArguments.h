@@ -11,12 +11,12 @@
 namespace quorel
 {
 
-/** The library of one user. */
+/** The library of one user, or another banks folder. */
 struct PresetCollection
 {
     juce::File banksFolder;
     juce::File pluginListFile;
-    juce::File marksFile;
+    juce::File marksFile; ///< none for another banks folder
 };
 
 juce::String quoted(const juce::String& text);
@@ -37,7 +37,7 @@ juce::Result splitPlace(const juce::String& text, PresetPlace& place);
 /** The file of a preset that is given as "FOLDER/NAME". */
 juce::Result findPreset(const PresetCollection& collection, const juce::String& text, juce::File& file);
 
-/** The same for several, by their names; fails unless all are there. */
+/** The same for several, by their names, each once; fails unless all are there. */
 juce::Result findPlaces(const PresetCollection& collection, const juce::StringArray& presets,
                         std::vector<PresetPlace>& places);
 

@@ -44,7 +44,7 @@ std::string problemOfNumber(const std::string& text)
                                                                          : std::string();
 }
 
-/** No file for an empty path. */
+/** No file where none is given. */
 juce::File givenFile(const std::string& path)
 {
     return path.empty() ? juce::File() : fileOf(path);
@@ -86,10 +86,18 @@ bool isPipe(const juce::File& file)
     return kindOf(file, ignored) == PathKind::other;
 }
 
+bool isGivenTwice(const juce::File& one, const juce::File& other)
+{
+    return one != juce::File() && other != juce::File() && isSamePlace(one, other);
+}
+
 /** What no option can check by itself; empty if all is well. */
 juce::String problemOf(const RenderOptions& options)
 {
     const bool hasOutput = options.toStandardOutput || options.output != juce::File();
+    for (const auto& source : {options.midiFile, options.input})
+        if (isGivenTwice(options.savePreset, source))
+            return "the preset can't go to the file that is to sound: " + source.getFullPathName();
     if (options.midiFile == juce::File() && options.input == juce::File())
     {
         if (hasOutput)
@@ -105,8 +113,10 @@ juce::String problemOf(const RenderOptions& options)
                                       : juce::String();
     if (isPipe(options.output))
         return {};
-    if (options.savePreset != juce::File() && isSamePlace(options.savePreset, options.output))
+    if (isGivenTwice(options.savePreset, options.output))
         return "the sound and the preset can't go to the same file: " + options.output.getFullPathName();
+    if (isGivenTwice(options.input, options.output))
+        return "the sound can't go to the file that it is made of: " + options.output.getFullPathName();
     if (options.output.isDirectory())
         return "the output is a folder, and has to be a file: " + options.output.getFullPathName();
     if (!options.output.hasFileExtension("wav;flac"))
@@ -172,31 +182,33 @@ void CommandLine::addRendering()
         ->check(CLI::Range(8000.0, 384000.0))
         ->check(problemOfNumber)
         ->capture_default_str();
-    app.add_option("--block", options.block, "Samples to a block")
+    app.add_option("--block", options.block, "Samples per block")
         ->check(CLI::Range(1, 65536))
         ->capture_default_str();
-    tempoOption = app.add_option("--tempo", tempo, "Quarter notes a minute, in place of the file's own tempi")
-                      ->check(CLI::Range(1.0, 1000.0))
-                      ->check(problemOfNumber);
+    tempoOption =
+        app.add_option("--tempo", tempo, "Quarter notes per minute, in place of the file's own tempi")
+            ->check(CLI::Range(1.0, 1000.0))
+            ->check(problemOfNumber);
     app.add_option("--tail", options.tail, "Seconds to render after the end of the song or input")
         ->check(CLI::Range(0.0, 3600.0))
         ->check(problemOfNumber)
         ->capture_default_str();
-    app.add_option("--bits", options.bits, "Bits to a sample: 16, 24, or 32 (floating point, WAV alone)")
+    app.add_option("--bits", options.bits, "Bits per sample: 16, 24, or 32 (floating point, WAV only)")
         ->check(CLI::IsMember({16, 24, 32}))
         ->capture_default_str();
 }
 
 void CommandLine::addUserAndLists()
 {
-    app.add_option("--prefix", prefix, "Uses the settings below this folder instead of the user's own");
+    app.add_option("--prefix", prefix, "Uses the settings below this folder instead of the user's own")
+        ->check(problemOfPath);
     app.add_flag("--list-instruments", options.listInstruments,
                  "Lists the instruments that a layer can hold");
     app.add_flag("--list-effects", options.listEffects,
                  "Lists the effects: number, name, and the parameters in the order of --fx");
     app.add_flag("--list-presets", options.listPresets, "Lists the presets in the banks folder");
     app.add_flag("--list-programs", options.listPrograms,
-                 "Lists the programs of the instruments in the layers, as --preset and --layer say");
+                 "Lists the programs of each layer's instrument; give the layers with --layer or --preset");
     app.add_flag("--list-parameters", options.listParameters,
                  "Lists the parameters that have names: number, name, value from 0 to 1, the text that it\n"
                  "shows, and the texts at 0 and 1; of the sound that the other options give");

@@ -22,7 +22,7 @@ juce::Result parsePresetChoice(const juce::String& text, PresetChoice& choice)
         choice.folder.isNotEmpty() && choice.name.isNotEmpty() && !choice.name.containsChar('/');
     return isPreset ? juce::Result::ok()
                     : juce::Result::fail("a preset is given as FOLDER/NAME or as a file, not as \"" + text +
-                                         "\", which is none of both");
+                                         "\", which is neither");
 }
 
 juce::Result parseLayerChoice(const juce::String& text, LayerChoice& choice)

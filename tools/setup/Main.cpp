@@ -105,10 +105,10 @@ int main(int argc, char** argv)
     app.add_option("--prefix", options.prefix,
                    "Set up in DIR/config and DIR/data; start programs with " +
                        prefixVariables().toStdString())
-        ->check([](const std::string& path) { return path.empty() ? "an empty path" : std::string(); })
+        ->check(problemOfPath)
         ->type_name("DIR");
     app.add_option("--from", options.source,
-                   "Where the folders Ostrand, Banks and presets lie (default: where Quorel is installed)")
+                   "Folder that holds Ostrand, Banks and presets (default: where Quorel is installed)")
         ->check(CLI::ExistingDirectory)
         ->type_name("DIR");
     auto* show = app.add_flag("--show", options.show, "Print all settings and change nothing");

@@ -2,6 +2,7 @@
 #include "Remover.h"
 
 #include "platform/FileOperations.h"
+#include "platform/SharedFile.h"
 #include "platform/UserPaths.h"
 #include "setup/StandardSettings.h"
 
@@ -116,6 +117,8 @@ void Remover::removeEmptyFolders()
         return first.length() != second.length() ? first.length() > second.length() : first < second;
     };
     const std::set<juce::File, decltype(isLonger)> sorted(folders.begin(), folders.end(), isLonger);
+
+    removeLocksAlone(places.settingsFolder);
 
     // The system refuses to remove a folder that holds anything.
     for (const auto& folder : sorted)
