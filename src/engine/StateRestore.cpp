@@ -99,9 +99,8 @@ void applyParameters(PluginProcessor& processor, const StateChunk& chunk, Change
         if (isEasyValue(index) || !isRestored(index, reason))
             continue;
 
-        const float value = clampUnit(chunk.parameters[i]);
-        processor.writeParameter(index, value);
-        processor.getParameterTable().setLinked(index, value);
+        processor.writeParameter(index, clampUnit(chunk.parameters[i]));
+        processor.getParameterTable().setLinked(index);
     }
 }
 } // namespace

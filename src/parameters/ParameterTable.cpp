@@ -15,7 +15,7 @@ MidiLinkedValueObject& ParameterTable::linked(int index)
 
     auto& object = *ownedLinkedValues.emplace_back(std::make_unique<MidiLinkedValueObject>());
     entry.store(&object, std::memory_order_seq_cst);
-    object.setValue(static_cast<double>(clampUnit(values[slotIndex(index)].load(std::memory_order_seq_cst))));
+    setLinked(index);
     return object;
 }
 
@@ -44,23 +44,37 @@ void ParameterTable::markUntold(int index) noexcept
     anyUntold.store(true);
 }
 
-void ParameterTable::tellLinked(int index) noexcept
+template <typename Tell>
+void ParameterTable::tellLatest(int index, Tell&& tell)
 {
     auto* object = linkedValues[slotIndex(index)].load(std::memory_order_seq_cst);
 
     if (object == nullptr)
         return;
 
+    const auto present = [this, index]
+    { return clampUnit(values[slotIndex(index)].load(std::memory_order_seq_cst)); };
+
     // Another thread may have stored a newer value before this one came to tell its own: the last to tell is
     // one that has seen no newer value since.
-    float told = get(index);
-    object->setValueEased(static_cast<double>(told));
+    float told = present();
+    tell(*object, static_cast<double>(told));
 
-    for (float now = get(index); now != told; now = get(index))
+    for (float now = present(); now != told; now = present())
     {
         told = now;
-        object->setValueEased(static_cast<double>(told));
+        tell(*object, static_cast<double>(told));
     }
+}
+
+void ParameterTable::tellLinked(int index) noexcept
+{
+    tellLatest(index, [](MidiLinkedValueObject& object, double value) { object.setValueEased(value); });
+}
+
+void ParameterTable::setLinked(int index)
+{
+    tellLatest(index, [](MidiLinkedValueObject& object, double value) { object.setValue(value); });
 }
 
 void ParameterTable::clearDirty() noexcept

@@ -76,16 +76,16 @@ public:
     void tellLinked(int index) noexcept;
 
     /** The same without a glide. Message thread. */
-    void setLinked(int index, float value)
-    {
-        if (auto* object = linkedValues[slotIndex(index)].load(std::memory_order_relaxed))
-            object->setValue(static_cast<double>(value));
-    }
+    void setLinked(int index);
 
     /** Message thread: tells listeners of what other threads wrote. */
     void deliverPending();
 
 private:
+    /** Tells the slot's value object, where there is one, the latest value. */
+    template <typename Tell>
+    void tellLatest(int index, Tell&& tell);
+
     static constexpr size_t slotIndex(int index) noexcept { return static_cast<size_t>(index); }
 
     std::array<std::atomic<float>, numParameterSlots> values{};
