@@ -56,6 +56,28 @@ quorel_change_vst3(1
 quorel_change_vst3(1
     "            if (details.programChanged)\n            {\n"
     "            if (details.programChanged)\n            {\n                for (auto vstParamId : audioProcessor->getParamIDs())\n                    if (auto* param = audioProcessor->getParamForVSTParamID (vstParamId))\n                        setParamNormalized (vstParamId, (double) param->getValue());\n\n                flags |= Vst::kParamValuesChanged;\n")
+
+# While no editor is open, JUCE's own message thread works for the instance, and may be telling the host something when that
+# ends the controller or takes its ear away.
+quorel_change_vst3(1
+    "    tresult PLUGIN_API terminate() override\n    {\n        if (auto* pluginInstance = getPluginInstance())\n            pluginInstance->removeListener (this);\n\n        audioProcessor = nullptr;\n"
+    "    tresult PLUGIN_API setComponentHandler (Vst::IComponentHandler* newHandler) override\n    {\n        if (componentHandler == nullptr)\n            return EditController::setComponentHandler (newHandler);\n\n        const MessageThreadLock messageLock;\n        return EditController::setComponentHandler (newHandler);\n    }\n\n    tresult PLUGIN_API terminate() override\n    {\n        const MessageThreadLock messageLock;\n\n        if (auto* pluginInstance = getPluginInstance())\n            pluginInstance->removeListener (this);\n\n        audioProcessor = nullptr;\n")
+quorel_change_vst3(1
+    "class JuceVST3EditController : public Vst::EditController,\n"
+    "struct MessageThreadLock\n{\n   #if JUCE_LINUX || JUCE_BSD\n    const ScopedJuceInitialiser_GUI libraryInitialiser;\n    const SharedResourcePointer<MessageThread> messageThread;\n    const MessageManagerLock lock;\n   #else\n    MessageThreadLock() {}\n   #endif\n};\n\nclass JuceVST3EditController : public Vst::EditController,\n")
+
+# A host that brings a sound reads its values here, and needn't be told of them.
+quorel_change_vst3(1
+    "                setParamNormalized (vstParamId, paramValue);\n            }\n        }\n\n        if (auto* handler = getComponentHandler())\n"
+    "                setParamNormalized (vstParamId, paramValue);\n            }\n\n            if (auto* reader = dynamic_cast<quorel::HostReads*> (pluginInstance))\n                reader->hostHasReadAll();\n        }\n\n        if (auto* handler = getComponentHandler())\n")
+quorel_change_vst3(1
+    "#include \"${PROJECT_SOURCE_DIR}/cmake/juce/Vst3State.h\"\n"
+    "#include \"${PROJECT_SOURCE_DIR}/cmake/juce/Vst3State.h\"\n#include \"${PROJECT_SOURCE_DIR}/cmake/juce/Vst3Blocks.h\"\n#include \"${PROJECT_SOURCE_DIR}/src/adapters/HostReads.h\"\n")
+
+# A block that is longer than announced finds no room in JUCE's buffers, and none may be taken here.
+quorel_change_vst3(1
+    "        if (pluginInstance == nullptr)\n            return kResultFalse;\n\n        if ((processSetup.symbolicSampleSize == Vst::kSample64) != pluginInstance->isUsingDoublePrecision())\n            return kResultFalse;\n"
+    "        if (pluginInstance == nullptr)\n            return kResultFalse;\n\n        if ((processSetup.symbolicSampleSize == Vst::kSample64) != pluginInstance->isUsingDoublePrecision())\n            return kResultFalse;\n\n        if (data.numSamples > processSetup.maxSamplesPerBlock)\n        {\n            quorel::silence (data);\n            return kResultFalse;\n        }\n")
 quorel_replace_client(VST3 VST3/juce_VST3_Wrapper.cpp vst3Text)
 
 #---------------------------------------------------------------------------------------------------------------
@@ -116,6 +138,24 @@ quorel_change_lv2(1
 quorel_change_lv2(1
     "                // No instance access\n                jassertfalse;\n                return nullptr;\n            }\n"
     "                // No instance access\n                jassertfalse;\n                return nullptr;\n            }\n\n            if (plugin->hasEditor())\n                return nullptr;\n")
+
+# What the audio thread passes on for the host is no news to it. What another thread tells meanwhile is.
+quorel_change_lv2(1 "    bool ignoreCallbacks = false;\n" "    static inline thread_local bool ignoreCallbacks = false;\n")
+
+# Hosts tell the beat within the bar, or the beat within the song, or both.
+quorel_change_lv2(1
+    "        info->setPpqPosition (parser.parseNumericAtom<double> (atomBeat));\n"
+    "")
+quorel_change_lv2(1
+    "        info->setBarCount (parser.parseNumericAtom<int64_t> (atomBar));\n"
+    "        quorel::setBeats (*info, parser.parseNumericAtom<double> (atomBeat), parser.parseNumericAtom<int64_t> (atomBar), parser.parseNumericAtom<double> (atomBarBeat));\n")
+quorel_change_lv2(1
+    "        const LV2_Atom* atomBeat           = nullptr;\n"
+    "        const LV2_Atom* atomBeat           = nullptr;\n        const LV2_Atom* atomBarBeat        = nullptr;\n")
+quorel_change_lv2(1
+    "{ mLV2_TIME__beat,              &atomBeat },\n"
+    "{ mLV2_TIME__beat,              &atomBeat },\n                                        { mLV2_TIME__barBeat,           &atomBarBeat },\n")
+quorel_change_lv2(1 "    X (LV2_TIME__beat)\n" "    X (LV2_TIME__beat)\n    X (LV2_TIME__barBeat)\n")
 
 # Hosts tell of changes of the transport alone: in between the position goes on.
 quorel_change_lv2(1 "    void invalidate() { info = nullopt; }\n"

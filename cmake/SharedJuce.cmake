@@ -110,14 +110,20 @@ quorel_change_window_system(1
 
 # Windows may be gone when they are asked for.
 quorel_change_window_system(1
-    "bool XWindowSystem::isFocused (::Window windowH) const\n"
-    "#include \"${PROJECT_SOURCE_DIR}/src/platform/GoneWindows.h\"\n\nbool XWindowSystem::isFocused (::Window windowH) const\n")
+    "void XWindowSystem::destroyWindow (::Window windowH)\n"
+    "#include \"${PROJECT_SOURCE_DIR}/src/platform/GoneWindows.h\"\n\nvoid XWindowSystem::destroyWindow (::Window windowH)\n")
 quorel_change_window_system(1
     "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n\n    if (windowH != 0\n        && X11Symbols"
     "    XWindowAttributes atts;\n    XWindowSystemUtilities::ScopedXLock xLock;\n    const GoneWindowsAreNoError guard (display);\n\n    if (windowH != 0\n        && X11Symbols")
 quorel_change_window_system(1
     "    const auto result = X11Symbols::getInstance()->xQueryTree (display, possibleChild,"
     "    const GoneWindowsAreNoError guard (display);\n    const auto result = X11Symbols::getInstance()->xQueryTree (display, possibleChild,")
+quorel_change_window_system(1
+    "    XWindowSystemUtilities::GetXProperty prop (display, windowH, atoms.state, 0, 64, false, atoms.state);\n\n    if (prop.success && prop.actualType == atoms.state\n        && prop.actualFormat == 32 && prop.numItems > 0)\n    {\n        unsigned long state;\n"
+    "    const GoneWindowsAreNoError guard (display, false);\n    XWindowSystemUtilities::GetXProperty prop (display, windowH, atoms.state, 0, 64, false, atoms.state);\n\n    if (prop.success && prop.actualType == atoms.state\n        && prop.actualFormat == 32 && prop.numItems > 0)\n    {\n        unsigned long state;\n")
+quorel_change_window_system(1
+    "   #if JUCE_X11_SUPPORTS_XEMBED\n    juce_handleXEmbedEvent (peer, nullptr);\n   #endif\n\n    deleteIconPixmaps (windowH);\n"
+    "    XWindowSystemUtilities::ScopedXLock lockOfGuard;\n    const GoneWindowsAreNoError guard (display);\n\n   #if JUCE_X11_SUPPORTS_XEMBED\n    juce_handleXEmbedEvent (peer, nullptr);\n   #endif\n\n    deleteIconPixmaps (windowH);\n")
 file(CONFIGURE OUTPUT "${patchedDir}/native/x11/juce_linux_XWindowSystem.cpp" CONTENT "${windowSystemText}" @ONLY)
 
 # A window's refresh timer runs at the display's rate even if nothing is to be painted, which costs an idle editor more

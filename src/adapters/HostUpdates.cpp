@@ -20,11 +20,19 @@ HostUpdates::HostUpdates(PluginProcessor& instrument)
     , knownNames(namesThatChange())
     , knownRevision(instrument.getUndo().getRevision())
 {
+    hostHasReadAll();
+    processor.addListener(this);
+}
+
+void HostUpdates::begin()
+{
+    startTimer(lookMillis);
+}
+
+void HostUpdates::hostHasReadAll() noexcept
+{
     for (int i = 0; i < numHostParameters; ++i)
         setKnown(i, processor.getParameter(i));
-
-    processor.addListener(this);
-    startTimer(lookMillis);
 }
 
 HostUpdates::~HostUpdates()

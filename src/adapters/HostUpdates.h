@@ -19,9 +19,15 @@ class PluginProcessor;
 class HostUpdates : private juce::Timer, private juce::AudioProcessorListener
 {
 public:
-    /** Begins to watch. What the host has read by now is what stands in the processor, which outlives this. */
+    /** What the host has read by now is what stands in the processor, which outlives this. */
     explicit HostUpdates(PluginProcessor& instrument);
     ~HostUpdates() override;
+
+    /** Begins to tell; the processor has its parameters by now, which this walks on the message thread. */
+    void begin();
+
+    /** The host has just read all values. Any thread. */
+    void hostHasReadAll() noexcept;
 
     /** The host itself has written this value. Any thread. */
     void hostHasWritten(int index, float value) noexcept { setKnown(index, value); }

@@ -60,6 +60,7 @@ PluginInstance::PluginInstance()
     {
         hostUpdates = std::make_unique<HostUpdates>(*this);
         addHostParameters(*this, *hostUpdates);
+        hostUpdates->begin();
     }
 }
 
@@ -82,7 +83,8 @@ void PluginInstance::processBlock(juce::AudioBuffer<float>& buffer, juce::MidiBu
     if (isVst3OrLv2())
         midi.clear();
 
-    if (std::exchange(wasBypassed, false))
+    // A block of no samples has no room for a ramp.
+    if (buffer.getNumSamples() > 0 && std::exchange(wasBypassed, false))
         buffer.applyGainRamp(0, buffer.getNumSamples(), 0.0f, 1.0f);
 }
 
@@ -94,7 +96,7 @@ void PluginInstance::processBlockBypassed(juce::AudioBuffer<float>& buffer, juce
         return;
     }
 
-    const bool begins = !std::exchange(wasBypassed, true);
+    const bool begins = buffer.getNumSamples() > 0 && !std::exchange(wasBypassed, true);
 
     if (begins)
         for (int i = 0; i < numLayers; ++i)
@@ -124,6 +126,12 @@ void PluginInstance::processBlockBypassed(juce::AudioBuffer<float>& buffer, juce
 double PluginInstance::getTailLengthSeconds() const
 {
     return isVst3OrLv2() ? std::numeric_limits<double>::infinity() : PluginProcessor::getTailLengthSeconds();
+}
+
+void PluginInstance::hostHasReadAll()
+{
+    if (hostUpdates != nullptr)
+        hostUpdates->hostHasReadAll();
 }
 
 } // namespace quorel

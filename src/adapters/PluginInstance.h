@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adapters/BoxInteraction.h"
+#include "adapters/HostReads.h"
 #include "adapters/HostUpdates.h"
 #include "engine/PluginProcessor.h"
 
@@ -12,7 +13,7 @@ namespace quorel
 
 /** The processor as plug-in or standalone: with its editor, its way of talking to the user, and what VST3 and LV2
     want besides. */
-class PluginInstance final : private BoxInteraction, public PluginProcessor
+class PluginInstance final : private BoxInteraction, public PluginProcessor, public HostReads
 {
 public:
     PluginInstance();
@@ -31,6 +32,8 @@ public:
     /** Hosts of VST3 stop calling an instrument without a tail when its last note ends, and effects go on for as
         long as they like. */
     double getTailLengthSeconds() const override;
+
+    void hostHasReadAll() override;
 
 private:
     struct KeptForEditors;

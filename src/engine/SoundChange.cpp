@@ -456,6 +456,9 @@ void SoundChange::apply(const WantedSound& sound)
     if (sound.reason == ChangeReason::preset)
         processor.getGraph().requestReset();
 
+    // What knobs and faders have moved on the way is part of the sound, and no move of a hand for hosts to record.
+    processor.getParameterTable().takeUntold([](int) {});
+
     // Instruments report the values that they are given, as if somebody had turned their knobs.
     session.restoreMark(sound.reason == ChangeReason::comparison && wasEdited);
 
@@ -521,7 +524,10 @@ bool SoundChange::tick()
         if (--settleTicks == 0 && fade.move(ChangeState::settling, ChangeState::fadingIn))
         {
             processor.requestEditorRefresh();
-            processor.updateHostDisplay();
+
+            // Hosts of the other formats are told as much as has changed.
+            if (!processor.isVst3OrLv2())
+                processor.updateHostDisplay();
         }
 
         return true;

@@ -7,8 +7,10 @@
 class GoneWindowsAreNoError
 {
 public:
-    explicit GoneWindowsAreNoError(::Display* connection)
+    /** `waits` for errors to come; requests with an answer have brought theirs with it. */
+    explicit GoneWindowsAreNoError(::Display* connection, bool waits = true)
         : display(connection)
+        , waitsForErrors(waits)
         , handlerBefore(
               juce::X11Symbols::getInstance()->xSetErrorHandler([](::Display*, XErrorEvent*) { return 0; }))
     {
@@ -16,7 +18,9 @@ public:
 
     ~GoneWindowsAreNoError()
     {
-        juce::X11Symbols::getInstance()->xSync(display, False);
+        if (waitsForErrors)
+            juce::X11Symbols::getInstance()->xSync(display, False);
+
         juce::X11Symbols::getInstance()->xSetErrorHandler(handlerBefore);
     }
 
@@ -25,5 +29,6 @@ public:
 
 private:
     ::Display* const display;
+    const bool waitsForErrors;
     const XErrorHandler handlerBefore;
 };
