@@ -78,4 +78,5 @@ check "bash completes a command" completes verify quorel-presets ver
 check "bash completes a command's option" completes --favourites quorel-presets list --fav
 check "bash completes an instrument behind its layer" completes Tarn quorel-render --layer 1=Tar
 check "bash completes a preset" completes '05\ Leads\ and\ Basses/Hollow\ Soloist' quorel --preset '05\ Leads\ and\ Basses/Ho'
+check "bash completes a preset between quotes" completes '05 Leads and Basses/Hollow Soloist' quorel --preset '"05 Leads and Basses/Ho'
 verdict
