@@ -57,14 +57,13 @@ void ParameterTable::tellLatest(int index, Tell&& tell)
 
     // Another thread may have stored a newer value before this one came to tell its own: the last to tell is
     // one that has seen no newer value since.
-    float told = present();
-    tell(*object, static_cast<double>(told));
+    float told = 0.0f;
 
-    for (float now = present(); now != told; now = present())
+    do
     {
-        told = now;
+        told = present();
         tell(*object, static_cast<double>(told));
-    }
+    } while (present() != told);
 }
 
 void ParameterTable::tellLinked(int index) noexcept

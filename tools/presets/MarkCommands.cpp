@@ -6,6 +6,7 @@
 #include "presets/PresetEditing.h"
 #include "presets/PresetMarks.h"
 
+#include <functional>
 #include <iostream>
 
 namespace quorel
@@ -13,43 +14,36 @@ namespace quorel
 
 namespace
 {
-/** Fails where presets have no marks. */
-juce::Result checkMarks(const PresetCollection& collection)
+/** Makes `change` to the marks of a preset, and says what it has then. */
+int changeMarks(const PresetCollection& collection, const juce::String& preset, const juce::String& said,
+                const std::function<juce::Result(PresetMarks&, const std::vector<PresetPlace>&)>& change)
 {
-    return collection.marksFile == juce::File()
-               ? juce::Result::fail(
-                     "only presets in your own banks folder have stars and favourites, not those in " +
-                     collection.banksFolder.getFullPathName())
-               : juce::Result::ok();
+    std::vector<PresetPlace> places;
+    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
+        return fail(result);
+    if (collection.marksFile == juce::File())
+        return failWith("only presets in your own banks folder have stars and favourites, not those in " +
+                        collection.banksFolder.getFullPathName());
+    PresetMarks marks(collection.marksFile);
+    if (const auto result = change(marks, places); result.failed())
+        return fail(result);
+    std::cout << preset << "  " << said << std::endl;
+    return exitFine;
 }
 } // namespace
 
 int ratePreset(const PresetCollection& collection, const juce::String& preset, int rating)
 {
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
-        return fail(result);
-    if (const auto result = checkMarks(collection); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    if (const auto result = marks.setRating(places, rating); result.failed())
-        return fail(result);
-    std::cout << preset << "  " << count(rating, "star") << std::endl;
-    return exitFine;
+    return changeMarks(collection, preset, count(rating, "star"),
+                       [rating](PresetMarks& marks, const std::vector<PresetPlace>& places)
+                       { return marks.setRating(places, rating); });
 }
 
 int markFavourite(const PresetCollection& collection, const juce::String& preset, bool favourite)
 {
-    std::vector<PresetPlace> places;
-    if (const auto result = findPlaces(collection, {preset}, places); result.failed())
-        return fail(result);
-    if (const auto result = checkMarks(collection); result.failed())
-        return fail(result);
-    PresetMarks marks(collection.marksFile);
-    if (const auto result = marks.setFavourite(places, favourite); result.failed())
-        return fail(result);
-    std::cout << preset << (favourite ? "  favourite" : "  no favourite") << std::endl;
-    return exitFine;
+    return changeMarks(collection, preset, favourite ? "favourite" : "no favourite",
+                       [favourite](PresetMarks& marks, const std::vector<PresetPlace>& places)
+                       { return marks.setFavourite(places, favourite); });
 }
 
 int editNotes(const PresetCollection& collection, const juce::String& preset,
