@@ -315,6 +315,7 @@ void PresetCommands::goOnWith(const juce::String& folder, const juce::String& ne
         return;
     }
 
+    processor.getUndo().beforeSoundChange("delete preset");
     processor.setNames({}, folder);
     processor.getSession().forgetFile();
 

@@ -112,8 +112,13 @@ juce::Result PresetStorage::rename(const juce::String& name)
 void PresetStorage::folderRenamed(const juce::String& name)
 {
     processor.getUndo().folderRenamed(processor.getFolderName(), name);
-    takeFolderName(name);
-    processor.getOriginalComparison().folderRenamed(name);
+    presetMoved(name);
+}
+
+void PresetStorage::presetMoved(const juce::String& folder)
+{
+    takeFolderName(folder);
+    processor.getOriginalComparison().folderRenamed(folder);
 }
 
 void PresetStorage::takePresetName(const juce::String& name)

@@ -30,6 +30,9 @@ public:
     /** The current folder has this name now: the sound that plays takes it on. The files in it stay. */
     void folderRenamed(const juce::String& name);
 
+    /** The current preset lies in this folder now: the sound that plays takes it on. */
+    void presetMoved(const juce::String& folder);
+
     /** Empties all layers and makes the defaults the new preset `name` of the current folder. Fails where
         that file can't be written: the sound then goes on as it was. */
     juce::Result createEmpty(const juce::String& name);

@@ -8,6 +8,7 @@
 #include "presets/PresetEditing.h"
 
 #include <algorithm>
+#include <set>
 
 namespace quorel
 {
@@ -317,9 +318,11 @@ void SelectionCommands::move(const PresetPlace& preset, const juce::String& fold
     if (library.clipboardFolderName == preset.folder && library.clipboardPresetName == preset.name)
         library.clipboardFolderName = folder;
 
+    processor.getUndo().presetMoved(preset, folder);
+
     if (wasCurrent)
     {
-        processor.getPresetStorage().folderRenamed(folder);
+        processor.getPresetStorage().presetMoved(folder);
         takeOver({to}, noted);
     }
 }
@@ -374,10 +377,18 @@ void SelectionCommands::exportToFolder(const Presets& presets)
     if (!folder)
         return;
 
+    std::set<juce::String> names;
+
     for (const auto& file : filesOf(presets))
+    {
         if (childNamed(*folder, file.getFileName()).exists())
             return questions.tell(file.getFileName() + " already exists in " + folder->getFullPathName() +
                                   ". Nothing was exported.");
+
+        if (!names.insert(file.getFileName().toLowerCase()).second)
+            return questions.tell("Two of the presets are called " + file.getFileNameWithoutExtension() +
+                                  ". Nothing was exported.");
+    }
 
     for (const auto& file : filesOf(presets))
         if (!questions.tellFailure("Could not export " + file.getFileName(),

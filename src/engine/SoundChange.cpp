@@ -172,8 +172,16 @@ void SoundChange::bringBack(const SoundMoment& moment)
 
     sound->sides = moment.comparison;
     sound->mark = moment.file;
+    auto& session = processor.getSession();
+    const auto present = session.getFileMark();
+
+    // A sound that was the file's once is so no more when another one has been saved since.
+    if (session.getPresetName() == moment.preset && session.getFolderName() == moment.folder &&
+        present.hash.has_value() && present.hash != moment.file.hash)
+        sound->mark = {true, present.hash};
+
     processor.setNames(moment.preset, moment.folder);
-    processor.getSession().restoreFileMark(moment.file);
+    session.restoreFileMark(sound->mark);
     setWanted(sound);
     setOut();
 }
@@ -345,6 +353,32 @@ void SoundChange::publishAwaitedValues()
     }
 
     isAwaited.store(wanted != nullptr);
+}
+
+void SoundChange::describeAwaited(SoundMoment& moment) const
+{
+    const auto sound = getWanted();
+
+    if (sound == nullptr || sound->reason == ChangeReason::comparison)
+        return;
+
+    if (sound->reason == ChangeReason::undo)
+    {
+        moment.comparison = sound->sides;
+        moment.file = sound->mark;
+        return;
+    }
+
+    moment.comparison = {std::make_shared<const juce::MemoryBlock>(sound->bytes), nullptr, true};
+    moment.file.isEdited = false;
+
+    if (sound->reason == ChangeReason::project)
+    {
+        const auto names = resolveNames(processor.getPaths().banksFolder, sound->chunk);
+        moment.preset = names.preset;
+        moment.folder = names.folder;
+        moment.file = {};
+    }
 }
 
 std::optional<float> SoundChange::awaitedValue(int index) const noexcept

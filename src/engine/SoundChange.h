@@ -73,6 +73,10 @@ public:
     /** Why another sound than the one that plays was asked for; nothing where none is awaited. Any thread. */
     std::optional<ChangeReason> awaitedReason() const;
 
+    /** Gives a moment taken now what belongs to the sound that is awaited, if any: the session takes that over with the
+        sound, and has the former one's until then. Message thread. */
+    void describeAwaited(SoundMoment& moment) const;
+
     /** The editor keeps its picture: from a request until the settling time ends. */
     bool holdsDisplay() const noexcept;
 

@@ -29,8 +29,10 @@ SoundMoment SoundMoment::capture(PluginProcessor& processor)
     processor.getOriginalComparison().update();
     juce::MemoryBlock bytes;
     processor.getStateInformation(bytes);
-    return {pack(bytes), processor.getPresetName(), processor.getFolderName(),
-            processor.getOriginalComparison().getSides(), processor.getSession().getFileMark()};
+    SoundMoment moment{pack(bytes), processor.getPresetName(), processor.getFolderName(),
+                       processor.getOriginalComparison().getSides(), processor.getSession().getFileMark()};
+    processor.getSoundChange().describeAwaited(moment);
+    return moment;
 }
 
 juce::MemoryBlock SoundMoment::sound() const

@@ -225,6 +225,13 @@ void UndoHistory::presetRenamed(const juce::String& folder, const juce::String& 
             step.otherSide->preset = after;
 }
 
+void UndoHistory::presetMoved(const PresetPlace& from, const juce::String& folder)
+{
+    for (auto& step : steps)
+        if (step.otherSide && step.otherSide->folder == from.folder && step.otherSide->preset == from.name)
+            step.otherSide->folder = folder;
+}
+
 void UndoHistory::folderRenamed(const juce::String& before, const juce::String& after)
 {
     for (auto& step : steps)
@@ -282,11 +289,16 @@ void UndoHistory::limit()
 //==============================================================================================================
 // Going back and forth
 
+bool UndoHistory::isProjectAwaited() const
+{
+    return processor.getSoundChange().awaitedReason() == ChangeReason::project;
+}
+
 bool UndoHistory::undo()
 {
     closeStep();
 
-    if (!canUndo())
+    if (!canUndo() || isProjectAwaited())
         return false;
 
     auto& step = steps[--position];
@@ -305,7 +317,7 @@ bool UndoHistory::redo()
 {
     closeStep();
 
-    if (!canRedo())
+    if (!canRedo() || isProjectAwaited())
         return false;
 
     auto& step = steps[position++];

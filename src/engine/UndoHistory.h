@@ -3,6 +3,7 @@
 
 #include "engine/SoundMoment.h"
 #include "parameters/MultiControls.h"
+#include "presets/PresetFiles.h"
 
 #include <juce_events/juce_events.h>
 
@@ -79,6 +80,8 @@ public:
     /** A preset of the folder, or a folder, has another name now. */
     void presetRenamed(const juce::String& folder, const juce::String& before, const juce::String& after);
     void folderRenamed(const juce::String& before, const juce::String& after);
+    /** A preset lies in another folder now. */
+    void presetMoved(const PresetPlace& from, const juce::String& folder);
 
     void clear();
 
@@ -105,6 +108,9 @@ public:
     size_t getBytes() const;
 
 private:
+    /** It empties the history when it comes, and names and marks are still those of the sound before it. */
+    bool isProjectAwaited() const;
+
     struct Write
     {
         int index;

@@ -234,8 +234,10 @@ juce::Result PresetMarks::folderMoved(const juce::String& from, const juce::Stri
             for (auto entry = all.begin(); entry != all.end();)
                 entry = entry->first.startsWith(from + "/") ? all.erase(entry) : std::next(entry);
 
+            // Where marks of a folder that is gone are left, these take their place.
             const bool isAny = !moved.empty();
-            all.merge(moved);
+            moved.merge(all);
+            all.swap(moved);
             return isAny;
         });
 }

@@ -103,6 +103,10 @@ TEST_F(SelectionTest, ManyAreMovedExportedAndDeleted)
     selection.exportToFolder({{"Bank", "d"}, {"Bank", "c"}});
     EXPECT_EQ(rig.interaction.alerts.size(), alerts + 1);
     EXPECT_FALSE(rig.user.scratch.child("d.qrl").exists()) << "nothing, as one is there already";
+    makePreset("Twin", "b", 0.9f);
+    selection.exportToFolder({{"Other", "b"}, {"Twin", "b"}});
+    EXPECT_EQ(lastAlert(), "|Two of the presets are called b. Nothing was exported.");
+    EXPECT_FALSE(rig.user.scratch.child("b.qrl").exists());
 
     rig.interaction.confirmAnswer = true;
     rig.interaction.questions.clear();

@@ -45,6 +45,8 @@ TEST(PresetMarks, FollowTheirPresetsAndSurviveOthers)
     EXPECT_EQ(PresetMarks(file).get(one).rating, highestRating);
     EXPECT_TRUE(marks.setFavourite({odd}, true));
     EXPECT_TRUE(marks.presetMoved(one, {"B b", "Two"}));
+    // Left of a folder that is gone.
+    EXPECT_TRUE(marks.setRating({{"C", "Two"}}, 1));
     EXPECT_TRUE(marks.folderMoved("B b", "C"));
     EXPECT_EQ(marks.get({"C", "Two"}).rating, highestRating);
     EXPECT_TRUE(PresetMarks(file).get({"C", odd.name}).favourite);
