@@ -3,6 +3,7 @@
 #include "adapters/StandaloneWindow.h"
 #include "engine/PluginProcessor.h"
 #include "engine/PresetImport.h"
+#include "platform/FileOperations.h"
 #include "platform/PlatformSeam.h"
 #include "platform/PlatformSeamProgram.h"
 #include "platform/PlatformSeamSound.h"
@@ -218,7 +219,7 @@ private:
 
         if (!file.existsAsFile() && earlier.existsAsFile())
         {
-            file.getParentDirectory().createDirectory();
+            juce::ignoreUnused(createFolder(file.getParentDirectory()));
             earlier.copyFileTo(file);
         }
 

@@ -131,7 +131,7 @@ void PresetCommands::newFolder()
 
     if (isThere(folder))
         questions.tell(existsText("Folder ", name));
-    else if (const auto made = folder.createDirectory(); made.failed())
+    else if (const auto made = createFolder(folder); made.failed())
         questions.tell(failureText("Could not create folder: " + name, made));
     else
         processor.setNames(processor.getPresetName(), name);

@@ -165,12 +165,12 @@ void PresetStorage::createDefault()
 {
     const auto& banks = processor.getPaths().banksFolder;
 
-    if (banks == juce::File() || !banks.createDirectory())
+    if (banks == juce::File() || !createFolder(banks))
         return;
 
     const auto file = presetFileFor(banks, defaultFolderName, defaultPresetName);
 
-    if (file.existsAsFile() || !file.getParentDirectory().createDirectory())
+    if (file.existsAsFile() || !createFolder(file.getParentDirectory()))
         return;
 
     processor.resetAllParameters();

@@ -30,6 +30,17 @@ std::unique_ptr<juce::FileInputStream> openToRead(const juce::File& file)
 }
 } // namespace
 
+juce::Result createFolder(const juce::File& folder)
+{
+    auto result = folder.createDirectory();
+
+    // To JUCE it is a failure that a folder has come to be since it looked.
+    for (int tries = 1; result.failed() && tries < 8; ++tries)
+        result = folder.createDirectory();
+
+    return result;
+}
+
 juce::Result checkReadable(const juce::File& file)
 {
     std::error_code error;

@@ -36,6 +36,9 @@ enum class ModeOfCopy
 /** The same with the contents of another file, of any size. */
 juce::Result copyFile(const juce::File& from, const juce::File& to, ModeOfCopy mode = ModeOfCopy::asReplaced);
 
+/** Makes a folder, and those above it that aren't there, whoever else makes one of them at the same moment. */
+juce::Result createFolder(const juce::File& folder);
+
 /** Renames a file or folder. A file at the new place is replaced, in one step. */
 juce::Result moveFile(const juce::File& from, const juce::File& to);
 

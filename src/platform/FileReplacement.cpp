@@ -120,7 +120,7 @@ juce::Result FileReplacement::open(const juce::File& file)
 
     const auto folder = target.getParentDirectory();
 
-    if (const auto result = folder.createDirectory(); result.failed())
+    if (const auto result = createFolder(folder); result.failed())
         return juce::Result::fail(result.getErrorMessage().trim());
 
     removeLeftovers(folder);

@@ -20,7 +20,7 @@ FolderUpdate::FolderUpdate(const juce::File& folder)
     removeLeftovers(stage.getParentDirectory());
 
     // Where this fails, so does the first file.
-    if (stage.createDirectory())
+    if (createFolder(stage))
         mark = claimAbandoned(stage);
 }
 

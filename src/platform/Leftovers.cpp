@@ -27,6 +27,19 @@ bool isFirstLook(const juce::File& folder)
     const std::lock_guard<std::mutex> lock(mutex);
     return seen.insert(folder.getFullPathName()).second;
 }
+
+/** What has been put in a staged file's place since its process was killed is newer, and the user's. */
+void dropOutdated(const juce::File& stage)
+{
+    for (const auto& file : stage.findChildFiles(juce::File::findFiles, false))
+    {
+        juce::File target;
+
+        if (findReplaced(stage.getParentDirectory().getChildFile(file.getFileName()), target) &&
+            target.existsAsFile() && target.getLastModificationTime() > file.getLastModificationTime())
+            juce::ignoreUnused(deleteForGood(file));
+    }
+}
 } // namespace
 
 juce::File temporaryIn(const juce::File& folder)
@@ -79,7 +92,10 @@ void removeLeftovers(const juce::File& folder)
             continue;
 
         if (file.hasFileExtension(stageEnd))
+        {
+            dropOutdated(file);
             takeIn(file);
+        }
         else
             removeAll(file);
     }

@@ -20,8 +20,8 @@ juce::File stageOf(const juce::File& temporary);
 juce::Result takeIn(const juce::File& stage);
 
 /** Removes from a folder what processes of ours that were killed have left in it, and completes what was
-    whole and about to be moved; nothing of what a living one still works on. Looks once for each folder in
-    the life of this process. */
+    whole and about to be moved, unless something newer is in its place; nothing of what a living one still
+    works on. Looks once for each folder in the life of this process. */
 void removeLeftovers(const juce::File& folder);
 
 } // namespace quorel

@@ -282,7 +282,7 @@ juce::Result moveToTrash(const juce::File& file)
     const auto records = trash.getChildFile("info");
 
     // A new user has none before something is thrown away.
-    if (const auto result = dataHome.createDirectory(); result.failed())
+    if (const auto result = createFolder(dataHome); result.failed())
         return result;
 
     for (const auto& folder : {trash, files, records})

@@ -17,11 +17,23 @@ juce::CriticalSection& threadLock()
     static juce::CriticalSection lock;
     return lock;
 }
+
+/** Where locks are files, JUCE makes their folder. Where another process makes it at the same moment, that fails, and
+    JUCE says that it holds a lock that isn't there. */
+juce::String prepareLock(const juce::File& file)
+{
+    const auto name = lockNameOf(file);
+
+    if (juce::File::isAbsolutePath(name))
+        juce::ignoreUnused(createFolder(juce::File(name).getParentDirectory()));
+
+    return name;
+}
 } // namespace
 
 SharedFileLock::SharedFileLock(const juce::File& file, int timeoutMillis)
     : threads(threadLock())
-    , processes(lockNameOf(file))
+    , processes(prepareLock(file))
     , locked(processes.enter(timeoutMillis))
 {
 }

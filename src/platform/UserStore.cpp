@@ -28,7 +28,7 @@ juce::String FileUserStore::read(const juce::String& key, const juce::String& na
 
 bool FileUserStore::write(const juce::String& key, const juce::String& name, const juce::String& value)
 {
-    if (file == juce::File() || !file.getParentDirectory().createDirectory())
+    if (file == juce::File() || !createFolder(file.getParentDirectory()))
         return false;
 
     const SharedFileLock lock(file);

@@ -130,7 +130,7 @@ juce::Result PresetMarks::change(const std::function<bool(Marks&)>& edit)
     if (Marks none; file == juce::File())
         return edit(none) ? juce::Result::fail("there is no folder for settings") : juce::Result::ok();
 
-    if (const auto made = file.getParentDirectory().createDirectory(); made.failed())
+    if (const auto made = createFolder(file.getParentDirectory()); made.failed())
         return made;
 
     const SharedFileLock lock(file);

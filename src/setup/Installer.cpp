@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "setup/Installer.h"
 
+#include "platform/FileOperations.h"
 #include "platform/Leftovers.h"
 #include "platform/PlatformSeamFiles.h"
 #include "platform/UserPaths.h"
@@ -153,7 +154,7 @@ void Installer::createFolders()
     {
         if (folder == juce::File())
             fail(juce::String("the setting ") + name + " is not an absolute path");
-        else if (const auto result = folder.createDirectory(); result.failed())
+        else if (const auto result = createFolder(folder); result.failed())
             fail("cannot create the folder " + folder.getFullPathName());
     }
 }

@@ -120,7 +120,7 @@ TEST_F(FirstStart, setsTheUserUpOnceHoweverManyStartTogether)
             ++numPresets;
         }
     EXPECT_GE(numPresets, 48);
-    EXPECT_FALSE(fs::exists(data / "Setup.log"));
+    EXPECT_FALSE(fs::exists(data / "Setup.log")) << textOf(data / "Setup.log");
 
     const auto before = files();
     EXPECT_EQ(open(), "");
@@ -149,7 +149,7 @@ TEST_F(FirstStart, keepsWhatFailsForALogAndPlaysOn)
 
     fs::remove(data / "Layouts");
     EXPECT_EQ(open(), "");
-    EXPECT_FALSE(fs::exists(data / "Setup.log"));
+    EXPECT_FALSE(fs::exists(data / "Setup.log")) << textOf(data / "Setup.log");
 
     // Nothing can be written at all, whoever runs this.
     fs::remove_all(home / "config");

@@ -428,7 +428,14 @@ TEST_F(PresetsCommand, AnInterruptedImportLeavesTheOldFolderOrTheNewOne)
     const auto stage = file("Z", "0").getSiblingFile(".quorel-0.new").getChildFile("Late.qrl");
     ASSERT_TRUE(stage.create());
     write(stage, good);
+    // What somebody else has put there since stays.
+    const auto outdated = stage.getSiblingFile("0.qrl");
+    write(outdated, good);
+    ASSERT_TRUE(outdated.setLastModificationTime(file("Z", "0").getLastModificationTime() -
+                                                 juce::RelativeTime::seconds(5)));
+    const auto newer = bytesOf(file("Z", "0"));
     EXPECT_TRUE(run({"list", "Z"}).text.contains("Z/Late"));
+    EXPECT_EQ(bytesOf(file("Z", "0")), newer);
     EXPECT_FALSE(stage.getParentDirectory().exists());
 }
 

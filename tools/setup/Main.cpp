@@ -4,6 +4,7 @@
 #include "Remover.h"
 
 #include "common/Tool.h"
+#include "platform/FileOperations.h"
 #include "platform/PlatformSeamProduct.h"
 #include "platform/SharedFile.h"
 #include "setup/FirstStart.h"
@@ -43,7 +44,7 @@ void checkWritable(const std::vector<juce::File>& folders)
 {
     for (const auto& folder : folders)
     {
-        if (const auto result = folder.createDirectory(); result.failed())
+        if (const auto result = createFolder(folder); result.failed())
             throw ToolFailure("cannot create the folder " + folder.getFullPathName() + " (" +
                               result.getErrorMessage() + ")");
         if (!folder.hasWriteAccess())

@@ -84,7 +84,7 @@ bool PluginLinks::makeOne(const juce::File& plugin, const juce::File& link)
         return false;
     }
 
-    if (const auto made = link.getParentDirectory().createDirectory(); made.failed())
+    if (const auto made = createFolder(link.getParentDirectory()); made.failed())
     {
         words.complain("cannot create the folder " + link.getParentDirectory().getFullPathName());
         return false;

@@ -2,15 +2,18 @@
 // Modes, links, limits and the trash of Linux.
 #include "platform/FileOperations.h"
 #include "platform/PlatformSeamFiles.h"
+#include "platform/SharedFile.h"
 #include "support/EnvironmentVariable.h"
 #include "support/FileTools.h"
 #include "support/FullDisk.h"
 #include "support/ScratchFolder.h"
 #include "support/SmallDisk.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace quorel::test
@@ -24,6 +27,33 @@ const auto nobodyAsked = [](const juce::String& question)
     return false;
 };
 } // namespace
+
+TEST(SharedFileLock, IsThereInAFolderThatAnotherMakesAtTheSameMoment)
+{
+    const ScratchFolder scratch;
+    constexpr int rounds = 400;
+    std::atomic<int> round{-1};
+    const auto folderOf = [&scratch](int number) { return scratch.child(juce::String(number) + "/a/b"); };
+    std::thread other(
+        [&]
+        {
+            for (int i = 0; i < rounds; ++i)
+            {
+                while (round.load() < i)
+                    std::this_thread::yield();
+                EXPECT_TRUE(createFolder(folderOf(i)));
+            }
+        });
+
+    for (int i = 0; i < rounds; ++i)
+    {
+        round.store(i);
+        const SharedFileLock lock(folderOf(i).getChildFile("x"));
+        EXPECT_TRUE(lock.isHeld() && folderOf(i).getChildFile("x.lock").existsAsFile()) << i;
+    }
+
+    other.join();
+}
 
 TEST(FileOperations, AFileThatGrowsTooLongKeepsItsOldContents)
 {
