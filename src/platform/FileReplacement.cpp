@@ -10,6 +10,8 @@ namespace quorel
 
 namespace
 {
+constexpr int mostTries = 10;
+
 juce::Result failure(const std::error_code& error)
 {
     return juce::Result::fail(messageOf(error));
@@ -125,10 +127,15 @@ juce::Result FileReplacement::open(const juce::File& file)
 
     removeLeftovers(folder);
 
-    // In the same folder, so that the move is one step of the file system.
-    temporary = temporaryIn(folder);
     std::error_code error;
-    mark = createMarkedFile(temporary, error);
+
+    // Another process may take the file for a left-over before it is marked.
+    for (int tries = 0; mark == nullptr && tries < mostTries; ++tries)
+    {
+        // In the same folder, so that the move is one step of the file system.
+        temporary = temporaryIn(folder);
+        mark = createMarkedFile(temporary, error);
+    }
 
     if (mark == nullptr)
         return failure(error);

@@ -15,13 +15,28 @@ namespace quorel
 FolderUpdate::FolderUpdate(const juce::File& folder)
     : target(folder)
     , isNew(!folder.exists())
-    , stage(temporaryIn(isNew ? folder.getParentDirectory() : folder))
 {
-    removeLeftovers(stage.getParentDirectory());
+    constexpr int mostTries = 10;
+    const auto place = isNew ? folder.getParentDirectory() : folder;
+    removeLeftovers(place);
 
-    // Where this fails, so does the first file.
-    if (createFolder(stage))
+    // Another process may take the folder for a left-over before it is marked. Where there are no locks, nobody does.
+    for (int tries = 1; tries <= mostTries; ++tries)
+    {
+        stage = temporaryIn(place);
+
+        // Where this fails, so does the first file.
+        if (!createFolder(stage))
+            break;
+
         mark = claimAbandoned(stage);
+
+        if (mark != nullptr && stage.exists())
+            break;
+
+        if (tries < mostTries)
+            stage.deleteFile();
+    }
 }
 
 FolderUpdate::~FolderUpdate()

@@ -46,7 +46,8 @@ bool hasUserPlaces()
 
 namespace
 {
-/** Instruments that open others in the message loop are rare, and hardly go this deep. */
+/** A sound file, and the notes of instruments: those that open others in the message loop are rare, and hardly go
+    this deep. */
 constexpr std::size_t mostFiles = 8;
 std::array<std::atomic<const char*>, mostFiles> filesToRemove;
 static_assert(std::atomic<const char*>::is_always_lock_free, "the signal handler reads them");

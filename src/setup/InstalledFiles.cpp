@@ -3,6 +3,7 @@
 
 #include "platform/FileOperations.h"
 #include "platform/Leftovers.h"
+#include "platform/PlatformSeamFiles.h"
 
 #include <cstring>
 
@@ -32,6 +33,22 @@ bool isCutCopy(const juce::File& target, const juce::File& source)
     juce::MemoryBlock is, wanted;
     return readWholeFile(target, is) && readWholeFile(source, wanted) && is.getSize() < wanted.getSize() &&
            (is.isEmpty() || std::memcmp(is.getData(), wanted.getData(), is.getSize()) == 0);
+}
+
+/** True also where the folders that lead there are gone. Else `reason` is why nothing can be seen, if so: not
+    that the user has removed it. */
+bool isGone(const juce::File& file, juce::String& reason)
+{
+    std::error_code error;
+
+    if (kindOf(file, error) != PathKind::nothing || isLink(file))
+        return false;
+
+    if (error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory)
+        return true;
+
+    reason = messageOf(error);
+    return false;
 }
 } // namespace
 
@@ -67,13 +84,19 @@ InstalledFiles::Copy InstalledFiles::look(const juce::File& source, const juce::
     copy.before = known[0];
 
     if (copy.wanted.isEmpty())
+    {
+        copy.reason = "it can't be read";
         return copy;
+    }
 
-    if (!target.exists())
+    if (isGone(target, copy.reason))
     {
         copy.result = copy.before.isNotEmpty() && !restoreRemoved ? Result::keptRemoved : Result::added;
         return copy;
     }
+
+    if (copy.reason.isNotEmpty())
+        return copy;
 
     const auto present = fingerprint(target);
     const bool isOurs = present.isNotEmpty() && known.contains(present);
@@ -112,7 +135,7 @@ InstalledFiles::Result InstalledFiles::install(const juce::File& source, const j
     switch (copy.result)
     {
     case Result::failed:
-        reason = "it can't be read";
+        reason = copy.reason;
         return copy.result;
     case Result::keptChanged:
     case Result::keptRemoved:
@@ -144,8 +167,11 @@ std::vector<juce::File> InstalledFiles::list() const
 
 InstalledFiles::Removal InstalledFiles::remove(const juce::File& target, juce::String& reason) const
 {
-    if (!target.exists())
+    if (isGone(target, reason))
         return Removal::wasGone;
+
+    if (reason.isNotEmpty())
+        return Removal::failed;
 
     const auto present = fingerprint(target);
 

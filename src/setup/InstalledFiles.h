@@ -67,6 +67,8 @@ private:
         juce::String wanted;
         /** That of what was last installed, if anything was. */
         juce::String before;
+        /** Why it failed. */
+        juce::String reason;
     };
 
     /** What `install` has to do. */

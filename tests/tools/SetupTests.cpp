@@ -193,6 +193,20 @@ TEST_F(MadeUpSource, whatTheUserChangedStaysAndTheRestIsUpdated)
 
     store->write(key, "Editor Scale", "150");
     const auto orlen = plugin("Orlen");
+#if !JUCE_WINDOWS
+    // A place that can't be looked at isn't one where the user has removed everything.
+    const auto keys = folder.child("my sounds/01 Keys"), aside = folder.child("aside");
+    ASSERT_TRUE(keys.moveFileTo(aside) && keys.createSymbolicLink(keys, false));
+    for (const char* option : {"--restore", "--remove"})
+    {
+        auto blind = arguments(prefix, "1");
+        blind.add(option);
+        const auto failed = setup(blind);
+        EXPECT_EQ(failed.exitCode, 1) << failed.text;
+        EXPECT_TRUE(failed.text.contains("Too many levels of symbolic links")) << failed.text;
+    }
+    ASSERT_TRUE(keys.deleteFile() && aside.moveFileTo(keys));
+#endif
     const auto removed = setup({"--prefix", prefix.getFullPathName(), "--remove"});
     EXPECT_EQ(removed.exitCode, 0) << removed.text;
     expectOwnKept();

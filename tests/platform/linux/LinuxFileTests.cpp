@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Modes, links, limits and the trash of Linux.
 #include "platform/FileOperations.h"
+#include "platform/FolderUpdate.h"
 #include "platform/PlatformSeamFiles.h"
 #include "platform/SharedFile.h"
 #include "support/EnvironmentVariable.h"
@@ -52,6 +53,34 @@ TEST(SharedFileLock, IsThereInAFolderThatAnotherMakesAtTheSameMoment)
         EXPECT_TRUE(lock.isHeld() && folderOf(i).getChildFile("x.lock").existsAsFile()) << i;
     }
 
+    other.join();
+}
+
+TEST(FileOperations, AProcessThatTidiesUpIsInNobodysWay)
+{
+    const ScratchFolder scratch;
+    std::atomic<bool> isDone{false};
+    // As another process takes up what killed ones have left.
+    std::thread other(
+        [&]
+        {
+            std::error_code error;
+            while (!isDone.load())
+                for (const auto& entry : entriesOf(scratch.path(), error))
+                    if (const auto file = scratch.child(entry.name); entry.name.startsWith(".quorel-"))
+                        if (const auto claimed = claimAbandoned(file))
+                            removeAll(file);
+        });
+
+    for (int i = 0; i < 400; ++i)
+    {
+        const auto result = replaceFile(scratch.child("x"), blockOf("new"));
+        EXPECT_TRUE(result) << result.getErrorMessage();
+        FolderUpdate update(scratch.path());
+        EXPECT_TRUE(update.add("y", blockOf("new")) && update.finish()) << i;
+    }
+
+    isDone.store(true);
     other.join();
 }
 
