@@ -4,7 +4,9 @@
 #include "adapters/HostUpdates.h"
 #include "effects/FxTypes.h"
 #include "engine/PluginProcessor.h"
+#include "midi/NoteNames.h"
 #include "parameters/ParameterCatalogue.h"
+#include "parameters/ParameterCodings.h"
 #include "parameters/ParameterValueEntry.h"
 
 #include <memory>
@@ -19,6 +21,34 @@ bool isNamed(int index)
 {
     const auto naming = parameterInfo(index).name.naming;
     return naming != Naming::none && naming != Naming::number;
+}
+
+enum class RangeEnd
+{
+    none,
+    key,
+    velocity
+};
+
+constexpr int highestOfRange = 127;
+
+/** What a parameter bounds. Those have no text but what the editor's boxes show. */
+RangeEnd rangeEndOf(int index)
+{
+    if (!isNamed(index) || !isLayerParameter(index))
+        return RangeEnd::none;
+
+    switch (numberInLayer(index))
+    {
+    case layerSlot::keyMin:
+    case layerSlot::keyMax:
+        return RangeEnd::key;
+    case layerSlot::velocityMin:
+    case layerSlot::velocityMax:
+        return RangeEnd::velocity;
+    default:
+        return RangeEnd::none;
+    }
 }
 
 /** Its ID is the index behind a letter: LV2 makes a name of it. */
@@ -63,13 +93,28 @@ public:
 
     juce::String getText(float value, int maximumLength) const override
     {
-        const auto text = processor.getParameterText(index, value);
+        auto text = processor.getParameterText(index, value);
+
+        if (const int number = paramToInt(value, 0, highestOfRange); rangeEnd != RangeEnd::none)
+            text = rangeEnd == RangeEnd::key ? noteName(number) : juce::String(number);
+
         return (text.isNotEmpty() ? text : juce::String(value, 3)).substring(0, maximumLength);
     }
 
     float getValueForText(const juce::String& text) const override
     {
-        return typedValue(index, text).value_or(processor.getParameter(index));
+        if (rangeEnd == RangeEnd::none)
+            return typedValue(index, text).value_or(processor.getParameter(index));
+
+        const auto note = rangeEnd == RangeEnd::key ? noteOfName(text) : std::nullopt;
+        const auto digits = text.trim();
+
+        if (!note && (digits.isEmpty() || digits.length() > 3 || !digits.containsOnly("0123456789")))
+            return processor.getParameter(index);
+
+        // The middle of the number's range, so that rounding can't lead to a neighbour.
+        const int number = juce::jlimit(0, highestOfRange, note.value_or(digits.getIntValue()));
+        return clampUnit((static_cast<float>(number) + 0.5f) / static_cast<float>(highestOfRange));
     }
 
     int getNumSteps() const override
@@ -97,6 +142,7 @@ private:
     HostUpdates& updates;
     const int index;
     const ParameterInfo& info;
+    const RangeEnd rangeEnd = rangeEndOf(index);
 };
 
 using Group = juce::AudioProcessorParameterGroup;

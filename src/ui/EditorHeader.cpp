@@ -2,6 +2,7 @@
 #include "ui/EditorHeader.h"
 
 #include "engine/OriginalComparison.h"
+#include "midi/NoteNames.h"
 #include "ui/EditorColours.h"
 #include "ui/Geometry.h"
 #include "ui/PopupMenus.h"

@@ -13,12 +13,6 @@
 namespace quorel
 {
 
-/** Name of a MIDI note, limited to 0 to 127: 60 is "C3", 0 is "C-2". */
-juce::String noteName(int note);
-
-/** The note, which may lie outside 0 to 127, of a name such as "C3", "f#-1" or "Bb2"; nothing for other text. */
-std::optional<int> noteOfName(const juce::String& name);
-
 /** What the number boxes have in common: a number on an image, dragged up and down (with Shift ten times
     finer), stepped by wheel and arrow keys, typed after a double click or Return, and a menu on the right button. The
     slider runs from 0 to 1, which is spread over the numbers from `minimum` to `maximum`. Message thread. */

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/myIntBox2.h"
 
+#include "midi/NoteNames.h"
+
 namespace quorel
 {
 namespace

@@ -81,6 +81,10 @@ TEST_P(EachFormat, names_its_parameters)
     {
         EXPECT_EQ(volume->getText(0.63f, 64), "0 db");
         EXPECT_EQ(volume->getText(1.0f, 64), "+12 db") << "not only of the present value";
+        auto* lowest = parameter(*plugin, "Layer1 Keyboard Range Min");
+        ASSERT_NE(lowest, nullptr);
+        EXPECT_EQ(lowest->getText(lowest->getValueForText("f#3"), 64), "F#3");
+        EXPECT_EQ(lowest->getText(lowest->getValueForText("127"), 64), "G8");
         EXPECT_EQ(groupsOf(*plugin, eq), "Layer 2/EQ");
         EXPECT_EQ(groupsOf(*plugin, parameter(*plugin, "FX3 Mix")), "Effects");
         EXPECT_EQ(groupsOf(*plugin, parameter(*plugin, "Multi Fader 1")), "Multi-Controls");
