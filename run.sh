@@ -5,9 +5,15 @@
 # With --gui it opens the standalone on the demo's sound instead; with --package it makes the Debian packages and the tarball,
 # in build/packages/.
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")"
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 
-[[ "${1:-}" != --package ]] || exec packaging/package.sh
+case "$*" in
+    "" | --gui) ;;
+    --package) exec packaging/package.sh ;;
+    *)
+        echo "usage: ./run.sh [--gui | --package]" >&2
+        exit 2 ;;
+esac
 
 packaging/install-packages.sh
 packaging/build.sh release products

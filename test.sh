@@ -9,7 +9,7 @@
 #   ./test.sh style      clang-format and clang-tidy over our own code
 # Further arguments go to ctest, as in: ./test.sh release -R Chunk
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")"
+cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")"
 
 kind="${1:-release}"
 shift || true
@@ -24,6 +24,11 @@ fi
 
 if [[ "$kind" == packages ]]; then
     exec tests/packages/run-all.sh "$@"
+fi
+
+if [[ "$kind" != release && "$kind" != dev && "$kind" != asan && "$kind" != tsan ]]; then
+    sed -n '/^# Installs/,/^# Further/s/^# //p' test.sh >&2
+    exit 2
 fi
 
 packaging/install-packages.sh

@@ -6,6 +6,8 @@ if(NOT CMAKE_SYSTEM_NAME STREQUAL "Linux" OR QUOREL_SANITIZE)
 endif()
 
 include(GNUInstallDirs)
+# Whatever the umask: what is for all users is for all users.
+set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 # The programs look for it as `../lib/quorel`, and the plug-ins as a folder beside their own, wherever libraries go otherwise.
 set(dataDir lib/quorel)
 set(pluginDir lib)

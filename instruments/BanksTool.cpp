@@ -68,7 +68,10 @@ int main(int argc, char** argv)
     if (folder == "--help" || folder == "-h" || folder == "--version")
     {
         const bool written = std::puts(folder == "--version" ? "ostrand-banks " OSTRAND_VERSION : usage) >= 0;
-        return written && std::fflush(stdout) == 0 ? 0 : 1;
+        if (written && std::fflush(stdout) == 0)
+            return 0;
+        std::fputs("ostrand-banks: cannot write the output\n", stderr);
+        return 1;
     }
     if (folder.empty() || folder[0] == '-')
     {

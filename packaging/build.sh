@@ -7,8 +7,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 preset="${1:-release}"
 shift || true
 export CCACHE_SLOPPINESS=time_macros
-cmake --preset "$preset" > "/tmp/quorel-configure-$$.log" || { cat "/tmp/quorel-configure-$$.log"; exit 1; }
-rm -f "/tmp/quorel-configure-$$.log"
+log="$(mktemp)"
+cmake --preset "$preset" > "$log" || { cat "$log"; rm -f "$log"; exit 1; }
+rm -f "$log"
 targets=()
 [[ $# -gt 0 ]] && targets=(--target "$@")
 cmake --build --preset "$preset" "${targets[@]}"

@@ -9,6 +9,12 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 kind="${1:-}"
+case "$kind" in
+    "" | --from-source | --tree) ;;
+    *)
+        echo "usage: packaging/deb/build.sh [--from-source | --tree]" >&2
+        exit 2 ;;
+esac
 maintainer="Quorel maintainers <maintainers@quorel.invalid>"
 version="$(sed -n 's/^project(Quorel VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)"
 work="$PWD/build/deb"
@@ -21,7 +27,7 @@ packaging/install-packages.sh packaging/deb/debian-packages.txt
 # What ./run.sh needs, but for what every builder has, and what only people want.
 build_depends()
 {
-    { sed '/^# tests/,$d; /^#/d; /^$/d' packaging/debian-packages.txt; echo help2man; } |
+    sed '/^# tests/,$d; /^#/d; /^$/d' packaging/debian-packages.txt |
         grep -v -x -e ca-certificates -e g++ -e ccache -e git | LC_ALL=C sort | sed 's/^/               /; s/$/,/'
 }
 

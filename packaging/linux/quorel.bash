@@ -13,20 +13,26 @@ _quorel_lines()
     done < <("$@" 2> /dev/null)
 }
 
+# Any of these programs sets a user up who starts it for the first time, which a Tab is not to do.
+_quorel_is_set_up() { [[ ${#library[@]} -gt 0 || -e "${XDG_CONFIG_HOME:-$HOME/.config}/Ostrand/Registry.xml" ]]; }
+
 # Presets as FOLDER/NAME, folders, and categories, as the user's library has them, or the one that "library" names.
-_quorel_presets() { quorel-presets "${library[@]}" list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,; /\/$/d'; }
+_quorel_presets() { ! _quorel_is_set_up || quorel-presets "${library[@]}" list | sed -n 's,^\([^ ].*/.*\)$,\1,p' | sed 's,  .*,,; /\/$/d'; }
 _quorel_folders() { _quorel_presets | sed 's,/.*,,' | sort -u; }
 _quorel_categories() { quorel-presets categories list | sed 's/^[^:]*: //; s/, /\n/g'; }
-_quorel_instruments() { quorel-render "${library[@]}" --list-instruments | sed 's/  .*//'; }
+_quorel_instruments() { ! _quorel_is_set_up || quorel-render "${library[@]}" --list-instruments | sed 's/  .*//'; }
 _quorel_effects() { quorel-render --list-effects | sed -n 's/^ *[0-9][0-9]*  *\([^ ].*\)$/\1/p' | sed 's/  .*//'; }
 
 # What stands before the present word's "N=" stays as it is.
 _quorel_numbered()
 {
-    local before="${cur%%=*}="
-    [[ "$cur" == [1-4]=* ]] || { COMPREPLY=($(compgen -W "1= 2= 3= 4=" -- "$cur")); compopt -o nospace; return; }
-    cur="${cur#*=}"
+    local before="${cur%%=*}=" quote=
+    [[ "$cur" != [\"\']* ]] || quote="${cur:0:1}"
+    [[ "${cur#"$quote"}" == [1-4]=* ]] || { COMPREPLY=($(compgen -W "1= 2= 3= 4=" -- "$cur")); compopt -o nospace; return; }
+    cur="$quote${cur#*=}"
     _quorel_lines "$1"
+    # Between quotes, readline takes the whole word.
+    [[ -z "$quote" ]] || { COMPREPLY=("${COMPREPLY[@]/#/${before#"$quote"}}"); return; }
     # Readline takes "=" as the end of a word, unless it is told otherwise.
     [[ "$COMP_WORDBREAKS" == *=* ]] || COMPREPLY=("${COMPREPLY[@]/#/$before}")
 }
@@ -34,7 +40,8 @@ _quorel_numbered()
 _quorel()
 {
     local cur prev words cword
-    _init_completion -n = || return
+    local split
+    _init_completion -s || return
     local program="${1##*/}" command= change= operands=0 library=() word i
 
     for ((i = 1; i < cword; ++i)); do
@@ -78,11 +85,15 @@ _quorel()
     fi
 
     case "$program" in
-        quorel) _filedir qrl ;;
+        quorel) _filedir '@(qrl|zip|mid|midi)' ;;
         quorel-render) _filedir '@(mid|midi)' ;;
         quorel-presets)
             if [[ -z "$command" || ("$command" == categories && -z "$change") ]]; then
                 COMPREPLY=($(compgen -W '$("${help[@]}" | sed -n "/^Subcommands:/,/^\$/s/^  \([a-z]*\) .*/\1/p")' -- "$cur"))
+            elif [[ "$command" == rate && "$operands" -gt 0 ]]; then
+                COMPREPLY=($(compgen -W "0 1 2 3 4 5" -- "$cur"))
+            elif [[ "$command" == categories && "$change" == list ]]; then
+                return
             elif [[ "$command" == categories && "$operands" -gt 0 ]]; then
                 _quorel_lines _quorel_categories
             elif [[ "$command" == import ]]; then

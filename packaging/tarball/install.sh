@@ -119,9 +119,10 @@ remove_folders()
 }
 
 # What programs of the desktop make of the files below share, where these programs are.
+# What it says of folders that are in no search path is nothing that a user has to do.
 refresh_desktop()
 {
-    [ ! -d "$share/mime/packages" ] || ! command -v update-mime-database > /dev/null || update-mime-database "$share/mime" || :
+    [ ! -d "$share/mime/packages" ] || ! command -v update-mime-database > /dev/null || update-mime-database "$share/mime" 2> /dev/null || :
     [ ! -d "$share/applications" ] || ! command -v update-desktop-database > /dev/null ||
         update-desktop-database "$share/applications" || :
     # A cache that isn't there is not missed; one that is older than its folder is passed over.
@@ -153,8 +154,8 @@ before="$(read_list)"
 if [ -n "$uninstall" ]; then
     [ -n "$before" ] || fail "there is no Quorel in ${prefix:-/} that this script has installed"
 
-    # Root has set nobody up, and a program that can't start here (127) hasn't either.
-    if [ "$(id -u)" != 0 ] && [ -x "$prefix/bin/quorel-setup" ]; then
+    # Root has set nobody up, a user who has never started it isn't, and a program that can't start here (127) hasn't either.
+    if [ "$(id -u)" != 0 ] && [ -x "$prefix/bin/quorel-setup" ] && [ -e "${XDG_CONFIG_HOME:-$HOME/.config}/Ostrand" ]; then
         "$prefix/bin/quorel-setup" --remove || [ $? = 127 ] || fail "not everything that Quorel had set up for you could be removed, as it says above; the programs are still
 installed. Put that right, or close your DAW if it holds the files, and try again"
     fi

@@ -98,7 +98,9 @@ private:
         options.set_version_flag("--version", std::string("quorel ") + productVersion,
                                  "Print the version and end");
         auto* preset =
-            options.add_option("--preset", wanted, "Preset to open with")->type_name("FOLDER/NAME");
+            options.add_option("--preset", wanted, "Preset to open with")
+                ->check([](const std::string& name) { return name.empty() ? "an empty name" : ""; })
+                ->type_name("FOLDER/NAME");
         options
             .add_option("file", file,
                         "Preset to open with, as a file, or an archive of presets or a MIDI file. A preset "
@@ -121,7 +123,12 @@ private:
         catch (const CLI::Success& answer)
         {
             const int code = options.exit(answer);
-            return std::cout.flush() ? code : exitFailed;
+
+            if (std::cout.flush())
+                return code;
+
+            std::cerr << "quorel: cannot write the output" << std::endl;
+            return exitFailed;
         }
         catch (const CLI::ParseError& error)
         {

@@ -51,6 +51,26 @@ juce::StringArray listPresets(const juce::File& folder)
     return names;
 }
 
+juce::StringArray listAllPresets(const juce::File& banksFolder)
+{
+    juce::StringArray places;
+
+    for (const auto& folder : listPresetFolders(banksFolder))
+        for (const auto& name : listPresets(childNamed(banksFolder, folder)))
+            places.add(PresetPlace{folder, name}.text());
+
+    return places;
+}
+
+juce::Result checkListable(const juce::File& folder)
+{
+    std::error_code error;
+    entriesOf(folder, error);
+    return error ? juce::Result::fail("cannot read the folder " + folder.getFullPathName() + " (" +
+                                      messageOf(error) + ")")
+                 : juce::Result::ok();
+}
+
 juce::File findPresetFile(const juce::File& banksFolder, const juce::String& folderName,
                           const juce::String& presetName)
 {

@@ -32,6 +32,12 @@ juce::StringArray listPresetFolders(const juce::File& banksFolder);
     case. */
 juce::StringArray listPresets(const juce::File& folder);
 
+/** All presets that the banks folder lists, as "FOLDER/NAME". */
+juce::StringArray listAllPresets(const juce::File& banksFolder);
+
+/** Fails, saying why, for a folder that can't be read: to lists it looks empty. */
+juce::Result checkListable(const juce::File& folder);
+
 /** The file of a preset, by exact names among what the banks folder lists. An empty file if there is none. */
 juce::File findPresetFile(const juce::File& banksFolder, const juce::String& folderName,
                           const juce::String& presetName);

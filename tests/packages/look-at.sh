@@ -77,6 +77,8 @@ check "bash completes an option" completes --output quorel-render --ou
 check "bash completes a command" completes verify quorel-presets ver
 check "bash completes a command's option" completes --favourites quorel-presets list --fav
 check "bash completes an instrument behind its layer" completes Tarn quorel-render --layer 1=Tar
+check "bash completes an effect between quotes" completes '1=HQ Reverb' quorel-render --fx '"1=HQ R'
+check "bash completes the value of an option" completes '05\ Leads\ and\ Basses/Hollow\ Soloist' quorel '--preset=05\ Leads\ and\ Basses/Ho'
 check "bash completes a preset" completes '05\ Leads\ and\ Basses/Hollow\ Soloist' quorel --preset '05\ Leads\ and\ Basses/Ho'
 check "bash completes a preset between quotes" completes '05 Leads and Basses/Hollow Soloist' quorel --preset '"05 Leads and Basses/Ho'
 verdict

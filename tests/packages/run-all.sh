@@ -9,7 +9,14 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 
 [[ $EUID == 0 ]] || { echo "./test.sh packages installs packages in a system of its own: start it as root" >&2; exit 1; }
 
-[[ "${1:-}" == --standing ]] || packaging/package.sh
+case "${1:-}" in
+    "") packaging/package.sh ;;
+    --standing) ;;
+    *)
+        echo "usage: ./test.sh packages [--standing]" >&2
+        exit 2 ;;
+esac
+
 packages="$PWD/build/packages"
 work="$PWD/build/packages-test"
 release=bookworm

@@ -257,6 +257,10 @@ TEST_F(PresetsCommand, MarksAndNotesAreKeptAndFollow)
     EXPECT_EQ(run({"favourite", "A/One"}).exitCode, 0);
     EXPECT_EQ(run({"rate", "B/Three", "5"}).exitCode, 0);
     expectRefusals({{"rate", "A/One", "6"}}, 2);
+    test::expectRefusal(run({"lst"}), 2, "unknown command \"lst\": did you mean list?");
+    test::expectRefusal(run({"categories", "foo"}), 2, "unknown command \"foo\"");
+    test::expectRefusal(run({"list", "--favorites"}), 2, "--favorites");
+    test::expectRefusal(run({"show", "A/Oen"}), 1, "there is no preset");
     EXPECT_TRUE(bytesOf(file("A", "One")) == before) << "marks stand beside the presets";
     EXPECT_EQ(run({"search", "--rated", "1", "--sort", "rating"}).text,
               "B/Three  5 stars\nA/One  [Bass]  4 stars  favourite\n");
@@ -486,7 +490,7 @@ TEST_F(PresetsCommand, AFullDiskLosesNothing)
 }
 
 #if !JUCE_WINDOWS
-TEST_F(PresetsCommand, VerifyFailsForAFolderThatItCannotRead)
+TEST_F(PresetsCommand, AFolderThatCannotBeReadIsNoEmptyOne)
 {
     const auto folder = rig.user.banksFolder().getChildFile("Closed");
     ASSERT_TRUE(folder.createDirectory());
@@ -495,14 +499,19 @@ TEST_F(PresetsCommand, VerifyFailsForAFolderThatItCannotRead)
     juce::StringArray commandLine{"setpriv", "--reuid=65534", "--clear-groups"};
     if (geteuid() != 0)
         commandLine.clear();
-    commandLine.addArray(
-        {QUOREL_TEST_PRESETS, "--banks", rig.user.banksFolder().getFullPathName(), "verify"});
+    commandLine.addArray({QUOREL_TEST_PRESETS, "--banks", rig.user.banksFolder().getFullPathName()});
 
-    const auto [exitCode, text] = test::runProgram(commandLine);
-    EXPECT_EQ(exitCode, 1) << text;
-    EXPECT_TRUE(text.contains("cannot read the folder " + folder.getFullPathName() + " (Permission denied)"))
-        << text;
-    EXPECT_TRUE(text.contains(": 1 error, ")) << text;
+    for (const juce::StringArray& command :
+         {juce::StringArray{"verify"}, {"list"}, {"search", "o"}, {"show", "Closed/One"}})
+    {
+        auto whole = commandLine;
+        whole.addArray(command);
+        const auto [exitCode, text] = test::runProgram(whole);
+        EXPECT_EQ(exitCode, 1) << text;
+        EXPECT_TRUE(
+            text.contains("cannot read the folder " + folder.getFullPathName() + " (Permission denied)"))
+            << text;
+    }
     ASSERT_EQ(chmod(folder.getFullPathName().toRawUTF8(), 0755), 0);
 }
 #endif

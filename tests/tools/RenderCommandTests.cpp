@@ -184,6 +184,16 @@ TEST_F(RenderCommand, RendersLayersAndGetsThemBackFromAPreset)
     EXPECT_GT(slow.getMagnitude(0, slow.getNumSamples()), 0.01f);
 }
 
+TEST_F(RenderCommand, APresetSoundsTheSameEachTime)
+{
+    const auto midi = song();
+    // Its free-running modulation goes on from where the change of presets has left it.
+    for (const char* name : {"one.wav", "two.wav"})
+        ASSERT_EQ(
+            render({midi, "--preset", "06 Motion and Rhythm/Music Box Orbit", "-o", path(name)}).exitCode, 0);
+    EXPECT_TRUE(scratch.child("one.wav").hasIdenticalContentTo(scratch.child("two.wav")));
+}
+
 TEST_F(RenderCommand, FeedsASoundFileToTheEffects)
 {
     // One channel with a click of 0.5 at 0.1 s. Block 1 delays by 2^6 ms and 2^3 ms at no feedback; the line
@@ -331,6 +341,7 @@ TEST_F(RenderCommand, RefusesBadInputInOneLineAndLeavesNothing)
             {{midi, "-o", wav, "--param", "1=1/0"}, "from 0 to 1"},
             {{midi, "-o", wav, "--fx", "5=Chorus"}, "N from 1 to 4"},
             {{midi, "-o", wav, "--fx", "1=33"}, "unknown effect \"33\""},
+            {{midi, "-o", wav, "--fx", "1=HQ Revrb"}, "did you mean HQ Reverb?"},
             {{midi, "-o", wav, "--fx", "1=1:0,0,0,0,0,0,0,0,0,0,0"}, "at most 10"},
             {{midi, "-o", wav, "--fx", "1=1:0.5,,0"}, "from 0 to 1"},
             {{midi, "-o", wav, "--fx", "1=1:0.5:mix=inf"}, "from 0 to 1"},

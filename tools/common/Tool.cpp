@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tool.h"
 
+#include "NearNames.h"
+
 #include "platform/FileOperations.h"
 #include "platform/PlatformSeam.h"
 #include "platform/PlatformSeamProgram.h"
@@ -14,6 +16,31 @@
 
 namespace quorel
 {
+
+namespace
+{
+/** What is missing, or what isn't known and stands in its place. */
+std::string problemOfExtras(const CLI::App& app, const std::string& missing)
+{
+    const auto extras = app.remaining(true);
+    if (extras.empty())
+        return missing;
+    const auto& extra = extras.front();
+    if (extra.rfind('-', 0) == 0)
+        return "unknown option \"" + extra + "\"";
+
+    // Of the command that was named last.
+    const auto* parent = &app;
+    while (!parent->get_subcommands().empty())
+        parent = parent->get_subcommands().front();
+    juce::StringArray names;
+    for (const auto* command : parent->get_subcommands([](const CLI::App*) { return true; }))
+        names.add(textOf(command->get_name()));
+    if (names.isEmpty())
+        return missing;
+    return "unknown command \"" + extra + "\"" + didYouMean(textOf(extra), names).toStdString();
+}
+} // namespace
 
 int runTool(CLI::App& app, const std::function<void()>& parse, const std::function<int()>& work)
 {
@@ -38,6 +65,10 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
     {
         return checked(app.exit(answer));
     }
+    catch (const CLI::RequiredError& error)
+    {
+        return fail(problemOfExtras(app, error.what()) + " (see --help)", exitUsage);
+    }
     catch (const CLI::ParseError& error)
     {
         return fail(error.what() + std::string(" (see --help)"), exitUsage);
@@ -58,11 +89,20 @@ int runTool(CLI::App& app, int argc, const char* const* argv, const std::functio
         app,
         [&]
         {
-            auto arguments = programArguments(argc, argv);
+            auto arguments = checkedArguments(argc, argv);
             std::reverse(arguments.begin(), arguments.end()); // as CLI11 wants them
             app.parse(std::move(arguments));
         },
         work);
+}
+
+std::vector<std::string> checkedArguments(int argc, const char* const* argv)
+{
+    auto arguments = programArguments(argc, argv);
+    for (const auto& argument : arguments)
+        if (!juce::CharPointer_UTF8::isValidString(argument.c_str(), static_cast<int>(argument.size())))
+            throw UsageFailure("this is not UTF-8: " + textOf(argument));
+    return arguments;
 }
 
 void checkPrefix(const juce::File& prefix)

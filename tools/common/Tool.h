@@ -7,6 +7,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace CLI
 {
@@ -54,6 +55,9 @@ int runTool(CLI::App& app, const std::function<void()>& parse, const std::functi
 
 /** The same, for a program whose arguments CLI11 parses as they are. */
 int runTool(CLI::App& app, int argc, const char* const* argv, const std::function<int()>& work);
+
+/** What the program was started with. Throws a UsageFailure for what isn't UTF-8: it would be taken for another name. */
+std::vector<std::string> checkedArguments(int argc, const char* const* argv);
 
 /** Throws a ToolFailure where this isn't a folder, or, without one, where the user has no home. `prefix` is the
     argument of --prefix; empty for none. */

@@ -99,16 +99,6 @@ juce::Array<juce::File> presetLikeFiles(const juce::File& folder)
     return files;
 }
 
-/** Fails for a folder that can't be listed: it would look empty. */
-juce::Result checkListable(const juce::File& folder)
-{
-    std::error_code error;
-    entriesOf(folder, error);
-    return error ? juce::Result::fail("cannot read the folder " + folder.getFullPathName() + " (" +
-                                      messageOf(error) + ")")
-                 : juce::Result::ok();
-}
-
 juce::Result addFolder(const juce::File& folder, std::vector<Suspect>& suspects)
 {
     if (const auto result = checkListable(folder); result.failed())
@@ -131,8 +121,6 @@ juce::Result collectSuspects(const PresetCollection& collection, const juce::Str
     if (what.isEmpty())
     {
         if (const auto result = checkBanks(collection); result.failed())
-            return result;
-        if (const auto result = checkListable(banks); result.failed())
             return result;
         for (const auto& folder : listPresetFolders(banks))
             addOrNote(childNamed(banks, folder));
@@ -196,11 +184,17 @@ int listPresetsIn(const PresetCollection& collection, const juce::String& folder
     PresetIndex index;
     index.build(collection.banksFolder);
     const PresetMarks marks(collection.marksFile);
+    int code = exitFine;
     for (query.folderIndex = 0; query.folderIndex < folders.size(); ++query.folderIndex)
     {
         const auto& name = folders[query.folderIndex];
         if (folder.isNotEmpty() && folder != name)
             continue;
+        if (const auto result = checkListable(childNamed(collection.banksFolder, name)); result.failed())
+        {
+            code = fail(result);
+            continue;
+        }
         const auto found = index.find(query, marks, options.order);
         std::cout << name << "/  (" << count(static_cast<int>(found.size()), "preset") << ")\n";
         for (const int i : found)
@@ -208,7 +202,7 @@ int listPresetsIn(const PresetCollection& collection, const juce::String& folder
                   marks.get(index.getEntries()[static_cast<std::size_t>(i)].place()));
     }
     std::cout << std::flush;
-    return exitFine;
+    return code;
 }
 
 int searchPresets(const PresetCollection& collection, const ListOptions& options)
@@ -226,7 +220,11 @@ int searchPresets(const PresetCollection& collection, const ListOptions& options
         print(index.getEntries()[static_cast<std::size_t>(i)],
               marks.get(index.getEntries()[static_cast<std::size_t>(i)].place()));
     std::cout << std::flush;
-    return found.empty() ? failWith("no preset fits") : exitFine;
+    int code = exitFine;
+    for (const auto& folder : listPresetFolders(collection.banksFolder))
+        if (const auto result = checkListable(childNamed(collection.banksFolder, folder)); result.failed())
+            code = fail(result);
+    return found.empty() ? failWith("no preset fits") : code;
 }
 
 int showPreset(const PresetCollection& collection, const juce::String& preset, const ShowOptions& options)

@@ -205,6 +205,7 @@ private:
         move.add_option("presets", a.names, "FOLDER/NAME, one or more")->required()->type_name("PRESET");
         move.add_option("--to", a.folder, "The folder; made where it is missing")
             ->required()
+            ->check(problemOfPath)
             ->type_name("FOLDER");
 
         auto& erase = add(app, "delete", "Moves presets to the trash",

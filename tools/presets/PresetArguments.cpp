@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PresetArguments.h"
 
+#include "common/NearNames.h"
 #include "common/Tool.h"
+#include "platform/FileNames.h"
 
 #include <iostream>
 
@@ -35,7 +37,7 @@ juce::Result checkBanks(const PresetCollection& collection)
         return juce::Result::fail("no banks folder is set: run quorel-setup, or give --banks");
     if (!collection.banksFolder.isDirectory())
         return juce::Result::fail("there is no banks folder " + collection.banksFolder.getFullPathName());
-    return juce::Result::ok();
+    return checkListable(collection.banksFolder);
 }
 
 juce::Result splitPlace(const juce::String& text, PresetPlace& place)
@@ -54,10 +56,15 @@ juce::Result findPreset(const PresetCollection& collection, const juce::String& 
     PresetPlace place;
     if (const auto result = splitPlace(text, place); result.failed())
         return result;
-    file = findPresetFile(collection.banksFolder, place.folder, place.name);
-    return file != juce::File() ? juce::Result::ok()
-                                : juce::Result::fail("there is no preset " + quoted(text) + " in " +
-                                                     collection.banksFolder.getFullPathName());
+    const auto& banks = collection.banksFolder;
+    file = findPresetFile(banks, place.folder, place.name);
+    if (file != juce::File())
+        return juce::Result::ok();
+    if (listPresetFolders(banks).contains(place.folder))
+        if (const auto result = checkListable(childNamed(banks, place.folder)); result.failed())
+            return result;
+    return juce::Result::fail("there is no preset " + quoted(text) + " in " + banks.getFullPathName() +
+                              didYouMean(text, listAllPresets(banks)));
 }
 
 juce::Result findPlaces(const PresetCollection& collection, const juce::StringArray& presets,

@@ -54,7 +54,7 @@ juce::File givenFile(const std::string& path)
 std::vector<std::string> expandArgumentFiles(int argc, const char* const* argv)
 {
     std::vector<std::string> arguments;
-    for (const auto& argument : programArguments(argc, argv))
+    for (const auto& argument : checkedArguments(argc, argv))
     {
         if (argument.size() < 2 || argument[0] != '@')
         {

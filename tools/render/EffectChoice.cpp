@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EffectChoice.h"
 
+#include "common/NearNames.h"
 #include "effects/FxTypes.h"
 #include "parameters/ParameterLayout.h"
 
@@ -118,7 +119,13 @@ juce::Result parseEffectChoice(const juce::String& text, EffectChoice& choice)
             juce::String(numFxBlocks) + ", not as \"" + text + "\"");
     choice.type = parseType(sections[0].trim());
     if (choice.type < 0)
-        return juce::Result::fail("unknown effect \"" + sections[0].trim() + "\": see --list-effects");
+    {
+        juce::StringArray names;
+        for (const auto& type : fxTypes)
+            names.add(type.name);
+        return juce::Result::fail("unknown effect \"" + sections[0].trim() + "\"" +
+                                  didYouMean(sections[0], names) + " (see --list-effects)");
+    }
 
     sections.remove(0);
     if (!sections.isEmpty() && !sections[0].containsChar('='))

@@ -54,16 +54,21 @@ void OfflineRender::playEmptyBlock()
     processor.processBlock(buffer, midi);
 }
 
-bool OfflineRender::playUntil(const std::function<bool()>& done, int timeoutMillis)
+bool OfflineRender::playSoundChange(int timeoutMillis)
 {
-    // Fades are counted in blocks: many at a time make them short.
+    // Fades are counted in blocks: many at a time make them short. While the instruments are loaded and settle, which takes
+    // time and no blocks, none are played: their number would be another one each time, and free-running modulation
+    // at another place when the song starts.
     constexpr int blocksPerTurn = 16;
+    const auto& change = processor.getSoundChange();
+    const auto isFading = [&fade = processor.getSoundChange().getFade()]
+    { return fade.getState() == ChangeState::fadingOut || fade.getState() == ChangeState::fadingIn; };
     return pumpUntil(
         [&]
         {
-            for (int i = 0; i < blocksPerTurn && !done(); ++i)
+            for (int i = 0; i < blocksPerTurn && isFading(); ++i)
                 playEmptyBlock();
-            return done();
+            return !change.isUnderWay();
         },
         timeoutMillis);
 }

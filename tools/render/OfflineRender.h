@@ -38,9 +38,9 @@ public:
                   int blockSize);
     ~OfflineRender();
 
-    /** Runs empty blocks with the transport stopped and the message loop in turn until `done`, at most for
-        `timeoutMillis`. Returns whether it is done. */
-    bool playUntil(const std::function<bool()>& done, int timeoutMillis);
+    /** Runs the message loop, and empty blocks with the transport stopped for its fades, until a change of sound that
+        is under way has ended, at most for `timeoutMillis`. Returns whether it has. */
+    bool playSoundChange(int timeoutMillis);
 
     /** Runs empty blocks with the transport stopped, so that loads and messages take effect before the first
         note. */

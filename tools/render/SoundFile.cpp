@@ -62,6 +62,7 @@ juce::Result SoundFile::create(const juce::File& target, double rate, int numCha
     created->replacement = std::make_unique<FileReplacement>(target);
     if (created->replacement->status().failed())
         return cannotWrite(name, created->replacement->status());
+    created->unfinished.emplace(created->replacement->temporaryFile());
     const auto result = created->open(created->replacement->stream(), rate, numChannels, bits);
     file = std::move(created);
     return result;

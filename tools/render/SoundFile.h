@@ -4,9 +4,11 @@
 #include "OneWayWav.h"
 
 #include "platform/FileReplacement.h"
+#include "platform/PlatformSeamProgram.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 #include <memory>
+#include <optional>
 
 namespace quorel
 {
@@ -42,6 +44,8 @@ private:
     const juce::String name;
     /** One of these two. */
     std::unique_ptr<FileReplacement> replacement;
+    /** A render that a user ends leaves nothing behind. */
+    std::optional<FileUntilSignal> unfinished;
     std::unique_ptr<OneWayWav> oneWay;
     std::unique_ptr<juce::AudioFormat> format;
     std::unique_ptr<juce::AudioFormatWriter> writer;

@@ -31,21 +31,21 @@ bool hasName(int index)
 }
 } // namespace
 
-juce::StringArray presetNames(const juce::File& banksFolder)
-{
-    juce::StringArray names;
-    for (const auto& folder : listPresetFolders(banksFolder))
-        for (const auto& name : listPresets(childNamed(banksFolder, folder)))
-            names.add(PresetPlace{folder, name}.text());
-    return names;
-}
-
 juce::Result listPresetNames(const juce::File& banksFolder)
 {
-    const auto names = presetNames(banksFolder);
+    const auto names = listAllPresets(banksFolder);
     for (const auto& name : names)
         std::cout << name << '\n';
     std::cout << std::flush;
+    if (banksFolder.isDirectory())
+    {
+        auto result = checkListable(banksFolder);
+        for (const auto& folder : listPresetFolders(banksFolder))
+            if (result.wasOk())
+                result = checkListable(childNamed(banksFolder, folder));
+        if (result.failed())
+            return result;
+    }
     if (!names.isEmpty())
         return juce::Result::ok();
     return juce::Result::fail(banksFolder == juce::File()

@@ -7,12 +7,9 @@
 namespace quorel
 {
 
-/** "FOLDER/NAME" of each preset. */
-juce::StringArray presetNames(const juce::File& banksFolder);
-
 // A line for each on the standard output.
 
-/** Fails where there are none. */
+/** "FOLDER/NAME" of each preset. Fails where there are none, or one of the folders can't be read. */
 juce::Result listPresetNames(const juce::File& banksFolder);
 
 /** Numbers and names of the programs of each layer's instrument. Fails where no layer has one. */

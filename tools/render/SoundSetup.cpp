@@ -68,15 +68,14 @@ juce::Result changePreset(PluginProcessor& processor, OfflineRender& offline, co
         return juce::Result::fail("there is no preset \"" + choice.folder + "/" + choice.name + "\" in " +
                                   (banks == juce::File() ? juce::String("the banks folder: none is set")
                                                          : banks.getFullPathName()) +
-                                  didYouMean(choice.folder + "/" + choice.name, presetNames(banks)));
+                                  didYouMean(choice.folder + "/" + choice.name, listAllPresets(banks)));
 
     juce::MemoryBlock bytes;
     StateChunk chunk;
     if (const auto result = readPreset(file, bytes, chunk); result.failed())
         return result;
-    const bool arrived =
-        processor.getSoundChange().requestPreset(choice.folder, choice.name) &&
-        offline.playUntil([&] { return !processor.getSoundChange().isUnderWay(); }, loadTimeoutMillis);
+    const bool arrived = processor.getSoundChange().requestPreset(choice.folder, choice.name) &&
+                         offline.playSoundChange(loadTimeoutMillis);
     if (!arrived)
         return juce::Result::fail(file.getFullPathName() + ": the preset does not load");
     return checkInstruments(processor, chunk, file);

@@ -9,6 +9,9 @@ namespace quorel
 
 namespace
 {
+/** Stands in the record for a folder that wasn't there. */
+constexpr const char* madeFolder = "made";
+
 /** Beside the product, or in the folder of its format that stands beside the product's. Empty where it has none. */
 juce::File installedPlugin(const juce::File& product, const PluginHome& home)
 {
@@ -64,7 +67,7 @@ bool PluginLinks::make(const juce::File& product)
         return false;
     }
 
-    return save() && succeeded;
+    return succeeded;
 }
 
 bool PluginLinks::makeOne(const juce::File& plugin, const juce::File& link)
@@ -84,9 +87,21 @@ bool PluginLinks::makeOne(const juce::File& plugin, const juce::File& link)
         return false;
     }
 
-    if (const auto made = createFolder(link.getParentDirectory()); made.failed())
+    const auto folder = link.getParentDirectory();
+
+    // Whatever is made is known before: it can be removed even if this run doesn't get to its end.
+    if (!folder.exists())
+        links.set(folder.getFullPathName(), madeFolder);
+
+    links.set(place, target);
+
+    if (!save())
+        return false;
+
+    if (const auto made = createFolder(folder); made.failed())
     {
-        words.complain("cannot create the folder " + link.getParentDirectory().getFullPathName());
+        words.complain("cannot create the folder " + folder.getFullPathName() + " (" +
+                       made.getErrorMessage() + ")");
         return false;
     }
 
@@ -97,7 +112,6 @@ bool PluginLinks::makeOne(const juce::File& plugin, const juce::File& link)
         return false;
     }
 
-    links.set(place, target);
     words.say(place + " -> " + target);
     return true;
 }
@@ -122,7 +136,8 @@ bool PluginLinks::remove()
 
         words.say("Link removed: " + link.getFullPathName());
         // The system refuses to remove a folder that holds anything.
-        if (!home.folderOfUser.isSymbolicLink())
+        if (links.get(home.folderOfUser.getFullPathName()) == madeFolder &&
+            !home.folderOfUser.isSymbolicLink())
             home.folderOfUser.deleteFile();
     }
 
@@ -140,9 +155,6 @@ bool PluginLinks::isOwn(const juce::File& link) const
 
 bool PluginLinks::save()
 {
-    if (links.names().isEmpty())
-        return true;
-
     if (const auto result = links.save(); result.failed())
     {
         words.complain("cannot write " + record.getFullPathName() + " (" + result.getErrorMessage() + ")");

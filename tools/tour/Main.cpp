@@ -92,6 +92,10 @@ std::vector<TourStation> readScore(const std::string& score)
 
 int work(const std::string& score, const std::string& output, const std::string& prefix)
 {
+    if (!fileOf(output).hasFileExtension("wav;flac"))
+        throw UsageFailure("the output must end in .wav or .flac: " + textOf(output));
+    if (!fileOf(prefix).isDirectory())
+        throw ToolFailure("there is no folder " + fileOf(prefix).getFullPathName());
     const auto stations = readScore(score);
     std::unique_ptr<SoundFile> file;
     auto result = SoundFile::create(fileOf(output), rate, 2, bits, file);

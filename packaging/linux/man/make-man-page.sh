@@ -9,14 +9,25 @@ include="$output.h2m"
 trap 'rm -f "$include" "$output.tmp"' EXIT
 
 cp "$here/$name.h2m" "$include"
-# The commands that a program has, each with its own help.
-commands="$("$program" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')"
+# commands_of [COMMAND]: those of the program, or of one of its commands.
+commands_of() { "$program" "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p'; }
+
+# describe COMMAND...: a section with its own help, and those of the commands below it.
+describe()
+{
+    printf '.SS "%s %s"\n.nf\n' "$name" "$*"
+    "$program" "$@" --help | sed -n '/^A preset is given/q; s/\\/\\e/g; s/-/\\-/g; s/^[.'"'"']/\\\&&/; p'
+    printf '.fi\n'
+    for inner in $(commands_of "$@"); do
+        describe "$@" "$inner"
+    done
+}
+
+commands="$(commands_of)"
 if [ -n "$commands" ]; then
     printf '\n[COMMANDS]\n' >> "$include"
     for command in $commands; do
-        printf '.SS "%s %s"\n.nf\n' "$name" "$command"
-        "$program" "$command" --help | sed -n '/^A preset is given/q; s/\\/\\e/g; s/-/\\-/g; s/^[.'"'"']/\\\&&/; p'
-        printf '.fi\n'
+        describe "$command"
     done >> "$include"
 fi
 
