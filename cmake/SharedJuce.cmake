@@ -8,63 +8,10 @@ find_package(Threads REQUIRED)
 
 juce_set_vst2_sdk_path("${CMAKE_CURRENT_SOURCE_DIR}/cmake/fst")
 
-# A changed copy of JUCE's VST2 host goes into the build tree. Configuring stops if JUCE's text isn't what is expected
-# here.
 set(juceProcessors "${JUCE_MODULES_DIR}/juce_audio_processors")
 set(patchedDir "${CMAKE_BINARY_DIR}/patched-juce")
 set(changesDir "${CMAKE_CURRENT_SOURCE_DIR}/cmake/juce")
-quorel_read_source("${juceProcessors}/format_types/juce_VSTPluginFormat.cpp" vstFormatText)
-
-function(quorel_change_vst_host count old new)
-    quorel_change_source(vstFormatText cmake/SharedJuce.cmake ${count} "${old}" "${new}")
-    set(vstFormatText "${vstFormatText}" PARENT_SCOPE)
-endfunction()
-
-# Hosted instruments ask for their host's name, and the answer must not depend on the program around us: a standalone
-# application's name overrides JUCE_VST_FALLBACK_HOST_NAME.
-quorel_change_vst_host(1
-    "        if (auto* app = JUCEApplicationBase::getInstance())\n            hostName = app->getApplicationName();\n"
-    "")
-
-# No exception of an instrument leaves its host, but for those of processing, which our block catches.
-quorel_change_vst_host(1
-    "typedef Vst2::AEffect* (VSTCALLBACK *MainCall) (Vst2::audioMasterCallback);\n"
-    "typedef Vst2::AEffect* (VSTCALLBACK *MainCall) (Vst2::audioMasterCallback);\n#include \"${changesDir}/GuardedVstCalls.h\"\n")
-quorel_change_vst_host(1
-    "            newEffect->dispatcher (newEffect, Vst2::effOpen, 0, 0, nullptr, 0);\n"
-    "            if (! guardedOpen (newEffect))\n            {\n                newModule->closeEffect (newEffect);\n                return nullptr;\n            }\n\n")
-quorel_change_vst_host(3 "newEffect->dispatcher (newEffect, " "guardedDispatch (newEffect, ")
-quorel_change_vst_host(2 "vstEffect->dispatcher (vstEffect, " "guardedDispatch (vstEffect, ")
-quorel_change_vst_host(2 "eff->dispatcher (eff, " "guardedDispatch (eff, ")
-quorel_change_vst_host(5 "effect->dispatcher (effect," "guardedDispatch (effect,")
-quorel_change_vst_host(2 "effect->getParameter (effect, " "guardedGetParameter (effect, ")
-quorel_change_vst_host(1 "effect->setParameter (effect, " "guardedSetParameter (effect, ")
-
-# The lock that JUCE holds during its calls to the instrument, so that a caller can see whether it is free.
-quorel_change_vst_host(1
-    "    bool updateSizeFromEditor (int w, int h);\n\n    Vst2::AEffect* vstEffect;\n"
-    "    bool updateSizeFromEditor (int w, int h);\n\n    const CriticalSection& callLock() const noexcept    { return lock; }\n\n    Vst2::AEffect* vstEffect;\n")
-string(APPEND vstFormatText "\n#include \"${changesDir}/InstrumentLock.h\"\n")
-
-# The block neither waits for an instrument that sends MIDI from a thread of its own, nor takes memory for one with 32
-# channels or more, as an AudioBuffer that refers to them does.
-quorel_change_vst_host(1
-    "            const ScopedLock sl (midiInLock);\n\n            midiMessages.swapWith (incomingMidi);\n            incomingMidi.clear();\n"
-    "            const ScopedTryLock sl (midiInLock);\n\n            if (sl.isLocked())\n            {\n                midiMessages.swapWith (incomingMidi);\n                incomingMidi.clear();\n            }\n")
-quorel_change_vst_host(1
-    "                AudioBuffer<FloatType> processBuffer (channels, maxChannels, numSamples);\n\n                invokeProcessFunction (processBuffer, numSamples);\n"
-    "                invokeProcessFunction (channels, maxChannels, numSamples);\n")
-quorel_change_vst_host(1
-    "    inline void invokeProcessFunction (AudioBuffer<float>& buffer, int32 sampleFrames)\n"
-    "    template <typename FloatType>\n    void invokeProcessFunction (FloatType** channels, int numChannels, int numSamples)\n    {\n        if constexpr (std::is_same_v<FloatType, float>)\n        {\n            if ((vstEffect->flags & Vst2::effFlagsCanReplacing) != 0)\n            {\n                vstEffect->processReplacing (vstEffect, tempChannelPointers[0].copyOf (channels, numChannels),\n                                             tempChannelPointers[1].copyOf (channels, numChannels), numSamples);\n                return;\n            }\n        }\n\n        AudioBuffer<FloatType> buffer (channels, numChannels, numSamples);\n        invokeProcessFunction (buffer, numSamples);\n    }\n\n    inline void invokeProcessFunction (AudioBuffer<float>& buffer, int32 sampleFrames)\n")
-quorel_change_vst_host(1
-    "private:\n    template <typename> struct Tag {};\n"
-    "    float** copyOf (float** channels, int numChannels)\n    {\n        floatPointers.resize (jmax (floatPointers.size(), (size_t) numChannels));\n        std::copy (channels, channels + numChannels, floatPointers.begin());\n        return floatPointers.data();\n    }\n\nprivate:\n    template <typename> struct Tag {};\n")
-file(CONFIGURE OUTPUT "${patchedDir}/format_types/juce_VSTPluginFormat.cpp" CONTENT "${vstFormatText}" @ONLY)
-configure_file("${juceProcessors}/juce_audio_processors.cpp" "${patchedDir}/juce_audio_processors.cpp" COPYONLY)
-get_target_property(processorSources juce_audio_processors INTERFACE_SOURCES)
-list(FILTER processorSources EXCLUDE REGEX "/juce_audio_processors\\.cpp$")
-set_target_properties(juce_audio_processors PROPERTIES INTERFACE_SOURCES "${processorSources}")
+include(VstHost)
 
 # On a server without a window manager some atoms don't exist, and JUCE's windows end the process with an X error over
 # the missing ones. In another changed copy JUCE creates the atoms that it takes for granted.

@@ -33,7 +33,7 @@ inline float guardedGetParameter(Vst2::AEffect* effect, int index) noexcept
 {
     try
     {
-        return effect->getParameter(effect, index);
+        return effect->getParameter != nullptr ? effect->getParameter(effect, index) : 0.0f;
     }
     catch (...)
     {
@@ -45,7 +45,8 @@ inline void guardedSetParameter(Vst2::AEffect* effect, int index, float value) n
 {
     try
     {
-        effect->setParameter(effect, index, value);
+        if (effect->setParameter != nullptr)
+            effect->setParameter(effect, index, value);
     }
     catch (...)
     {

@@ -66,6 +66,7 @@ void LayerRack::choose(int layer, const juce::PluginDescription* description)
         writePluginName(layer, description->name);
     }
 
+    processor.getSession().markEdited();
     processor.requestEditorRefresh();
 }
 
@@ -76,6 +77,7 @@ void LayerRack::chooseProgram(int layer, int id)
 
     processor.getUndo().beforeSoundChange("program");
     (*this)[layer].chooseProgram(id);
+    processor.getSession().markEdited();
 }
 
 void LayerRack::chooseBank(int layer, int id)
@@ -85,6 +87,7 @@ void LayerRack::chooseBank(int layer, int id)
 
     processor.getUndo().beforeSoundChange("bank");
     (*this)[layer].chooseBank(id);
+    processor.getSession().markEdited();
 }
 
 std::vector<int> LayerRack::layersUnlike(const StateChunk& chunk)

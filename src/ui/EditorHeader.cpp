@@ -73,6 +73,11 @@ EditorHeader::EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorH
     cpuLabel.setText("CPU 0%", juce::dontSendNotification);
 }
 
+EditorHeader::~EditorHeader()
+{
+    processor.getMidiInput().endAudition();
+}
+
 void EditorHeader::addPageKeys()
 {
     const juce::Point<int> positions[] = {geometry::header::layersKey, geometry::header::fxKey,

@@ -25,6 +25,9 @@ class EditorHeader : public ControlPage
 public:
     EditorHeader(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages);
 
+    /** Ends the preview note, whose key is held no more. */
+    ~EditorHeader() override;
+
     void refresh() override;
     void sliderValueChanged(juce::Slider* slider) override;
     void buttonClicked(juce::Button* button) override;

@@ -46,8 +46,9 @@ inline void showMenu(juce::PopupMenu menu, juce::Component& target, juce::Compon
 /** The same at the mouse. */
 inline void showMenuAtMouse(juce::PopupMenu menu, juce::Component& owner, std::function<void(int)> chosen)
 {
+    menu.setLookAndFeel(&owner.getLookAndFeel());
     menu.showMenuAsync(
-        juce::PopupMenu::Options().withMousePosition(),
+        juce::PopupMenu::Options().withTargetComponent(owner).withMousePosition(),
         [alive = juce::Component::SafePointer<juce::Component>(&owner), chosen = std::move(chosen)](int id)
         {
             if (alive != nullptr && id > 0)

@@ -253,7 +253,17 @@ void TEQScreen::mouseDrag(const juce::MouseEvent& event)
     writeBand(selectedBand, eqSlot::bandGain, 1.0f - v);
 }
 
+TEQScreen::~TEQScreen()
+{
+    endDrag();
+}
+
 void TEQScreen::mouseUp(const juce::MouseEvent&)
+{
+    endDrag();
+}
+
+void TEQScreen::endDrag()
 {
     dragging = false;
     for (int offset = 0; offset < eqSlot::slotsPerBand; ++offset)
@@ -279,6 +289,10 @@ void TEQScreen::mouseWheelMove(const juce::MouseEvent& event, const juce::MouseW
 
 bool TEQScreen::keyPressed(const juce::KeyPress& key)
 {
+    // The gesture that is under way is the selected band's.
+    if (dragging)
+        return false;
+
     const int code = key.getKeyCode();
     if (code == juce::KeyPress::returnKey)
     {

@@ -24,6 +24,9 @@ public:
     TEQScreen(juce::Rectangle<int> bounds, int unit, const std::array<CBitmap, numEqBands>& bandFills,
               PluginProcessor& pluginProcessor);
 
+    /** Ends a drag that is under way, for hosts. */
+    ~TEQScreen() override;
+
     void paint(juce::Graphics& g) override;
     void mouseDown(const juce::MouseEvent& event) override;
     void mouseDrag(const juce::MouseEvent& event) override;
@@ -76,6 +79,7 @@ private:
     void writeBand(int band, int offset, float value);
     /** Frequency, width and gain to their defaults, as one gesture. */
     void resetBand(int band);
+    void endDrag();
     int nearestBand(double u) const;
 
     PluginProcessor& processor;

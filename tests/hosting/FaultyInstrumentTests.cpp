@@ -367,4 +367,61 @@ TEST_F(FaultyInstrumentTest, ManyOutputsAndEmptyNamesDoNoHarm)
     EXPECT_NEAR(sound.peak(1) / sound.peak(0), 2.0f, 0.01f) << "the first two of 32";
 }
 
+TEST_F(FaultyInstrumentTest, WhatItSaysOfItselfIsHeldToWhatThereIs)
+{
+    setFaults(folder, "Hexley", "far-program");
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    EXPECT_GT(rig.state().getSize(), 0u);
+    EXPECT_GT(peakWithKey(), 0.1f);
+
+    setFaults(folder, "Hexley", "more-outputs");
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    EXPECT_GT(peakWithKey(), 0.1f);
+
+    ASSERT_TRUE(rig.load(1, "Tarn"));
+    setFaults(folder, "Hexley", "most-outputs");
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    EXPECT_GT(peakWithKey(), 0.1f) << "the other layer goes on";
+
+    layer(0).unloadPlugin();
+    setFaults(folder, "Hexley", "no-process");
+    EXPECT_FALSE(layer(0).loadPlugin(known("Hexley")));
+    EXPECT_EQ(layer(0).getState(), LayerState::failed);
+}
+
+TEST_F(FaultyInstrumentTest, WhatItAsksForWaitsForNobody)
+{
+    // In a block, while the layer is emptied.
+    setFaults(folder, "Hexley", "size-in-block");
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    std::atomic<bool> isDone{false};
+    std::thread blocks(
+        [&]
+        {
+            while (!isDone.load())
+                rig.play();
+        });
+    ProcessorRig::pump(50);
+    layer(0).unloadPlugin();
+    isDone.store(true);
+    blocks.join();
+    EXPECT_EQ(layer(0).getState(), LayerState::empty);
+
+    // In the midst of a call, where what our timers do might take it away.
+    struct Counter final : juce::Timer
+    {
+        void timerCallback() override { ++ticks; }
+
+        int ticks = 0;
+    } counter;
+
+    setFaults(folder, "Hexley", "idle-in-set");
+    ASSERT_TRUE(rig.load(0, "Hexley"));
+    counter.startTimer(1);
+    juce::Thread::sleep(20);
+    counter.ticks = 0;
+    setHosted(0, 5, 0.5f);
+    EXPECT_EQ(counter.ticks, 0);
+}
+
 } // namespace quorel::test

@@ -203,6 +203,13 @@ TEST_F(EditorHeaderTest, PreviewNoteSoundsWhileTheButtonIsHeld)
     window->release(note, middle);
     engine.playSeconds(1.0);
     EXPECT_LT(engine.playSeconds(1.0).peak(), 1e-4f);
+
+    // Nobody hears of the key when the editor closes under it.
+    window->press(note, middle);
+    EXPECT_GT(engine.play(20).peak(), 0.001f);
+    close();
+    engine.playSeconds(1.0);
+    EXPECT_LT(engine.playSeconds(1.0).peak(), 1e-4f);
 }
 
 } // namespace quorel::test

@@ -266,4 +266,16 @@ TEST_F(EditorTest, AnEqsCurveFollowsItsOwnUnitAlone)
     curve->setCachedComponentImage(nullptr);
 }
 
+TEST_F(EditorTest, WhatIsDraggedWhenItClosesIsLetGo)
+{
+    open(fxView);
+    const GestureCount gestures(engine.processor);
+    auto& curves = *window->find("EQlcd");
+    window->press(curves, {180, 61});
+    window->moveTo(curves, {200, 40}, TestWindow::leftButton);
+    EXPECT_EQ(gestures.begun, 2);
+    close();
+    EXPECT_EQ(gestures.ended, 2);
+}
+
 } // namespace quorel::test

@@ -2,6 +2,7 @@
 // The windows of the layers' instruments.
 #include "EditorTest.h"
 
+#include "support/FaultyInstruments.h"
 #include "ui/PluginWindow.h"
 
 namespace quorel::test
@@ -48,6 +49,17 @@ TEST_F(InstrumentWindowTest, GoesWithTheInstrumentAndStaysWithoutTheEditor)
     PluginWindow::open(layer(1));
     EXPECT_TRUE(layer(1).isWindowShowing());
     TestWindow::pump(50);
+}
+
+TEST_F(InstrumentWindowTest, IsNoLargerThanAnyScreen)
+{
+    setFaults(useFaulty(engine, {"Hexley"}), "Hexley", "window size-in-idle");
+    ASSERT_TRUE(engine.load(0, "Hexley"));
+    PluginWindow::open(layer(0));
+    TestWindow::pump(300);
+    EXPECT_TRUE(layer(0).isWindowShowing());
+    EXPECT_GT(windowOf(0).getWidth(), 1000);
+    EXPECT_LT(windowOf(0).getWidth(), 10000);
 }
 
 TEST_F(InstrumentWindowTest, HoldsTheInstrumentsOwnEditor)

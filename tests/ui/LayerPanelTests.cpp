@@ -55,7 +55,10 @@ TEST_F(LayerPanelTest, KeysChooseThePanelAndDrumsHaveZones)
     };
     expectZones(true);
     const auto atTheTop = [this](int n)
-    { return window->find<juce::Slider>(layerParameter(1, n))->getTextFromValue(1.0); };
+    {
+        auto* box = window->find<juce::Slider>(layerParameter(1, n));
+        return box != nullptr ? box->getTextFromValue(1.0) : juce::String();
+    };
     EXPECT_EQ(atTheTop(layerSlot::zoneKeys), "G8");
     EXPECT_EQ(atTheTop(layerSlot::zoneVelocities), "127");
     window->click(button("Layer 2 key range mode"));

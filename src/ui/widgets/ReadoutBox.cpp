@@ -133,7 +133,9 @@ void ReadoutBox::step(int numbers)
 
 std::optional<double> ReadoutBox::numberOfText(const juce::String& text) const
 {
-    return isDecimal(text.trim()) ? std::optional<double>(text.getDoubleValue()) : std::nullopt;
+    // Half of Europe writes its decimals behind a comma.
+    const auto number = text.trim().replaceCharacter(',', '.');
+    return isDecimal(number) ? std::optional<double>(number.getDoubleValue()) : std::nullopt;
 }
 
 void ReadoutBox::typed(const juce::String& text)

@@ -95,7 +95,17 @@ void kappelDisplay::mouseDrag(const juce::MouseEvent& event)
     painting->step = step;
 }
 
+kappelDisplay::~kappelDisplay()
+{
+    endPainting();
+}
+
 void kappelDisplay::mouseUp(const juce::MouseEvent&)
+{
+    endPainting();
+}
+
+void kappelDisplay::endPainting()
 {
     if (painting)
         processor.endUserGesture(parameter);

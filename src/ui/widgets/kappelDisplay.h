@@ -15,6 +15,9 @@ class kappelDisplay : public KeyboardSurface
 public:
     kappelDisplay(juce::Rectangle<int> bounds, int parameterId, PluginProcessor& pluginProcessor);
 
+    /** Ends a drag that is under way, for hosts. */
+    ~kappelDisplay() override;
+
     void paint(juce::Graphics& g) override;
     void mouseDown(const juce::MouseEvent& event) override;
     void mouseDrag(const juce::MouseEvent& event) override;
@@ -41,6 +44,7 @@ private:
 
     int stepAt(const juce::MouseEvent& event) const;
     void setSteps(int from, int to, bool on);
+    void endPainting();
 
     PluginProcessor& processor;
     const int parameter;

@@ -10,6 +10,11 @@
 //   no-chunk                    says that it has no bytes
 //   nan, huge, channels         what it puts out: no number, +80 dB, or another level on each of 32 outputs
 //   empty-names, hundred-programs, window
+//   no-process                  lacks what plays
+//   far-program                 is without chunks, and says that its program is the 1000th of one
+//   more-outputs, most-outputs  has 48 or 400 of them once it is switched on
+//   size-in-block, size-in-idle asks for a window of 100000 pixels
+//   idle-in-set                 gives its host time in the midst of a call
 //
 // Parameter names tell what its host did: 0 the rate and block size, 2 the count of program changes by MIDI,
 // 3 the tempo at the last block; and 77 to 79 the vendor, product and version that it gives itself.
@@ -91,6 +96,7 @@ struct Instrument
     bool isNan = false;
     bool isHuge = false;
     bool hasChannels = false;
+    bool asksInProcess = false;
     std::atomic<bool> throwsInProcess{false};
     std::atomic<float> level{1.0f};
 };
@@ -144,6 +150,12 @@ void writeName(const Instrument& self, int index, char* name)
         std::snprintf(name, 32, "Value %d", index);
 }
 
+void askForSize(Instrument& self)
+{
+    constexpr int absurdSize = 100000;
+    self.host(&self.effect, audioMasterSizeWindow, absurdSize, absurdSize, nullptr, 0.0f);
+}
+
 VstIntPtr dispatch(AEffect* effect, int opcode, int index, VstIntPtr value, void* const data, float option)
 {
     auto& self = instrumentOf(effect);
@@ -162,6 +174,11 @@ VstIntPtr dispatch(AEffect* effect, int opcode, int index, VstIntPtr value, void
         return 0;
     case effMainsChanged:
         failIf("prepare");
+        if (value != 0 && (has("more-outputs") || has("most-outputs")))
+        {
+            effect->numOutputs = has("most-outputs") ? 400 : 48;
+            self.host(effect, audioMasterIOChanged, 0, 0, nullptr, 0.0f);
+        }
         return 0;
     case effSetSampleRate:
         self.rate = option;
@@ -179,7 +196,7 @@ VstIntPtr dispatch(AEffect* effect, int opcode, int index, VstIntPtr value, void
         self.state.program = static_cast<int>(value);
         return 0;
     case effGetProgram:
-        return self.state.program;
+        return has("far-program") ? 1000 : self.state.program;
     case effProcessEvents:
         takeEvents(self, *static_cast<const VstEvents*>(data));
         return 1;
@@ -191,6 +208,8 @@ VstIntPtr dispatch(AEffect* effect, int opcode, int index, VstIntPtr value, void
         return 1;
     case effEditIdle:
         failIf("idle");
+        if (has("size-in-idle"))
+            askForSize(self);
         return 0;
     case effGetPlugCategory:
         return kPlugCategSynth;
@@ -205,6 +224,9 @@ void process(AEffect* effect, float**, float** outputs, int numSamples)
 
     if (self.throwsInProcess)
         throw std::runtime_error("in process");
+
+    if (self.asksInProcess)
+        askForSize(self);
 
     if (const auto* time =
             reinterpret_cast<const VstTimeInfo*>(self.host(effect, audioMasterGetTime, 0, 0, nullptr, 0.0f));
@@ -226,6 +248,10 @@ void setParameter(AEffect* effect, int index, float value)
 {
     failIf("set");
     auto& self = instrumentOf(effect);
+
+    if (has("idle-in-set"))
+        self.host(effect, audioMasterIdle, 0, 0, nullptr, 0.0f);
+
     self.state.values[index] = value;
 
     if (index == 1)
@@ -246,6 +272,7 @@ extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(audioMa
     self->isNan = has("nan");
     self->isHuge = has("huge");
     self->hasChannels = has("channels");
+    self->asksInProcess = has("size-in-block");
     self->state.values[1] = 1.0f;
     auto& effect = self->effect;
     effect.magic = kEffectMagic;
@@ -253,12 +280,13 @@ extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(audioMa
     effect.dispatcher = dispatch;
     effect.setParameter = setParameter;
     effect.getParameter = getParameter;
-    effect.processReplacing = process;
+    effect.processReplacing = has("no-process") ? nullptr : process;
     effect.process = process;
     effect.numParams = numParameters;
     effect.numPrograms = has("hundred-programs") ? 100 : 1;
     effect.numOutputs = self->hasChannels ? manyOutputs : 2;
-    effect.flags = effFlagsIsSynth | effFlagsCanReplacing | effFlagsProgramChunks;
+    effect.flags = effFlagsIsSynth | effFlagsCanReplacing;
+    effect.flags |= has("far-program") ? 0 : effFlagsProgramChunks;
     effect.flags |= has("window") ? effFlagsHasEditor : 0;
     effect.uniqueID = CCONST('Q', 'f', 'l', 't');
     host(&effect, audioMasterGetVendorString, 0, 0, self->hostAnswers[0], 0.0f);
