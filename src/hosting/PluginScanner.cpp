@@ -5,6 +5,7 @@
 #include "hosting/LoadNote.h"
 #include "hosting/PluginFileCheck.h"
 #include "platform/FileOperations.h"
+#include "platform/FlatXml.h"
 #include "platform/PlatformSeam.h"
 
 namespace quorel
@@ -163,7 +164,10 @@ const juce::String& PluginScanner::scanStatus() const noexcept
 
 bool readPluginList(const juce::File& pluginListFile, juce::KnownPluginList& knownPlugins)
 {
-    const auto xml = juce::parseXML(pluginListFile);
+    juce::MemoryBlock bytes;
+    if (!readWholeFile(pluginListFile, bytes))
+        return false;
+    const auto xml = parseFlatXml(bytes.toString());
     if (xml == nullptr || !xml->hasTagName(listTag))
         return false;
     knownPlugins.recreateFromXml(*xml);

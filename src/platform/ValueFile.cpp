@@ -2,6 +2,7 @@
 #include "platform/ValueFile.h"
 
 #include "platform/FileOperations.h"
+#include "platform/FlatXml.h"
 
 namespace quorel
 {
@@ -28,7 +29,7 @@ bool ValueFile::read()
     if (!readWholeFile(file, bytes))
         return false;
 
-    const auto xml = juce::parseXML(bytes.toString());
+    const auto xml = parseFlatXml(bytes.toString());
 
     if (xml == nullptr || !xml->hasTagName(fileTag))
         return false;

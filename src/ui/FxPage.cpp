@@ -32,6 +32,15 @@ FxPage::FxPage(PluginProcessor& pluginProcessor, EditorHost& editorHost, const E
         buildSlot(block);
 }
 
+SoundGround* FxPage::groundAt(juce::Point<int> position)
+{
+    for (const auto& s : slots)
+        if (s.ground->getBounds().contains(position))
+            return s.ground.get();
+
+    return nullptr;
+}
+
 void FxPage::buildSlot(int block)
 {
     auto& s = slots[static_cast<size_t>(block)];

@@ -19,7 +19,7 @@ namespace quorel
 
 /** The four effect slots and the master EQ. A slot shows what its effect type has: a named knob for each
     parameter, and the step rows of the rhythm gate. Message thread. */
-class FxPage : public ControlPage
+class FxPage : public ControlPage, public GroundHolder
 {
 public:
     FxPage(PluginProcessor& pluginProcessor, EditorHost& editorHost, const EditorImages& editorImages);
@@ -52,6 +52,7 @@ private:
         std::array<std::unique_ptr<kappelDisplay>, 2> steps;
     };
 
+    SoundGround* groundAt(juce::Point<int> position) override;
     void buildSlot(int block);
     void refreshSlot(int block);
     /** Sets a knob to its parameter; a double click returns to this value. */

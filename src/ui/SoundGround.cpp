@@ -175,4 +175,47 @@ void SoundGround::itemDropped(const SourceDetails& source)
           [act, from = other->index, to = index](PluginProcessor& target) { act(target, from, to); });
 }
 
+bool GroundHolder::isInterestedInDragSource(const SourceDetails& source)
+{
+    return dynamic_cast<const SoundGround*>(source.sourceComponent.get()) != nullptr;
+}
+
+SoundGround* GroundHolder::targetOf(const SourceDetails& source)
+{
+    auto* ground = groundAt(source.localPosition);
+    return ground != nullptr && ground->isInterestedInDragSource(source) ? ground : nullptr;
+}
+
+void GroundHolder::hover(SoundGround* target, const SourceDetails& source)
+{
+    if (target == hovered)
+        return;
+
+    if (hovered != nullptr)
+        hovered->itemDragExit(source);
+
+    hovered = target;
+
+    if (target != nullptr)
+        target->itemDragEnter(source);
+}
+
+void GroundHolder::itemDragMove(const SourceDetails& source)
+{
+    hover(targetOf(source), source);
+}
+
+void GroundHolder::itemDragExit(const SourceDetails& source)
+{
+    hover(nullptr, source);
+}
+
+void GroundHolder::itemDropped(const SourceDetails& source)
+{
+    hover(nullptr, source);
+
+    if (auto* target = targetOf(source))
+        target->itemDropped(source);
+}
+
 } // namespace quorel

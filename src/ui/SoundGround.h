@@ -53,4 +53,24 @@ private:
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR(SoundGround)
 };
 
+/** A component that holds grounds and the controls in front of them: what is dropped on a control is meant for the
+    ground behind it. Message thread. */
+class GroundHolder : public juce::DragAndDropTarget
+{
+public:
+    bool isInterestedInDragSource(const SourceDetails& source) override;
+    void itemDragMove(const SourceDetails& source) override;
+    void itemDragExit(const SourceDetails& source) override;
+    void itemDropped(const SourceDetails& source) override;
+
+private:
+    /** Null where there is none. */
+    virtual SoundGround* groundAt(juce::Point<int> position) = 0;
+    /** The same, if it takes what is dragged. */
+    SoundGround* targetOf(const SourceDetails& source);
+    void hover(SoundGround* target, const SourceDetails& source);
+
+    juce::Component::SafePointer<SoundGround> hovered;
+};
+
 } // namespace quorel

@@ -82,6 +82,11 @@ VirtualInstrumentUI::~VirtualInstrumentUI()
     instrument().removeChangeListener(this);
 }
 
+SoundGround* VirtualInstrumentUI::groundAt(juce::Point<int> position)
+{
+    return ground.getBounds().contains(position) ? &ground : nullptr;
+}
+
 int VirtualInstrumentUI::chosenPanel() const
 {
     return static_cast<int>(value(layerSlot::drumPage) * 10.0f);

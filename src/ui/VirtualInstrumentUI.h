@@ -13,7 +13,7 @@ namespace quorel
 
 /** The strip of one layer: instrument and mixer on the left, and on the Layers page one of five panels on the
     right, chosen by keys. Message thread. */
-class VirtualInstrumentUI : public StripPanel, private juce::ChangeListener
+class VirtualInstrumentUI : public StripPanel, public GroundHolder, private juce::ChangeListener
 {
 public:
     /** Panels by their number in the layer's panel parameter. */
@@ -64,6 +64,7 @@ private:
     /** Tab goes from left to right, through the panel at the end. */
     void orderFocus();
     void changeListenerCallback(juce::ChangeBroadcaster* source) override;
+    SoundGround* groundAt(juce::Point<int> position) override;
     int chosenPanel() const;
     bool isZoned() const;
     void choosePanel(Panel panel);

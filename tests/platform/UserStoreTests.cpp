@@ -69,6 +69,21 @@ TEST(UserStore, BrokenFilesReadAsEmptyAndAreKeptAside)
     EXPECT_EQ(folder.child("Registry.xml.broken2").loadFileAsString(), broken[1]);
 }
 
+TEST(UserStore, WhatIsNestedWithoutEndReadsAsBroken)
+{
+    const test::ScratchFolder folder;
+    const auto file = folder.child("Registry.xml");
+    FileUserStore store(file);
+    for (const juce::String& nested : {juce::String::repeatedString("<a>", 500000),
+                                       juce::String("<!DOCTYPE a [<!ENTITY b \"&b;&b;\">]><a>&b;</a>")})
+    {
+        ASSERT_TRUE(file.replaceWithText(nested));
+        EXPECT_EQ(store.read(key, "0"), "");
+        EXPECT_TRUE(store.write(key, "0", "new"));
+        EXPECT_EQ(store.read(key, "0"), "new");
+    }
+}
+
 TEST(UserStore, AFullDiskLosesNoSetting)
 {
     const test::SmallDisk disk(64);

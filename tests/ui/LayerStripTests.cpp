@@ -195,6 +195,16 @@ TEST_F(LayerStripTest, StripsAreDraggedOntoEachOtherAndHaveAMenu)
     passes();
     EXPECT_EQ(instrument(1).getText(), "Orlen");
 
+    // A control is no obstacle.
+    TestWindow::pump(500);
+    auto* knob = window->find(layerParameter(3, layerSlot::pan));
+    window->drag(third, {30, 80}, third.getLocalPoint(knob, knob->getLocalBounds().getCentre()));
+    EXPECT_TRUE(waitForInstrument(3, "Orlen"));
+    EXPECT_FALSE(layer(2).hasInstance());
+    TestWindow::pump(500);
+    dragTo(*window->findTitled("Layer 4"), third, 0);
+    EXPECT_TRUE(waitForInstrument(2, "Orlen"));
+
     window->click(third, {30, 80}, TestWindow::rightButton);
     ASSERT_TRUE(window->chooseFromMenu("Copy Layer 3"));
     window->click(first, {30, 80}, TestWindow::rightButton);
