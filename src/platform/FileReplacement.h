@@ -22,7 +22,7 @@ class FileReplacement
 public:
     /** Opens the temporary file; `status` says whether that worked. The first in a folder also removes what
         processes that were killed have left there. */
-    explicit FileReplacement(const juce::File& target);
+    explicit FileReplacement(const juce::File& file);
 
     /** Removes the temporary file, if it has not been moved. */
     ~FileReplacement();

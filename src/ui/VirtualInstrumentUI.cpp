@@ -250,13 +250,12 @@ void VirtualInstrumentUI::showLayoutMenu()
 {
     const auto menu = layoutMenu(processor, layer);
     showMenu(popupMenuOf(menu), layoutMenuButton, *this,
-             [this, menu](int chosen)
+             [this, alive = juce::Component::SafePointer<juce::Component>(this), menu](int chosen)
              {
-                 const juce::Component::SafePointer<VirtualInstrumentUI> self(this);
                  chooseLayout(processor, layer, entryWithId(menu, chosen));
 
                  // The host may have closed the editor behind a question.
-                 if (self != nullptr)
+                 if (alive != nullptr)
                      refresh();
              });
 }
