@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Changes to JUCE's VST2 host, part of `SharedJuce.cmake`.
-# A changed copy of JUCE's VST2 host goes into the build tree. Configuring stops if JUCE's text isn't what is expected
-# here.
+# What `SharedJuce.cmake` changes in JUCE's VST2 host: a changed copy of it goes into the build tree. Configuring stops if
+# JUCE's text isn't what is expected here.
 quorel_read_source("${juceProcessors}/format_types/juce_VSTPluginFormat.cpp" vstFormatText)
 
 function(quorel_change_vst_host count old new)
@@ -15,13 +14,14 @@ quorel_change_vst_host(1
     "        if (auto* app = JUCEApplicationBase::getInstance())\n            hostName = app->getApplicationName();\n"
     "")
 
-# No exception of an instrument leaves its host, but for those of processing, which our block catches.
+# No exception of an instrument leaves its host, but for those of processing, which our block catches. One that is without
+# what processes, or has an absurd number of channels, is of no use.
 quorel_change_vst_host(1
     "typedef Vst2::AEffect* (VSTCALLBACK *MainCall) (Vst2::audioMasterCallback);\n"
     "typedef Vst2::AEffect* (VSTCALLBACK *MainCall) (Vst2::audioMasterCallback);\n#include \"${changesDir}/GuardedVstCalls.h\"\n#include \"${changesDir}/VstLimits.h\"\n")
 quorel_change_vst_host(1
     "            newEffect->dispatcher (newEffect, Vst2::effOpen, 0, 0, nullptr, 0);\n"
-    "            if (! guardedOpen (newEffect))\n            {\n                newModule->closeEffect (newEffect);\n                return nullptr;\n            }\n\n")
+    "            if (! guardedOpen (newEffect) || ! isUsable (newEffect))\n            {\n                newModule->closeEffect (newEffect);\n                return nullptr;\n            }\n\n")
 quorel_change_vst_host(3 "newEffect->dispatcher (newEffect, " "guardedDispatch (newEffect, ")
 quorel_change_vst_host(2 "vstEffect->dispatcher (vstEffect, " "guardedDispatch (vstEffect, ")
 quorel_change_vst_host(2 "eff->dispatcher (eff, " "guardedDispatch (eff, ")
@@ -49,7 +49,8 @@ quorel_change_vst_host(1
 quorel_change_vst_host(1
     "private:\n    template <typename> struct Tag {};\n"
     "    float** copyOf (float** channels, int numChannels)\n    {\n        floatPointers.resize (jmax (floatPointers.size(), (size_t) numChannels));\n        std::copy (channels, channels + numChannels, floatPointers.begin());\n        return floatPointers.data();\n    }\n\nprivate:\n    template <typename> struct Tag {};\n")
-# Instruments may do anything in answer to a call. Programs beyond the last would be written behind a bank's end, or looked
+
+# An instrument may answer anything. Programs beyond the last would be written behind a bank's end, or looked
 # up in a list of names as long.
 quorel_change_vst_host(1
     "    int getCurrentProgram() override       { return (int) dispatch (Vst2::effGetProgram, 0, 0, nullptr, 0); }\n"
@@ -57,10 +58,6 @@ quorel_change_vst_host(1
 quorel_change_vst_host(1
     "                auto len = (size_t) (progLen * jmax (1, numPrograms)) + (sizeof (fxSet) - sizeof (fxProgram));\n"
     "                auto len = (size_t) progLen * (size_t) jmax (1, numPrograms) + (sizeof (fxSet) - sizeof (fxProgram));\n\n                if (len > ((size_t) maxSizeMB << 20))\n                    return false;\n\n")
-
-# One that is without what processes, or has an absurd number of channels, is of no use.
-quorel_change_vst_host(1
-    "            if (! guardedOpen (newEffect))\n" "            if (! guardedOpen (newEffect) || ! isUsable (newEffect))\n")
 
 # Its outputs may become more. The buffers have room for some, and beyond these it is silent until it is prepared anew.
 quorel_change_vst_host(1
@@ -111,6 +108,7 @@ quorel_change_vst_host(1
 quorel_change_vst_host(1
     "            const ScopedLock sl (midiInLock);\n            VSTMidiEventList::addEventsToMidiBuffer (events, incomingMidi);\n"
     "            const ScopedLock sl (midiInLock);\n\n            if (incomingMidi.data.size() < mostMidiBytes)\n                VSTMidiEventList::addEventsToMidiBuffer (events, incomingMidi);\n")
+
 file(CONFIGURE OUTPUT "${patchedDir}/format_types/juce_VSTPluginFormat.cpp" CONTENT "${vstFormatText}" @ONLY)
 configure_file("${juceProcessors}/juce_audio_processors.cpp" "${patchedDir}/juce_audio_processors.cpp" COPYONLY)
 get_target_property(processorSources juce_audio_processors INTERFACE_SOURCES)

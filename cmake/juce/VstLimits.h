@@ -3,9 +3,9 @@
 // thread.
 #pragma once
 
-/** Channels that an instrument may add while it plays. */
+/** Channels that its buffers have room for at least, so that it can add outputs while it plays. */
 constexpr int spareChannels = 64;
-/** Of inputs or outputs. */
+/** Of inputs, and of outputs. */
 constexpr int mostChannels = 256;
 /** Of a window, in pixels. */
 constexpr int largestWindow = 8192;
